@@ -1,0 +1,40 @@
+/* A 12-bit Bayer frame becomes an 8-bit RGB picture: the whole of what a C program does. */
+#include <KvxDemosaicing/KvxDemosaicing.h>
+#include <stdio.h>
+#include <stdlib.h>
+
+enum { WIDTH = 64, HEIGHT = 48 };
+
+int main(void) {
+    /* A frame that the camera would deliver: here an even grey of 2048 of 4095. */
+    static uint16_t raw[HEIGHT][WIDTH];
+    static uint8_t rgb[HEIGHT][WIDTH][3];
+    for (int y = 0; y < HEIGHT; ++y)
+        for (int x = 0; x < WIDTH; ++x) raw[y][x] = 2048;
+
+    _KvxImage src = {.structSize = sizeof src,
+                     .structVersion = KVX_IMAGE_VERSION,
+                     .pixelType = KvxFormat_BayerRG12,
+                     .pixelDepth = 12,
+                     .width = WIDTH,
+                     .height = HEIGHT,
+                     .lineStep = sizeof raw[0],
+                     .imageSize = sizeof raw,
+                     .data = raw};
+    _KvxImage dst = src;
+    dst.pixelType = KvxFormat_RGB8;
+    dst.pixelDepth = 8;
+    dst.lineStep = sizeof rgb[0];
+    dst.imageSize = sizeof rgb;
+    dst.data = rgb;
+
+    KvxBayer* bayer = KvxBayer_CreateComponent();
+    const uint32_t result = KvxBayer_ConvertImage(bayer, &src, &dst);
+    KvxBayer_DeleteComponent(bayer);
+    if (KvxResult_Failed(result)) {
+        fprintf(stderr, "0x%08X: %s\n", (unsigned)result, KvxResult_Text(result));
+        return EXIT_FAILURE;
+    }
+    printf("%u %u %u\n", rgb[10][10][0], rgb[10][10][1], rgb[10][10][2]);
+    return EXIT_SUCCESS;
+}

@@ -1,0 +1,43 @@
+// An 8-bit Bayer frame becomes a BGR picture by the edge-aware algorithm, set as a component parameter.
+#include <KvxDemosaicing/KvxDemosaicing.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+namespace {
+
+_KvxImage Describe(uint32_t pixelType, uint32_t width, uint32_t height, uint32_t bytesPerPixel,
+                   std::vector<uint8_t>& pixels) {
+    pixels.resize(std::size_t{width} * height * bytesPerPixel, 100);
+    _KvxImage image{};
+    image.structSize = sizeof image;
+    image.structVersion = KVX_IMAGE_VERSION;
+    image.pixelType = pixelType;
+    image.pixelDepth = 8;
+    image.width = width;
+    image.height = height;
+    image.lineStep = width * bytesPerPixel;
+    image.imageSize = image.lineStep * height;
+    image.data = pixels.data();
+    return image;
+}
+
+}  // namespace
+
+int main() {
+    std::vector<uint8_t> raw, bgr;
+    const _KvxImage src = Describe(KvxFormat_BayerGB8, 64, 48, 1, raw);
+    _KvxImage dst = Describe(KvxFormat_BGR8, 64, 48, 3, bgr);
+
+    const std::unique_ptr<KvxBayer, decltype(&KvxBayer_DeleteComponent)> bayer(KvxBayer::CreateComponent(),
+                                                                               KvxBayer_DeleteComponent);
+    uint32_t result = bayer->GetComponent()->SetParamInt("BayerAlgType", KvxBayerAlgorithm_EdgeAware);
+    if (!KvxResult_Failed(result)) result = KvxBayer_ConvertImage(bayer.get(), &src, &dst);
+    if (KvxResult_Failed(result)) {
+        std::fprintf(stderr, "0x%08X: %s\n", result, KvxResult_Text(result));
+        return EXIT_FAILURE;
+    }
+    std::printf("%d %d %d\n", bgr[0], bgr[1], bgr[2]);
+}

@@ -1,0 +1,28 @@
+/**
+ * @file
+ * What every public header needs: fixed-width types and the marks of the exported interface.
+ *
+ * All exported functions have C linkage, throw nothing and write nothing to a console.
+ */
+#ifndef KVXDEMOSAICING_KVXAPI_H
+#define KVXDEMOSAICING_KVXAPI_H
+
+#include <assert.h>
+#include <stddef.h>
+#include <stdint.h>
+
+/** Marks what the shared library exports. */
+#define KVX_API __attribute__((visibility("default")))
+
+#ifdef __cplusplus
+#define KVX_NOEXCEPT noexcept
+#define KVX_EXTERN_C_BEGIN extern "C" {
+#define KVX_EXTERN_C_END }
+#else
+#include <stdbool.h>
+#define KVX_NOEXCEPT
+#define KVX_EXTERN_C_BEGIN
+#define KVX_EXTERN_C_END
+#endif
+
+#endif

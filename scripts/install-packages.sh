@@ -1,0 +1,22 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that building and testing need, those that are missing (as root or through sudo).
+set -eu
+
+packages=(
+    g++ clang libomp-dev cmake ninja-build pkgconf git
+    libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libhwy-dev
+    libcli11-dev libfmt-dev nlohmann-json3-dev
+    libgtest-dev libbenchmark-dev
+)
+
+missing=()
+for package in "${packages[@]}"; do
+    dpkg-query -W -f '${Status}' "$package" 2> /dev/null | grep -q 'install ok installed' || missing+=("$package")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+as_root=()
+[ "$(id -u)" -eq 0 ] || as_root=(sudo)
+echo "Installing: ${missing[*]}"
+"${as_root[@]}" apt-get update -qq
+DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" > /dev/null

@@ -1,0 +1,51 @@
+/** The parameter store behind every component. */
+#pragma once
+
+#include <vector>
+
+#include "KvxDemosaicing/KvxComponent.h"
+
+/**
+ * A list of named parameters whose values live in their owner: the store knows each value's address, type and range,
+ * and reads and writes it there. Results and rules are those of KvxComponent.h, with component type 0.
+ *
+ * The last argument of every setter is true for a caller from outside, who must respect read-only parameters; the
+ * owner passes false. Text and data arguments of setters are only read. Not locked: one thread at a time.
+ */
+class KVX_API KvxParamStorage {
+public:
+    /** Makes room for `capacity` parameters; more can be added. */
+    explicit KvxParamStorage(unsigned int capacity);
+    ~KvxParamStorage();
+    KvxParamStorage(const KvxParamStorage&) = delete;
+    KvxParamStorage& operator=(const KvxParamStorage&) = delete;
+
+    /**
+     * Registers a parameter and copies its descriptor. The value behind `param->value` is left as it is.
+     * @return 0; 0x80000007 unknown type, not readable, name empty, unterminated or taken; 0x80000008 null argument or
+     * value address; 0x80000009 no memory
+     */
+    uint32_t AddParam(_KvxStParam* param) noexcept;
+    /** @return 0; 0x80000007 no such index; 0x80000008 null argument. */
+    uint32_t GetParamByIdx(unsigned int index, _KvxStParam* param) const noexcept;
+    uint32_t GetParamCount() const noexcept;
+
+    uint32_t GetParamInt(const char* name, long* value) const noexcept;
+    uint32_t GetParamBool(const char* name, bool* value) const noexcept;
+    uint32_t GetParamFloat(const char* name, double* value) const noexcept;
+    uint32_t GetParamString(const char* name, char* buffer, unsigned int* size) const noexcept;
+    uint32_t GetParamArray(const char* name, void* data, unsigned int* byteCount) const noexcept;
+    uint32_t GetParamAsString(const char* name, char* buffer, unsigned int* size, const char* format) const noexcept;
+
+    uint32_t SetParamInt(const char* name, long value, bool external) noexcept;
+    uint32_t SetParamBool(const char* name, bool value, bool external) noexcept;
+    uint32_t SetParamFloat(const char* name, double value, bool external) noexcept;
+    uint32_t SetParamString(const char* name, char* text, bool external) noexcept;
+    uint32_t SetParamArray(const char* name, void* data, unsigned int byteCount, bool external) noexcept;
+    uint32_t SetParamAsString(const char* name, char* text, bool external) noexcept;
+
+    uint32_t RunCommand(const char* name) noexcept;
+
+private:
+    std::vector<_KvxStParam> m_params;  // in order of registration
+};

@@ -1,0 +1,133 @@
+// The component and the flat functions give the bits of the library's own conversion of the whole frame.
+#include <gtest/gtest.h>
+#include <omp.h>
+
+#include "support/BayerFrames.h"
+#include "support/BayerFunctions.h"
+
+namespace kvx::test {
+namespace {
+
+struct Geometry {
+    uint32_t width, height;
+    size_t srcPadding, dstPadding;  // bytes after each row
+    size_t offset;                  // of both buffers, in bytes
+};
+
+// Sizes around the 3x3 neighbourhood and around a band of rows; padding that keeps words aligned and that does not.
+constexpr Geometry kGeometries[] = {
+    {1, 1, 0, 0, 0},   {2, 2, 0, 0, 0},    {1, 7, 3, 1, 0},      {7, 2, 0, 5, 1},     {3, 3, 0, 0, 0},
+    {4, 5, 6, 0, 0},   {5, 4, 0, 6, 0},    {7, 3, 1, 3, 0},      {64, 33, 0, 0, 0},   {33, 64, 2, 64, 0},
+    {31, 17, 5, 7, 1}, {640, 77, 0, 2, 0}, {641, 191, 14, 1, 0}, {5000, 23, 0, 8, 0}, {3, 1001, 0, 3, 1},
+};
+
+uint32_t ConvertByComponent(GuardedImage& src, GuardedImage& dst, int algorithm) {
+    KvxBayer* component = KvxBayer_CreateComponent();
+    EXPECT_EQ(KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", algorithm), 0u);
+    EXPECT_EQ(KvxBayer_AllocData(component, &src.Record(), &dst.Record()), 0u);
+    const uint32_t result = KvxBayer_ConvertImage(component, &src.Record(), &dst.Record());
+    KvxBayer_DeleteComponent(component);
+    return result;
+}
+
+TEST(BayerConversion, EqualsTheLibraryForEveryFormatAndGeometry) {
+    unsigned seed = 1;
+    for (const BayerDepth& depth : kBayerDepths)
+        for (int pattern = 0; pattern < 4; ++pattern)
+            for (const int algorithm : {0, 2})
+                for (const bool blueFirst : {false, true})
+                    for (const Geometry& g : kGeometries) {
+                        SCOPED_TRACE(testing::Message()
+                                     << depth.depth << " bits, pattern " << pattern << ", algorithm " << algorithm
+                                     << (blueFirst ? ", BGR, " : ", RGB, ") << g.width << "x" << g.height << " padded "
+                                     << g.srcPadding << " and " << g.dstPadding << " at " << g.offset);
+                        const auto samples =
+                            MakeSamples(seed % 3 ? Fill::Noise : Fill::Extremes, g.width, g.height, depth.depth, seed);
+                        ++seed;
+                        const auto expected = BytesOf(LibraryConversion(samples, depth.depth, g.width, g.height,
+                                                                        CodeOf(pattern, algorithm, blueFirst)));
+                        GuardedImage src = MakeSource(depth.patterns[pattern], depth.depth, g.width, g.height,
+                                                      g.srcPadding, samples, g.offset);
+                        const size_t rowBytes = g.width * 3 * depth.SampleSize();
+                        const uint32_t dstType = blueFirst ? depth.bgr : depth.rgb;
+                        GuardedImage byComponent(dstType, g.width, g.height, rowBytes, rowBytes + g.dstPadding,
+                                                 g.offset);
+                        GuardedImage byFunction = byComponent.Fresh();
+                        GuardedImage byRecords = byComponent.Fresh();
+
+                        ASSERT_EQ(ConvertByComponent(src, byComponent, algorithm), 0u);
+                        ASSERT_EQ(CallFlat(depth.depth, depth.depth, blueFirst, 3, src, byFunction, pattern, algorithm),
+                                  0u);
+                        ASSERT_EQ(BayerToColor(&src.Record(), &byRecords.Record(), algorithm), 0u);
+                        for (GuardedImage* result : {&byComponent, &byFunction, &byRecords}) {
+                            ASSERT_EQ(result->Pixels(), expected);
+                            ASSERT_TRUE(result->GuardsIntact());
+                        }
+                        ASSERT_EQ(src.Pixels(), samples);
+                    }
+}
+
+TEST(BayerConversion, FourChannelNamesOfEqualDepthsWriteThreeChannels) {
+    for (const BayerDepth& depth : kBayerDepths)
+        for (const bool blueFirst : {false, true}) {
+            const auto samples = MakeSamples(Fill::Noise, 9, 6, depth.depth, 5);
+            GuardedImage src = MakeSource(depth.patterns[1], depth.depth, 9, 6, 0, samples);
+            const size_t rowBytes = 27 * depth.SampleSize();
+            GuardedImage dst(0, 9, 6, rowBytes, rowBytes + 40);
+            ASSERT_EQ(CallFlat(depth.depth, depth.depth, blueFirst, 4, src, dst, 1, 0), 0u);
+            EXPECT_EQ(dst.Pixels(),
+                      BytesOf(LibraryConversion(samples, depth.depth, 9, 6, kBilinearCodes[1][blueFirst])));
+            EXPECT_TRUE(dst.GuardsIntact());
+        }
+}
+
+TEST(BayerConversion, AFormatWithoutBlueFirstOrderIsWrittenRedFirst) {
+    const auto samples = MakeSamples(Fill::Noise, 8, 6, 8, 1);
+    GuardedImage src = MakeSource(KvxFormat_BayerRG8, 8, 8, 6, 0, samples);
+    for (const uint32_t dstType : {KvxFormat_RGBa8, KvxFormat_Mono8, KvxFormat_YUV422_8}) {
+        GuardedImage dst(dstType, 8, 6, 24, 24 + 8);  // three bytes a pixel, also for RGBa
+        ASSERT_EQ(ConvertByComponent(src, dst, 0), 0u);
+        EXPECT_EQ(dst.Pixels(), BytesOf(LibraryConversion(samples, 8, 8, 6, 48)));
+        EXPECT_TRUE(dst.GuardsIntact());
+    }
+}
+
+TEST(BayerConversion, FlatColoursComeOutAsTheyWentIn) {
+    constexpr const char* patterns[4] = {"GRBG", "RGGB", "BGGR", "GBRG"};
+    for (const BayerDepth& depth : kBayerDepths)
+        for (int pattern = 0; pattern < 4; ++pattern)
+            for (const char colour : {'R', 'G', 'B'})
+                for (const int algorithm : {0, 2}) {
+                    const unsigned maximum = (1u << depth.depth) - 1;
+                    std::vector<uint8_t> samples;
+                    for (unsigned site = 0; site < 8 * 8; ++site) {
+                        const char filter = patterns[pattern][site / 8 % 2 * 2 + site % 2];
+                        for (size_t byte = 0; byte < depth.SampleSize(); ++byte)
+                            samples.push_back(static_cast<uint8_t>(filter == colour ? maximum >> (8 * byte) : 0));
+                    }
+                    GuardedImage src = MakeSource(depth.patterns[pattern], depth.depth, 8, 8, 0, samples);
+                    GuardedImage dst(depth.rgb, 8, 8, 24 * depth.SampleSize(), 24 * depth.SampleSize());
+                    ASSERT_EQ(ConvertByComponent(src, dst, algorithm), 0u);
+                    const cv::Mat result(8, 8, depth.depth == 8 ? CV_8UC3 : CV_16UC3, dst.Row(0));
+                    cv::Scalar expected(0, 0, 0);
+                    expected[colour == 'R' ? 0 : colour == 'G' ? 1 : 2] = maximum;
+                    EXPECT_EQ(cv::mean(result), expected) << patterns[pattern] << " " << colour;
+                }
+}
+
+TEST(BayerConversion, IsTheSameForEveryThreadCount) {
+    const int before = omp_get_max_threads();
+    const auto samples = MakeSamples(Fill::Noise, 701, 300, 12, 9);
+    GuardedImage src = MakeSource(KvxFormat_BayerGB12, 12, 701, 300, 6, samples);
+    const auto expected = BytesOf(LibraryConversion(samples, 12, 701, 300, kEdgeAwareCodes[3][0]));
+    for (const int threads : {1, 2, 3, 7}) {
+        omp_set_num_threads(threads);
+        GuardedImage dst(KvxFormat_RGB12, 701, 300, 701 * 6, 701 * 6 + 2);
+        ASSERT_EQ(ConvertByComponent(src, dst, 2), 0u);
+        EXPECT_EQ(dst.Pixels(), expected) << threads << " threads";
+    }
+    omp_set_num_threads(before);
+}
+
+}  // namespace
+}  // namespace kvx::test

@@ -1,0 +1,260 @@
+#include "KvxMisc/KvxParamStorage.h"
+
+#include <gtest/gtest.h>
+
+#include <cfloat>
+#include <clocale>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace {
+
+constexpr uint32_t kUnknown = 0x80000002, kWrongType = 0x80000003, kOutOfRange = 0x80000004, kReadOnly = 0x80000005,
+                   kTooSmall = 0x80000006, kInvalid = 0x80000007, kNull = 0x80000008;
+
+class ParamStorage : public testing::Test {
+protected:
+    ParamStorage() {
+        AddInt("count", -5, 5, &m_count);
+        AddInt("flag", 0, 1, &m_flag);
+        AddInt("wide", INT64_MIN, INT64_MAX, &m_wide);
+        AddFloat("gain", DBL_MIN, DBL_MAX, &m_gain);  // DBL_MIN: no lower bound
+        AddFloat("ratio", 0.25, 0.75, &m_ratio);
+        _KvxStParam readOnly = Describe("fixed", KvxParamType_Int, &m_fixed);
+        readOnly.flags = KvxParamAccess_Read;
+        readOnly.maxValue.asInt = 9;
+        EXPECT_EQ(m_storage.AddParam(&readOnly), 0u);
+    }
+
+    static _KvxStParam Describe(const char* name, uint32_t type, void* value) {
+        _KvxStParam param{};
+        param.type = type;
+        param.flags = 3;
+        std::strcpy(param.name, name);
+        param.value = value;
+        return param;
+    }
+    void AddInt(const char* name, int64_t minimum, int64_t maximum, int64_t* value) {
+        _KvxStParam param = Describe(name, KvxParamType_Int, value);
+        param.minValue.asInt = minimum;
+        param.maxValue.asInt = maximum;
+        EXPECT_EQ(m_storage.AddParam(&param), 0u);
+    }
+    void AddFloat(const char* name, double minimum, double maximum, double* value) {
+        _KvxStParam param = Describe(name, KvxParamType_Float, value);
+        param.minValue.asFloat = minimum;
+        param.maxValue.asFloat = maximum;
+        EXPECT_EQ(m_storage.AddParam(&param), 0u);
+    }
+    uint32_t SetText(const char* name, std::string text) {
+        return m_storage.SetParamAsString(name, text.data(), true);
+    }
+    std::string GetText(const char* name) {
+        char buffer[64];
+        unsigned int size = sizeof buffer;
+        EXPECT_EQ(m_storage.GetParamAsString(name, buffer, &size, nullptr), 0u);
+        return buffer;
+    }
+
+    KvxParamStorage m_storage{0};
+    int64_t m_count = 1, m_flag = 0, m_wide = 0, m_fixed = 7;
+    double m_gain = 1.0, m_ratio = 0.5;
+};
+
+TEST_F(ParamStorage, IntegersKeepTheirRange) {
+    for (const auto& [value, result] : {std::pair{-6L, kOutOfRange}, {-5L, 0u}, {5L, 0u}, {6L, kOutOfRange}}) {
+        m_count = 1;
+        EXPECT_EQ(m_storage.SetParamInt("count", value, true), result) << value;
+        EXPECT_EQ(m_count, result == 0 ? value : 1) << value;
+    }
+    m_count = 3;  // the store holds no copy: what the owner writes is what callers read
+    long read = 0;
+    EXPECT_EQ(m_storage.GetParamInt("count", &read), 0u);
+    EXPECT_EQ(read, 3);
+}
+
+TEST_F(ParamStorage, FloatsAreFiniteAndKeepTheirRange) {
+    const double infinity = std::numeric_limits<double>::infinity();
+    struct Case {
+        const char* name;
+        double value;
+        uint32_t result;
+    };
+    for (const Case& c : {Case{"gain", -1.5, 0},
+                          {"gain", 0.0, 0},
+                          {"gain", -DBL_MAX, 0},
+                          {"gain", DBL_MAX, 0},
+                          {"gain", infinity, kOutOfRange},
+                          {"gain", -infinity, kOutOfRange},
+                          {"gain", std::nan(""), kOutOfRange},
+                          {"ratio", 0.25, 0},
+                          {"ratio", 0.75, 0},
+                          {"ratio", 0.2499999, kOutOfRange},
+                          {"ratio", 0.7500001, kOutOfRange}}) {
+        m_gain = m_ratio = 0.5;
+        EXPECT_EQ(m_storage.SetParamFloat(c.name, c.value, true), c.result) << c.name << " " << c.value;
+        double read = 0;
+        EXPECT_EQ(m_storage.GetParamFloat(c.name, &read), 0u);
+        EXPECT_EQ(read, c.result == 0 ? c.value : 0.5) << c.name << " " << c.value;
+    }
+}
+
+TEST_F(ParamStorage, TypesAreNotMixed) {
+    long asInt = 0;
+    double asFloat = 0;
+    bool asBool = false;
+    EXPECT_EQ(m_storage.SetParamInt("gain", 1, true), kWrongType);
+    EXPECT_EQ(m_storage.GetParamInt("gain", &asInt), kWrongType);
+    EXPECT_EQ(m_storage.SetParamFloat("count", 1, true), kWrongType);
+    EXPECT_EQ(m_storage.GetParamFloat("count", &asFloat), kWrongType);
+    EXPECT_EQ(m_storage.SetParamBool("count", true, true), kWrongType);  // an integer, but no flag
+    EXPECT_EQ(m_storage.GetParamBool("count", &asBool), kWrongType);
+    EXPECT_EQ(m_storage.SetParamBool("flag", true, true), 0u);
+    EXPECT_EQ(m_storage.GetParamBool("flag", &asBool), 0u);
+    EXPECT_TRUE(asBool);
+    EXPECT_EQ(m_flag, 1);
+}
+
+TEST_F(ParamStorage, OnlyTheOwnerWritesAReadOnlyParameter) {
+    EXPECT_EQ(m_storage.SetParamInt("fixed", 8, true), kReadOnly);
+    EXPECT_EQ(SetText("fixed", "8"), kReadOnly);
+    EXPECT_EQ(m_fixed, 7);
+    EXPECT_EQ(m_storage.SetParamInt("fixed", 8, false), 0u);
+    EXPECT_EQ(m_fixed, 8);
+}
+
+TEST_F(ParamStorage, TextReadsBackToTheSameBits) {
+    for (const double value : {0.1, -0.5325000286102295, 1e-300, DBL_MAX, 5e-324, 1.0 / 3, -0.0}) {
+        m_gain = value;
+        const std::string text = GetText("gain");
+        m_gain = 42;
+        ASSERT_EQ(SetText("gain", text), 0u) << text;
+        EXPECT_EQ(std::memcmp(&m_gain, &value, sizeof value), 0) << text;
+    }
+    for (const int64_t value : {INT64_MIN, int64_t{-1}, INT64_MAX}) {
+        m_wide = value;
+        EXPECT_EQ(GetText("wide"), std::to_string(value));
+        EXPECT_EQ(SetText("wide", std::to_string(value)), 0u);
+        EXPECT_EQ(m_wide, value);
+    }
+    m_gain = 0.1;
+    EXPECT_EQ(GetText("gain"), "0.1");  // the shortest form
+}
+
+TEST_F(ParamStorage, TextIsReadWholeOrNotAtAll) {
+    struct Case {
+        const char *name, *text;
+        uint32_t result;
+    };
+    for (const Case& c : {Case{"count", "", kWrongType},
+                          {"count", " 1", kWrongType},
+                          {"count", "1 ", kWrongType},
+                          {"count", "0x1", kWrongType},
+                          {"count", "1.0", kWrongType},
+                          {"count", "6", kOutOfRange},
+                          {"count", "99999999999999999999", kOutOfRange},
+                          {"gain", "one", kWrongType},
+                          {"gain", "1,5", kWrongType},
+                          {"gain", "1.5x", kWrongType},
+                          {"gain", "nan", kOutOfRange},
+                          {"gain", "inf", kOutOfRange},
+                          {"gain", "1e999", kOutOfRange},
+                          {"ratio", "1", kOutOfRange},
+                          {"nothing", "1", kUnknown}}) {
+        EXPECT_EQ(SetText(c.name, c.text), c.result) << c.name << " = '" << c.text << "'";
+        EXPECT_EQ(m_count, 1);
+        EXPECT_EQ(m_gain, 1.0);
+        EXPECT_EQ(m_ratio, 0.5);
+    }
+}
+
+TEST_F(ParamStorage, TextDoesNotDependOnTheLocale) {
+    // Any locale with a decimal comma will do; which ones exist is the machine's business.
+    const char* name = nullptr;
+    for (const char* candidate : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE", "nl_NL.UTF-8"})
+        if (!name) name = std::setlocale(LC_ALL, candidate);
+    if (!name) GTEST_SKIP() << "no locale with a decimal comma on this machine";
+    m_gain = 1.5;
+    EXPECT_EQ(GetText("gain"), "1.5");
+    EXPECT_EQ(SetText("gain", "2.5"), 0u);
+    EXPECT_EQ(m_gain, 2.5);
+    std::setlocale(LC_ALL, "C");
+}
+
+TEST_F(ParamStorage, SmallBuffersLearnTheNeededSize) {
+    m_count = -5;
+    char buffer[8] = "before";
+    for (const unsigned int given : {0u, 2u}) {
+        unsigned int size = given;
+        EXPECT_EQ(m_storage.GetParamAsString("count", buffer, &size, nullptr), kTooSmall);
+        EXPECT_EQ(size, 3u);
+        EXPECT_STREQ(buffer, "before");
+    }
+    unsigned int size = 0;
+    EXPECT_EQ(m_storage.GetParamAsString("count", nullptr, &size, nullptr), kTooSmall);
+    EXPECT_EQ(size, 3u);
+    EXPECT_EQ(m_storage.GetParamAsString("count", nullptr, &size, nullptr), kNull);
+    EXPECT_EQ(m_storage.GetParamAsString("count", buffer, &size, nullptr), 0u);
+    EXPECT_STREQ(buffer, "-5");
+}
+
+TEST_F(ParamStorage, NullArgumentsAndUnknownNames) {
+    char text[] = "1";
+    long integer = 0;
+    double number = 0;
+    bool flag = false;
+    unsigned int size = sizeof text;
+    _KvxStParam param{};
+    EXPECT_EQ(m_storage.AddParam(nullptr), kNull);
+    EXPECT_EQ(m_storage.GetParamByIdx(0, nullptr), kNull);
+    EXPECT_EQ(m_storage.GetParamByIdx(6, &param), kInvalid);
+    for (const char* name : {static_cast<const char*>(nullptr), "nothing"}) {
+        const uint32_t expected = name ? kUnknown : kNull;
+        EXPECT_EQ(m_storage.GetParamInt(name, &integer), expected);
+        EXPECT_EQ(m_storage.GetParamBool(name, &flag), expected);
+        EXPECT_EQ(m_storage.GetParamFloat(name, &number), expected);
+        EXPECT_EQ(m_storage.GetParamString(name, text, &size), expected);
+        EXPECT_EQ(m_storage.GetParamArray(name, text, &size), expected);
+        EXPECT_EQ(m_storage.GetParamAsString(name, text, &size, nullptr), expected);
+        EXPECT_EQ(m_storage.SetParamInt(name, 1, true), expected);
+        EXPECT_EQ(m_storage.SetParamBool(name, true, true), expected);
+        EXPECT_EQ(m_storage.SetParamFloat(name, 1, true), expected);
+        EXPECT_EQ(m_storage.SetParamString(name, text, true), expected);
+        EXPECT_EQ(m_storage.SetParamArray(name, text, 1, true), expected);
+        EXPECT_EQ(m_storage.SetParamAsString(name, text, true), expected);
+        EXPECT_EQ(m_storage.RunCommand(name), expected);
+    }
+    EXPECT_EQ(m_storage.GetParamInt("count", nullptr), kNull);
+    EXPECT_EQ(m_storage.GetParamBool("flag", nullptr), kNull);
+    EXPECT_EQ(m_storage.GetParamFloat("gain", nullptr), kNull);
+    EXPECT_EQ(m_storage.GetParamAsString("count", text, nullptr, nullptr), kNull);
+    EXPECT_EQ(m_storage.SetParamAsString("count", nullptr, true), kNull);
+    EXPECT_EQ(m_storage.SetParamString("count", text, true), kWrongType);  // no parameter holds a text, ...
+    EXPECT_EQ(m_storage.SetParamArray("count", text, 1, true), kWrongType);
+    EXPECT_EQ(m_storage.RunCommand("count"), kWrongType);
+}
+
+TEST_F(ParamStorage, RegistrationRefusesWhatItCannotServe) {
+    int64_t value = 0;
+    _KvxStParam good = Describe("new", KvxParamType_Int, &value);
+    const auto refuses = [&](auto spoil) {
+        _KvxStParam param = good;
+        spoil(param);
+        return m_storage.AddParam(&param);
+    };
+    EXPECT_EQ(refuses([](_KvxStParam& p) { p.value = nullptr; }), kNull);
+    EXPECT_EQ(refuses([](_KvxStParam& p) { p.type = 1; }), kInvalid);
+    EXPECT_EQ(refuses([](_KvxStParam& p) { p.flags = KvxParamAccess_Write; }), kInvalid);
+    EXPECT_EQ(refuses([](_KvxStParam& p) { p.name[0] = 0; }), kInvalid);
+    EXPECT_EQ(refuses([](_KvxStParam& p) { std::memset(p.name, 'x', sizeof p.name); }), kInvalid);
+    EXPECT_EQ(refuses([](_KvxStParam& p) { std::strcpy(p.name, "count"); }), kInvalid);
+    EXPECT_EQ(m_storage.GetParamCount(), 6u);
+    std::memset(good.name, 'x', sizeof good.name - 1);  // the longest name there is
+    EXPECT_EQ(m_storage.AddParam(&good), 0u);
+    _KvxStParam read{};
+    EXPECT_EQ(m_storage.GetParamByIdx(6, &read), 0u);
+    EXPECT_EQ(std::memcmp(&read, &good, sizeof read), 0);
+}
+
+}  // namespace

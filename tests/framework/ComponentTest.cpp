@@ -1,0 +1,115 @@
+// The parameter interface of a component, in C++ and in C, and the order of virtual functions that callers rely on.
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "KvxDemosaicing/KvxBayer.h"
+
+namespace {
+
+class Component : public testing::Test {
+protected:
+    ~Component() override {
+        KvxBayer::DeleteComponent(m_bayer);
+    }
+    KvxBayer* m_bayer = KvxBayer::CreateComponent();
+    KvxComponent* m_component = KvxBayer_GetComponent(m_bayer);
+};
+
+TEST_F(Component, NamesByIndex) {
+    EXPECT_EQ(m_component->GetComponentTypeID(), 5);
+    ASSERT_EQ(m_component->GetParamCount(), 2u);
+    char buffer[20];
+    uint32_t size = 13;
+    std::memset(buffer, 'x', sizeof buffer);
+    EXPECT_EQ(m_component->GetParamName(0, buffer, &size), 0u);  // exactly length + 1
+    EXPECT_STREQ(buffer, "BayerAlgType");
+    EXPECT_EQ(buffer[13], 'x');
+    size = 12;
+    std::memset(buffer, 'x', sizeof buffer);
+    EXPECT_EQ(m_component->GetParamName(0, buffer, &size), 0x80050006u);
+    EXPECT_EQ(size, 13u);
+    EXPECT_EQ(buffer[0], 'x');
+    size = sizeof buffer;
+    EXPECT_EQ(m_component->GetParamName(1, buffer, &size), 0u);
+    EXPECT_STREQ(buffer, "NoRealloc");
+    EXPECT_EQ(buffer[19], '\0');  // padded to the end
+    EXPECT_EQ(m_component->GetParamName(2, buffer, &size), 0u);
+    EXPECT_STREQ(buffer, "");
+    size = 0;
+    EXPECT_EQ(m_component->GetParamName(99, nullptr, &size), 0x80050006u);
+    EXPECT_EQ(size, 1u);
+    EXPECT_EQ(m_component->GetParamName(0, buffer, nullptr), 0x80050008u);
+}
+
+TEST_F(Component, TheAlgorithmTakesZeroToFour) {
+    for (const auto& [value, result] : {std::pair{-1, 0x80000004u}, {0, 0u}, {4, 0u}, {5, 0x80000004u}})
+        EXPECT_EQ(KvxComponent_SetParamInt(m_component, "BayerAlgType", value), result) << value;
+    int64_t value = 0;
+    EXPECT_EQ(KvxComponent_GetParamInt(m_component, "BayerAlgType", &value), 0u);
+    EXPECT_EQ(value, 4);
+    EXPECT_EQ(KvxComponent_SetParamAsString(m_component, "NoRealloc", "1"), 0u);
+    bool flag = false;
+    EXPECT_EQ(KvxComponent_GetParamBool(m_component, "NoRealloc", &flag), 0u);
+    EXPECT_TRUE(flag);
+}
+
+TEST_F(Component, TheDescriptorTellsRangeDefaultAndAddress) {
+    _KvxStParam param{};
+    ASSERT_EQ(KvxComponent_GetParamByIdx(m_component, 0, &param), 0u);
+    EXPECT_STREQ(param.name, "BayerAlgType");
+    EXPECT_EQ(param.type, 0u);
+    EXPECT_EQ(param.flags, 3u);
+    EXPECT_EQ(param.defaultValue.asInt, 0);
+    EXPECT_EQ(param.minValue.asInt, 0);
+    EXPECT_EQ(param.maxValue.asInt, 4);
+    EXPECT_EQ(KvxComponent_SetParamInt(m_component, "BayerAlgType", 2), 0u);
+    EXPECT_EQ(*static_cast<int64_t*>(param.value), 2);
+    EXPECT_EQ(KvxComponent_GetParamByIdx(m_component, 2, &param), 0x80000007u);
+    EXPECT_EQ(KvxComponent_GetParamByIdx(m_component, 0, nullptr), 0x80000008u);
+}
+
+TEST(ComponentFunctions, RefuseANullComponent) {
+    uint32_t size = 0;
+    int64_t integer = 0;
+    double number = 0;
+    bool flag = false;
+    _KvxStParam param{};
+    EXPECT_EQ(KvxComponent_GetComponentTypeID(nullptr), 0u);
+    EXPECT_EQ(KvxComponent_GetParamCount(nullptr), 0u);
+    for (const uint32_t result :
+         {KvxComponent_GetParamName(nullptr, 0, nullptr, &size),
+          KvxComponent_GetParamAsString(nullptr, "", nullptr, &size), KvxComponent_SetParamAsString(nullptr, "", ""),
+          KvxComponent_GetParamBool(nullptr, "", &flag), KvxComponent_SetParamBool(nullptr, "", flag),
+          KvxComponent_GetParamInt(nullptr, "", &integer), KvxComponent_SetParamInt(nullptr, "", integer),
+          KvxComponent_GetParamFloat(nullptr, "", &number), KvxComponent_SetParamFloat(nullptr, "", number),
+          KvxComponent_GetParamByIdx(nullptr, 0, &param)})
+        EXPECT_EQ(result, 0x80000008u);
+}
+
+/** Entry in the virtual table: in the Itanium C++ ABI a pointer to a virtual member is 1 + its byte offset there. */
+template <class Member>
+size_t TableEntry(Member member) {
+    std::ptrdiff_t raw = 0;
+    std::memcpy(&raw, &member, sizeof raw);
+    return static_cast<size_t>(raw - 1) / sizeof(void*);
+}
+
+TEST(BinaryInterface, OrderOfVirtualFunctions) {
+    // The destructor takes two entries; slot n of the interface is entry n + 1.
+    const size_t component[] = {
+        TableEntry(&KvxComponent::GetComponentTypeID), TableEntry(&KvxComponent::GetParamCount),
+        TableEntry(&KvxComponent::GetParamName),       TableEntry(&KvxComponent::GetParamAsString),
+        TableEntry(&KvxComponent::SetParamAsString),   TableEntry(&KvxComponent::SetParamBool),
+        TableEntry(&KvxComponent::SetParamInt),        TableEntry(&KvxComponent::SetParamFloat),
+        TableEntry(&KvxComponent::SetParamString),     TableEntry(&KvxComponent::SetParamArray),
+        TableEntry(&KvxComponent::GetParamBool),       TableEntry(&KvxComponent::GetParamInt),
+        TableEntry(&KvxComponent::GetParamFloat),      TableEntry(&KvxComponent::GetParamString),
+        TableEntry(&KvxComponent::GetParamArray),      TableEntry(&KvxComponent::RunCommand)};
+    for (size_t i = 0; i < std::size(component); ++i) EXPECT_EQ(component[i], i + 2);
+    const size_t bayer[] = {TableEntry(&KvxBayer::GetComponent), TableEntry(&KvxBayer::ConvertImage),
+                            TableEntry(&KvxBayer::AllocData), TableEntry(&KvxBayer::ReleaseData)};
+    for (size_t i = 0; i < std::size(bayer); ++i) EXPECT_EQ(bayer[i], i);
+}
+
+}  // namespace

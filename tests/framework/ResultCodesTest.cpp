@@ -1,0 +1,25 @@
+#include "framework/ResultCodes.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+namespace {
+
+TEST(ResultCodes, EveryCodeHasATextOfItsOwnInEveryComponent) {
+    std::set<std::string> texts;
+    for (uint32_t code = 1; code <= 9; ++code) {
+        const std::string text = KvxResult_Text(0x80050000 | code);
+        EXPECT_EQ(text, KvxResult_Text(0x80000000 | code));
+        EXPECT_EQ(text, KvxResult_Text(0x80060000 | code));
+        EXPECT_EQ(text, KvxResult_Text(code));  // bare
+        texts.insert(text);
+    }
+    texts.insert(KvxResult_Text(0));
+    EXPECT_EQ(texts.size(), 10u);
+    for (const uint32_t unknown : {10u, 0x8005000Au, 0x80050000u, 0x80000000u, 0x40050007u, 0xFFFFFFFFu})
+        EXPECT_STREQ(KvxResult_Text(unknown), "unknown result code") << std::hex << unknown;
+}
+
+}  // namespace

@@ -1,0 +1,41 @@
+#!/bin/sh
+# Installs into an empty prefix, moves it, and builds and runs the examples against it by CMake and by pkg-config:
+# check_install.sh BUILD_DIR SOURCE_DIR
+set -eu
+build=$1
+source=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+cmake --install "$build" --prefix "$work/staged" > "$work/log"
+mv "$work/staged" "$work/prefix"  # nothing may depend on where it was first put
+prefix=$work/prefix
+
+expect() { # NAME PROGRAM: what the examples print
+    answer=$("$2")
+    case $1 in
+        c) [ "$answer" = "128 128 128" ] ;;
+        cpp) [ "$answer" = "100 100 100" ] ;;
+    esac || { echo "$2 printed '$answer'"; exit 1; }
+}
+
+cmake -S "$source/examples" -B "$work/cmake" -DCMAKE_PREFIX_PATH="$prefix" >> "$work/log"
+cmake --build "$work/cmake" >> "$work/log"
+expect c "$work/cmake/convert_c"
+expect cpp "$work/cmake/convert_cpp"
+
+PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name KvxDemosaicing.pc)")
+export PKG_CONFIG_PATH
+LD_LIBRARY_PATH=$(dirname "$(find "$prefix" -name libKvxDemosaicing.so)")
+export LD_LIBRARY_PATH
+[ "$(pkg-config --modversion KvxDemosaicing)" ]
+# shellcheck disable=SC2046  # the flags are words
+cc -std=c11 "$source/examples/convert.c" -o "$work/by_pc_c" $(pkg-config --cflags --libs KvxDemosaicing)
+# shellcheck disable=SC2046
+c++ -std=c++17 "$source/examples/convert.cpp" -o "$work/by_pc_cpp" $(pkg-config --cflags --libs KvxDemosaicing)
+expect c "$work/by_pc_c"
+expect cpp "$work/by_pc_cpp"
+
+objdump -p "$LD_LIBRARY_PATH/libKvxDemosaicing.so" | grep -q 'SONAME *libKvxDemosaicing.so.3$'
+objdump -p "$LD_LIBRARY_PATH/libKvxMisc.so" | grep -q 'SONAME *libKvxMisc.so.3$'
+echo "the installed form works by CMake and by pkg-config"

@@ -1,0 +1,47 @@
+/** The twelve flat functions by what they convert, so that tests can run through them. */
+#pragma once
+
+#include "KvxDemosaicing/KvxBayerFlat.h"
+#include "support/GuardedImage.h"
+
+namespace kvx::test {
+
+struct FlatBytes {
+    using Function = decltype(&BayerToRGB_8u_C1C3R);
+    static constexpr Function functions[2][2] = {{BayerToRGB_8u_C1C3R, BayerToBGR_8u_C1C3R},
+                                                 {BayerToRGB_8u_C1C4R, BayerToBGR_8u_C1C4R}};
+};
+struct FlatWords {
+    using Function = decltype(&BayerToRGB_16u_C1C3R);
+    static constexpr Function functions[2][2] = {{BayerToRGB_16u_C1C3R, BayerToBGR_16u_C1C3R},
+                                                 {BayerToRGB_16u_C1C4R, BayerToBGR_16u_C1C4R}};
+};
+struct FlatWordsToBytes {
+    using Function = decltype(&BayerToRGB_16u8u_C1C3R);
+    static constexpr Function functions[2][2] = {{BayerToRGB_16u8u_C1C3R, BayerToBGR_16u8u_C1C3R},
+                                                 {BayerToRGB_16u8u_C1C4R, BayerToBGR_16u8u_C1C4R}};
+};
+
+template <class Family, class Source, class Destination>
+uint32_t CallFamily(bool blueFirst, int channels, const _KvxImage& src, const _KvxImage& dst, int pattern,
+                    int algorithm) {
+    // The origin of the region is ignored: any value must do.
+    return Family::functions[channels - 3][blueFirst](
+        static_cast<const Source*>(src.data), {7, 9, dst.width, dst.height}, {src.width, src.height},
+        static_cast<int>(src.lineStep), static_cast<int>(src.pixelDepth), static_cast<Destination*>(dst.data),
+        static_cast<int>(dst.lineStep), static_cast<uint8_t>(pattern), algorithm);
+}
+
+/** The flat function from `srcDepth` to `dstDepth` bits (8 or more) with these channels, on the images' records. */
+inline uint32_t CallFlat(int srcDepth, int dstDepth, bool blueFirst, int channels, GuardedImage& src, GuardedImage& dst,
+                         int pattern, int algorithm) {
+    const _KvxImage& from = src.Record();
+    const _KvxImage& to = dst.Record();
+    if (srcDepth == 8)
+        return CallFamily<FlatBytes, uint8_t, uint8_t>(blueFirst, channels, from, to, pattern, algorithm);
+    if (dstDepth == 8)
+        return CallFamily<FlatWordsToBytes, uint16_t, uint8_t>(blueFirst, channels, from, to, pattern, algorithm);
+    return CallFamily<FlatWords, uint16_t, uint16_t>(blueFirst, channels, from, to, pattern, algorithm);
+}
+
+}  // namespace kvx::test
