@@ -11,5 +11,6 @@
 #include "KvxDemosaicing/KvxImage.h"
 #include "KvxDemosaicing/KvxPixelFormat.h"
 #include "KvxDemosaicing/KvxResult.h"
+#include "KvxDemosaicing/KvxTrueSense.h"
 
 #endif

@@ -1,0 +1,73 @@
+/** The working rows of a TrueSense conversion. */
+#pragma once
+
+#include <hwy/aligned_allocator.h>
+
+#include <cstddef>
+#include <cstdint>
+
+namespace kvx {
+
+/**
+ * What is known of one row of the working area. A row is half pan sites and half colour sites; each half is dense in
+ * an array of its own, element j the site of the tile's columns 2j and 2j + 1. The first four are at the colour sites
+ * but for `pan`; the differences are pan - colour.
+ */
+template <class Lane>
+struct HalfRows {
+    Lane* pan;  ///< at the pan sites
+    Lane* panAtColour;
+    Lane* difference;  ///< of the colour that the site measures
+    Lane* diagonal;    ///< at blue sites the difference of red, at red sites that of blue; nothing at green sites
+    Lane* red;         ///< differences of all three colours
+    Lane* green;
+    Lane* blue;
+};
+
+/** The same element of four half-rows about a site: element j is the neighbour of site j. */
+template <class Lane>
+struct Neighbours {
+    const Lane *left, *right, *up, *down;
+};
+
+/**
+ * One thread's memory: the last rows of the working area in a ring, and a few lines. Rows have room for a vector
+ * before and behind their elements.
+ */
+class TrueSenseWorkspace {
+public:
+    static constexpr int kRingRows = 8;
+
+    /** Makes room for rows of `width` sites, a multiple of 4. @return false without memory */
+    bool Reserve(int width) noexcept;
+
+    /** The ring's place for a row; it holds what was written there last with the same Lane. */
+    template <class Lane>
+    HalfRows<Lane> Row(int row) const {
+        Lane* base =
+            reinterpret_cast<Lane*>(m_memory.get() + m_halfRowBytes * (kArrays * (row % kRingRows)) + kPadding);
+        const size_t step = m_halfRowBytes / sizeof(Lane);
+        return {base, base + step, base + 2 * step, base + 3 * step, base + 4 * step, base + 5 * step, base + 6 * step};
+    }
+    /** A raw row, and the finished planes of one row: red, green, blue. */
+    int16_t* Line() const {
+        return LineAt(0);
+    }
+    int16_t* Plane(int channel) const {
+        return LineAt(1 + channel);
+    }
+
+private:
+    static constexpr size_t kArrays = 7, kLines = 4;
+    static constexpr size_t kPadding = 256;  // bytes: the widest vector of all instruction sets
+
+    int16_t* LineAt(int index) const {
+        return reinterpret_cast<int16_t*>(m_memory.get() + m_halfRowBytes * kArrays * kRingRows + m_lineBytes * index +
+                                          kPadding);
+    }
+
+    hwy::AlignedFreeUniquePtr<uint8_t[]> m_memory;
+    size_t m_halfRowBytes = 0, m_lineBytes = 0;
+};
+
+}  // namespace kvx

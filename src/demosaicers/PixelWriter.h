@@ -1,0 +1,26 @@
+/** Finished planes become pixels: colour matrix, clamp, tone table, channel order. */
+#pragma once
+
+#include <array>
+
+#include "demosaicers/TrueSenseFrame.h"
+
+namespace kvx {
+
+/** Writes the rows of one frame; any number of threads may, each its own rows. */
+class PixelWriter {
+public:
+    explicit PixelWriter(const TrueSenseFrame& frame);
+
+    /**
+     * @param row of the region
+     * @param planes red, green and blue of the region's width, and a vector more that may be read
+     */
+    void WriteRow(int row, const std::array<const int16_t*, kChannels>& planes) const;
+
+private:
+    const TrueSenseFrame& m_frame;
+    std::array<uint8_t, KVX_TONE_TABLE_SIZE> m_byteTone;  // the frame's table for destinations of bytes
+};
+
+}  // namespace kvx

@@ -1,0 +1,226 @@
+#include "demosaicers/SlowTrueSense.h"
+
+#include <cstdlib>
+#include <opencv2/imgproc.hpp>
+#include <string>
+
+namespace kvx::test {
+namespace {
+
+const std::string kTile = "WBWGBWGWWGWRGWRW";
+constexpr int kNone = 1 << 20;  // no value a plane can hold
+
+/** A plane of the working area; coordinates outside are folded back about the site that asks. */
+class Plane {
+public:
+    Plane(int width, int height) : m_width(width), m_height(height), m_values(size_t(width) * height, kNone) {}
+    int& At(int row, int column) {
+        return m_values.at(size_t(row) * m_width + column);
+    }
+    int Beside(int row, int column, int down, int right) {
+        const int r = row + down, c = column + right;
+        return At(r < 0 || r >= m_height ? row - down : r, c < 0 || c >= m_width ? column - right : c);
+    }
+    int Width() const {
+        return m_width;
+    }
+    int Height() const {
+        return m_height;
+    }
+    bool IsBorder(int row, int column) const {
+        return row == 0 || column == 0 || row == m_height - 1 || column == m_width - 1;
+    }
+
+private:
+    int m_width, m_height;
+    std::vector<int> m_values;
+};
+
+char KindAt(int row, int column) {
+    return kTile[(row & 3) * 4 + (column & 3)];
+}
+
+int Word(int value) {
+    return static_cast<int16_t>(static_cast<uint16_t>(value));
+}
+
+int Half(int sum) {
+    return (sum - (sum & 1)) / 2;
+}
+
+int Quarter(int sum) {
+    return (sum - (sum & 3)) / 4;
+}
+
+/** Fills one row or column, given as a function of place, on both sides of [first, last]. */
+void FillMargins(int first, int last, int end, const std::function<int&(int)>& at,
+                 const std::function<char(int)>& kind) {
+    std::vector<int> given(end, kNone);
+    for (int place = first; place <= last; ++place) given[place] = at(place);
+    for (int place = 0; place < end; ++place) {
+        if (given[place] != kNone) continue;
+        int from = place < first ? place + 4 : place - 4;
+        if (from < first || from > last) {  // the pattern-equal sample does not exist: the nearest of this kind
+            from = -1;
+            for (int distance = 1; distance < 8 && from < 0; ++distance)
+                for (const int candidate : {place - distance, place + distance})
+                    if (candidate >= first && candidate <= last && kind(candidate) == kind(place)) from = candidate;
+            if (from < 0) from = place < first ? first : last;
+        }
+        at(place) = given[from];
+    }
+}
+
+Plane RawMosaic(const SlowSource& source) {
+    const int rowPhase = source.grid / 4, columnPhase = source.grid % 4;
+    const auto whole = [](int length) { return (length + 3) & ~3; };
+    Plane raw(whole(source.width + columnPhase), whole(source.height + rowPhase));
+    for (int i = 0; i < source.height; ++i)
+        for (int j = 0; j < source.width; ++j) {
+            const int row = source.verMirrored ? source.height - 1 - i : i;
+            const int column = source.horMirrored ? source.width - 1 - j : j;
+            const int sample = source.samples[size_t(row) * source.width + column];
+            const int scaled = source.depth <= 12 ? sample << (12 - source.depth) : sample >> (source.depth - 12);
+            raw.At(rowPhase + i, columnPhase + j) = Word(scaled);
+        }
+    for (int column = columnPhase; column < columnPhase + source.width; ++column)
+        FillMargins(
+            rowPhase, rowPhase + source.height - 1, raw.Height(), [&](int row) -> int& { return raw.At(row, column); },
+            [&](int row) { return KindAt(row, column); });
+    for (int row = 0; row < raw.Height(); ++row)
+        FillMargins(
+            columnPhase, columnPhase + source.width - 1, raw.Width(),
+            [&](int column) -> int& { return raw.At(row, column); }, [&](int column) { return KindAt(row, column); });
+    return raw;
+}
+
+/** Pan everywhere. */
+Plane PanOf(Plane& raw) {
+    Plane pan = raw;
+    for (int r = 0; r < raw.Height(); ++r)
+        for (int c = 0; c < raw.Width(); ++c) {
+            if (KindAt(r, c) == 'W') continue;
+            const int left = raw.Beside(r, c, 0, -1), right = raw.Beside(r, c, 0, 1);
+            const int up = raw.Beside(r, c, -1, 0), down = raw.Beside(r, c, 1, 0);
+            if (raw.IsBorder(r, c))
+                pan.At(r, c) = Quarter(left + right + up + down);
+            else
+                pan.At(r, c) = std::abs(right - left) < std::abs(down - up) ? Half(left + right) : Half(up + down);
+        }
+    return pan;
+}
+
+/** pan minus the mean of the colour differences at the four sites (dr, dc), (dr, -dc), ... or at the axes. */
+void CompleteFromFour(Plane& colour, Plane& pan, int r, int c, bool diagonal) {
+    const auto difference = [&](int down, int right) {
+        return pan.Beside(r, c, down, right) - colour.Beside(r, c, down, right);
+    };
+    const int sum = diagonal ? difference(-2, -2) + difference(-2, 2) + difference(2, -2) + difference(2, 2)
+                             : difference(-2, 0) + difference(0, -2) + difference(0, 2) + difference(2, 0);
+    colour.At(r, c) = Word(pan.At(r, c) - Quarter(sum));
+}
+
+void CompleteAtPanSite(Plane& colour, Plane& pan, int r, int c) {
+    const auto difference = [&](int down, int right) {
+        return pan.Beside(r, c, down, right) - colour.Beside(r, c, down, right);
+    };
+    if (pan.IsBorder(r, c)) {
+        colour.At(r, c) = Quarter(colour.Beside(r, c, 0, -1) + colour.Beside(r, c, 0, 1) + colour.Beside(r, c, -1, 0) +
+                                  colour.Beside(r, c, 1, 0));
+        return;
+    }
+    const int horizontal = std::abs(pan.At(r, c + 1) - pan.At(r, c - 1));
+    const int vertical = std::abs(pan.At(r + 1, c) - pan.At(r - 1, c));
+    const int sum = vertical > horizontal ? difference(0, -1) + difference(0, 1) : difference(-1, 0) + difference(1, 0);
+    colour.At(r, c) = Word(pan.At(r, c) - Half(sum));
+}
+
+/** Cuts the region out and turns it back to the source's orientation. */
+template <class PixelAt>
+SlowPicture Region(const SlowSource& source, const PixelAt& pixelAt) {
+    SlowPicture picture{source.width, source.height, {}};
+    for (int i = 0; i < source.height; ++i)
+        for (int j = 0; j < source.width; ++j) {
+            const int row = source.verMirrored ? source.height - 1 - i : i;
+            const int column = source.horMirrored ? source.width - 1 - j : j;
+            picture.pixels.push_back(pixelAt(row + int(source.grid / 4), column + int(source.grid % 4)));
+        }
+    return picture;
+}
+
+}  // namespace
+
+SlowPicture SlowInterpolation(const SlowSource& source) {
+    Plane raw = RawMosaic(source);
+    Plane pan = PanOf(raw);
+    Plane planes[3] = {raw, raw, raw};
+    const std::string names = "RGB";
+    const auto forEachSite = [&](const auto& visit) {
+        for (int r = 0; r < raw.Height(); ++r)
+            for (int c = 0; c < raw.Width(); ++c) visit(KindAt(r, c), r, c);
+    };
+    forEachSite([&](char kind, int r, int c) {  // red and blue at each other's sites, green at both
+        if (kind == 'R' || kind == 'B') {
+            CompleteFromFour(planes[1], pan, r, c, false);
+            CompleteFromFour(planes[kind == 'R' ? 2 : 0], pan, r, c, true);
+        }
+    });
+    forEachSite([&](char kind, int r, int c) {
+        if (kind == 'G')
+            for (const int channel : {0, 2}) CompleteFromFour(planes[channel], pan, r, c, false);
+    });
+    forEachSite([&](char kind, int r, int c) {
+        if (kind == 'W')
+            for (Plane& plane : planes) CompleteAtPanSite(plane, pan, r, c);
+    });
+    return Region(source, [&](int r, int c) {
+        return Colour{planes[0].At(r, c), planes[1].At(r, c), planes[2].At(r, c)};
+    });
+}
+
+SlowPicture SlowBayerLike(const SlowSource& source) {
+    Plane raw = RawMosaic(source);
+    Plane pan = PanOf(raw);
+    Plane mosaic = raw;
+    for (int r = 0; r < raw.Height(); ++r)
+        for (int c = 0; c < raw.Width(); ++c) {
+            if (KindAt(r, c) != 'W') continue;
+            const int v = r ^ 1, h = c ^ 1;  // the other row and column of the 2x2 block
+            const int sum = pan.At(v, c) - raw.At(v, c) + pan.At(r, h) - raw.At(r, h);
+            mosaic.At(r, c) = Word(pan.At(r, c) - Half(sum));
+        }
+    cv::Mat half(raw.Height() / 2, raw.Width() / 2, CV_32S);
+    for (int i = 0; i < half.rows; ++i)
+        for (int j = 0; j < half.cols; ++j) {
+            int sum = 0;
+            for (const int r : {2 * i, 2 * i + 1})
+                for (const int c : {2 * j, 2 * j + 1}) sum += cv::saturate_cast<short>(mosaic.At(r, c) - pan.At(r, c));
+            half.at<int>(i, j) = Quarter(sum);
+        }
+    double minimum = 0;
+    cv::minMaxIdx(half, &minimum);
+    cv::Mat positive, colour, full;
+    cv::Mat(half - cv::Scalar(minimum)).convertTo(positive, CV_16U);
+    cv::cvtColor(positive, colour, 46);
+    cv::add(colour, cv::Scalar::all(minimum), colour, cv::noArray(), CV_16S);
+    cv::resize(colour, full, cv::Size(raw.Width(), raw.Height()), 0, 0, cv::INTER_LINEAR);
+    return Region(source, [&](int r, int c) {
+        const auto difference = full.at<cv::Vec3s>(r, c);
+        const int p = pan.At(r, c);
+        return Colour{Word(p + difference[0]), Word(p + difference[1]), Word(p + difference[2])};
+    });
+}
+
+Colour SlowOutput(const Colour& planes, const double matrix[9], const uint16_t* tone, int shift) {
+    Colour result{};
+    for (int channel = 0; channel < 3; ++channel) {
+        const double* m = matrix + 3 * channel;
+        const double sum = m[0] * planes.value[0] + m[1] * planes.value[1] + m[2] * planes.value[2];
+        const int index = !(sum > 0) ? 0 : sum >= 4095 ? 4095 : static_cast<int>(sum);
+        const int entry = static_cast<int16_t>(tone[index]);
+        result.value[channel] = shift < 0 ? entry >> -shift : entry << shift;
+    }
+    return result;
+}
+
+}  // namespace kvx::test

@@ -1,0 +1,40 @@
+/**
+ * The interpolating TrueSense demosaicers, written site by site on whole planes: slow, plain, and with no code in
+ * common with the library.
+ */
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+namespace kvx::test {
+
+/** Three numbers of a pixel: red, green, blue. */
+struct Colour {
+    int value[3];
+};
+
+/** Samples of the region in the source's orientation, as stored, row by row. */
+struct SlowSource {
+    int width, height;
+    std::vector<int> samples;
+    int depth;
+    unsigned grid;
+    bool horMirrored = false, verMirrored = false;
+};
+
+struct SlowPicture {
+    int width, height;
+    std::vector<Colour> pixels;  // 12-bit-scaled plane values, in the source's orientation
+};
+
+/** The planes of the fast interpolator, before clamp, matrix and tone. */
+SlowPicture SlowInterpolation(const SlowSource& source);
+/** Those of the Bayer-like demosaicer. */
+SlowPicture SlowBayerLike(const SlowSource& source);
+
+/** What is stored for a pixel, before it is cut to the width of a sample. */
+Colour SlowOutput(const Colour& planes, const double matrix[9], const uint16_t* tone, int shift);
+
+}  // namespace kvx::test
