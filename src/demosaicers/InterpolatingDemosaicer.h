@@ -3,6 +3,8 @@
 
 #include <omp.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <vector>
 
 #include "KvxTrueSense/IDemConvertion.h"
@@ -48,15 +50,14 @@ protected:
      */
     template <class Body>
     void ForBands(int begin, int end, const Body& body) const noexcept {
-        const int bands = (end - begin + m_bandRows - 1) / m_bandRows;
-        const int bandRows = m_bandRows;
+        const int rows = end - begin, needed = (rows - 1) / m_bandRows + 1;
+        const int threads = std::min(static_cast<int>(m_workspaces.size()), needed);
+        const int bands = std::min((needed + threads - 1) / threads * threads, rows);  // the same share for each thread
+        const auto bandAt = [=](int index) { return begin + static_cast<int>(int64_t{rows} * index / bands); };
         const TrueSenseWorkspace* workspaces = m_workspaces.data();
-#pragma omp parallel for num_threads(static_cast <int>(m_workspaces.size())) schedule(dynamic) default(none) \
-    shared(begin, end, bands, bandRows, workspaces, body)
-        for (int band = 0; band < bands; ++band) {
-            const int first = begin + band * bandRows;
-            body(workspaces[omp_get_thread_num()], first, end - first < bandRows ? end : first + bandRows);
-        }
+#pragma omp parallel for num_threads(threads) schedule(dynamic) default(none) shared(bands, bandAt, workspaces, body)
+        for (int index = 0; index < bands; ++index)
+            body(workspaces[omp_get_thread_num()], bandAt(index), bandAt(index + 1));
     }
 
 private:

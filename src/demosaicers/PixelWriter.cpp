@@ -11,9 +11,10 @@ namespace {
 constexpr size_t kBlock = 512;  // pixels: their tone indices stay in the L1 cache
 
 template <class Value>
-void StorePixels(const std::array<const uint16_t*, kChannels>& indices, const Value* tone, size_t count,
+void StorePixels(const std::array<const uint16_t*, kChannels>& indices, const Value* tone, size_t begin, size_t end,
                  ptrdiff_t pixelStep, uint8_t* dst) {
-    for (size_t i = 0; i < count; ++i, dst += pixelStep) {
+    dst += static_cast<ptrdiff_t>(begin) * pixelStep;
+    for (size_t i = begin; i < end; ++i, dst += pixelStep) {
         const Value pixel[] = {tone[indices[0][i]], tone[indices[1][i]], tone[indices[2][i]]};
         std::memcpy(dst, pixel, sizeof pixel);
     }
@@ -21,9 +22,10 @@ void StorePixels(const std::array<const uint16_t*, kChannels>& indices, const Va
 
 }  // namespace
 
-PixelWriter::PixelWriter(const TrueSenseFrame& frame) : m_frame(frame) {
+PixelWriter::PixelWriter(const TrueSenseFrame& frame) : m_frame(frame), m_fixedMatrix(FixedMatrixOf(frame.matrix)) {
     std::transform(frame.tone.begin(), frame.tone.end(), m_byteTone.begin(),
                    [](uint16_t value) { return static_cast<uint8_t>(value); });
+    m_gentleTone = GentleToneOf(m_byteTone);
 }
 
 void PixelWriter::WriteRow(int row, const std::array<const int16_t*, kChannels>& planes) const {
@@ -39,15 +41,21 @@ void PixelWriter::WriteRow(int row, const std::array<const int16_t*, kChannels>&
         const size_t count = std::min(kBlock, width - begin);
         const int16_t* const at[] = {planes[0] + begin, planes[1] + begin, planes[2] + begin};
         if (m_frame.applyMatrix)
-            ToneIndices(at, m_frame.matrix, count, indices);
+            ToneIndices(at, m_frame.matrix, m_fixedMatrix, count, indices);
         else
             ToneIndices(at, count, indices);
         uint8_t* pixels = dst + static_cast<ptrdiff_t>(begin) * to.pixelStep;
         if (to.sampleSize == 1)
-            StorePixels(inOrder, m_byteTone.data(), count, to.pixelStep, pixels);
+            StoreBytes(inOrder, count, pixels);
         else
-            StorePixels(inOrder, m_frame.tone.data(), count, to.pixelStep, pixels);
+            StorePixels(inOrder, m_frame.tone.data(), 0, count, to.pixelStep, pixels);
     }
+}
+
+void PixelWriter::StoreBytes(const std::array<const uint16_t*, kChannels>& indices, size_t count, uint8_t* dst) const {
+    const bool isDense = m_frame.destination.pixelStep == kChannels;
+    const size_t done = isDense && m_gentleTone.isUsable ? StoreGentleTones(indices, m_gentleTone, count, dst) : 0;
+    StorePixels(indices, m_byteTone.data(), done, count, m_frame.destination.pixelStep, dst);
 }
 
 }  // namespace kvx

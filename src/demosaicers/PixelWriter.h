@@ -3,6 +3,8 @@
 
 #include <array>
 
+#include "demosaicers/FixedMatrix.h"
+#include "demosaicers/GentleTone.h"
 #include "demosaicers/TrueSenseFrame.h"
 
 namespace kvx {
@@ -19,8 +21,12 @@ public:
     void WriteRow(int row, const std::array<const int16_t*, kChannels>& planes) const;
 
 private:
+    void StoreBytes(const std::array<const uint16_t*, kChannels>& indices, size_t count, uint8_t* dst) const;
+
     const TrueSenseFrame& m_frame;
+    FixedMatrix m_fixedMatrix;
     std::array<uint8_t, KVX_TONE_TABLE_SIZE> m_byteTone;  // the frame's table for destinations of bytes
+    GentleTone m_gentleTone;                              // the same in another form, where it has one
 };
 
 }  // namespace kvx

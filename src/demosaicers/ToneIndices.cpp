@@ -21,25 +21,90 @@ void Clamp(const int16_t* const planes[kChannels], size_t count, uint16_t* const
         }
 }
 
-void MatrixAndClamp(const int16_t* const planes[kChannels], const ColourMatrix& matrix, size_t count,
+/** The matrix in double for the values from `begin` on, a vector at a time. */
+template <bool kMayBeNaN>
+void MatrixInDouble(const int16_t* const planes[kChannels], const ColourMatrix& matrix, size_t begin, size_t end,
                     uint16_t* const indices[kChannels]) {
     const hn::ScalableTag<double> d;
     const hn::Rebind<int32_t, decltype(d)> words;
     const hn::Rebind<int16_t, decltype(d)> samples;
     const hn::Rebind<uint16_t, decltype(d)> results;
-    const auto zero = hn::Zero(d), highest = hn::Set(d, double{KVX_TONE_TABLE_SIZE - 1});
+    const auto highest = hn::Set(results, uint16_t{KVX_TONE_TABLE_SIZE - 1});
     const auto load = [=](const int16_t* at) { return hn::PromoteTo(d, hn::PromoteTo(words, hn::LoadU(samples, at))); };
-    for (size_t i = 0; i < count; i += hn::Lanes(d)) {
+    for (size_t i = begin; i < end; i += hn::Lanes(d)) {
         const auto red = load(planes[0] + i), green = load(planes[1] + i), blue = load(planes[2] + i);
         for (int channel = 0; channel < kChannels; ++channel) {
-            const auto at = [&](int input) { return hn::Set(d, matrix[channel * kChannels + input]); };
-            const auto sum = hn::Add(hn::Add(hn::Mul(at(0), red), hn::Mul(at(1), green)), hn::Mul(at(2), blue));
-            // What is not a number fails the comparison, and becomes 0 like every negative sum.
-            const auto value = hn::Min(hn::IfThenElseZero(hn::Gt(sum, zero), sum), highest);
-            hn::StoreU(hn::DemoteTo(results, hn::DemoteTo(words, value)), results, indices[channel] + i);
+            const auto entry = [&](int input) { return hn::Set(d, matrix[channel * kChannels + input]); };
+            auto sum = hn::Add(hn::Add(hn::Mul(entry(0), red), hn::Mul(entry(1), green)), hn::Mul(entry(2), blue));
+            if constexpr (kMayBeNaN) sum = hn::IfThenElseZero(hn::Eq(sum, sum), sum);
+            const auto value = hn::DemoteTo(results, hn::DemoteTo(words, sum));  // saturates twice; negative: 0
+            hn::StoreU(hn::Min(value, highest), results, indices[channel] + i);
         }
     }
 }
+
+void MatrixInDoubleNumbers(const int16_t* const planes[kChannels], const ColourMatrix& matrix, size_t count,
+                           uint16_t* const indices[kChannels]) {
+    MatrixInDouble<true>(planes, matrix, 0, count, indices);
+}
+
+#if HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128 && HWY_TARGET != HWY_SCALAR
+
+/** The products of pairs of neighbours, added: what the operation below comes to on this processor. */
+template <class D32, class V16>
+auto PairSums(D32 d, V16 a, V16 b) {
+    auto unused = hn::Zero(d);
+    return hn::ReorderWidenMulAccumulate(d, a, b, hn::Zero(d), unused);
+}
+
+/** See FixedMatrix: vectors with a doubtful value are computed again in double. */
+void MatrixInFixedPoint(const int16_t* const planes[kChannels], const ColourMatrix& matrix, const FixedMatrix& fixed,
+                        size_t count, uint16_t* const indices[kChannels]) {
+    const hn::ScalableTag<int16_t> d;
+    const hn::RepartitionToWide<decltype(d)> wide;
+    const hn::RebindToUnsigned<decltype(d)> results;
+    const auto one = hn::Set(d, int16_t{1}), highest = hn::Set(d, int16_t{KVX_TONE_TABLE_SIZE - 1});
+    const auto pair = [=](int first, int second) {
+        return hn::BitCast(d, hn::Set(wide, (first & 0xFFFF) | second * (1 << 16)));
+    };
+    const auto doubtful = hn::Set(wide, FixedMatrix::kDoubtful);
+    const auto fraction = hn::Set(wide, (1 << fixed.fractionBits) - 1);
+
+    for (size_t i = 0; i < count; i += hn::Lanes(d)) {
+        const auto red = hn::LoadU(d, planes[0] + i), green = hn::LoadU(d, planes[1] + i);
+        const auto blue = hn::LoadU(d, planes[2] + i);
+        const auto redGreen0 = hn::InterleaveLower(d, red, green), redGreen1 = hn::InterleaveUpper(d, red, green);
+        const auto blueOne0 = hn::InterleaveLower(d, blue, one), blueOne1 = hn::InterleaveUpper(d, blue, one);
+        auto nearest = fraction;  // to a multiple of the unit, from above
+        for (int channel = 0; channel < kChannels; ++channel) {
+            const FixedMatrix::Row& row = fixed.rows[channel];
+            const auto coarse01 = pair(row.coarse[0], row.coarse[1]), fine01 = pair(row.fine[0], row.fine[1]);
+            const auto coarse2 = pair(row.coarse[2], FixedMatrix::kMargin), fine2 = pair(row.fine[2], 0);
+            const auto integerPart = [&](auto redGreen, auto blueOne) {
+                const auto coarse = hn::Add(PairSums(wide, redGreen, coarse01), PairSums(wide, blueOne, coarse2));
+                const auto fine = hn::Add(PairSums(wide, redGreen, fine01), PairSums(wide, blueOne, fine2));
+                // Whatever is less than this becomes 0, and is not in doubt: negative sums, and black.
+                const auto z = hn::Max(hn::Add(coarse, hn::ShiftRight<15>(fine)), doubtful);
+                nearest = hn::Min(nearest, hn::And(z, fraction));
+                return hn::ShiftRightSame(z, fixed.fractionBits);
+            };
+            const auto value0 = integerPart(redGreen0, blueOne0), value1 = integerPart(redGreen1, blueOne1);
+            const auto value = hn::Min(hn::ReorderDemote2To(d, value0, value1), highest);  // undoes the interleaving
+            hn::StoreU(hn::BitCast(results, value), results, indices[channel] + i);
+        }
+        if (!hn::AllFalse(wide, hn::Lt(nearest, doubtful)))
+            MatrixInDouble<false>(planes, matrix, i, i + hn::Lanes(d), indices);
+    }
+}
+
+#else
+
+void MatrixInFixedPoint(const int16_t* const planes[kChannels], const ColourMatrix& matrix, const FixedMatrix&,
+                        size_t count, uint16_t* const indices[kChannels]) {
+    MatrixInDouble<false>(planes, matrix, 0, count, indices);
+}
+
+#endif
 
 }  // namespace
 }  // namespace kvx::HWY_NAMESPACE
@@ -49,14 +114,18 @@ HWY_AFTER_NAMESPACE();
 namespace kvx {
 
 HWY_EXPORT(Clamp);
-HWY_EXPORT(MatrixAndClamp);
+HWY_EXPORT(MatrixInDoubleNumbers);
+HWY_EXPORT(MatrixInFixedPoint);
 
 void ToneIndices(const int16_t* const planes[kChannels], size_t count, uint16_t* const indices[kChannels]) {
     HWY_DYNAMIC_DISPATCH(Clamp)(planes, count, indices);
 }
-void ToneIndices(const int16_t* const planes[kChannels], const ColourMatrix& matrix, size_t count,
-                 uint16_t* const indices[kChannels]) {
-    HWY_DYNAMIC_DISPATCH(MatrixAndClamp)(planes, matrix, count, indices);
+void ToneIndices(const int16_t* const planes[kChannels], const ColourMatrix& matrix, const FixedMatrix& fixed,
+                 size_t count, uint16_t* const indices[kChannels]) {
+    if (fixed.isUsable)
+        HWY_DYNAMIC_DISPATCH(MatrixInFixedPoint)(planes, matrix, fixed, count, indices);
+    else
+        HWY_DYNAMIC_DISPATCH(MatrixInDoubleNumbers)(planes, matrix, count, indices);
 }
 
 }  // namespace kvx

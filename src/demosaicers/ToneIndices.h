@@ -1,6 +1,7 @@
 /** Colour values become indices of the tone table: 0 to 4095. */
 #pragma once
 
+#include "demosaicers/FixedMatrix.h"
 #include "demosaicers/TrueSenseFrame.h"
 
 namespace kvx {
@@ -12,10 +13,11 @@ namespace kvx {
 void ToneIndices(const int16_t* const planes[kChannels], size_t count, uint16_t* const indices[kChannels]);
 
 /**
- * Applies the matrix to each (red, green, blue), truncates towards zero and clamps. Computed in double, each product
- * and sum rounded, from left to right.
+ * Applies the matrix to each (red, green, blue), truncates towards zero and clamps; what is not a number becomes 0. The
+ * result is that of double precision with each product and sum rounded, from left to right.
+ * @param fixed the same matrix, by FixedMatrixOf()
  */
-void ToneIndices(const int16_t* const planes[kChannels], const ColourMatrix& matrix, size_t count,
-                 uint16_t* const indices[kChannels]);
+void ToneIndices(const int16_t* const planes[kChannels], const ColourMatrix& matrix, const FixedMatrix& fixed,
+                 size_t count, uint16_t* const indices[kChannels]);
 
 }  // namespace kvx

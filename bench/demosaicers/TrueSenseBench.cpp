@@ -1,0 +1,140 @@
+// The interpolating TrueSense demosaicers beside the image-processing library's bilinear conversion of a Bayer frame of
+// the same size to bytes, and beside one pass over the same memory.
+//
+// A name is <job>/<size>/threads:<n>/<who>: "bare" is the peer that the figures of a job are divided by.
+#include <benchmark/benchmark.h>
+#include <omp.h>
+
+#include <memory>
+#include <opencv2/core.hpp>
+#include <opencv2/imgproc.hpp>
+#include <string>
+#include <vector>
+
+#include "demosaicers/TrueSenseToRgb.h"
+
+namespace {
+
+struct Size {
+    int width, height;
+};
+
+struct Job {
+    const char* name;
+    int depth;
+    size_t srcSampleSize, dstSampleSize;
+    bool identity;  // colour matrix
+};
+
+constexpr Job kJobs[] = {
+    {"truesense_12to8", 12, 2, 1, false},
+    {"truesense_12to8_identity", 12, 2, 1, true},
+    {"truesense_8to8", 8, 1, 1, false},
+    {"truesense_12to16", 12, 2, 2, false},
+    {"truesense_12to16_identity", 12, 2, 2, true},
+};
+
+struct Frame {
+    cv::Mat raw, picture;
+    tagTrueSenseParam params;
+
+    Frame(const Job& job, const Size& size)
+        : raw(size.height, size.width, job.srcSampleSize == 1 ? CV_8UC1 : CV_16UC1),
+          picture(size.height, size.width, job.dstSampleSize == 1 ? CV_8UC3 : CV_16UC3) {
+        cv::RNG random(1);
+        random.fill(raw, cv::RNG::UNIFORM, 0, 1 << job.depth);
+        picture = cv::Scalar::all(0);
+        TrueSense_DefaultValues(&params);
+        if (job.identity) {
+            params.RG = params.RB = params.GR = params.GB = params.BR = params.BG = 0;
+            params.RR = params.GG = params.BB = 1;
+        }
+    }
+};
+
+void UseThreads(int count) {
+    omp_set_num_threads(count);
+    cv::setNumThreads(count);
+}
+
+void CountPixels(benchmark::State& state, const Size& size) {
+    state.counters["Mpixel/s"] =
+        benchmark::Counter(size.width * 1e-6 * size.height, benchmark::Counter::kIsIterationInvariantRate);
+}
+
+template <template <class> class Demosaicer, class T>
+void Convert(benchmark::State& state, const Job& job, const Size& size, int threads) {
+    Frame frame(job, size);
+    UseThreads(threads);
+    const auto demosaicer = std::make_unique<Demosaicer<T>>();
+    const _KvxSize whole{static_cast<uint32_t>(size.width), static_cast<uint32_t>(size.height)};
+    const _KvxRect region{0, 0, whole.width, whole.height};
+    const int srcStep = static_cast<int>(frame.raw.step), dstStep = static_cast<int>(frame.picture.step);
+    for ([[maybe_unused]] auto _ : state) {
+        int result;
+        if (job.srcSampleSize == job.dstSampleSize) {
+            result = demosaicer->Init(frame.raw.ptr<T>(), region, whole, srcStep, job.depth, frame.picture.ptr<T>(),
+                                      dstStep, 0, &frame.params);
+            if (result == 0) result = demosaicer->Calculate();
+        } else {
+            result = demosaicer->InitRGB(frame.raw.ptr<uint16_t>(), region, whole, srcStep, job.depth,
+                                         frame.picture.ptr<uint8_t>(), dstStep, 0, &frame.params);
+            if (result == 0) result = demosaicer->CalculateRGB();
+        }
+        if (result != 0) state.SkipWithError("refused");
+    }
+    CountPixels(state, size);
+}
+
+template <template <class> class Demosaicer>
+void Convert(benchmark::State& state, const Job& job, const Size& size, int threads) {
+    (job.srcSampleSize == 1 ? Convert<Demosaicer, uint8_t> : Convert<Demosaicer, uint16_t>)(state, job, size, threads);
+}
+
+/** A 12-bit Bayer frame through 16-bit samples to bytes, whatever the job. */
+void Bare(benchmark::State& state, const Job&, const Size& size, int threads) {
+    Frame frame({"", 12, 2, 1, false}, size);
+    UseThreads(threads);
+    cv::Mat words(size.height, size.width, CV_16UC3);
+    for ([[maybe_unused]] auto _ : state) {
+        cv::cvtColor(frame.raw, words, cv::COLOR_BayerBG2RGB);
+        words.convertTo(frame.picture, CV_8U, 1.0 / 16);
+    }
+    CountPixels(state, size);
+}
+
+/** Reads the source once and writes the destination once. */
+void Floor(benchmark::State& state, const Job& job, const Size& size, int threads) {
+    Frame frame(job, size);
+    UseThreads(threads);
+    const size_t out = frame.picture.step, in = frame.raw.step;
+    for ([[maybe_unused]] auto _ : state) {
+#pragma omp parallel for
+        for (int row = 0; row < size.height; ++row) {
+            const uint8_t* from = frame.raw.ptr(row);
+            uint8_t* to = frame.picture.ptr(row);
+            for (size_t done = 0; done < out; done += in) std::memcpy(to + done, from, std::min(in, out - done));
+        }
+    }
+    CountPixels(state, size);
+}
+
+const bool s_registered = [] {
+    for (const Size& size : {Size{1920, 1200}, Size{4096, 3072}})
+        for (const int threads : {1, 2})
+            for (const Job& job : kJobs) {
+                const std::string stem = std::string(job.name) + "/" + std::to_string(size.width) + "x" +
+                                         std::to_string(size.height) + "/threads:" + std::to_string(threads) + "/";
+                const auto add = [&](const char* who, auto run) {
+                    benchmark::RegisterBenchmark((stem + who).c_str(), run, job, size, threads)
+                        ->UseRealTime()
+                        ->Unit(benchmark::kMillisecond);
+                };
+                add("bare", Bare);
+                add("floor", Floor);
+                add("fast", Convert<kvx::TrueSenseToRgb>);
+            }
+    return true;
+}();
+
+}  // namespace
