@@ -50,12 +50,28 @@ void MatrixInDoubleNumbers(const int16_t* const planes[kChannels], const ColourM
 
 #if HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128 && HWY_TARGET != HWY_SCALAR
 
-/** The products of pairs of neighbours, added: what the operation below comes to on this processor. */
-template <class D32, class V16>
-auto PairSums(D32 d, V16 a, V16 b) {
+/** Adds the products of pairs of neighbours to `sum`: what the operation below comes to on this processor. */
+template <class D32, class V16, class V32>
+V32 AddPairs(D32 d, V16 a, V16 b, V32 sum) {
     auto unused = hn::Zero(d);
-    return hn::ReorderWidenMulAccumulate(d, a, b, hn::Zero(d), unused);
+    return hn::ReorderWidenMulAccumulate(d, a, b, sum, unused);
 }
+
+/** Rows of a FixedMatrix: entries two by two, for pairs of (red, green) and of (blue, 1). */
+struct EntryPairs {
+    hn::Vec<hn::ScalableTag<int16_t>> coarse01, coarse2, fine01, fine2;
+
+    EntryPairs(const FixedMatrix::Row& row)
+        : coarse01(Pair(row.coarse[0], row.coarse[1])),
+          coarse2(Pair(row.coarse[2], FixedMatrix::kMargin)),
+          fine01(Pair(row.fine[0], row.fine[1])),
+          fine2(Pair(row.fine[2], 0)) {}
+
+    static hn::Vec<hn::ScalableTag<int16_t>> Pair(int first, int second) {
+        return hn::BitCast(hn::ScalableTag<int16_t>(),
+                           hn::Set(hn::ScalableTag<int32_t>(), (first & 0xFFFF) | second * (1 << 16)));
+    }
+};
 
 /** See FixedMatrix: vectors with a doubtful value are computed again in double. */
 void MatrixInFixedPoint(const int16_t* const planes[kChannels], const ColourMatrix& matrix, const FixedMatrix& fixed,
@@ -63,30 +79,28 @@ void MatrixInFixedPoint(const int16_t* const planes[kChannels], const ColourMatr
     const hn::ScalableTag<int16_t> d;
     const hn::RepartitionToWide<decltype(d)> wide;
     const hn::RebindToUnsigned<decltype(d)> results;
+    const EntryPairs rows[] = {fixed.rows[0], fixed.rows[1], fixed.rows[2]};
     const auto one = hn::Set(d, int16_t{1}), highest = hn::Set(d, int16_t{KVX_TONE_TABLE_SIZE - 1});
-    const auto pair = [=](int first, int second) {
-        return hn::BitCast(d, hn::Set(wide, (first & 0xFFFF) | second * (1 << 16)));
-    };
+    const int fractionBits = fixed.fractionBits;
+    const auto fraction = hn::Set(wide, (1 << fractionBits) - 1);
     const auto doubtful = hn::Set(wide, FixedMatrix::kDoubtful);
-    const auto fraction = hn::Set(wide, (1 << fixed.fractionBits) - 1);
 
     for (size_t i = 0; i < count; i += hn::Lanes(d)) {
         const auto red = hn::LoadU(d, planes[0] + i), green = hn::LoadU(d, planes[1] + i);
         const auto blue = hn::LoadU(d, planes[2] + i);
         const auto redGreen0 = hn::InterleaveLower(d, red, green), redGreen1 = hn::InterleaveUpper(d, red, green);
         const auto blueOne0 = hn::InterleaveLower(d, blue, one), blueOne1 = hn::InterleaveUpper(d, blue, one);
-        auto nearest = fraction;  // to a multiple of the unit, from above
+        auto nearest = fraction;  // distance from a whole number, the least of all
         for (int channel = 0; channel < kChannels; ++channel) {
-            const FixedMatrix::Row& row = fixed.rows[channel];
-            const auto coarse01 = pair(row.coarse[0], row.coarse[1]), fine01 = pair(row.fine[0], row.fine[1]);
-            const auto coarse2 = pair(row.coarse[2], FixedMatrix::kMargin), fine2 = pair(row.fine[2], 0);
+            const EntryPairs& row = rows[channel];
             const auto integerPart = [&](auto redGreen, auto blueOne) {
-                const auto coarse = hn::Add(PairSums(wide, redGreen, coarse01), PairSums(wide, blueOne, coarse2));
-                const auto fine = hn::Add(PairSums(wide, redGreen, fine01), PairSums(wide, blueOne, fine2));
-                // Whatever is less than this becomes 0, and is not in doubt: negative sums, and black.
+                const auto none = hn::Zero(wide);
+                const auto coarse = AddPairs(wide, redGreen, row.coarse01, AddPairs(wide, blueOne, row.coarse2, none));
+                const auto fine = AddPairs(wide, redGreen, row.fine01, AddPairs(wide, blueOne, row.fine2, none));
+                // Whatever is less than `doubtful` becomes 0, and is not in doubt: negative sums, and black.
                 const auto z = hn::Max(hn::Add(coarse, hn::ShiftRight<15>(fine)), doubtful);
                 nearest = hn::Min(nearest, hn::And(z, fraction));
-                return hn::ShiftRightSame(z, fixed.fractionBits);
+                return hn::ShiftRightSame(z, fractionBits);
             };
             const auto value0 = integerPart(redGreen0, blueOne0), value1 = integerPart(redGreen1, blueOne1);
             const auto value = hn::Min(hn::ReorderDemote2To(d, value0, value1), highest);  // undoes the interleaving

@@ -23,8 +23,9 @@ auto LoadWords(Words d, const uint8_t* bytes, uint16_t) {
     return hn::LoadU(d, reinterpret_cast<const uint16_t*>(bytes));
 }
 
+/** `next` is what will be taken after this: it is fetched while this row is worked on. */
 template <class T>
-uint16_t Take(const TrueSenseSource& source, const uint8_t* samples, size_t count, int16_t* line) {
+uint16_t Take(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count, int16_t* line) {
     const Words d;
     const hn::RebindToSigned<Words> signedWords;
     const size_t lanes = hn::Lanes(d);
@@ -32,6 +33,7 @@ uint16_t Take(const TrueSenseSource& source, const uint8_t* samples, size_t coun
     size_t i = 0;
     for (; i + lanes <= count; i += lanes) {
         auto v = LoadWords(d, samples + (source.backwards ? count - lanes - i : i) * sizeof(T), T{});
+        __builtin_prefetch(next + i * sizeof(T));
         if (source.backwards) v = hn::Reverse(d, v);
         v = hn::ShiftRightSame(hn::ShiftLeftSame(v, source.leftShift), source.rightShift);
         largest = hn::Max(largest, v);
@@ -48,11 +50,13 @@ uint16_t Take(const TrueSenseSource& source, const uint8_t* samples, size_t coun
     return result;
 }
 
-uint16_t TakeBytes(const TrueSenseSource& source, const uint8_t* samples, size_t count, int16_t* line) {
-    return Take<uint8_t>(source, samples, count, line);
+uint16_t TakeBytes(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count,
+                   int16_t* line) {
+    return Take<uint8_t>(source, samples, next, count, line);
 }
-uint16_t TakeWords(const TrueSenseSource& source, const uint8_t* samples, size_t count, int16_t* line) {
-    return Take<uint16_t>(source, samples, count, line);
+uint16_t TakeWords(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count,
+                   int16_t* line) {
+    return Take<uint16_t>(source, samples, next, count, line);
 }
 
 }  // namespace
@@ -67,10 +71,11 @@ HWY_EXPORT(TakeBytes);
 HWY_EXPORT(TakeWords);
 
 /** Takes `count` samples, shifted to 12 bits. @return the largest, as an unsigned value */
-uint16_t TakeSamples(const TrueSenseSource& source, const uint8_t* samples, int count, int16_t* line) {
+uint16_t TakeSamples(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, int count,
+                     int16_t* line) {
     const auto length = static_cast<size_t>(count);
-    return source.sampleSize == 1 ? HWY_DYNAMIC_DISPATCH(TakeBytes)(source, samples, length, line)
-                                  : HWY_DYNAMIC_DISPATCH(TakeWords)(source, samples, length, line);
+    return source.sampleSize == 1 ? HWY_DYNAMIC_DISPATCH(TakeBytes)(source, samples, next, length, line)
+                                  : HWY_DYNAMIC_DISPATCH(TakeWords)(source, samples, next, length, line);
 }
 
 /** A row of a region so low that its columns may take the row's samples from different rows. */
@@ -82,7 +87,7 @@ uint16_t TakeColumnByColumn(const TrueSenseFrame& frame, int row, int16_t* line)
         const int from = StandIn(row, area.rowPhase, area.regionHeight, kindAt) - area.rowPhase;
         const auto at = static_cast<size_t>(frame.source.backwards ? area.regionWidth - 1 - i : i);
         const uint8_t* sample = frame.source.Row(from) + at * frame.source.sampleSize;
-        largest = std::max(largest, TakeSamples(frame.source, sample, 1, line + i));
+        largest = std::max(largest, TakeSamples(frame.source, sample, sample, 1, line + i));
     }
     return largest;
 }
@@ -96,7 +101,8 @@ bool TakeLine(const TrueSenseFrame& frame, int row, int16_t* line) {
     if (area.regionHeight >= kTileSize) {
         const auto anyKind = [](int) { return 'W'; };
         const int from = StandIn(row, area.rowPhase, area.regionHeight, anyKind) - area.rowPhase;
-        largest = TakeSamples(frame.source, frame.source.Row(from), area.regionWidth, region);
+        const int next = std::min(from + 1, area.regionHeight - 1);
+        largest = TakeSamples(frame.source, frame.source.Row(from), frame.source.Row(next), area.regionWidth, region);
     } else {
         largest = TakeColumnByColumn(frame, row, region);
     }
