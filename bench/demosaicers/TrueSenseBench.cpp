@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "demosaicers/TrueSenseBayerLike.h"
 #include "demosaicers/TrueSenseToRgb.h"
 
 namespace {
@@ -133,6 +134,7 @@ const bool s_registered = [] {
                 add("bare", Bare);
                 add("floor", Floor);
                 add("fast", Convert<kvx::TrueSenseToRgb>);
+                add("bayer_like", Convert<kvx::TrueSenseBayerLike>);
             }
     return true;
 }();

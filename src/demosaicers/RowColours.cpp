@@ -11,17 +11,6 @@ HWY_BEFORE_NAMESPACE();
 namespace kvx::HWY_NAMESPACE {
 namespace {
 
-template <class V>
-void StoreColumns(hn::ScalableTag<int16_t> d, V even, V odd, int16_t* columns) {
-    hn::StoreInterleaved2(even, odd, d, columns);
-}
-template <class V>
-void StoreColumns(hn::ScalableTag<int32_t> d, V even, V odd, int16_t* columns) {
-    const auto pairs = hn::Or(hn::And(even, hn::Set(d, 0xFFFF)), hn::ShiftLeft<16>(odd));
-    const hn::Repartition<int16_t, decltype(d)> columnsOf;
-    hn::StoreU(hn::BitCast(columnsOf, pairs), columnsOf, columns);
-}
-
 template <class Lane>
 struct Rows {
     const HalfRows<Lane>&up, &row, &down;

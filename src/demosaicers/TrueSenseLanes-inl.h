@@ -59,6 +59,18 @@ struct Four {
     }
 };
 
+/** Two halves of a row, back in the order of the columns. */
+template <class V>
+void StoreColumns(hn::ScalableTag<int16_t> d, V even, V odd, int16_t* columns) {
+    hn::StoreInterleaved2(even, odd, d, columns);
+}
+template <class V>
+void StoreColumns(hn::ScalableTag<int32_t> d, V even, V odd, int16_t* columns) {
+    const auto pairs = hn::Or(hn::And(even, hn::Set(d, 0xFFFF)), hn::ShiftLeft<16>(odd));
+    const hn::Repartition<int16_t, decltype(d)> columnsOf;
+    hn::StoreU(hn::BitCast(columnsOf, pairs), columnsOf, columns);
+}
+
 }  // namespace
 }  // namespace kvx::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();

@@ -199,10 +199,10 @@ SlowPicture SlowBayerLike(const SlowSource& source) {
         }
     double minimum = 0;
     cv::minMaxIdx(half, &minimum);
-    cv::Mat positive, colour, full;
+    cv::Mat positive, positiveColour, colour, full;
     cv::Mat(half - cv::Scalar(minimum)).convertTo(positive, CV_16U);
-    cv::cvtColor(positive, colour, 46);
-    cv::add(colour, cv::Scalar::all(minimum), colour, cv::noArray(), CV_16S);
+    cv::cvtColor(positive, positiveColour, 46);
+    cv::add(positiveColour, cv::Scalar::all(minimum), colour, cv::noArray(), CV_16S);
     cv::resize(colour, full, cv::Size(raw.Width(), raw.Height()), 0, 0, cv::INTER_LINEAR);
     return Region(source, [&](int r, int c) {
         const auto difference = full.at<cv::Vec3s>(r, c);
