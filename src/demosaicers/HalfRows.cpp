@@ -1,19 +1,18 @@
 #include "demosaicers/HalfRows.h"
 
-#include <cstring>
+#include <new>
 
 namespace kvx {
 
 bool TrueSenseWorkspace::Reserve(int width) noexcept {
-    constexpr size_t line = 64;  // cache lines are never shared between arrays
-    const size_t sites = static_cast<size_t>(width);
+    constexpr size_t line = 64;  // of the cache; never shared between arrays
+    const auto sites = static_cast<size_t>(width);
     m_halfRowBytes = (sites / 2 * sizeof(int32_t) + line - 1) / line * line + 2 * kPadding;
     m_lineBytes = (sites * sizeof(int16_t) + line - 1) / line * line + 2 * kPadding;
     const size_t bytes = m_halfRowBytes * kArrays * kRingRows + m_lineBytes * kLines;
-    m_memory = hwy::AllocateAligned<uint8_t>(bytes);
-    if (!m_memory) return false;
-    std::memset(m_memory.get(), 0, bytes);  // vectors also compute on what no row has filled
-    return true;
+    m_memory.reset(new (std::nothrow) uint8_t[bytes + line]());  // zero: vectors also compute on what no row has filled
+    m_base = m_memory.get() + line - reinterpret_cast<uintptr_t>(m_memory.get()) % line;
+    return m_memory != nullptr;
 }
 
 }  // namespace kvx

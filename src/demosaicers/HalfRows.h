@@ -1,10 +1,9 @@
 /** The working rows of a TrueSense conversion. */
 #pragma once
 
-#include <hwy/aligned_allocator.h>
-
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 namespace kvx {
 
@@ -44,8 +43,7 @@ public:
     /** The ring's place for a row; it holds what was written there last with the same Lane. */
     template <class Lane>
     HalfRows<Lane> Row(int row) const {
-        Lane* base =
-            reinterpret_cast<Lane*>(m_memory.get() + m_halfRowBytes * (kArrays * (row % kRingRows)) + kPadding);
+        Lane* base = reinterpret_cast<Lane*>(m_base + m_halfRowBytes * (kArrays * (row % kRingRows)) + kPadding);
         const size_t step = m_halfRowBytes / sizeof(Lane);
         return {base, base + step, base + 2 * step, base + 3 * step, base + 4 * step, base + 5 * step, base + 6 * step};
     }
@@ -62,11 +60,12 @@ private:
     static constexpr size_t kPadding = 256;  // bytes: the widest vector of all instruction sets
 
     int16_t* LineAt(int index) const {
-        return reinterpret_cast<int16_t*>(m_memory.get() + m_halfRowBytes * kArrays * kRingRows + m_lineBytes * index +
+        return reinterpret_cast<int16_t*>(m_base + m_halfRowBytes * kArrays * kRingRows + m_lineBytes * index +
                                           kPadding);
     }
 
-    hwy::AlignedFreeUniquePtr<uint8_t[]> m_memory;
+    std::unique_ptr<uint8_t[]> m_memory;
+    uint8_t* m_base = nullptr;  // in the memory, at the start of a cache line
     size_t m_halfRowBytes = 0, m_lineBytes = 0;
 };
 

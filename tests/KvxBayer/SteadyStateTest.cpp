@@ -2,30 +2,11 @@
 #include <gtest/gtest.h>
 #include <omp.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
 #include <thread>
 
 #include "support/BayerFrames.h"
 #include "support/BayerFunctions.h"
-
-namespace {
-std::atomic<long> g_allocations{0};
-}
-
-// Counts every allocation with operator new in this program, the conversions' included.
-void* operator new(size_t size) {
-    ++g_allocations;
-    if (void* memory = std::malloc(size)) return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, size_t) noexcept {
-    std::free(memory);
-}
+#include "support/CountedAllocations.h"
 
 namespace kvx::test {
 namespace {

@@ -1,0 +1,187 @@
+// Refusals, reuse, threads and memory of the interpolating demosaicers.
+#include <gtest/gtest.h>
+#include <omp.h>
+
+#include <climits>
+#include <functional>
+#include <thread>
+
+#include "demosaicers/TrueSenseBayerLike.h"
+#include "demosaicers/TrueSenseToRgb.h"
+#include "support/CountedAllocations.h"
+#include "support/TrueSenseJobs.h"
+
+namespace kvx::test {
+namespace {
+
+template <template <class> class T>
+struct Class {
+    template <class Sample>
+    using Demosaicer = T<Sample>;
+};
+
+template <class Which>
+class DemosaicerLifeCycle : public testing::Test {
+protected:
+    using Demosaicer = typename Which::template Demosaicer<uint16_t>;
+    Demosaicer m_demosaicer;
+};
+using Classes = testing::Types<Class<TrueSenseToRgb>, Class<TrueSenseBayerLike>>;
+TYPED_TEST_SUITE(DemosaicerLifeCycle, Classes);
+
+/** The arguments of a legal call, each of which a test may spoil. */
+struct Arguments {
+    std::vector<uint16_t> source = std::vector<uint16_t>(30 * 20, 100), picture = std::vector<uint16_t>(30 * 20 * 3, 7);
+    const uint16_t* src = source.data();
+    uint16_t* dst = picture.data();
+    _KvxRect roi{3, 2, 20, 10};
+    _KvxSize size{30, 20};
+    int srcLineStep = 60, pixelDepth = 12, dstLineStep = 120;
+    unsigned char grid = 5;
+
+    int Init(IDemConvertion<uint16_t>& demosaicer) {
+        return demosaicer.Init(src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, nullptr);
+    }
+};
+
+TYPED_TEST(DemosaicerLifeCycle, RefusesWhatItCannotConvertAndWritesNothing) {
+    const struct {
+        const char* what;
+        int result;
+        std::function<void(Arguments&)> spoil;
+    } cases[] = {
+        {"null source", 8, [](Arguments& a) { a.src = nullptr; }},
+        {"null destination", 8, [](Arguments& a) { a.dst = nullptr; }},
+        {"grid", 7, [](Arguments& a) { a.grid = 16; }},
+        {"depth below", 7, [](Arguments& a) { a.pixelDepth = 7; }},
+        {"depth above", 7, [](Arguments& a) { a.pixelDepth = 17; }},
+        {"region too wide", 7, [](Arguments& a) { a.roi.x = 11; }},
+        {"region too low down", 7, [](Arguments& a) { a.roi.y = 11; }},
+        {"region that wraps around", 7, [](Arguments& a) { a.roi.x = UINT_MAX - 5; }},
+        {"empty region", 7, [](Arguments& a) { a.roi.width = 0; }},
+        {"size past INT_MAX", 7, [](Arguments& a) { a.size.height = 0x80000000u; }},
+        {"source rows that overlap", 7, [](Arguments& a) { a.srcLineStep = 59; }},
+        {"the same, upwards", 7, [](Arguments& a) { a.srcLineStep = -59; }},
+        {"destination rows that overlap", 7, [](Arguments& a) { a.dstLineStep = 119; }},
+        {"the same, backwards", 7, [](Arguments& a) { a.dstLineStep = -119; }},
+    };
+    for (const auto& [what, result, spoil] : cases) {
+        Arguments arguments;
+        EXPECT_EQ(arguments.Init(this->m_demosaicer), 0);
+        const auto before = arguments.picture;
+        spoil(arguments);
+        EXPECT_EQ(arguments.Init(this->m_demosaicer), result) << what;
+        EXPECT_EQ(this->m_demosaicer.Calculate(), 7) << what;
+        EXPECT_EQ(arguments.picture, before) << what;
+    }
+}
+
+TEST(DemosaicerLifeCycle, OddDepthsAreRefusedByTheFastInterpolator) {
+    TrueSenseToRgb<uint16_t> demosaicer;
+    for (int depth = 0; depth < 20; ++depth) {
+        Arguments arguments;
+        arguments.pixelDepth = depth;
+        EXPECT_EQ(arguments.Init(demosaicer), depth >= 8 && depth <= 16 && depth % 2 == 0 ? 0 : 7) << depth;
+    }
+}
+
+TYPED_TEST(DemosaicerLifeCycle, TheSecondCallOfAPairNeedsTheFirst) {
+    EXPECT_EQ(this->m_demosaicer.Calculate(), 7);
+    Arguments arguments;
+    ASSERT_EQ(arguments.Init(this->m_demosaicer), 0);
+    EXPECT_EQ(this->m_demosaicer.CalculateRGB(), 7);
+    EXPECT_EQ(this->m_demosaicer.Calculate(), 0);
+    this->m_demosaicer.CleanMemory();
+    EXPECT_EQ(this->m_demosaicer.Calculate(), 7);
+}
+
+TYPED_TEST(DemosaicerLifeCycle, KnowsItself) {
+    typename TestFixture::Demosaicer other;
+    EXPECT_TRUE(this->m_demosaicer.IsThis(&this->m_demosaicer));
+    EXPECT_FALSE(this->m_demosaicer.IsThis(&other));
+    EXPECT_FALSE(this->m_demosaicer.IsThis(nullptr));
+}
+
+std::vector<TrueSenseJob> Jobs() {
+    std::vector<TrueSenseJob> jobs;
+    std::mt19937 random(4);
+    for (int i = 0; i < 40; ++i) {
+        TrueSenseJob job =
+            DrawJob(8 + static_cast<int>(random() % 90), 1 + static_cast<int>(random() % 60), i % 16, random);
+        job.sourceBytes = 2;
+        jobs.push_back(job);
+    }
+    return jobs;
+}
+
+TYPED_TEST(DemosaicerLifeCycle, AnObjectUsedBeforeGivesWhatAFreshOneGives) {
+    for (const TrueSenseJob& job : Jobs()) {
+        TrueSenseRun fresh(job), again(job);
+        typename TestFixture::Demosaicer other;
+        ASSERT_EQ(fresh.Convert(static_cast<IDemConvertion<uint16_t>*>(&other)), 0) << job;
+        ASSERT_EQ(again.Convert(static_cast<IDemConvertion<uint16_t>*>(&this->m_demosaicer)), 0) << job;
+        ASSERT_EQ(fresh.Result(), again.Result()) << job;
+        if (job.seed % 8 == 0) this->m_demosaicer.CleanMemory();
+    }
+}
+
+TYPED_TEST(DemosaicerLifeCycle, TwoObjectsInTwoThreadsDoNotDisturbEachOther) {
+    const auto jobs = Jobs();
+    const auto convertAll = [&jobs] {
+        std::vector<std::vector<uint8_t>> results;
+        typename TestFixture::Demosaicer demosaicer;
+        for (const TrueSenseJob& job : jobs) {
+            TrueSenseRun run(job);
+            EXPECT_EQ(run.Convert(static_cast<IDemConvertion<uint16_t>*>(&demosaicer)), 0);
+            results.push_back(run.Result());
+        }
+        return results;
+    };
+    const auto alone = convertAll();
+    std::vector<std::vector<uint8_t>> inThread;
+    std::thread other([&] { inThread = convertAll(); });
+    const auto beside = convertAll();
+    other.join();
+    EXPECT_EQ(beside, alone);
+    EXPECT_EQ(inThread, alone);
+}
+
+TYPED_TEST(DemosaicerLifeCycle, TheCallersThreadCountStaysAsItWas) {
+    const int before = omp_get_max_threads();
+    omp_set_num_threads(5);
+    for (const int threads : {0, 1, 3}) {
+        TrueSenseRun run({.width = 60, .height = 300, .grid = 0, .threads = threads, .bandRows = 8});
+        ASSERT_EQ(run.Convert(static_cast<IDemConvertion<uint16_t>*>(&this->m_demosaicer)), 0);
+        EXPECT_EQ(omp_get_max_threads(), 5);
+    }
+    Arguments arguments;
+    arguments.grid = 16;
+    EXPECT_EQ(arguments.Init(this->m_demosaicer), 7);
+    EXPECT_EQ(omp_get_max_threads(), 5);
+    omp_set_num_threads(before);
+}
+
+TEST(DemosaicerMemory, NothingIsAllocatedAfterTheFirstFrame) {
+    TrueSenseToRgb<uint16_t> demosaicer;
+    TrueSenseRun run({.width = 640, .height = 300, .grid = 9, .matrix = 1, .threads = 2, .bandRows = 32});
+    ASSERT_EQ(run.Convert<uint16_t>(&demosaicer), 0);
+    const long before = g_allocations;
+    for (int frame = 0; frame < 5; ++frame) ASSERT_EQ(run.Convert<uint16_t>(&demosaicer), 0);
+    EXPECT_EQ(g_allocations, before);
+}
+
+TEST(DemosaicerMemory, DoesNotGrowWithTheHeightOfAFrame) {
+    size_t bytes[2];
+    for (const bool isHigh : {false, true}) {
+        TrueSenseToRgb<uint16_t> demosaicer;
+        TrueSenseRun run({.width = 640, .height = isHigh ? 6000 : 30, .grid = 9, .threads = 2});
+        const size_t before = g_allocatedBytes;
+        ASSERT_EQ(run.Convert<uint16_t>(&demosaicer), 0);
+        bytes[isHigh] = g_allocatedBytes - before;
+    }
+    EXPECT_EQ(bytes[0], bytes[1]);
+    EXPECT_LT(bytes[1], size_t{640 * 2 * 300});  // two threads, two rings of eight rows
+}
+
+}  // namespace
+}  // namespace kvx::test
