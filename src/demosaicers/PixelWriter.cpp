@@ -15,8 +15,9 @@ void StorePixels(const std::array<const uint16_t*, kChannels>& indices, const Va
                  ptrdiff_t pixelStep, uint8_t* dst) {
     dst += static_cast<ptrdiff_t>(begin) * pixelStep;
     for (size_t i = begin; i < end; ++i, dst += pixelStep) {
-        const Value pixel[] = {tone[indices[0][i]], tone[indices[1][i]], tone[indices[2][i]]};
-        std::memcpy(dst, pixel, sizeof pixel);
+        std::memcpy(dst, tone + indices[0][i], sizeof(Value));
+        std::memcpy(dst + sizeof(Value), tone + indices[1][i], sizeof(Value));
+        std::memcpy(dst + 2 * sizeof(Value), tone + indices[2][i], sizeof(Value));
     }
 }
 
