@@ -1,4 +1,4 @@
-/** One Bayer frame through the image-processing library's own conversion: algorithms 0 and 2. */
+/** One Bayer frame by algorithm 0 or 2. */
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 
 namespace kvx {
 
-/** What becomes of the samples that the conversion computes. */
+/** What becomes of the samples that a conversion computes. */
 struct BayerOutput {
     enum Form {
         Samples,       ///< stored as wide as the source's samples
@@ -15,15 +15,15 @@ struct BayerOutput {
         ShiftedBytes   ///< shifted right by `shift`, low byte kept
     };
     Form form;
-    int shift = 0;
+    int shift = 0;               // 0 with Samples, else 2 to 8
     bool fourByteSlots = false;  ///< ShiftedBytes only: a row is zero-filled to 4 x width bytes, or to its line step
 };
 
 /**
  * Converts `src` into `dst`, three samples a pixel, by the conversion code `code` (PixelTypeToBayerType()).
  *
- * The result is that of one library call on the whole frame, for any line step: what the library cannot do in place
- * goes through bands of rows. Nothing is written outside the pixels of `dst`.
+ * The result is that of one call of the image-processing library on the whole frame, to the bit, for any line step.
+ * Nothing is written outside the pixels of `dst`.
  *
  * @return 0, or a KvxResultCode: InvalidArgument when the records do not fit each other or their buffers,
  *         ConversionFailed when the library threw, NoMemory

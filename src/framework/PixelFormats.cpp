@@ -199,8 +199,6 @@ constexpr bool EveryRowAgreesWithItsCode() {
         if (PackingOf(name) == 0 && ColourModelOf(name) != kYuv &&
             bitsPerPixel != f.componentCount * (f.bitsPerComponent == 8 ? 8u : 16u))
             return false;
-        for (uint32_t other = 0; other < row; ++other)
-            if (name == s_colorModelDescription[other].name) return false;
     }
     return true;
 }

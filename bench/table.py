@@ -1,0 +1,17 @@
+"""Prints Google Benchmark's medians as a table: time, throughput, and time relative to the job's peer ("bare")."""
+import json
+import sys
+
+with open(sys.argv[1], encoding="utf-8") as results:
+    runs = [run for run in json.load(results)["benchmarks"] if run.get("aggregate_name") == "median"]
+
+medians = {}
+for run in runs:
+    job, who = run["run_name"].removesuffix("/real_time").rsplit("/", 1)
+    medians.setdefault(job, {})[who] = run
+
+print(f'{"job":52} {"who":20} {"ms":>8} {"Mpixel/s":>9} {"time/bare":>10}')
+for job, people in medians.items():
+    for who, run in people.items():
+        ratio = run["real_time"] / people["bare"]["real_time"]
+        print(f'{job:52} {who:20} {run["real_time"]:8.2f} {run["Mpixel/s"]:9.0f} {ratio:10.2f}')
