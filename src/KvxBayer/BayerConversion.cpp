@@ -23,6 +23,8 @@ uint32_t ConvertBayer(const _KvxImage& src, const _KvxImage& dst, int code, cons
     const bool sameSize = src.width == dst.width && src.height == dst.height;
     if (!sameSize || !Holds(src, sampleSize) || !Holds(dst, 3 * outputSize)) return KvxResult_InvalidArgument;
 
+    if (src.width == 0 || src.height == 0) return KvxResult_ConversionFailed;  // the library has nothing to convert
+
     if (TakesBilinearWords(src, dst, code, output)) {
         ConvertBilinearWords(src, dst, code, output);
         return KvxResult_Success;

@@ -26,7 +26,7 @@ struct BayerOutput {
  * Nothing is written outside the pixels of `dst`.
  *
  * @return 0, or a KvxResultCode: InvalidArgument when the records do not fit each other or their buffers,
- *         ConversionFailed when the library threw, NoMemory
+ *         ConversionFailed when the library threw or there are no pixels, NoMemory
  */
 uint32_t ConvertBayer(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output) noexcept;
 

@@ -58,14 +58,13 @@ private:
 }  // namespace
 
 bool TakesBilinearWords(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output) {
-    const bool hasPixels = src.width > 0 && src.height > 0;
-    return !IsEdgeAware(code) && !Is8Bit(src.pixelType) && hasPixels && RowsOf(src).IsAligned(2) &&
+    return !IsEdgeAware(code) && !Is8Bit(src.pixelType) && RowsOf(src).IsAligned(2) &&
            (output.form != BayerOutput::Samples || RowsOf(dst).IsAligned(2));
 }
 
 void ConvertBilinearWords(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output) {
-    constexpr uint64_t pixelsWorthThreads = 64 * 1024;  // below, waking a team costs more than it saves
-    constexpr int rowsAtOnce = 16;                      // so that a thread that is held up holds up little
+    constexpr uint64_t pixelsWorthThreads = 1 << 16;  // below, waking a team costs more than it saves
+    constexpr int rowsAtOnce = 16;                    // so that a thread that is held up holds up little
     const Frame frame(src, dst, code, output);
     const auto height = static_cast<int64_t>(src.height);
 #pragma omp parallel for schedule(dynamic, rowsAtOnce) default(none) \

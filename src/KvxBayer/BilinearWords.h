@@ -10,7 +10,7 @@
 
 namespace kvx {
 
-/** True for a bilinear code, a 16-bit source with pixels, and rows of words that start at even addresses. */
+/** True for a bilinear code, a 16-bit source, and rows of words that start at even addresses. */
 bool TakesBilinearWords(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output);
 
 /** As ConvertBayer(), behind its checks, for what TakesBilinearWords() accepts. */

@@ -6,9 +6,9 @@
 #include <atomic>
 #include <climits>
 #include <cstring>
-#include <memory>
 #include <new>
 #include <opencv2/imgproc.hpp>
+#include <vector>
 
 #include "KvxBayer/Rows.h"
 #include "KvxDemosaicing/KvxResult.h"
@@ -41,15 +41,12 @@ int OneRowDown(int code) {
 
 /** Working memory of the calling thread, kept for its next frame. */
 uint8_t* Scratch(size_t bytes) {
-    thread_local std::unique_ptr<uint8_t[]> memory;
-    thread_local size_t capacity = 0;
-    if (bytes > capacity) {
-        capacity = 0;
-        memory.reset();
-        memory = std::make_unique_for_overwrite<uint8_t[]>(bytes);
-        capacity = bytes;
+    thread_local std::vector<uint8_t> memory;
+    if (memory.size() < bytes) {
+        memory.clear();  // nothing to keep, so nothing to copy
+        memory.resize(bytes);
     }
-    return memory.get();
+    return memory.data();
 }
 
 /** One frame's conversion: what to convert, and whether and how it is cut into bands. */
@@ -104,9 +101,6 @@ private:
         int sourceBegin, sourceEnd;  // rows that are converted
         int begin, end;              // rows that are kept
     };
-    int InnerRows() const {
-        return std::max(m_height - 2, 1);
-    }
     Band BandAt(int index, int rowsPerBand) const {
         const int sourceBegin = index * rowsPerBand;
         const int sourceEnd = sourceBegin + std::min(rowsPerBand + 2, m_height - sourceBegin);
@@ -115,11 +109,11 @@ private:
     }
 
     uint32_t RunInBands() const noexcept {
-        constexpr size_t bandBytes = 256 * 1024;  // of converted samples: they are read again while in the L2 cache
-        constexpr size_t page = 4096;             // apart from each other, so that threads do not share lines
-        const int rowsPerBand = static_cast<int>(std::clamp<size_t>(bandBytes / std::max<size_t>(m_resultRowBytes, 1),
-                                                                    2, static_cast<size_t>(InnerRows()) + 1));
-        const int bands = (InnerRows() + rowsPerBand - 1) / rowsPerBand;
+        constexpr size_t bandBytes = 1 << 18;  // of converted samples: they are read again while in the L2 cache
+        constexpr size_t page = 4096;          // apart from each other, so that threads do not share lines
+        const int innerRows = std::max(m_height - 2, 1);
+        const int rowsPerBand = static_cast<int>(std::max<size_t>(bandBytes / m_resultRowBytes, 2));
+        const int bands = (innerRows - 1) / rowsPerBand + 1;
         const size_t rows = static_cast<size_t>(rowsPerBand) + 2;
         const size_t resultBytes = (rows * m_resultRowBytes + page - 1) / page * page;
         const size_t sourceBytes = SourceIsUsable() ? 0 : (rows * m_sourceRowBytes + page - 1) / page * page;
