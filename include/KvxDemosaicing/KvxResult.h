@@ -13,7 +13,7 @@
 
 enum KvxResultCode {
     KvxResult_Success = 0,
-    /** A step of the conversion failed inside the image-processing library. Bare: depths that cannot be combined. */
+    /** A step of the conversion failed, or there are no pixels to convert. Bare: depths that cannot be combined. */
     KvxResult_ConversionFailed = 1,
     KvxResult_UnknownName = 2,    /**< no parameter has this name */
     KvxResult_WrongType = 3,      /**< the parameter has another type, or the text is no value of its type */

@@ -6,12 +6,12 @@
 namespace kvx {
 
 uint32_t ConvertBayerFlat(const _KvxImage& src, const _KvxImage& dst, int algType, ChannelOrder order,
-                          const BayerOutput& output) noexcept {
+                          const BayerOutput& output, SlotBytes slot) noexcept {
     const int code = PixelTypeToBayerType(src.pixelType, algType, order == ChannelOrder::BGR);
     if (code == -1 || algType == KvxBayerAlgorithm_IPP)
         return ResultOf(KvxComponentType_Bayer, KvxResult_InvalidArgument);
     if (algType != KvxBayerAlgorithm_Bilinear && algType != KvxBayerAlgorithm_EdgeAware) return KvxResult_Success;
-    return ResultOf(KvxComponentType_Bayer, ConvertBayer(src, dst, code, output));
+    return ResultOf(KvxComponentType_Bayer, ConvertBayer(src, dst, code, output, slot));
 }
 
 }  // namespace kvx

@@ -8,7 +8,7 @@ const char* KvxResult_Text(uint32_t result) noexcept {
         case KvxResult_Success:
             return result == 0 ? "success" : "unknown result code";
         case KvxResult_ConversionFailed:
-            return "the image-processing library failed in a conversion step, or the depths cannot be combined";
+            return "a conversion step failed, there are no pixels, or the depths cannot be combined";
         case KvxResult_UnknownName:
             return "no parameter has this name";
         case KvxResult_WrongType:
