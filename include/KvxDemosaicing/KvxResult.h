@@ -30,8 +30,13 @@ enum KvxComponentType { KvxComponentType_ParamStorage = 0, KvxComponentType_Baye
 
 KVX_EXTERN_C_BEGIN
 
+/** `code` (KvxResultCode) in the form in which a component of this type (KvxComponentType) returns it. */
+static inline KVX_CONSTEXPR uint32_t KvxResult_Of(uint32_t componentType, uint32_t code) {
+    return code == KvxResult_Success ? code : 0x80000000u | (componentType << 16) | code;
+}
+
 /** True when `result` reports a failure; bare codes, which lack the top bit, included. */
-static inline bool KvxResult_Failed(uint32_t result) {
+static inline KVX_CONSTEXPR bool KvxResult_Failed(uint32_t result) {
     return result != KvxResult_Success;
 }
 

@@ -3,7 +3,6 @@
 
 #include "KvxBayer/BayerFlat.h"
 #include "KvxDemosaicing/KvxPixelFormat.h"
-#include "framework/ResultCodes.h"
 
 namespace kvx {
 namespace {
@@ -60,7 +59,7 @@ _KvxImage Record(uint32_t pixelType, int pixelDepth, uint32_t width, uint32_t he
 uint32_t Convert(const BayerFlatArguments& a, const DepthFormats* formats, ChannelOrder order,
                  const BayerOutput& output, SlotBytes slot = SlotBytes::AsWritten) {
     if (!formats || a.bayerPattern >= std::size(formats->patterns))
-        return ResultOf(KvxComponentType_Bayer, KvxResult_InvalidArgument);
+        return KvxResult_Of(KvxComponentType_Bayer, KvxResult_InvalidArgument);
     const uint32_t dstType = order == ChannelOrder::BGR ? formats->bgr : formats->rgb;
     const _KvxImage src =
         Record(formats->patterns[a.bayerPattern], a.pixelDepth, a.srcSize.width, a.srcSize.height, a.srcStep, a.pSrc);

@@ -4,11 +4,10 @@
 #include "KvxBayer/BayerFlat.h"
 #include "KvxBayer/KvxBayerImp.h"
 #include "framework/PixelFormats.h"
-#include "framework/ResultCodes.h"
 
 namespace {
 
-constexpr uint32_t kInvalid = kvx::ResultOf(KvxComponentType_Bayer, KvxResult_InvalidArgument);
+constexpr uint32_t kInvalid = KvxResult_Of(KvxComponentType_Bayer, KvxResult_InvalidArgument);
 
 // KvxBayer_ConvertImage() alone returns bare codes: deliberate, callers know them.
 constexpr uint32_t kBareNullRecord = KvxResult_InvalidArgument;

@@ -1,4 +1,4 @@
-#include "framework/ResultCodes.h"
+#include "KvxDemosaicing/KvxResult.h"
 
 const char* KvxResult_Text(uint32_t result) noexcept {
     constexpr uint32_t formBits = 0xFF000000;  // 0x80 in a full code, 0 in a bare one
