@@ -1,13 +1,8 @@
 #include "KvxBayer/BayerConversion.h"
 
-#include <omp.h>
-
 #include <algorithm>
-#include <atomic>
 #include <climits>
 #include <cstring>
-#include <memory>
-#include <new>
 #include <opencv2/imgproc.hpp>
 
 #include "KvxDemosaicing/KvxResult.h"
@@ -16,214 +11,110 @@
 namespace kvx {
 namespace {
 
-constexpr int kChannels = 3;
-
-/** Library failures and missing memory become codes; nothing else is thrown below. */
-template <class Body>
-uint32_t Guarded(const Body& body) noexcept {
-    try {
-        body();
-        return KvxResult_Success;
-    } catch (const std::bad_alloc&) {
-        return KvxResult_NoMemory;
-    } catch (...) {
-        return KvxResult_ConversionFailed;
-    }
-}
-
-/** Rows of equal length somewhere in memory. */
-struct Rows {
-    uint8_t* data;
-    size_t step;
-
-    uint8_t* operator[](int64_t row) const {
-        return data + row * static_cast<int64_t>(step);
-    }
-    bool IsAligned(size_t sampleSize) const {
-        return step % sampleSize == 0 && reinterpret_cast<uintptr_t>(data) % sampleSize == 0;
-    }
-};
-
-Rows RowsOf(const _KvxImage& image) {
-    return {static_cast<uint8_t*>(image.data), image.lineStep};
-}
+constexpr size_t kChannels = 3;
 
 bool Holds(const _KvxImage& image, uint64_t bytesPerPixel) {
     return image.data && image.width <= INT_MAX && image.height <= INT_MAX && image.lineStep <= INT_MAX &&
            image.width * bytesPerPixel <= image.lineStep;
 }
 
-bool IsEdgeAware(int code) {
-    return code >= cv::COLOR_BayerBG2BGR_EA && code <= cv::COLOR_BayerGR2BGR_EA;
+size_t SampleSizeOf(const _KvxImage& src) {
+    return Is8Bit(src.pixelType) ? 1 : 2;
 }
 
-/** The code for the frame without its first row: GR and BG change places, RG and GB do. */
-int OneRowDown(int code) {
-    return (IsEdgeAware(code) ? cv::COLOR_BayerBG2BGR_EA + cv::COLOR_BayerGR2BGR_EA
-                              : cv::COLOR_BayerBG2BGR + cv::COLOR_BayerGR2BGR) -
-           code;
-}
+/** The colours of a frame, as a conversion code tells them. */
+struct Layout {
+    bool greenFirst;      // at the top left
+    bool topColourFirst;  // the red or blue of the top row is the first sample of a pixel
+    GreenRule rule;
+};
 
-/** Working memory of the calling thread, kept for its next frame. */
-uint8_t* Scratch(size_t bytes) {
-    thread_local std::unique_ptr<uint8_t[]> memory;
-    thread_local size_t capacity = 0;
-    if (bytes > capacity) {
-        capacity = 0;
-        memory.reset();
-        memory = std::make_unique_for_overwrite<uint8_t[]>(bytes);
-        capacity = bytes;
+Layout LayoutOf(int code) {
+    // A code is named after the second row and column of its cell. The red-first codes are the blue-first ones of the
+    // pattern with red and blue exchanged, so four of each rule are all.
+    switch (code) {
+        case cv::COLOR_BayerGB2BGR:
+            return {true, false, GreenRule::Mean};
+        case cv::COLOR_BayerRG2BGR:
+            return {false, true, GreenRule::Mean};
+        case cv::COLOR_BayerGR2BGR:
+            return {true, true, GreenRule::Mean};
+        case cv::COLOR_BayerBG2BGR_EA:
+            return {false, false, GreenRule::EdgeAware};
+        case cv::COLOR_BayerGB2BGR_EA:
+            return {true, false, GreenRule::EdgeAware};
+        case cv::COLOR_BayerRG2BGR_EA:
+            return {false, true, GreenRule::EdgeAware};
+        case cv::COLOR_BayerGR2BGR_EA:
+            return {true, true, GreenRule::EdgeAware};
+        default:  // cv::COLOR_BayerBG2BGR
+            return {false, false, GreenRule::Mean};
     }
-    return memory.get();
 }
 
-/** One frame's conversion: what to convert, and whether and how it is cut into bands. */
-class Conversion {
+/** A frame whose rows are converted each by itself. */
+class Frame {
 public:
-    Conversion(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output)
-        : m_source(RowsOf(src)),
-          m_destination(RowsOf(dst)),
-          m_width(static_cast<int>(src.width)),
-          m_height(static_cast<int>(src.height)),
-          m_code(code),
-          m_output(output),
-          m_sampleSize(Is8Bit(src.pixelType) ? 1 : 2),
-          m_sourceRowBytes(size_t{src.width} * m_sampleSize),
-          m_resultRowBytes(m_sourceRowBytes * kChannels) {}
+    Frame(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output, SlotBytes slot)
+        : m_src(src), m_dst(dst), m_layout(LayoutOf(code)), m_output(output), m_slot(slot) {}
 
-    uint32_t Run() const noexcept {
-        return IsDirect() ? Guarded([&] { Convert(m_source, m_destination, m_height, m_code); }) : RunInBands();
+    void ConvertRow(int64_t row) const {
+        uint8_t* out = RowOf(m_dst, row);
+        if (m_src.width < 3 || m_src.height < 3) {  // no site has all its neighbours
+            std::memset(out, 0, PictureBytes());
+        } else {
+            const int64_t centre = std::clamp<int64_t>(row, 1, int64_t{m_src.height} - 2);  // border rows are copies
+            const bool odd = centre % 2 != 0;
+            ConvertMosaicRow({.above = RowOf(m_src, centre - 1),
+                              .centre = RowOf(m_src, centre),
+                              .below = RowOf(m_src, centre + 1),
+                              .sampleSize = SampleSizeOf(m_src),
+                              .width = m_src.width,
+                              .greenFirst = m_layout.greenFirst != odd,
+                              .rowColourFirst = m_layout.topColourFirst != odd,
+                              .rule = m_layout.rule,
+                              .output = m_output},
+                             out);
+        }
+        if (m_slot == SlotBytes::Four) std::memset(out + PictureBytes(), 0, SlotRowBytes() - PictureBytes());
     }
 
 private:
-    int Type(int channels) const {
-        return CV_MAKETYPE(m_sampleSize == 1 ? CV_8U : CV_16U, channels);
+    static uint8_t* RowOf(const _KvxImage& image, int64_t row) {
+        return static_cast<uint8_t*>(image.data) + row * int64_t{image.lineStep};
+    }
+    size_t PictureBytes() const {
+        return m_src.width * kChannels * (m_output.form == BayerOutput::Samples ? SampleSizeOf(m_src) : 1);
+    }
+    size_t SlotRowBytes() const {
+        return std::min<size_t>(m_dst.lineStep, size_t{4} * m_src.width);
     }
 
-    void Convert(const Rows& from, const Rows& to, int rows, int code) const {
-        const cv::Mat source(rows, m_width, Type(1), from.data, from.step);
-        cv::Mat result(rows, m_width, Type(kChannels), to.data, to.step);
-        cv::cvtColor(source, result, code, 0);
-    }
-
-    /** The edge-aware conversion takes every row to start where the one above ends, and overwrites what lies between.
-     */
-    bool SourceIsUsable() const {
-        return m_source.IsAligned(m_sampleSize) && (!IsEdgeAware(m_code) || m_source.step == m_sourceRowBytes);
-    }
-    bool DestinationIsUsable() const {
-        return m_destination.IsAligned(m_sampleSize) &&
-               (!IsEdgeAware(m_code) || m_destination.step == m_resultRowBytes);
-    }
-    bool IsDirect() const {
-        const bool fitsIndices =
-            m_destination.step * static_cast<uint64_t>(m_height) <= INT_MAX;  // the library's are int
-        return m_output.form == BayerOutput::Samples && SourceIsUsable() && DestinationIsUsable() && fitsIndices;
-    }
-
-    /**
-     * A band's result is right but for its first and last row, which the library fills with the rows next to them. So
-     * bands overlap by two rows, and only at the frame's own border are those rows kept.
-     */
-    struct Band {
-        int sourceBegin, sourceEnd;  // rows that are converted
-        int begin, end;              // rows that are kept
-    };
-    int InnerRows() const {
-        return std::max(m_height - 2, 1);
-    }
-    Band BandAt(int index, int rowsPerBand) const {
-        const int sourceBegin = index * rowsPerBand;
-        const int sourceEnd = sourceBegin + std::min(rowsPerBand + 2, m_height - sourceBegin);
-        return {sourceBegin, sourceEnd, index == 0 ? 0 : sourceBegin + 1,
-                sourceEnd == m_height ? m_height : sourceEnd - 1};
-    }
-
-    uint32_t RunInBands() const noexcept {
-        constexpr size_t bandBytes = 256 * 1024;  // of converted samples: they are read again while in the L2 cache
-        constexpr size_t page = 4096;             // apart from each other, so that threads do not share lines
-        const int rowsPerBand = static_cast<int>(std::clamp<size_t>(bandBytes / std::max<size_t>(m_resultRowBytes, 1),
-                                                                    2, static_cast<size_t>(InnerRows()) + 1));
-        const int bands = (InnerRows() + rowsPerBand - 1) / rowsPerBand;
-        const size_t rows = static_cast<size_t>(rowsPerBand) + 2;
-        const size_t resultBytes = (rows * m_resultRowBytes + page - 1) / page * page;
-        const size_t sourceBytes = SourceIsUsable() ? 0 : (rows * m_sourceRowBytes + page - 1) / page * page;
-        const int threads = std::min(omp_get_max_threads(), bands);
-
-        uint8_t* scratch = nullptr;
-        const uint32_t result =
-            Guarded([&] { scratch = Scratch((resultBytes + sourceBytes) * static_cast<size_t>(threads)); });
-        if (result != KvxResult_Success) return result;
-
-        std::atomic<uint32_t> failure{KvxResult_Success};
-#pragma omp parallel for num_threads(threads) schedule(dynamic) default(none) \
-    shared(bands, rowsPerBand, scratch, resultBytes, sourceBytes, failure)
-        for (int index = 0; index < bands; ++index) {
-            uint8_t* memory = scratch + (resultBytes + sourceBytes) * static_cast<size_t>(omp_get_thread_num());
-            const uint32_t code = Guarded([&] { RunBand(BandAt(index, rowsPerBand), memory, memory + resultBytes); });
-            if (code != KvxResult_Success) failure = code;
-        }
-        return failure;
-    }
-
-    void RunBand(const Band& band, uint8_t* resultMemory, uint8_t* sourceMemory) const {
-        const int rows = band.sourceEnd - band.sourceBegin;
-        Rows source{m_source[band.sourceBegin], m_source.step};
-        if (!SourceIsUsable()) {
-            source = {sourceMemory, m_sourceRowBytes};
-            for (int row = 0; row < rows; ++row)
-                std::memcpy(source[row], m_source[band.sourceBegin + row], m_sourceRowBytes);
-        }
-        const Rows result{resultMemory, m_resultRowBytes};
-        Convert(source, result, rows, band.sourceBegin % 2 ? OneRowDown(m_code) : m_code);
-        Store(band, {result[band.begin - band.sourceBegin], result.step});
-    }
-
-    void Store(const Band& band, const Rows& result) const {
-        const int rows = band.end - band.begin;
-        const Rows destination{m_destination[band.begin], m_destination.step};
-        switch (m_output.form) {
-            case BayerOutput::Samples:
-                for (int row = 0; row < rows; ++row) std::memcpy(destination[row], result[row], m_resultRowBytes);
-                return;
-            case BayerOutput::RoundedBytes: {
-                cv::Mat bytes(rows, m_width, CV_8UC3, destination.data, destination.step);
-                cv::Mat(rows, m_width, CV_16UC3, result.data, result.step)
-                    .convertTo(bytes, CV_8U, 1.0 / (1 << m_output.shift));
-                return;
-            }
-            case BayerOutput::ShiftedBytes:
-                for (int row = 0; row < rows; ++row)
-                    StoreShifted(reinterpret_cast<const uint16_t*>(result[row]), destination[row]);
-                return;
-        }
-    }
-
-    void StoreShifted(const uint16_t* samples, uint8_t* bytes) const {
-        const size_t count = size_t{kChannels} * static_cast<size_t>(m_width);
-        for (size_t i = 0; i < count; ++i) bytes[i] = static_cast<uint8_t>(samples[i] >> m_output.shift);
-        if (m_output.fourByteSlots) {
-            const size_t rowBytes = std::min(m_destination.step, size_t{4} * static_cast<size_t>(m_width));
-            std::memset(bytes + count, 0, rowBytes - count);
-        }
-    }
-
-    Rows m_source, m_destination;
-    int m_width, m_height;
-    int m_code;
+    const _KvxImage& m_src;
+    const _KvxImage& m_dst;
+    Layout m_layout;
     BayerOutput m_output;
-    size_t m_sampleSize;
-    size_t m_sourceRowBytes, m_resultRowBytes;  // without padding
+    SlotBytes m_slot;
 };
 
 }  // namespace
 
-uint32_t ConvertBayer(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output) noexcept {
-    const uint64_t sampleSize = Is8Bit(src.pixelType) ? 1 : 2;
-    const uint64_t outputSize = output.form == BayerOutput::Samples ? sampleSize : 1;
+uint32_t ConvertBayer(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output,
+                      SlotBytes slot) noexcept {
+    const uint64_t outputSize = output.form == BayerOutput::Samples ? SampleSizeOf(src) : 1;
     const bool sameSize = src.width == dst.width && src.height == dst.height;
-    if (!sameSize || !Holds(src, sampleSize) || !Holds(dst, kChannels * outputSize)) return KvxResult_InvalidArgument;
-    return Conversion(src, dst, code, output).Run();
+    if (!sameSize || !Holds(src, SampleSizeOf(src)) || !Holds(dst, kChannels * outputSize))
+        return KvxResult_InvalidArgument;
+    if (src.width == 0 || src.height == 0) return KvxResult_ConversionFailed;
+
+    const Frame frame(src, dst, code, output, slot);
+    const auto height = static_cast<int64_t>(src.height);
+    constexpr uint64_t pixelsWorthThreads = 1 << 16;  // below, waking a team costs more than it saves
+    constexpr int rowsAtOnce = 16;                    // so that a thread that is held up holds up little
+#pragma omp parallel for schedule(dynamic, rowsAtOnce) default(none) \
+    shared(frame, height, rowsAtOnce) if (uint64_t{src.width} * src.height > pixelsWorthThreads)
+    for (int64_t row = 0; row < height; ++row) frame.ConvertRow(row);
+    return KvxResult_Success;
 }
 
 }  // namespace kvx

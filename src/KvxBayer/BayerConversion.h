@@ -1,33 +1,30 @@
-/** One Bayer frame through the image-processing library's own conversion: algorithms 0 and 2. */
+/** One Bayer frame by algorithm 0 or 2. */
 #pragma once
 
 #include <cstdint>
 
+#include "KvxBayer/MosaicRow.h"
 #include "KvxDemosaicing/KvxImage.h"
 
 namespace kvx {
 
-/** What becomes of the samples that the conversion computes. */
-struct BayerOutput {
-    enum Form {
-        Samples,       ///< stored as wide as the source's samples
-        RoundedBytes,  ///< scaled by 2^-shift, rounded to nearest even and saturated
-        ShiftedBytes   ///< shifted right by `shift`, low byte kept
-    };
-    Form form;
-    int shift = 0;
-    bool fourByteSlots = false;  ///< ShiftedBytes only: a row is zero-filled to 4 x width bytes, or to its line step
+/** Bytes that a row of the destination has for each pixel. */
+enum class SlotBytes {
+    AsWritten,  ///< three samples
+    Four        ///< three bytes of picture; the rest of the row is zeroed, 4 x width bytes or to the line step
 };
 
 /**
  * Converts `src` into `dst`, three samples a pixel, by the conversion code `code` (PixelTypeToBayerType()).
  *
- * The result is that of one library call on the whole frame, for any line step: what the library cannot do in place
- * goes through bands of rows. Nothing is written outside the pixels of `dst`.
+ * The samples are those of the image-processing library's conversion with this code, to the bit: computed in one pass
+ * because the library's is scalar for words, gives words only, ignores the row padding in its edge-aware form, and
+ * refuses words at odd addresses. Any line step will do; nothing is written outside the pixels of `dst`.
  *
  * @return 0, or a KvxResultCode: InvalidArgument when the records do not fit each other or their buffers,
- *         ConversionFailed when the library threw, NoMemory
+ *         ConversionFailed for a frame without pixels
  */
-uint32_t ConvertBayer(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output) noexcept;
+uint32_t ConvertBayer(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output,
+                      SlotBytes slot = SlotBytes::AsWritten) noexcept;
 
 }  // namespace kvx

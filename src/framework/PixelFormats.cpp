@@ -193,14 +193,12 @@ constexpr bool EveryRowAgreesWithItsCode() {
         if (((f.pixelType >> 8) & 0xF) != f.bitsPerComponent / 2u - 3u) return false;
         if (((f.pixelType >> 12) & 0xF) != PackingOf(name)) return false;
         if ((f.pixelType & kColourModelMask) != ColourModelOf(name)) return false;
-        if (name.find(DepthText(f.bitsPerComponent)) == name.npos) return false;
+        if (name.find(DepthText(f.bitsPerComponent)) == std::string_view::npos) return false;
         if (!CfaTile(name).empty() && CfaTile(name) != f.components) return false;
         if (f.phase != (ColourModelOf(name) == kTrueSense ? uint32_t(name[20] - '0') : 0)) return false;
         if (PackingOf(name) == 0 && ColourModelOf(name) != kYuv &&
             bitsPerPixel != f.componentCount * (f.bitsPerComponent == 8 ? 8u : 16u))
             return false;
-        for (uint32_t other = 0; other < row; ++other)
-            if (name == s_colorModelDescription[other].name) return false;
     }
     return true;
 }

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "KvxTrueSense/TrueSenseParams.h"
-#include "support/VectorTargets.h"
+#include "support/InstructionSets.h"
 
 namespace kvx::test {
 namespace {
@@ -79,7 +79,7 @@ TEST(ToneIndices, OfAMatrixEqualTheComputationInDouble) {
             for (int channel = 0; channel < 3; ++channel)
                 expected[channel].push_back(
                     IndexInDouble(&matrix[3 * channel], planes[0][i], planes[1][i], planes[2][i]));
-        ForEachTarget([&] {
+        ForEachInstructionSet([&] {
             std::vector<uint16_t> found[3];
             for (auto& indices : found) indices.resize(count + room);
             uint16_t* const indices[] = {found[0].data(), found[1].data(), found[2].data()};

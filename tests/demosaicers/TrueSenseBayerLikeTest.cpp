@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/InstructionSets.h"
 #include "support/TrueSenseJobs.h"
-#include "support/VectorTargets.h"
 
 namespace kvx::test {
 namespace {
@@ -13,7 +13,7 @@ void ExpectSlowResult(const TrueSenseJob& job) {
     SCOPED_TRACE(testing::Message() << job);
     const TrueSenseRun slow(job);
     const auto expected = slow.Expected(SlowBayerLike(slow.Slow()));
-    ForEachTarget([&] {
+    ForEachInstructionSet([&] {
         TrueSenseRun fast(job);
         ASSERT_EQ(fast.Convert<TrueSenseBayerLike>(), 0);
         ASSERT_TRUE(fast.Result() == expected);

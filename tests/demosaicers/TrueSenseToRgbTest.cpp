@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/InstructionSets.h"
 #include "support/TrueSenseJobs.h"
-#include "support/VectorTargets.h"
 
 namespace kvx::test {
 namespace {
@@ -13,7 +13,7 @@ void ExpectSlowResult(const TrueSenseJob& job) {
     SCOPED_TRACE(testing::Message() << job);
     const TrueSenseRun slow(job);
     const auto expected = slow.Expected(SlowInterpolation(slow.Slow()));
-    ForEachTarget([&] {
+    ForEachInstructionSet([&] {
         TrueSenseRun fast(job);
         ASSERT_EQ(fast.Convert<TrueSenseToRgb>(), 0);
         ASSERT_TRUE(fast.Result() == expected);
@@ -30,7 +30,7 @@ TEST(TrueSenseToRgb, EqualsItsSlowTwinOnEveryGridAndSmallSize) {
             }
 }
 
-TEST(TrueSenseToRgb, EqualsItsSlowTwinOnLargeFrames) {
+TEST(TrueSenseToRgb, EqualsItsSlowTwinOnLargeFramesInAnyNumberOfThreads) {
     std::mt19937 random(2);
     constexpr struct {
         int width, height;

@@ -39,6 +39,14 @@ TEST(PixelFormats, RowsThatFixTheLayoutOfTheCode) {
     }
 }
 
+TEST(PixelFormats, EveryRowIsFoundByItsNameAndItsCode) {
+    for (uint32_t index = 0; index < KVX_PIXEL_FORMAT_COUNT; ++index) {
+        const _KvxPixelFormat* format = KvxPixelFormat_ByIndex(index);
+        EXPECT_EQ(KvxPixelFormat_ByName(format->name), format) << format->name << " stands in two rows";
+        EXPECT_EQ(KvxPixelFormat_ByCode(format->pixelType), format) << format->name;
+    }
+}
+
 TEST(PixelFormats, WhatIsNotInTheTable) {
     EXPECT_EQ(KvxPixelFormat_ByName(nullptr), nullptr);
     EXPECT_EQ(KvxPixelFormat_ByName(""), nullptr);

@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Runs the benchmarks (arguments go to them, for example --benchmark_filter=12to8) and prints each figure beside its
+# peer's: medians over interleaved repetitions, so that a disturbance of the machine meets all of them alike.
+set -eu
+cd "$(dirname "$0")/.."
+scripts/install-packages.sh develop
+cmake --preset release > /dev/null
+cmake --build --preset release --target kvx_bench > /dev/null
+results=$(mktemp)
+trap 'rm -f "$results"' EXIT
+build/release/bench/kvx_bench --benchmark_enable_random_interleaving=true --benchmark_repetitions=15 \
+    --benchmark_min_time=0.05 --benchmark_report_aggregates_only=true \
+    --benchmark_out="$results" --benchmark_out_format=json "$@" > /dev/null
+python3 bench/table.py "$results"
