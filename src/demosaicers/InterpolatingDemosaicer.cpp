@@ -1,5 +1,6 @@
 #include "demosaicers/InterpolatingDemosaicer.h"
 
+#include <algorithm>
 #include <new>
 
 namespace kvx {
@@ -61,7 +62,7 @@ int InterpolatingDemosaicer<T>::Bind(const TrueSenseCall& call, Bound bound) noe
 
 template <class T>
 int InterpolatingDemosaicer<T>::ReserveWorkspaces() noexcept {
-    const auto threads = static_cast<size_t>(m_frame.threads);
+    const auto threads = static_cast<size_t>(std::min(m_frame.threads, (m_frame.area.height - 1) / m_bandRows + 1));
     if (m_workspaces.size() == threads && m_reservedWidth == m_frame.area.width) return KvxResult_Success;
     m_reservedWidth = 0;
     try {

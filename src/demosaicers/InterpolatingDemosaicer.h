@@ -71,7 +71,7 @@ private:
     bool m_withAlpha = false, m_bgrOrder = false;
     Bound m_bound = Bound::Nothing;  // which of the two pairs of calls has begun
     TrueSenseFrame m_frame{};
-    std::vector<TrueSenseWorkspace> m_workspaces;  // one for each thread
+    std::vector<TrueSenseWorkspace> m_workspaces;  // one for each thread that can have a band
     int m_reservedWidth = 0;                       // the working width they have room for
 };
 

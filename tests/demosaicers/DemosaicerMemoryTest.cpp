@@ -21,7 +21,7 @@ TEST(DemosaicerMemory, DoesNotGrowWithTheHeightOfAFrame) {
     size_t bytes[2];
     for (const bool isHigh : {false, true}) {
         TrueSenseToRgb<uint16_t> demosaicer;
-        TrueSenseRun run({.width = 640, .height = isHigh ? 6000 : 30, .grid = 9, .threads = 2});
+        TrueSenseRun run({.width = 640, .height = isHigh ? 6000 : 300, .grid = 9, .threads = 2});
         const size_t before = g_allocatedBytes;
         ASSERT_EQ(run.Convert<uint16_t>(&demosaicer), 0);
         bytes[isHigh] = g_allocatedBytes - before;
