@@ -1,5 +1,7 @@
 #include "demosaicers/GentleTone.h"
 
+#include <cstdlib>
+
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "demosaicers/GentleTone.cpp"
 #include <hwy/foreach_target.h>
@@ -30,8 +32,19 @@ private:
     V m_quarters[4];
 };
 
+/** Four-byte pixels, of which the fourth byte is not written. */
+void StoreThreeOfFour(V red, V green, V blue, uint8_t* dst) {
+    const Bytes d;
+    HWY_ALIGN uint8_t bytes[4 * hn::MaxLanes(Bytes())];
+    hn::StoreInterleaved4(red, green, blue, hn::Zero(d), d, bytes);
+    const hn::Repartition<uint32_t, Bytes> pixels;
+    const auto three = hn::MaskFromVec(hn::BitCast(d, hn::Set(pixels, 0x00FFFFFFu)));
+    for (size_t at = 0; at < sizeof bytes; at += hn::Lanes(d))
+        hn::BlendedStore(hn::Load(d, bytes + at), three, d, dst + at);
+}
+
 size_t Store(const std::array<const uint16_t*, kChannels>& indices, const GentleTone& tone, size_t count,
-             uint8_t* dst) {
+             ptrdiff_t pixelStep, uint8_t* dst) {
     const Bytes d;
     const hn::Repartition<uint16_t, Bytes> words;
     const Table256 first(tone.first), lowerRises(tone.lowerRises), upperRises(tone.upperRises);
@@ -42,24 +55,36 @@ size_t Store(const std::array<const uint16_t*, kChannels>& indices, const Gentle
     const V lowerUpTo = hn::LoadDup128(d, upTo[0]), upperUpTo = hn::LoadDup128(d, upTo[1]);
     const V entryMask = hn::Set(d, uint8_t{15});
 
+    const bool isBackwards = pixelStep < 0, hasFourth = std::abs(pixelStep) == 4;
+    const auto load = [&](const uint16_t* index) {
+        const auto v = hn::LoadU(words, index);
+        return isBackwards ? hn::Reverse(words, v) : v;
+    };
     const auto valueAt = [&](const uint16_t* index) {
-        const auto a = hn::LoadU(words, index), b = hn::LoadU(words, index + hn::Lanes(words));
+        const size_t next = hn::Lanes(words);
+        const auto a = load(isBackwards ? index + next : index), b = load(isBackwards ? index : index + next);
         const V run = hn::ConcatEven(d, hn::BitCast(d, hn::ShiftRight<4>(b)), hn::BitCast(d, hn::ShiftRight<4>(a)));
         const V entry = hn::And(hn::ConcatEven(d, hn::BitCast(d, b), hn::BitCast(d, a)), entryMask);
         const V lower = hn::And(lowerRises[run], hn::TableLookupBytes(lowerUpTo, entry));
         const V upper = hn::And(upperRises[run], hn::TableLookupBytes(upperUpTo, entry));
         return hn::Add(first[run], hn::Add(hn::PopulationCount(lower), hn::PopulationCount(upper)));
     };
+    const auto lanes = static_cast<ptrdiff_t>(hn::Lanes(d));
     size_t i = 0;
-    for (; i + hn::Lanes(d) <= count; i += hn::Lanes(d))
-        hn::StoreInterleaved3(valueAt(indices[0] + i), valueAt(indices[1] + i), valueAt(indices[2] + i), d,
-                              dst + kChannels * i);
+    for (; i + hn::Lanes(d) <= count; i += hn::Lanes(d), dst += lanes * pixelStep) {
+        const V red = valueAt(indices[0] + i), green = valueAt(indices[1] + i), blue = valueAt(indices[2] + i);
+        uint8_t* lowest = isBackwards ? dst + (lanes - 1) * pixelStep : dst;
+        if (hasFourth)
+            StoreThreeOfFour(red, green, blue, lowest);
+        else
+            hn::StoreInterleaved3(red, green, blue, d, lowest);
+    }
     return i;
 }
 
 #else
 
-size_t Store(const std::array<const uint16_t*, kChannels>&, const GentleTone&, size_t, uint8_t*) {
+size_t Store(const std::array<const uint16_t*, kChannels>&, const GentleTone&, size_t, ptrdiff_t, uint8_t*) {
     return 0;
 }
 
@@ -92,8 +117,8 @@ GentleTone GentleToneOf(const std::array<uint8_t, KVX_TONE_TABLE_SIZE>& table) {
 }
 
 size_t StoreGentleTones(const std::array<const uint16_t*, kChannels>& indices, const GentleTone& tone, size_t count,
-                        uint8_t* dst) {
-    return HWY_DYNAMIC_DISPATCH(Store)(indices, tone, count, dst);
+                        ptrdiff_t pixelStep, uint8_t* dst) {
+    return HWY_DYNAMIC_DISPATCH(Store)(indices, tone, count, pixelStep, dst);
 }
 
 }  // namespace kvx

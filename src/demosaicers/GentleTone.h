@@ -22,9 +22,11 @@ GentleTone GentleToneOf(const std::array<uint8_t, KVX_TONE_TABLE_SIZE>& table);
 /**
  * Looks up and stores as many red, green, blue pixels as there are vectors for.
  * @param indices of the table, 0 to 4095
+ * @param pixelStep bytes from pixel to pixel, 3 or 4, negative for backwards; a fourth byte is not written
+ * @param dst the first pixel
  * @return the number of pixels stored, at most `count`: 0 where the instruction set has no fast way
  */
 size_t StoreGentleTones(const std::array<const uint16_t*, kChannels>& indices, const GentleTone& tone, size_t count,
-                        uint8_t* dst);
+                        ptrdiff_t pixelStep, uint8_t* dst);
 
 }  // namespace kvx

@@ -54,9 +54,9 @@ void PixelWriter::WriteRow(int row, const std::array<const int16_t*, kChannels>&
 }
 
 void PixelWriter::StoreBytes(const std::array<const uint16_t*, kChannels>& indices, size_t count, uint8_t* dst) const {
-    const bool isDense = m_frame.destination.pixelStep == kChannels;
-    const size_t done = isDense && m_gentleTone.isUsable ? StoreGentleTones(indices, m_gentleTone, count, dst) : 0;
-    StorePixels(indices, m_byteTone.data(), done, count, m_frame.destination.pixelStep, dst);
+    const ptrdiff_t pixelStep = m_frame.destination.pixelStep;
+    const size_t done = m_gentleTone.isUsable ? StoreGentleTones(indices, m_gentleTone, count, pixelStep, dst) : 0;
+    StorePixels(indices, m_byteTone.data(), done, count, pixelStep, dst);
 }
 
 }  // namespace kvx
