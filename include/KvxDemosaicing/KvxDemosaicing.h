@@ -12,5 +12,6 @@
 #include "KvxDemosaicing/KvxPixelFormat.h"
 #include "KvxDemosaicing/KvxResult.h"
 #include "KvxDemosaicing/KvxTrueSense.h"
+#include "KvxDemosaicing/KvxTrueSenseFlat.h"
 
 #endif

@@ -1,12 +1,31 @@
 /**
  * @file
- * TrueSense frames: raw frames of 4x4 mosaics in which half of the sites are panchromatic (W).
+ * The TrueSense component: raw frames of 4x4 mosaics, in which half of the sites are panchromatic (W), become images.
+ *
+ * Life cycle: KvxTrueSense_CreateComponent(), parameters through KvxTrueSense_GetComponent(), optionally
+ * KvxTrueSense_AllocData(), KvxTrueSense_ConvertImage() once per frame, KvxTrueSense_DeleteComponent().
+ *
+ * The component has 66 parameters: "TrueSenseAlgType" (integer, 0 to 6, default 0, one of KvxTrueSenseAlgorithm),
+ * "NoRealloc" (kept for callers that set it; no effect), and the 64 named fields of tagTrueSenseParam.
+ *
+ * Threads: a component serves one conversion at a time; two components never disturb each other. A conversion spreads
+ * its work over "threads_num" threads, or as many as OpenMP is set to, and leaves that setting as it was. The picture
+ * is the same for any number of threads. Image buffers belong to the caller.
  */
 #ifndef KVXDEMOSAICING_KVXTRUESENSE_H
 #define KVXDEMOSAICING_KVXTRUESENSE_H
 
+#include "KvxDemosaicing/KvxComponent.h"
 #include "KvxDemosaicing/KvxImage.h"
-#include "KvxDemosaicing/KvxResult.h"
+
+/** Values of "TrueSenseAlgType" and of the `algType` argument of the flat functions. */
+enum KvxTrueSenseAlgorithm {
+    KvxTrueSenseAlgorithm_Fast = 0,      /**< interpolation only */
+    KvxTrueSenseAlgorithm_Simple = 1,    /**< not available yet: gives 0x80060007 */
+    KvxTrueSenseAlgorithm_BayerLike = 2, /**< reduction to a Bayer mosaic of half the size */
+    KvxTrueSenseAlgorithm_KodakLike = 3, /**< not available yet */
+    KvxTrueSenseAlgorithm_Kodak = 4      /**< not available yet */
+};
 
 /** Number of entries of a tone table. */
 #define KVX_TONE_TABLE_SIZE 4096u
@@ -90,7 +109,68 @@ static_assert(sizeof(tagTrueSenseParam) == 65 * 8 && offsetof(tagTrueSenseParam,
                   offsetof(tagTrueSenseParam, toneTable) == 64 * 8,
               "the parameter record is part of the binary interface");
 
+#ifdef __cplusplus
+/** The converter. The order of the virtual functions is part of the binary interface. */
+class KVX_API KvxTrueSense {
+public:
+    /** Same as KvxTrueSense_CreateComponent(). */
+    static KvxTrueSense* CreateComponent() noexcept;
+    /** Same as KvxTrueSense_DeleteComponent(). */
+    static void DeleteComponent(KvxTrueSense* component) noexcept;
+
+    /** The parameter interface; lives as long as this object. */
+    virtual KvxComponent* GetComponent() noexcept = 0;
+    virtual uint32_t ConvertImage(const _KvxImage* src, _KvxImage* dst) noexcept = 0;
+    virtual uint32_t AllocData(const _KvxImage* src, _KvxImage* dst) noexcept = 0;
+    virtual void ReleaseData() noexcept = 0;
+
+protected:
+    ~KvxTrueSense() = default;
+};
+#else
+typedef struct KvxTrueSense KvxTrueSense;
+#endif
+
 KVX_EXTERN_C_BEGIN
+
+/** A new component with default parameters, to be given to KvxTrueSense_DeleteComponent(); null without memory. */
+KVX_API KvxTrueSense* KvxTrueSense_CreateComponent(void) KVX_NOEXCEPT;
+
+/** The parameter interface of a component, which stays its owner; null in, null out. */
+KVX_API KvxComponent* KvxTrueSense_GetComponent(KvxTrueSense* component) KVX_NOEXCEPT;
+
+/**
+ * Optional: releases what is kept from earlier frames and makes ready for the source's format and the current
+ * algorithm. The image buffers are not looked at; nothing is written to `dst`.
+ *
+ * @return 0; 0x80060007 null argument, source not TrueSense, algorithm not available; 0x80060009 no memory
+ */
+KVX_API uint32_t KvxTrueSense_AllocData(KvxTrueSense* component, const _KvxImage* src, _KvxImage* dst) KVX_NOEXCEPT;
+
+/**
+ * Converts one frame with the algorithm that "TrueSenseAlgType" selects.
+ *
+ * Sources of 8 bits become "RGB8", "BGR8", "RGBa8" or "BGRa8". Sources of 10 to 14 bits become those, or "RGB10" to
+ * "RGB16" and "BGR10" to "BGR16"; 16-bit samples have the source's depth whatever the destination's name says, or are
+ * 16 bits deep with "normalizationEnable".
+ *
+ * @param component from KvxTrueSense_CreateComponent(); used by one thread at a time
+ * @param src one of the 64 TrueSense formats, `height` rows of `lineStep` bytes; a sample is one byte or one
+ *            right-aligned 16-bit word. `pixelDepth` is the number of significant bits.
+ * @param dst the caller sets `pixelType`, `lineStep` and `data` and owns the buffer: `src->height` rows of `lineStep`
+ *            bytes; its `width` and `height` are not looked at. Only pixels are written: not the row padding, and not
+ * the fourth byte of a four-channel pixel. The buffers must not overlap.
+ * @return 0; 0x80060007 null argument, source not TrueSense, algorithm that is not available, destination or depth that
+ *         is not supported, a line step that cannot hold a row or is past INT_MAX, a frame without pixels; 0x80060008
+ *         null `data`; 0x80060009 no memory. Whatever is refused leaves the destination as it was.
+ */
+KVX_API uint32_t KvxTrueSense_ConvertImage(KvxTrueSense* component, const _KvxImage* src, _KvxImage* dst) KVX_NOEXCEPT;
+
+/** Releases what the component keeps between frames; the parameters stay. Null is ignored. */
+KVX_API void KvxTrueSense_ReleaseData(KvxTrueSense* component) KVX_NOEXCEPT;
+
+/** Destroys a component and the interface that KvxTrueSense_GetComponent() gave. Null is ignored. */
+KVX_API void KvxTrueSense_DeleteComponent(KvxTrueSense* component) KVX_NOEXCEPT;
 
 /**
  * The place of a TrueSense frame's first pixel in the base tile.

@@ -13,13 +13,23 @@ KvxComponentImp::KvxComponentImp(uint8_t componentTypeID) : m_paramStorage(0), m
 void KvxComponentImp::AddParam(const char* name, int64_t defaultValue, int64_t minValue, int64_t maxValue,
                                int64_t* value) {
     *value = defaultValue;
+    Register(name, KvxParamType_Int, {.asInt = defaultValue}, {.asInt = minValue}, {.asInt = maxValue}, value);
+}
+
+void KvxComponentImp::AddParam(const char* name, double defaultValue, double minValue, double maxValue, double* value) {
+    *value = defaultValue;
+    Register(name, KvxParamType_Float, {.asFloat = defaultValue}, {.asFloat = minValue}, {.asFloat = maxValue}, value);
+}
+
+void KvxComponentImp::Register(const char* name, uint32_t type, _KvxParamValue defaultValue, _KvxParamValue minValue,
+                               _KvxParamValue maxValue, void* value) {
     _KvxStParam param{};
-    param.type = KvxParamType_Int;
+    param.type = type;
     param.flags = KvxParamAccess_Read | KvxParamAccess_Write;
     std::strncpy(param.name, name, sizeof param.name - 1);
-    param.defaultValue.asInt = defaultValue;
-    param.minValue.asInt = minValue;
-    param.maxValue.asInt = maxValue;
+    param.defaultValue = defaultValue;
+    param.minValue = minValue;
+    param.maxValue = maxValue;
     param.value = value;
     if (KvxResult_Failed(m_paramStorage.AddParam(&param))) throw std::bad_alloc();
 }

@@ -36,8 +36,12 @@ protected:
      * @throws std::bad_alloc when the store has no memory
      */
     void AddParam(const char* name, int64_t defaultValue, int64_t minValue, int64_t maxValue, int64_t* value);
+    void AddParam(const char* name, double defaultValue, double minValue, double maxValue, double* value);
 
 private:
+    void Register(const char* name, uint32_t type, _KvxParamValue defaultValue, _KvxParamValue minValue,
+                  _KvxParamValue maxValue, void* value);
+
     KvxParamStorage m_paramStorage;
     uint8_t m_componentTypeID;
 };

@@ -1,0 +1,31 @@
+#include "KvxTrueSense/DemosaicerClasses.h"
+
+#include "demosaicers/TrueSenseBayerLike.h"
+#include "demosaicers/TrueSenseToRgb.h"
+
+namespace kvx {
+namespace {
+
+template <class T, template <class> class Demosaicer>
+constexpr DemosaicerClass<T> s_class = {
+    [] { return std::unique_ptr<IDemConvertion<T>>(std::make_unique<Demosaicer<T>>()); },
+    [](const IDemConvertion<T>* object) { return dynamic_cast<const Demosaicer<T>*>(object) != nullptr; }};
+
+}  // namespace
+
+template <class T>
+const DemosaicerClass<T>* DemosaicerClassOf(int64_t algorithm) noexcept {
+    switch (algorithm) {
+        case KvxTrueSenseAlgorithm_Fast:
+            return &s_class<T, TrueSenseToRgb>;
+        case KvxTrueSenseAlgorithm_BayerLike:
+            return &s_class<T, TrueSenseBayerLike>;
+        default:
+            return nullptr;
+    }
+}
+
+template const DemosaicerClass<unsigned char>* DemosaicerClassOf(int64_t) noexcept;
+template const DemosaicerClass<unsigned short>* DemosaicerClassOf(int64_t) noexcept;
+
+}  // namespace kvx

@@ -1,0 +1,25 @@
+/** Which demosaicer an algorithm number selects. */
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "KvxTrueSense/IDemConvertion.h"
+
+namespace kvx {
+
+/** A class of demosaicers for samples T. */
+template <class T>
+struct DemosaicerClass {
+    std::unique_ptr<IDemConvertion<T>> (*make)();  ///< throws std::bad_alloc
+    bool (*made)(const IDemConvertion<T>*);        ///< true for an object of this class
+};
+
+/** Algorithm numbers, and with them classes, end here. */
+constexpr int kTrueSenseAlgorithms = 5;
+
+/** The class that `algorithm` selects, or null when there is none. */
+template <class T>
+const DemosaicerClass<T>* DemosaicerClassOf(int64_t algorithm) noexcept;
+
+}  // namespace kvx

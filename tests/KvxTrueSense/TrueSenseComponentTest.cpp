@@ -1,0 +1,287 @@
+// The TrueSense component and the flat functions: what they choose, keep and refuse. The pictures are the demosaicers'.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <functional>
+
+#include "KvxDemosaicing/KvxPixelFormat.h"
+#include "KvxDemosaicing/KvxTrueSenseFlat.h"
+#include "KvxTrueSense/TrueSenseParams.h"
+#include "demosaicers/TrueSenseBayerLike.h"
+#include "demosaicers/TrueSenseToRgb.h"
+#include "support/BayerFrames.h"
+
+namespace kvx::test {
+namespace {
+
+constexpr uint32_t kInvalid = 0x80060007, kNull = 0x80060008;
+constexpr uint32_t kWidth = 21, kHeight = 14;
+
+/** A frame and room for its picture. */
+struct TrueSenseFrameImages {
+    GuardedImage src, dst;
+    TrueSenseFrameImages(uint32_t srcType, uint32_t dstType, unsigned seed = 1)
+        : src(MakeSource(srcType, DepthOf(srcType), kWidth, kHeight, 6,
+                         MakeSamples(Fill::Noise, kWidth, kHeight, DepthOf(srcType), seed))),
+          dst(dstType, kWidth, kHeight, kWidth * PixelBytesOf(dstType), kWidth * PixelBytesOf(dstType) + 10) {}
+
+    static int DepthOf(uint32_t type) {
+        return KvxPixelFormat_ByCode(type)->bitsPerComponent;
+    }
+    static size_t PixelBytesOf(uint32_t type) {
+        return (type >> 16 & 0xFF) / 8;
+    }
+};
+
+/** What a demosaicer of the class makes of the frame. */
+template <template <class> class Demosaicer, class T>
+std::vector<uint8_t> Expected(TrueSenseFrameImages& frame, tagTrueSenseParam params) {
+    GuardedImage dst = frame.dst.Fresh();
+    const _KvxImage& src = frame.src.Record();
+    const uint32_t type = dst.Record().pixelType;
+    const bool withAlpha = type == KvxFormat_RGBa8 || type == KvxFormat_BGRa8;
+    const bool blueFirst = (type & 1) == 0 && (type & 0xFF) >= 0x72;  // the table alternates
+    Demosaicer<T> demosaicer;
+    demosaicer.SetOutputPixelType(withAlpha, blueFirst);
+    const _KvxRect region{0, 0, kWidth, kHeight};
+    const _KvxSize size{kWidth, kHeight};
+    const int srcStep = static_cast<int>(src.lineStep), dstStep = static_cast<int>(dst.Record().lineStep);
+    const auto grid = static_cast<unsigned char>(PixelTypeToTruesenseGrid(src.pixelType));
+    const int depth = static_cast<int>(src.pixelDepth);
+    if (sizeof(T) == 2 && TrueSenseFrameImages::DepthOf(type) == 8) {
+        EXPECT_EQ(demosaicer.InitRGB(static_cast<uint16_t*>(src.data), region, size, srcStep, depth,
+                                     static_cast<uint8_t*>(dst.Record().data), dstStep, grid, &params),
+                  0);
+        EXPECT_EQ(demosaicer.CalculateRGB(), 0);
+    } else {
+        EXPECT_EQ(demosaicer.Init(static_cast<T*>(src.data), region, size, srcStep, depth,
+                                  static_cast<T*>(dst.Record().data), dstStep, grid, &params),
+                  0);
+        EXPECT_EQ(demosaicer.Calculate(), 0);
+    }
+    return dst.Pixels();
+}
+
+std::vector<uint8_t> Expected(TrueSenseFrameImages& frame, int64_t algorithm, const tagTrueSenseParam& params) {
+    const bool bytes = frame.src.Record().pixelDepth == 8;
+    if (algorithm == 2)
+        return bytes ? Expected<TrueSenseBayerLike, unsigned char>(frame, params)
+                     : Expected<TrueSenseBayerLike, unsigned short>(frame, params);
+    return bytes ? Expected<TrueSenseToRgb, unsigned char>(frame, params)
+                 : Expected<TrueSenseToRgb, unsigned short>(frame, params);
+}
+
+tagTrueSenseParam ComponentDefaults() {
+    tagTrueSenseParam params{};
+    for (const TrueSenseParamRow& row : s_trueSenseParams) {
+        if (row.integer)
+            params.*row.integer = row.componentDefault.asInt;
+        else
+            params.*row.real = row.componentDefault.asFloat;
+    }
+    return params;
+}
+
+class TrueSenseComponent : public testing::Test {
+protected:
+    ~TrueSenseComponent() override {
+        KvxTrueSense::DeleteComponent(m_trueSense);
+    }
+    void Set(const char* name, int64_t value) {
+        ASSERT_EQ(m_component->SetParamInt(name, value), 0u) << name;
+    }
+    uint32_t Convert(TrueSenseFrameImages& frame) {
+        return KvxTrueSense_ConvertImage(m_trueSense, &frame.src.Record(), &frame.dst.Record());
+    }
+
+    KvxTrueSense* m_trueSense = KvxTrueSense::CreateComponent();
+    KvxComponent* m_component = KvxTrueSense_GetComponent(m_trueSense);
+};
+
+const uint32_t kSources[] = {KvxFormat_TrueSense_BGGR_WBBW_0_8, KvxFormat_TrueSense_GBRG_WGGW_1_10,
+                             KvxFormat_TrueSense_GRBG_WGGW_2_12, KvxFormat_TrueSense_RGGB_WRRW_3_14};
+
+TEST_F(TrueSenseComponent, Has66ParametersWithTheDefaultsOfAComponent) {
+    EXPECT_EQ(m_component->GetComponentTypeID(), 6);
+    ASSERT_EQ(m_component->GetParamCount(), 66u);
+    char name[64];
+    for (uint32_t index = 0; index < 66; ++index) {
+        uint32_t size = sizeof name;
+        ASSERT_EQ(m_component->GetParamName(index, name, &size), 0u);
+        const std::string expected = index == 0   ? "TrueSenseAlgType"
+                                     : index == 1 ? "NoRealloc"
+                                                  : s_trueSenseParams[index - 2].name;
+        EXPECT_EQ(name, expected);
+    }
+    double slope = 0, redFromGreen = 0;
+    int64_t impulse = 1, radius = 0, algorithm = 1;
+    EXPECT_EQ(m_component->GetParamFloat("ISOPanSlope_0", &slope), 0u);
+    EXPECT_EQ(slope, 0.3179309);
+    EXPECT_EQ(m_component->GetParamFloat("RG", &redFromGreen), 0u);
+    EXPECT_EQ(redFromGreen, -0.5325);
+    EXPECT_EQ(m_component->SetParamFloat("RG", -0.25), 0u);  // below the declared minimum, which means no bound
+    EXPECT_EQ(m_component->GetParamInt("impulseFilterEnable", &impulse), 0u);
+    EXPECT_EQ(m_component->GetParamInt("panRadius2", &radius), 0u);
+    EXPECT_EQ(m_component->GetParamInt("TrueSenseAlgType", &algorithm), 0u);
+    EXPECT_EQ(impulse, 0);
+    EXPECT_EQ(radius, 1);
+    EXPECT_EQ(algorithm, 0);
+    EXPECT_EQ(m_component->SetParamInt("TrueSenseAlgType", 6), 0u);
+    EXPECT_EQ(m_component->SetParamInt("TrueSenseAlgType", 7), 0x80000004u);
+    EXPECT_EQ(m_component->SetParamInt("threads_num", 33), 0x80000004u);
+}
+
+TEST_F(TrueSenseComponent, EverySourceToEveryDestinationOfItsTable) {
+    for (const int64_t algorithm : {0, 2, 0}) {
+        Set("TrueSenseAlgType", algorithm);
+        for (const uint32_t srcType : kSources)
+            for (uint32_t index = 0; index < KVX_PIXEL_FORMAT_COUNT; ++index) {
+                const _KvxPixelFormat& format = *KvxPixelFormat_ByIndex(index);
+                SCOPED_TRACE(testing::Message() << std::hex << srcType << " to " << format.name);
+                TrueSenseFrameImages frame(srcType, format.pixelType, index);
+                const bool colour = format.pixelType >> 24 == 2 && (format.pixelType >> 12 & 0xF) == 0;
+                const bool fits = colour && (format.bitsPerComponent == 8 || frame.src.Record().pixelDepth > 8);
+                ASSERT_EQ(Convert(frame), fits ? 0u : kInvalid);
+                tagTrueSenseParam params = ComponentDefaults();
+                GuardedImage flat = frame.dst.Fresh();
+                ASSERT_EQ(TrueSenseToColor(&frame.src.Record(), &flat.Record(), &params, static_cast<int>(algorithm),
+                                           index % 2),
+                          fits ? 0u : kInvalid);
+                if (fits) {
+                    ASSERT_EQ(frame.dst.Pixels(), Expected(frame, algorithm, params));
+                    ASSERT_TRUE(frame.dst.GuardsIntact());
+                    ASSERT_EQ(flat.Pixels(), frame.dst.Pixels());
+                } else {
+                    ASSERT_TRUE(frame.dst.Untouched() && flat.Untouched());
+                }
+            }
+    }
+}
+
+TEST_F(TrueSenseComponent, ParametersReachTheNextFrameAndBytesAreNeverDeepened) {
+    TrueSenseFrameImages words(kSources[2], KvxFormat_RGB16), bytes(kSources[0], KvxFormat_RGB8);
+    ASSERT_EQ(Convert(words), 0u);
+    Set("normalizationEnable", 1);
+    Set("horMirrored", 1);
+    tagTrueSenseParam params = ComponentDefaults();
+    params.horMirrored = 1;
+    ASSERT_EQ(Convert(bytes), 0u);
+    EXPECT_EQ(bytes.dst.Pixels(), Expected(bytes, 0, params));
+    int64_t normalization = 0;
+    EXPECT_EQ(m_component->GetParamInt("normalizationEnable", &normalization), 0u);
+    EXPECT_EQ(normalization, 1);
+    params.normalizationEnable = 1;
+    ASSERT_EQ(Convert(words), 0u);
+    EXPECT_EQ(words.dst.Pixels(), Expected(words, 0, params));
+}
+
+TEST_F(TrueSenseComponent, AllocDataChecksTheFormatAndTheAlgorithm) {
+    TrueSenseFrameImages frame(kSources[1], KvxFormat_RGB8);
+    _KvxImage* src = &frame.src.Record();
+    _KvxImage* dst = &frame.dst.Record();
+    EXPECT_EQ(KvxTrueSense_AllocData(m_trueSense, src, dst), 0u);
+    EXPECT_EQ(KvxTrueSense_AllocData(m_trueSense, nullptr, dst), kInvalid);
+    EXPECT_EQ(KvxTrueSense_AllocData(m_trueSense, src, nullptr), kInvalid);
+    for (const int64_t algorithm : {1, 3, 4, 5, 6}) {  // 1, 3 and 4 are not available yet
+        Set("TrueSenseAlgType", algorithm);
+        EXPECT_EQ(KvxTrueSense_AllocData(m_trueSense, src, dst), kInvalid);
+        EXPECT_EQ(Convert(frame), kInvalid);
+    }
+    Set("TrueSenseAlgType", 0);
+    for (const uint32_t type : {0x04080130u, 0x04080141u, uint32_t{KvxFormat_BayerRG8}, uint32_t{KvxFormat_RGB8}, 0u}) {
+        src->pixelType = type;
+        EXPECT_EQ(KvxTrueSense_AllocData(m_trueSense, src, dst), kInvalid) << std::hex << type;
+        EXPECT_EQ(Convert(frame), kInvalid) << std::hex << type;
+    }
+    EXPECT_TRUE(frame.dst.Untouched());
+}
+
+TEST_F(TrueSenseComponent, BadRecordsAreRefused) {
+    struct Case {
+        const char* what;
+        std::function<void(TrueSenseFrameImages&)> spoil;
+        uint32_t code;
+    };
+    const Case cases[] = {
+        {"null source data", [](auto& f) { f.src.Record().data = nullptr; }, kNull},
+        {"null destination data", [](auto& f) { f.dst.Record().data = nullptr; }, kNull},
+        {"no columns", [](auto& f) { f.src.Record().width = 0; }, kInvalid},
+        {"no rows", [](auto& f) { f.src.Record().height = 0; }, kInvalid},
+        {"depth 11", [](auto& f) { f.src.Record().pixelDepth = 11; }, kInvalid},
+        {"depth 18", [](auto& f) { f.src.Record().pixelDepth = 18; }, kInvalid},
+        {"source step short", [](auto& f) { f.src.Record().lineStep = kWidth * 2 - 1; }, kInvalid},
+        {"destination step short", [](auto& f) { f.dst.Record().lineStep = kWidth * 3 - 1; }, kInvalid},
+        {"source step past INT_MAX", [](auto& f) { f.src.Record().lineStep = 0xFFFFFF00; }, kInvalid},
+        {"destination step past INT_MAX", [](auto& f) { f.dst.Record().lineStep = 0xFFFFFF00; }, kInvalid},
+        {"width past INT_MAX", [](auto& f) { f.src.Record().width = 0x80000010; }, kInvalid},
+        {"height past INT_MAX", [](auto& f) { f.src.Record().height = 0xFFFFFFFF; }, kInvalid},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        TrueSenseFrameImages frame(kSources[2], KvxFormat_RGB8);
+        c.spoil(frame);
+        EXPECT_EQ(Convert(frame), c.code);
+        EXPECT_EQ(TrueSenseToColor(&frame.src.Record(), &frame.dst.Record(), nullptr, 0, 1), c.code);
+        EXPECT_TRUE(frame.dst.Untouched());
+    }
+    TrueSenseFrameImages frame(kSources[2], KvxFormat_RGB8);
+    _KvxImage* src = &frame.src.Record();
+    EXPECT_EQ(KvxTrueSense_ConvertImage(nullptr, src, src), kInvalid);
+    EXPECT_EQ(KvxTrueSense_ConvertImage(m_trueSense, nullptr, src), kInvalid);
+    EXPECT_EQ(KvxTrueSense_ConvertImage(m_trueSense, src, nullptr), kInvalid);
+    EXPECT_EQ(TrueSenseToColor(nullptr, src, nullptr, 0, 0), kInvalid);
+    EXPECT_EQ(TrueSenseToColor(src, nullptr, nullptr, 0, 0), kInvalid);
+    EXPECT_EQ(KvxTrueSense_AllocData(nullptr, src, src), kInvalid);
+    EXPECT_EQ(KvxTrueSense_GetComponent(nullptr), nullptr);
+    KvxTrueSense_ReleaseData(nullptr);
+    KvxTrueSense_DeleteComponent(nullptr);
+}
+
+TEST(TrueSenseFlat, AlgorithmsTheRecordAndTheTwoWidePixelFunctions) {
+    TrueSenseFrameImages frame(kSources[0], KvxFormat_RGB8);
+    const _KvxRect region{0, 0, kWidth, kHeight};
+    const _KvxSize size{kWidth, kHeight};
+    const auto convert = [&](tagTrueSenseParam* params, int algorithm, bool temporary) {
+        return TrueSenseToRGB_8u_C1C3R(static_cast<uint8_t*>(frame.src.Record().data), region, size,
+                                       static_cast<int>(frame.src.Record().lineStep), 8,
+                                       static_cast<uint8_t*>(frame.dst.Record().data),
+                                       static_cast<int>(frame.dst.Record().lineStep), 0, params, algorithm, temporary);
+    };
+    tagTrueSenseParam params = DefaultTrueSenseParams();
+    for (const int algorithm : {5, -1, 1, 3, 4}) {
+        params.normalizationEnable = 1;
+        EXPECT_EQ(convert(&params, algorithm, algorithm % 2 != 0), kInvalid) << algorithm;
+        EXPECT_EQ(params.normalizationEnable, 0);
+        EXPECT_TRUE(frame.dst.Untouched());
+    }
+    for (const int algorithm : {0, 2, 0, 0, 2}) {  // the one used before gives its memory back, and works again later
+        for (const bool temporary : {false, true}) {
+            ASSERT_EQ(convert(nullptr, algorithm, temporary), 0u);
+            EXPECT_EQ(frame.dst.Pixels(), Expected(frame, algorithm, params)) << algorithm;
+        }
+    }
+
+    // Four words a pixel: the fourth stays as it was. TrueSenseToColor() never chooses these two.
+    TrueSenseFrameImages words(kSources[2], KvxFormat_RGB12);
+    GuardedImage wide(0, kWidth, kHeight, kWidth * 8, kWidth * 8);
+    const std::vector<uint8_t> before = wide.Pixels();
+    const std::vector<uint8_t> expected = Expected(words, 0, params);
+    for (const auto function : {TrueSenseToRGB_16u_C1C4R, TrueSenseToBGR_16u_C1C4R}) {
+        ASSERT_EQ(function(static_cast<uint16_t*>(words.src.Record().data), region, size,
+                           static_cast<int>(words.src.Record().lineStep), 12,
+                           static_cast<uint16_t*>(wide.Record().data), kWidth * 8, 8 + 4, nullptr, 0, true),
+                  0u);
+        const bool blueFirst = function == TrueSenseToBGR_16u_C1C4R;
+        const std::vector<uint8_t> pixels = wide.Pixels();
+        for (size_t pixel = 0; pixel < kWidth * kHeight; ++pixel)
+            for (size_t channel = 0; channel < 4; ++channel)
+                for (size_t byte = 0; byte < 2; ++byte) {
+                    const size_t at = pixel * 8 + channel * 2 + byte;
+                    const size_t colour = blueFirst ? 2 - channel : channel;
+                    ASSERT_EQ(pixels[at], channel == 3 ? before[at] : expected[pixel * 6 + colour * 2 + byte]);
+                }
+    }
+}
+
+}  // namespace
+}  // namespace kvx::test
