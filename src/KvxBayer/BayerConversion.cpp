@@ -1,30 +1,15 @@
 #include "KvxBayer/BayerConversion.h"
 
-#include <climits>
-
+#include "KvxBayer/BayerGeometry.h"
 #include "KvxBayer/BilinearWords.h"
 #include "KvxBayer/LibraryConversion.h"
 #include "KvxDemosaicing/KvxResult.h"
-#include "framework/PixelFormats.h"
 
 namespace kvx {
-namespace {
-
-bool Holds(const _KvxImage& image, uint64_t bytesPerPixel) {
-    return image.data && image.width <= INT_MAX && image.height <= INT_MAX && image.lineStep <= INT_MAX &&
-           image.width * bytesPerPixel <= image.lineStep;
-}
-
-}  // namespace
 
 uint32_t ConvertBayer(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output) noexcept {
-    const uint64_t sampleSize = Is8Bit(src.pixelType) ? 1 : 2;
-    const uint64_t outputSize = output.form == BayerOutput::Samples ? sampleSize : 1;
-    const bool sameSize = src.width == dst.width && src.height == dst.height;
-    if (!sameSize || !Holds(src, sampleSize) || !Holds(dst, 3 * outputSize)) return KvxResult_InvalidArgument;
-
-    if (src.width == 0 || src.height == 0) return KvxResult_ConversionFailed;  // the library has nothing to convert
-
+    const uint32_t result = CheckBayerGeometry(src, dst, output);
+    if (result != KvxResult_Success) return result;
     if (TakesBilinearWords(src, dst, code, output)) {
         ConvertBilinearWords(src, dst, code, output);
         return KvxResult_Success;
