@@ -24,7 +24,7 @@
  *
  * Results, of all of them: 0; 0x80050001 the image-processing library refused the frame (one without pixels, for
  * example); 0x80050007 null data, unknown pattern or depth, sizes of source and region that differ, a step that cannot
- * hold a row, a size past INT_MAX, an algorithm that is not available; 0x80050009 no working memory. Whatever is
+ * hold a row, a size past INT_MAX; 0x80050009 no working memory. Whatever is
  * refused leaves the destination as it was. The functions keep no state and may run in any number of threads.
  */
 #ifndef KVXDEMOSAICING_KVXBAYERFLAT_H
