@@ -97,16 +97,21 @@ private:
         const Plane change =
             WindowSum([&](int y, int x) { return Square(along(smooth, y, x, 2) - along(smooth, y, x, -2)); });
         const Plane noise = WindowSum([&](int y, int x) { return 8 * Square(d(y, x) - smooth(y, x)); });
-        axis.cost = Fill([&](int y, int x) { return Square(gradient(y, x) + 0.25f); });
-        axis.local = Fill([&](int y, int x) { return change(y, x) / ((change(y, x) + noise(y, x)) + 0.25f); });
+        axis.cost = Fill([&](int y, int x) { return Square(gradient(y, x) + 0.125f); });
+        axis.local = Fill([&](int y, int x) { return change(y, x) / ((change(y, x) + noise(y, x)) + 0.125f); });
         return axis;
     }
 
+    /** Sums over the colour sites in windows of 5x5 about colour sites. */
     Plane WindowSum(const std::function<float(int, int)>& valueAt) const {
-        const auto five = [](auto at) { return ((at(-2) + at(2)) + (at(-1) + at(1))) + at(0); };
         const Plane values = Fill(valueAt);
-        const Plane rows = Fill([&](int y, int x) { return five([&](int i) { return values(y, x + i); }); });
-        return Fill([&](int y, int x) { return five([&](int i) { return rows(y + i, x); }); });
+        return Fill([&](int y, int x) {
+            const auto even = [&](int dx) {
+                return (values(y - 2, x + dx) + values(y + 2, x + dx)) + values(y, x + dx);
+            };
+            const auto between = [&](int dx) { return values(y - 1, x + dx) + values(y + 1, x + dx); };
+            return ((even(-2) + even(2)) + even(0)) + (between(-1) + between(1));
+        });
     }
 
     void FindGreen() {

@@ -1,4 +1,13 @@
-/** Step 3: what each axis costs at a colour site, and how far along it the differences can be trusted to be one. */
+/**
+ * Step 3: what an axis costs at a colour site, and how far along it the differences can be taken for one.
+ *
+ * The measures are summed over the colour sites of a window of 5x5:
+ *     C . C . C
+ *     . C . C .
+ *     C . C . C
+ *     . C . C .
+ *     C . C . C
+ */
 #pragma once
 
 #include "KvxBayer/ipp/ActivityRow.h"
@@ -11,7 +20,11 @@ struct Direction {
     float* local;  ///< 0..1: 1 where the differences change along the axis, so that only near sites tell
 };
 
-/** @param sums rows y - 2 to y + 2 of the axis' column sums; @param phase of row y */
-void DirectionRow(const Activity sums[5], int phase, int lanes, const Direction& direction);
+/**
+ * @param activity rows y - 2 to y + 2 of the axis; @param phase of row y
+ * @param even, between working memory: for each measure a row of sums of its three (two) rows of like phase
+ */
+void DirectionRow(const Activity activity[5], int phase, int lanes, const Activity& even, const Activity& between,
+                  const Direction& direction);
 
 }  // namespace kvx::ipp

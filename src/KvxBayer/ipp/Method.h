@@ -13,8 +13,8 @@ constexpr int kDepthOfUnit = 8;
 /** Share of a line's second difference in a directional estimate; 1/4 would take all colours to bend alike. */
 constexpr float kBend = 3.0f / 16.0f;
 
-/** Kept away from zero: a direction's sum of 25 gradients, and the denominator of its trust. */
-constexpr float kActivityGuard = 0.25f;
+/** Added to a window's sum of 13 gradients, and to its sums of squares where they are divided by: flat areas have 0. */
+constexpr float kActivityGuard = 0.125f;
 /** Noise counts so many times as much as change when a short line competes with a long one. */
 constexpr float kNoiseShare = 8.0f;
 

@@ -35,7 +35,7 @@ void TileWorker::Compute(const Frame& frame, const TileArea& area) {
     };
     static constexpr Step steps[] = {
         {kMosaicLag, kReach, kReach, &TileWorker::TakeSamples}, {kDifferenceLag, 16, 16, &TileWorker::FindDifferences},
-        {kSmoothLag, 14, 14, &TileWorker::SmoothDifferences},   {kActivityLag, 12, 12, &TileWorker::SumActivity},
+        {kSmoothLag, 14, 14, &TileWorker::SmoothDifferences},   {kActivityLag, 12, 12, &TileWorker::MeasureActivity},
         {kDirectionLag, 10, 10, &TileWorker::JudgeDirections},  {kGreenLag, 8, 8, &TileWorker::FindGreen},
         {kProductsLag, 8, 6, &TileWorker::MultiplySteps},       {kSlopeLag, 4, 4, &TileWorker::FitSlope},
         {kOtherLag, 3, 3, &TileWorker::FindOtherColour},        {kOutputLag, 0, 0, &TileWorker::WritePixels},
@@ -71,25 +71,26 @@ void TileWorker::FindDifferences(int row) {
 void TileWorker::SmoothDifferences(int row) {
     const PairRing& vertical = m_planes.vertical;
     const PairRow rows[5] = {vertical[row - 2], vertical[row - 1], vertical[row], vertical[row + 1], vertical[row + 2]};
-    SmoothRow(rows, m_lanes, m_planes.smooth[row]);
+    SmoothRow(rows, Phase(row), m_lanes, m_planes.smooth[row]);
 }
 
-void TileWorker::SumActivity(int row) {
-    const ActivityScratch scratch{m_planes.measures[0], m_planes.scratchPair[0]};
-    HorizontalActivityRow(m_planes.horizontal[row], m_lanes, scratch, m_planes.horizontalSums[row]);
+void TileWorker::MeasureActivity(int row) {
+    HorizontalActivityRow(m_planes.horizontal[row], Phase(row), m_lanes, m_planes.smoothAlongRow[0],
+                          m_planes.horizontalActivity[row]);
     const PairRing& vertical = m_planes.vertical;
     const PairRow differences[3] = {vertical[row - 1], vertical[row], vertical[row + 1]};
-    const PairRow smooth[3] = {m_planes.smooth[row - 2], m_planes.smooth[row], m_planes.smooth[row + 2]};
-    VerticalActivityRow(differences, smooth, m_lanes, scratch, m_planes.verticalSums[row]);
+    const float* const smooth[3] = {m_planes.smooth[row - 2], m_planes.smooth[row], m_planes.smooth[row + 2]};
+    VerticalActivityRow(differences, smooth, Phase(row), m_lanes, m_planes.verticalActivity[row]);
 }
 
 void TileWorker::JudgeDirections(int row) {
-    const auto judge = [&](const ActivityRing& sums, const Direction& direction) {
-        const Activity rows[5] = {sums[row - 2], sums[row - 1], sums[row], sums[row + 1], sums[row + 2]};
-        DirectionRow(rows, Phase(row), m_lanes, direction);
+    const auto judge = [&](const ActivityRing& activity, const Direction& direction) {
+        const Activity rows[5] = {activity[row - 2], activity[row - 1], activity[row], activity[row + 1],
+                                  activity[row + 2]};
+        DirectionRow(rows, Phase(row), m_lanes, m_planes.evenSums[0], m_planes.betweenSums[0], direction);
     };
-    judge(m_planes.horizontalSums, m_planes.alongRow[row]);
-    judge(m_planes.verticalSums, m_planes.downColumns[row]);
+    judge(m_planes.horizontalActivity, m_planes.alongRow[row]);
+    judge(m_planes.verticalActivity, m_planes.downColumns[row]);
 }
 
 void TileWorker::FindGreen(int row) {
@@ -128,7 +129,7 @@ void TileWorker::WritePixels(int row) {
                                    ColourData(row + 3)};
     const int phase = Phase(row);
     const PairRow mosaic = m_planes.mosaic[row];
-    PairRow own = m_planes.scratchPair[0], other = m_planes.otherChannel[0], green = mosaic;
+    PairRow own = m_planes.ownChannel[0], other = m_planes.otherChannel[0], green = mosaic;
     ColoursAtGreenRow(rows, mosaic.Green(phase), phase, m_lanes,
                       {own.Green(phase), other.Green(phase), other.Colour(phase)});
     (phase == 0 ? own.even : own.odd) = mosaic.Colour(phase);
@@ -137,17 +138,25 @@ void TileWorker::WritePixels(int row) {
     const bool ownIsBlue = m_frame->source.blueOnTop == (row % 2 == 0);
     const bool ownIsFirst = ownIsBlue == m_frame->blueFirst;
     const PairRow channels[3] = {ownIsFirst ? own : other, green, ownIsFirst ? other : own};
-    PackRow(channels, kMarginLanes, (m_area.columns + 1) / 2, m_frame->scale, m_frame->output, m_rowBytes.get());
-    StorePixels(m_area.firstRow + row - kReach);
+    Store(channels, m_area.firstRow + row - kReach);
 }
 
-void TileWorker::StorePixels(int frameRow) {
+void TileWorker::Store(const PairRow channels[3], int frameRow) {
     const bool words = m_frame->output.form == BayerOutput::Samples && m_frame->scale.sampleBytes == 2;
-    const size_t pixelBytes = words ? 6 : 3;
-    std::memcpy(m_frame->destination[frameRow] + static_cast<size_t>(m_area.firstColumn) * pixelBytes, m_rowBytes.get(),
-                static_cast<size_t>(m_area.columns) * pixelBytes);
+    const int pixelBytes = words ? 6 : 3;
+    const Rows& destination = m_frame->destination;
+    uint8_t* out = destination[frameRow] + static_cast<size_t>(m_area.firstColumn) * static_cast<size_t>(pixelBytes);
+    const auto pack = [&](int firstLane, int lanes, uint8_t* to) {
+        PackRow(channels, kMarginLanes + firstLane, lanes, m_frame->scale, m_frame->output, to);
+    };
+    // Whole blocks go straight to the picture; what would overrun the tile goes by way of our own memory.
+    const int wholeLanes = !words || destination.IsAligned(2) ? m_area.columns / 2 / kLaneBlock * kLaneBlock : 0;
+    pack(0, wholeLanes, out);
+    const int restColumns = m_area.columns - 2 * wholeLanes;
+    pack(wholeLanes, (restColumns + 1) / 2, m_rowBytes.get());
+    std::memcpy(out + 2 * wholeLanes * pixelBytes, m_rowBytes.get(), static_cast<size_t>(restColumns * pixelBytes));
     if (m_area.firstColumn + m_area.columns == m_frame->width)
-        ClearSlots(m_frame->output, m_frame->destination, frameRow, static_cast<size_t>(m_frame->width));
+        ClearSlots(m_frame->output, destination, frameRow, static_cast<size_t>(m_frame->width));
 }
 
 }  // namespace kvx::ipp

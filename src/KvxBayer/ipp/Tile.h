@@ -43,7 +43,7 @@ private:
     void TakeSamples(int row);
     void FindDifferences(int row);
     void SmoothDifferences(int row);
-    void SumActivity(int row);
+    void MeasureActivity(int row);
     void JudgeDirections(int row);
     void FindGreen(int row);
     void MultiplySteps(int row);
@@ -51,7 +51,7 @@ private:
     void FindOtherColour(int row);
     void WritePixels(int row);
 
-    void StorePixels(int frameRow);
+    void Store(const PairRow channels[3], int frameRow);
 
     int Phase(int row) const;
     ColourRowData ColourData(int row) const;

@@ -71,7 +71,7 @@ struct PairRing {
 };
 
 struct ActivityRing {
-    PairRing gradient, change, noise;
+    Ring gradient, change, noise;
     ActivityRing(RowCarver& memory, int count) : gradient(memory, count), change(memory, count), noise(memory, count) {}
     Activity operator[](int row) const {
         return {gradient[row], change[row], noise[row]};
@@ -103,9 +103,9 @@ struct TilePlanes {
     PairRing mosaic{carver, kOutputLag + 1};
     PairRing horizontal{carver, kGreenLag - kDifferenceLag + 1};
     PairRing vertical{carver, kGreenLag + 4 - kDifferenceLag + 1};
-    PairRing smooth{carver, kActivityLag + 2 - kSmoothLag + 1};
-    ActivityRing horizontalSums{carver, kDirectionLag + 2 - kActivityLag + 1};
-    ActivityRing verticalSums{carver, kDirectionLag + 2 - kActivityLag + 1};
+    Ring smooth{carver, kActivityLag + 2 - kSmoothLag + 1};
+    ActivityRing horizontalActivity{carver, kDirectionLag + 2 - kActivityLag + 1};
+    ActivityRing verticalActivity{carver, kDirectionLag + 2 - kActivityLag + 1};
     DirectionRing alongRow{carver, kGreenLag - kDirectionLag + 1};
     DirectionRing downColumns{carver, kGreenLag + 2 - kDirectionLag + 1};
     Ring green{carver, kOutputLag + 1 - kGreenLag + 1};
@@ -113,10 +113,11 @@ struct TilePlanes {
     ProductsRing products{carver, kSlopeLag + 4 - kProductsLag + 1};
     Ring slope{carver, kOutputLag + 1 - kSlopeLag + 1};
     Ring other{carver, kOutputLag + 3 - kOtherLag + 1};
-    ActivityRing measures{carver, 1};  // scratch of the steps themselves, from here on
-    PairRing scratchPair{carver, 1};
+    // Working memory of single steps.
+    Ring smoothAlongRow{carver, 1};
+    ActivityRing evenSums{carver, 1}, betweenSums{carver, 1};
     ProductsRing scratchProducts{carver, 1};
-    PairRing otherChannel{carver, 1};
+    PairRing ownChannel{carver, 1}, otherChannel{carver, 1};
 };
 
 }  // namespace kvx::ipp
