@@ -6,7 +6,7 @@ packages=(
     g++ clang libomp-dev cmake ninja-build pkgconf git
     libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libhwy-dev
     libcli11-dev libfmt-dev nlohmann-json3-dev
-    libgtest-dev libbenchmark-dev
+    libgtest-dev libbenchmark-dev libraw-dev
 )
 
 missing=()
