@@ -40,13 +40,17 @@ double Decibels(double meanSquareError) {
 
 }  // namespace
 
-Cpsnr Measure(const cv::Mat& picture, int algorithm, int border) {
+cv::Mat Restored(const cv::Mat& picture, int algorithm) {
     const cv::Mat mosaic = MosaicOf(picture);
     cv::Mat result(picture.size(), CV_8UC3);
     const _KvxImage src = RecordOf(mosaic, KvxFormat_BayerRG8);
     _KvxImage dst = RecordOf(result, KvxFormat_BGR8);
     if (BayerToColor(&src, &dst, algorithm) != 0) throw std::runtime_error("the conversion was refused");
+    return result;
+}
 
+Cpsnr Measure(const cv::Mat& picture, int algorithm, int border) {
+    const cv::Mat result = Restored(picture, algorithm);
     std::array<double, 3> squares{};
     for (int y = border; y < picture.rows - border; ++y)
         for (int x = border; x < picture.cols - border; ++x)

@@ -12,9 +12,16 @@ struct Cpsnr {
 };
 
 /**
- * Samples an 8-bit picture (channels blue, green, red) to an RGGB mosaic, converts that and compares.
+ * Samples an 8-bit picture (channels blue, green, red) to an RGGB mosaic, and converts that.
  *
  * @param algorithm of KvxBayerAlgorithm
+ * @throws std::runtime_error when the conversion is refused
+ */
+cv::Mat Restored(const cv::Mat& picture, int algorithm);
+
+/**
+ * Compares a picture with what is restored of it.
+ *
  * @param border pixels at each side that do not count; the picture must be larger
  * @throws std::runtime_error when the conversion is refused
  */
