@@ -3,6 +3,7 @@
 # peer's: medians over interleaved repetitions, so that a disturbance of the machine meets all of them alike.
 set -eu
 cd "$(dirname "$0")/.."
+scripts/install-packages.sh develop
 cmake --preset release > /dev/null
 cmake --build --preset release --target kvx_bench > /dev/null
 results=$(mktemp)

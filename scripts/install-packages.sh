@@ -1,13 +1,15 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building and testing need, those that are missing (as root or through sudo).
+# Installs the Debian packages that building and testing need, those that are missing (as root or through sudo). With the
+# argument "develop": also those for measuring, checking the sources and hunting data races.
 set -eu
 
 packages=(
-    g++ clang libomp-dev cmake ninja-build pkgconf git
+    g++ cmake ninja-build pkgconf
     libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libhwy-dev
     libcli11-dev libfmt-dev nlohmann-json3-dev
     libgtest-dev libbenchmark-dev libraw-dev
 )
+[ "${1-}" = develop ] && packages+=(clang libomp-dev clang-format clang-tidy python3)
 
 missing=()
 for package in "${packages[@]}"; do

@@ -2,6 +2,7 @@
 # Checks formatting and runs clang-tidy over the library and the tools (a few minutes; files as arguments narrow it).
 set -eu
 cd "$(dirname "$0")/.."
+scripts/install-packages.sh develop
 git ls-files -z '*.h' '*.c' '*.cpp' | xargs -0 clang-format --dry-run -Werror
 cmake --preset release > /dev/null
 # A prebuilt-for-GCC flag list suits clang but for warnings that it does not know.

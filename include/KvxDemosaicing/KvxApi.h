@@ -16,11 +16,13 @@
 
 #ifdef __cplusplus
 #define KVX_NOEXCEPT noexcept
+#define KVX_CONSTEXPR constexpr
 #define KVX_EXTERN_C_BEGIN extern "C" {
 #define KVX_EXTERN_C_END }
 #else
 #include <stdbool.h>
 #define KVX_NOEXCEPT
+#define KVX_CONSTEXPR
 #define KVX_EXTERN_C_BEGIN
 #define KVX_EXTERN_C_END
 #endif

@@ -11,8 +11,8 @@
  * | "NoRealloc"    | integer | 0       | 0 to 1 | kept for callers that set it; no effect              |
  *
  * Threads: a component serves one conversion at a time; two components never disturb each other. A conversion spreads
- * its work over the cores (OpenMP, and the image-processing library's own threads); the picture is the same for any
- * number of threads. Image buffers belong to the caller.
+ * its work over the cores (OpenMP); the picture is the same for any number of threads. Image buffers belong to the
+ * caller.
  */
 #ifndef KVXDEMOSAICING_KVXBAYER_H
 #define KVXDEMOSAICING_KVXBAYER_H
@@ -65,7 +65,7 @@ KVX_API KvxComponent* KvxBayer_GetComponent(KvxBayer* component) KVX_NOEXCEPT;
  * Optional: checks the source format against the current algorithm and makes ready for the first frame. The image
  * buffers are not looked at; nothing is written to `dst`.
  *
- * @return 0; 0x80050007 null argument, or a source that the current algorithm cannot convert
+ * @return 0; 0x80050007 null argument, or a source that the current algorithm cannot convert; 0x80050009 no memory
  */
 KVX_API uint32_t KvxBayer_AllocData(KvxBayer* component, const _KvxImage* src, _KvxImage* dst) KVX_NOEXCEPT;
 
@@ -88,7 +88,7 @@ KVX_API uint32_t KvxBayer_AllocData(KvxBayer* component, const _KvxImage* src, _
  * @param dst of the source's width and height; the caller sets `pixelType`, `lineStep` and `data` and owns the buffer.
  *            Only pixels are written: row padding keeps its content. The buffers must not overlap.
  * @return 0;
- *         0x80050001 the image-processing library refused the frame (one without pixels, for example);
+ *         0x80050001 a frame without pixels;
  *         0x80050007 null component or null `data`, a source format that has no conversion (packed, mono, ...), a
  *         destination of another size, a line step that cannot hold a row, a size or line step past INT_MAX;
  *         0x80050009 no working memory;

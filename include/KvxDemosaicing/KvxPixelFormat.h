@@ -165,8 +165,12 @@ typedef uint32_t (*KvxGetIndex)(int16_t letter);
 
 /** One row of the format table. Rows are constant and live as long as the library. */
 typedef struct _KvxPixelFormat {
-    const char* name;          /**< for example "BayerRG12" */
-    const char* components;    /**< component letters of one pixel or CFA cell in memory order, blanks between */
+    const char* name; /**< for example "BayerRG12" */
+    /**
+     * Component letters, blanks between: of a pixel in memory order; of a Bayer cell clockwise from its top left site
+     * ("R G B G2" is R G above G2 B); of a TrueSense cell row by row.
+     */
+    const char* components;
     uint32_t componentCount;   /**< samples per pixel: 1, 3 or 4 */
     uint16_t bitsPerComponent; /**< 8, 10, 12, 14 or 16 */
     uint16_t reserved;         /**< 0 */

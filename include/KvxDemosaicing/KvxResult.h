@@ -13,7 +13,7 @@
 
 enum KvxResultCode {
     KvxResult_Success = 0,
-    /** A step of the conversion failed inside the image-processing library. Bare: depths that cannot be combined. */
+    /** A step of the conversion failed, or there are no pixels to convert. Bare: depths that cannot be combined. */
     KvxResult_ConversionFailed = 1,
     KvxResult_UnknownName = 2,    /**< no parameter has this name */
     KvxResult_WrongType = 3,      /**< the parameter has another type, or the text is no value of its type */
@@ -30,8 +30,13 @@ enum KvxComponentType { KvxComponentType_ParamStorage = 0, KvxComponentType_Baye
 
 KVX_EXTERN_C_BEGIN
 
+/** `code` (KvxResultCode) in the form in which a component of this type (KvxComponentType) returns it. */
+static inline KVX_CONSTEXPR uint32_t KvxResult_Of(uint32_t componentType, uint32_t code) {
+    return code == KvxResult_Success ? code : 0x80000000u | (componentType << 16) | code;
+}
+
 /** True when `result` reports a failure; bare codes, which lack the top bit, included. */
-static inline bool KvxResult_Failed(uint32_t result) {
+static inline KVX_CONSTEXPR bool KvxResult_Failed(uint32_t result) {
     return result != KvxResult_Success;
 }
 

@@ -1,20 +1,113 @@
 #include "KvxBayer/BayerConversion.h"
 
+#include <algorithm>
+#include <cstring>
+#include <opencv2/imgproc.hpp>
+
 #include "KvxBayer/BayerGeometry.h"
-#include "KvxBayer/BilinearWords.h"
-#include "KvxBayer/LibraryConversion.h"
+#include "KvxBayer/MosaicRow.h"
 #include "KvxDemosaicing/KvxResult.h"
+#include "framework/PixelFormats.h"
 
 namespace kvx {
+namespace {
 
-uint32_t ConvertBayer(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output) noexcept {
+constexpr size_t kChannels = 3;
+
+size_t SampleSizeOf(const _KvxImage& src) {
+    return Is8Bit(src.pixelType) ? 1 : 2;
+}
+
+/** The colours of a frame, as a conversion code tells them. */
+struct Layout {
+    bool greenFirst;      // at the top left
+    bool topColourFirst;  // the red or blue of the top row is the first sample of a pixel
+    GreenRule rule;
+};
+
+Layout LayoutOf(int code) {
+    // A code is named after the second row and column of its cell. The red-first codes are the blue-first ones of the
+    // pattern with red and blue exchanged, so four of each rule are all.
+    switch (code) {
+        case cv::COLOR_BayerGB2BGR:
+            return {true, false, GreenRule::Mean};
+        case cv::COLOR_BayerRG2BGR:
+            return {false, true, GreenRule::Mean};
+        case cv::COLOR_BayerGR2BGR:
+            return {true, true, GreenRule::Mean};
+        case cv::COLOR_BayerBG2BGR_EA:
+            return {false, false, GreenRule::EdgeAware};
+        case cv::COLOR_BayerGB2BGR_EA:
+            return {true, false, GreenRule::EdgeAware};
+        case cv::COLOR_BayerRG2BGR_EA:
+            return {false, true, GreenRule::EdgeAware};
+        case cv::COLOR_BayerGR2BGR_EA:
+            return {true, true, GreenRule::EdgeAware};
+        default:  // cv::COLOR_BayerBG2BGR
+            return {false, false, GreenRule::Mean};
+    }
+}
+
+/** A frame whose rows are converted each by itself. */
+class Frame {
+public:
+    Frame(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output, SlotBytes slot)
+        : m_src(src), m_dst(dst), m_layout(LayoutOf(code)), m_output(output), m_slot(slot) {}
+
+    void ConvertRow(int64_t row) const {
+        uint8_t* out = RowOf(m_dst, row);
+        if (m_src.width < 3 || m_src.height < 3) {  // no site has all its neighbours
+            std::memset(out, 0, PictureBytes());
+        } else {
+            const int64_t centre = std::clamp<int64_t>(row, 1, int64_t{m_src.height} - 2);  // border rows are copies
+            const bool odd = centre % 2 != 0;
+            ConvertMosaicRow({.above = RowOf(m_src, centre - 1),
+                              .centre = RowOf(m_src, centre),
+                              .below = RowOf(m_src, centre + 1),
+                              .sampleSize = SampleSizeOf(m_src),
+                              .width = m_src.width,
+                              .greenFirst = m_layout.greenFirst != odd,
+                              .rowColourFirst = m_layout.topColourFirst != odd,
+                              .rule = m_layout.rule,
+                              .output = m_output},
+                             out);
+        }
+        if (m_slot == SlotBytes::Four) std::memset(out + PictureBytes(), 0, SlotRowBytes() - PictureBytes());
+    }
+
+private:
+    static uint8_t* RowOf(const _KvxImage& image, int64_t row) {
+        return static_cast<uint8_t*>(image.data) + row * int64_t{image.lineStep};
+    }
+    size_t PictureBytes() const {
+        return m_src.width * kChannels * (m_output.form == BayerOutput::Samples ? SampleSizeOf(m_src) : 1);
+    }
+    size_t SlotRowBytes() const {
+        return std::min<size_t>(m_dst.lineStep, size_t{4} * m_src.width);
+    }
+
+    const _KvxImage& m_src;
+    const _KvxImage& m_dst;
+    Layout m_layout;
+    BayerOutput m_output;
+    SlotBytes m_slot;
+};
+
+}  // namespace
+
+uint32_t ConvertBayer(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output,
+                      SlotBytes slot) noexcept {
     const uint32_t result = CheckBayerGeometry(src, dst, output);
     if (result != KvxResult_Success) return result;
-    if (TakesBilinearWords(src, dst, code, output)) {
-        ConvertBilinearWords(src, dst, code, output);
-        return KvxResult_Success;
-    }
-    return ConvertByLibrary(src, dst, code, output);
+
+    const Frame frame(src, dst, code, output, slot);
+    const auto height = static_cast<int64_t>(src.height);
+    constexpr uint64_t pixelsWorthThreads = 1 << 16;  // below, waking a team costs more than it saves
+    constexpr int rowsAtOnce = 16;                    // so that a thread that is held up holds up little
+#pragma omp parallel for schedule(dynamic, rowsAtOnce) default(none) \
+    shared(frame, height, rowsAtOnce) if (uint64_t{src.width} * src.height > pixelsWorthThreads)
+    for (int64_t row = 0; row < height; ++row) frame.ConvertRow(row);
+    return KvxResult_Success;
 }
 
 }  // namespace kvx

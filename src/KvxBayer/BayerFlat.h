@@ -22,7 +22,6 @@ struct BayerFlatArguments {
 };
 
 enum class ChannelOrder { RGB, BGR };
-enum class SlotBytes { Three, Four };
 
 /** The 16u8u functions: see KvxBayerFlat.h. */
 uint32_t BayerToShiftedBytes(const BayerFlatArguments& arguments, ChannelOrder order, SlotBytes slot) noexcept;
@@ -33,6 +32,6 @@ uint32_t BayerToShiftedBytes(const BayerFlatArguments& arguments, ChannelOrder o
  * @return a result code with the Bayer component's type
  */
 uint32_t ConvertBayerFlat(const _KvxImage& src, _KvxImage& dst, int algType, ChannelOrder order,
-                          const BayerOutput& output) noexcept;
+                          const BayerOutput& output, SlotBytes slot = SlotBytes::AsWritten) noexcept;
 
 }  // namespace kvx

@@ -3,7 +3,6 @@
 
 #include "KvxBayer/BayerFlat.h"
 #include "KvxDemosaicing/KvxPixelFormat.h"
-#include "framework/ResultCodes.h"
 
 namespace kvx {
 namespace {
@@ -58,14 +57,14 @@ _KvxImage Record(uint32_t pixelType, int pixelDepth, uint32_t width, uint32_t he
 }
 
 uint32_t Convert(const BayerFlatArguments& a, const DepthFormats* formats, ChannelOrder order,
-                 const BayerOutput& output) {
+                 const BayerOutput& output, SlotBytes slot = SlotBytes::AsWritten) {
     if (!formats || a.bayerPattern >= std::size(formats->patterns))
-        return ResultOf(KvxComponentType_Bayer, KvxResult_InvalidArgument);
+        return KvxResult_Of(KvxComponentType_Bayer, KvxResult_InvalidArgument);
     const uint32_t dstType = order == ChannelOrder::BGR ? formats->bgr : formats->rgb;
     const _KvxImage src =
         Record(formats->patterns[a.bayerPattern], a.pixelDepth, a.srcSize.width, a.srcSize.height, a.srcStep, a.pSrc);
     _KvxImage dst = Record(dstType, a.pixelDepth, a.srcRoi.width, a.srcRoi.height, a.dstStep, a.pDst);
-    return ConvertBayerFlat(src, dst, a.algType, order, output);
+    return ConvertBayerFlat(src, dst, a.algType, order, output, slot);
 }
 
 uint32_t ToBytes(const BayerFlatArguments& arguments, ChannelOrder order) noexcept {
@@ -80,9 +79,7 @@ uint32_t ToWords(const BayerFlatArguments& arguments, ChannelOrder order) noexce
 
 uint32_t BayerToShiftedBytes(const BayerFlatArguments& arguments, ChannelOrder order, SlotBytes slot) noexcept {
     return Convert(arguments, WordFormats(arguments.pixelDepth), order,
-                   {.form = BayerOutput::ShiftedBytes,
-                    .shift = arguments.pixelDepth - 8,
-                    .fourByteSlots = slot == SlotBytes::Four});
+                   {.form = BayerOutput::ShiftedBytes, .shift = arguments.pixelDepth - 8}, slot);
 }
 
 }  // namespace kvx
@@ -140,13 +137,13 @@ uint32_t BayerToBGR_16u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize sr
 uint32_t BayerToRGB_16u8u_C1C3R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
                                 uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
     return BayerToShiftedBytes({pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType},
-                               ChannelOrder::RGB, SlotBytes::Three);
+                               ChannelOrder::RGB, SlotBytes::AsWritten);
 }
 
 uint32_t BayerToBGR_16u8u_C1C3R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
                                 uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
     return BayerToShiftedBytes({pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType},
-                               ChannelOrder::BGR, SlotBytes::Three);
+                               ChannelOrder::BGR, SlotBytes::AsWritten);
 }
 
 uint32_t BayerToRGB_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,

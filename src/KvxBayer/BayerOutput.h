@@ -10,8 +10,13 @@ struct BayerOutput {
         ShiftedBytes   ///< shifted right by `shift`, low byte kept
     };
     Form form;
-    int shift = 0;               // 0 with Samples, else 2 to 8
-    bool fourByteSlots = false;  ///< ShiftedBytes only: a row is zero-filled to 4 x width bytes, or to its line step
+    int shift = 0;  ///< 0 with Samples, else 2 to 8, and the source's samples are words
+};
+
+/** Bytes that a row of the destination has for each pixel. */
+enum class SlotBytes {
+    AsWritten,  ///< three samples
+    Four        ///< three bytes of picture; the rest of the row is zeroed, 4 x width bytes or to the line step
 };
 
 }  // namespace kvx

@@ -4,11 +4,10 @@
 #include "KvxBayer/BayerFlat.h"
 #include "KvxBayer/KvxBayerImp.h"
 #include "framework/PixelFormats.h"
-#include "framework/ResultCodes.h"
 
 namespace {
 
-constexpr uint32_t kInvalid = kvx::ResultOf(KvxComponentType_Bayer, KvxResult_InvalidArgument);
+constexpr uint32_t kInvalid = KvxResult_Of(KvxComponentType_Bayer, KvxResult_InvalidArgument);
 
 // KvxBayer_ConvertImage() alone returns bare codes: deliberate, callers know them.
 constexpr uint32_t kBareNullRecord = KvxResult_InvalidArgument;
@@ -33,7 +32,7 @@ uint8_t FlatPattern(uint32_t pixelType) {
 
 uint32_t ConvertToBytes(const _KvxImage& src, const _KvxImage& dst, kvx::ChannelOrder order) {
     const int depth = (src.pixelType & kvx::kStorageMask) == 0x0200 ? 10 : 12;
-    // Three bytes a slot where the flat C1C4R functions have four: what lies beside the picture is not ours to clear.
+    // Slots of three bytes where the flat C1C4R functions have four: what lies beside the picture is not ours to clear.
     return kvx::BayerToShiftedBytes({src.data,
                                      {0, 0, dst.width, dst.height},
                                      {src.width, src.height},
@@ -43,7 +42,7 @@ uint32_t ConvertToBytes(const _KvxImage& src, const _KvxImage& dst, kvx::Channel
                                      static_cast<int>(dst.lineStep),
                                      FlatPattern(src.pixelType),
                                      KvxBayerAlgorithm_Bilinear},
-                                    order, kvx::SlotBytes::Three);
+                                    order, kvx::SlotBytes::AsWritten);
 }
 
 }  // namespace

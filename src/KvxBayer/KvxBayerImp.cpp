@@ -4,13 +4,12 @@
 
 #include "KvxBayer/BayerConversion.h"
 #include "framework/PixelFormats.h"
-#include "framework/ResultCodes.h"
 
 namespace kvx {
 namespace {
 
 constexpr uint32_t Result(uint32_t code) {
-    return ResultOf(KvxComponentType_Bayer, code);
+    return KvxResult_Of(KvxComponentType_Bayer, code);
 }
 
 uint32_t ConvertByInterpolator(DemosaicingIPP* interpolator, const _KvxImage& src, _KvxImage& dst) noexcept {
@@ -34,7 +33,7 @@ KvxComponent* KvxBayerImp::GetComponent() noexcept {
 
 int KvxBayerImp::Algorithm() noexcept {
     int64_t algorithm = 0;
-    if (IsFailure(GetParamInt("BayerAlgType", &algorithm))) return KvxBayerAlgorithm_Bilinear;
+    if (KvxResult_Failed(GetParamInt("BayerAlgType", &algorithm))) return KvxBayerAlgorithm_Bilinear;
     const bool known = algorithm >= KvxBayerAlgorithm_Bilinear && algorithm <= KvxBayerAlgorithm_EdgeAware;
     return known ? static_cast<int>(algorithm) : KvxBayerAlgorithm_Bilinear;
 }

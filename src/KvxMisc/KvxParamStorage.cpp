@@ -7,12 +7,10 @@
 #include <new>
 #include <string_view>
 
-#include "framework/ResultCodes.h"
-
 namespace {
 
 constexpr uint32_t Result(uint32_t code) {
-    return kvx::ResultOf(KvxComponentType_ParamStorage, code);
+    return KvxResult_Of(KvxComponentType_ParamStorage, code);
 }
 
 const _KvxStParam* FindByName(const std::vector<_KvxStParam>& params, const char* name) {

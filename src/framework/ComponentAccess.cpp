@@ -1,10 +1,9 @@
 // The C form of the component interface.
 #include "framework/KvxComponentImp.h"
-#include "framework/ResultCodes.h"
 
 namespace {
 
-constexpr uint32_t kNull = kvx::ResultOf(KvxComponentType_ParamStorage, KvxResult_NullPointer);
+constexpr uint32_t kNull = KvxResult_Of(KvxComponentType_ParamStorage, KvxResult_NullPointer);
 
 }  // namespace
 
@@ -47,5 +46,5 @@ uint32_t KvxComponent_GetParamByIdx(KvxComponent* component, uint32_t index, _Kv
     if (!component || !param) return kNull;
     const auto* ours = dynamic_cast<kvx::KvxComponentImp*>(component);
     return ours ? ours->GetParamByIdx(index, param)
-                : kvx::ResultOf(KvxComponentType_ParamStorage, KvxResult_InvalidArgument);
+                : KvxResult_Of(KvxComponentType_ParamStorage, KvxResult_InvalidArgument);
 }

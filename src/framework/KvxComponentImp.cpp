@@ -4,8 +4,6 @@
 #include <new>
 #include <type_traits>
 
-#include "framework/ResultCodes.h"
-
 namespace kvx {
 
 static_assert(std::is_same_v<int64_t, long>, "the store's integers are the interface's");
@@ -23,7 +21,7 @@ void KvxComponentImp::AddParam(const char* name, int64_t defaultValue, int64_t m
     param.minValue.asInt = minValue;
     param.maxValue.asInt = maxValue;
     param.value = value;
-    if (IsFailure(m_paramStorage.AddParam(&param))) throw std::bad_alloc();
+    if (KvxResult_Failed(m_paramStorage.AddParam(&param))) throw std::bad_alloc();
 }
 
 uint8_t KvxComponentImp::GetComponentTypeID() noexcept {
@@ -35,15 +33,15 @@ uint32_t KvxComponentImp::GetParamCount() noexcept {
 }
 
 uint32_t KvxComponentImp::GetParamName(uint32_t index, char* buffer, uint32_t* size) noexcept {
-    if (!size) return ResultOf(GetComponentTypeID(), KvxResult_NullPointer);
+    if (!size) return KvxResult_Of(GetComponentTypeID(), KvxResult_NullPointer);
     _KvxStParam param{};
     m_paramStorage.GetParamByIdx(index, &param);  // result ignored: deliberate, an unknown index has an empty name
     const auto needed = static_cast<uint32_t>(std::strlen(param.name) + 1);
     if (needed > *size) {
         *size = needed;
-        return ResultOf(GetComponentTypeID(), KvxResult_BufferTooSmall);
+        return KvxResult_Of(GetComponentTypeID(), KvxResult_BufferTooSmall);
     }
-    if (!buffer) return ResultOf(GetComponentTypeID(), KvxResult_NullPointer);
+    if (!buffer) return KvxResult_Of(GetComponentTypeID(), KvxResult_NullPointer);
     std::strncpy(buffer, param.name, *size);
     return KvxResult_Success;
 }

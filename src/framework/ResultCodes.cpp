@@ -1,4 +1,4 @@
-#include "framework/ResultCodes.h"
+#include "KvxDemosaicing/KvxResult.h"
 
 const char* KvxResult_Text(uint32_t result) noexcept {
     constexpr uint32_t formBits = 0xFF000000;  // 0x80 in a full code, 0 in a bare one
@@ -8,7 +8,7 @@ const char* KvxResult_Text(uint32_t result) noexcept {
         case KvxResult_Success:
             return result == 0 ? "success" : "unknown result code";
         case KvxResult_ConversionFailed:
-            return "the image-processing library failed in a conversion step, or the depths cannot be combined";
+            return "a conversion step failed, there are no pixels, or the depths cannot be combined";
         case KvxResult_UnknownName:
             return "no parameter has this name";
         case KvxResult_WrongType:

@@ -1,4 +1,4 @@
-#include "framework/ResultCodes.h"
+#include "KvxDemosaicing/KvxResult.h"
 
 #include <gtest/gtest.h>
 

@@ -60,12 +60,13 @@ uint32_t DemosaicingIPPOf<Sample>::Init(_KvxImage* dst, const _KvxImage* src) no
     const int bitsAboveUnit = std::ilogb(m_maxValue + 1) - ipp::kDepthOfUnit;
     m_frame = {{static_cast<const uint8_t*>(src->data), src->lineStep, width, height, sampleBytes, !m_firstNotGreen,
                 m_blueFirstRow},
-               RowsOf(*dst),
+               {static_cast<uint8_t*>(dst->data), dst->lineStep},
                width,
                height,
                {sampleBytes, static_cast<uint16_t>(m_maxValue), std::ldexp(1.0f, -bitsAboveUnit),
                 std::ldexp(1.0f, bitsAboveUnit)},
                m_output,
+               m_slot,
                s_RGBBGRDesc[dst->pixelType & kRowMask] == 5};
     try {
         m_frame.source = m_narrowFrame.Widened(m_frame.source);

@@ -44,8 +44,9 @@ public:
     virtual uint32_t CleanMemory() noexcept = 0;
 
     /** What the next Init() and its Calculate() write; samples until this is called. */
-    void SetOutput(const BayerOutput& output) {
+    void SetOutput(const BayerOutput& output, SlotBytes slot = SlotBytes::AsWritten) {
         m_output = output;
+        m_slot = slot;
     }
 
     // By the low byte of a pixel type.
@@ -60,6 +61,7 @@ protected:
     bool m_blueFirstRow = false;
     int m_minValue = 0, m_maxValue = 0;  // range of the output
     BayerOutput m_output{.form = BayerOutput::Samples};
+    SlotBytes m_slot = SlotBytes::AsWritten;
 };
 
 /** The interpolator for samples of one width. */

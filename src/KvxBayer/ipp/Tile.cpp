@@ -144,8 +144,9 @@ void TileWorker::WritePixels(int row) {
 void TileWorker::Store(const PairRow channels[3], int frameRow) {
     const bool words = m_frame->output.form == BayerOutput::Samples && m_frame->scale.sampleBytes == 2;
     const int pixelBytes = words ? 6 : 3;
-    const Rows& destination = m_frame->destination;
-    uint8_t* out = destination[frameRow] + static_cast<size_t>(m_area.firstColumn) * static_cast<size_t>(pixelBytes);
+    const Destination& destination = m_frame->destination;
+    uint8_t* out =
+        destination.Row(frameRow) + static_cast<size_t>(m_area.firstColumn) * static_cast<size_t>(pixelBytes);
     const auto pack = [&](int firstLane, int lanes, uint8_t* to) {
         PackRow(channels, kMarginLanes + firstLane, lanes, m_frame->scale, m_frame->output, to);
     };
@@ -155,8 +156,14 @@ void TileWorker::Store(const PairRow channels[3], int frameRow) {
     const int restColumns = m_area.columns - 2 * wholeLanes;
     pack(wholeLanes, (restColumns + 1) / 2, m_rowBytes.get());
     std::memcpy(out + 2 * wholeLanes * pixelBytes, m_rowBytes.get(), static_cast<size_t>(restColumns * pixelBytes));
-    if (m_area.firstColumn + m_area.columns == m_frame->width)
-        ClearSlots(m_frame->output, destination, frameRow, static_cast<size_t>(m_frame->width));
+    const bool lastOfRow = m_area.firstColumn + m_area.columns == m_frame->width;
+    if (lastOfRow && m_frame->slot == SlotBytes::Four) ClearSlots(frameRow);
+}
+
+void TileWorker::ClearSlots(int frameRow) {
+    const size_t pictureBytes = size_t{3} * static_cast<size_t>(m_frame->width);
+    const size_t rowBytes = std::min(m_frame->destination.lineStep, size_t{4} * static_cast<size_t>(m_frame->width));
+    std::memset(m_frame->destination.Row(frameRow) + pictureBytes, 0, rowBytes - pictureBytes);
 }
 
 }  // namespace kvx::ipp

@@ -3,20 +3,33 @@
 
 #include <memory>
 
-#include "KvxBayer/Rows.h"
 #include "KvxBayer/ipp/SampleRow.h"
 #include "KvxBayer/ipp/Source.h"
 #include "KvxBayer/ipp/TileMemory.h"
 
 namespace kvx::ipp {
 
+/** Rows of pixels, of any alignment. */
+struct Destination {
+    uint8_t* data;
+    size_t lineStep;  // bytes
+
+    uint8_t* Row(int row) const {
+        return data + static_cast<size_t>(row) * lineStep;
+    }
+    bool IsAligned(size_t sampleSize) const {
+        return lineStep % sampleSize == 0 && reinterpret_cast<uintptr_t>(data) % sampleSize == 0;
+    }
+};
+
 /** One frame's conversion: what all its tiles share. */
 struct Frame {
     Source source;
-    Rows destination;
+    Destination destination;
     int width, height;  // of the destination
     SampleScale scale;
     BayerOutput output;
+    SlotBytes slot;
     bool blueFirst;  // order of the destination's channels
 };
 
@@ -52,6 +65,7 @@ private:
     void WritePixels(int row);
 
     void Store(const PairRow channels[3], int frameRow);
+    void ClearSlots(int frameRow);
 
     int Phase(int row) const;
     ColourRowData ColourData(int row) const;

@@ -1,0 +1,184 @@
+#include "KvxBayer/MosaicRow.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "KvxBayer/MosaicRow.cpp"
+#include <hwy/foreach_target.h>  // compiles this file once per instruction set
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace kvx::HWY_NAMESPACE {
+namespace {
+namespace hn = hwy::HWY_NAMESPACE;
+
+template <class T>
+using Tag = hn::ScalableTag<T>;
+template <class T>
+using Vec = hn::Vec<Tag<T>>;
+
+/**
+ * Mean of four from the rounded means of two pairs. Rounding twice is one too much where a half was rounded up in a
+ * pair and again between the pairs; taking that back is exact for all bits, without wider lanes.
+ */
+template <class T, class V = Vec<T>>
+HWY_INLINE V MeanOfFour(V a, V b, V meanAB, V c, V d, V meanCD) {
+    const auto halfInAPair = hn::Or(hn::Xor(a, b), hn::Xor(c, d));
+    const auto halfBetween = hn::Xor(meanAB, meanCD);
+    const auto tooMuch = hn::And(hn::And(halfInAPair, halfBetween), hn::Set(Tag<T>(), T{1}));
+    return hn::Sub(hn::AverageRound(meanAB, meanCD), tooMuch);
+}
+
+template <class V>
+HWY_INLINE V Difference(V a, V b) {
+    return hn::Sub(hn::Max(a, b), hn::Min(a, b));
+}
+
+// How three vectors of samples, and the three samples of one pixel, are stored.
+
+template <class T>
+struct StoreSamples {
+    static constexpr size_t kBytes = sizeof(T);
+    explicit StoreSamples(int /*shift*/) {}
+    void One(T sample, uint8_t* out) const {
+        std::memcpy(out, &sample, sizeof sample);
+    }
+    void Many(Vec<T> a, Vec<T> b, Vec<T> c, uint8_t* out) const {
+        hn::StoreInterleaved3(a, b, c, Tag<T>(), reinterpret_cast<T*>(out));  // needs no alignment
+    }
+};
+
+/** Bytes from words, by the rule of `Derived`. */
+template <class Derived>
+struct StoreBytes {
+    static constexpr size_t kBytes = 1;
+    explicit StoreBytes(int shiftBits) : shift(shiftBits) {}
+    void Many(Vec<uint16_t> a, Vec<uint16_t> b, Vec<uint16_t> c, uint8_t* out) const {
+        const hn::Rebind<uint8_t, Tag<uint16_t>> bytes;
+        const Derived& rule = static_cast<const Derived&>(*this);
+        hn::StoreInterleaved3(hn::TruncateTo(bytes, rule.Reduced(a)), hn::TruncateTo(bytes, rule.Reduced(b)),
+                              hn::TruncateTo(bytes, rule.Reduced(c)), bytes, out);
+    }
+    int shift;
+};
+
+struct StoreShifted : StoreBytes<StoreShifted> {
+    using StoreBytes::StoreBytes;
+    void One(uint16_t sample, uint8_t* out) const {
+        *out = static_cast<uint8_t>(sample >> shift);
+    }
+    Vec<uint16_t> Reduced(Vec<uint16_t> samples) const {
+        return hn::ShiftRightSame(samples, shift);
+    }
+};
+
+struct StoreRounded : StoreBytes<StoreRounded> {
+    using StoreBytes::StoreBytes;
+    void One(uint16_t sample, uint8_t* out) const {
+        *out = RoundedByte(sample, shift);
+    }
+    Vec<uint16_t> Reduced(Vec<uint16_t> samples) const {
+        const Tag<uint16_t> words;
+        const auto justBelowHalf = hn::Set(words, static_cast<uint16_t>((1 << (shift - 1)) - 1));
+        const auto odd = hn::And(hn::ShiftRightSame(samples, shift), hn::Set(words, uint16_t{1}));
+        // A sum that saturates at 65535 is 255 or more after the shift, as it would be with wider lanes.
+        const auto rounded = hn::ShiftRightSame(hn::SaturatedAdd(samples, hn::Add(justBelowHalf, odd)), shift);
+        return hn::Min(rounded, hn::Set(words, uint16_t{255}));
+    }
+};
+
+/** Converts the sites from `column` on, as many as a vector has lanes. */
+template <class T, GreenRule rule, class Store>
+HWY_INLINE void ConvertVector(const MosaicRow& row, size_t column, const Store& store, uint8_t* out) {
+    const Tag<T> d;
+    const auto at = [d, column](const uint8_t* samples, ptrdiff_t offset) {
+        return hn::LoadU(d, reinterpret_cast<const T*>(samples + column * sizeof(T)) + offset);
+    };
+    const auto above = at(row.above, 0), below = at(row.below, 0);
+    const auto left = at(row.centre, -1), centre = at(row.centre, 0), right = at(row.centre, 1);
+    const auto aboveLeft = at(row.above, -1), aboveRight = at(row.above, 1);
+    const auto belowLeft = at(row.below, -1), belowRight = at(row.below, 1);
+
+    const auto vertical = hn::AverageRound(above, below);
+    const auto horizontal = hn::AverageRound(left, right);
+    const auto corners = MeanOfFour<T>(aboveLeft, belowLeft, hn::AverageRound(aboveLeft, belowLeft), aboveRight,
+                                       belowRight, hn::AverageRound(aboveRight, belowRight));
+    auto cross = horizontal;
+    if constexpr (rule == GreenRule::Mean) {
+        cross = MeanOfFour<T>(above, below, vertical, left, right, horizontal);
+    } else {
+        cross = hn::IfThenElse(hn::Gt(Difference(left, right), Difference(above, below)), vertical, horizontal);
+    }
+
+    const auto parity = hn::And(hn::Iota(d, T{0}), hn::Set(d, T{1}));
+    const auto greenParity = hn::Set(d, static_cast<T>((column % 2 == 0) == row.greenFirst ? 0 : 1));
+    const auto isGreen = hn::Eq(parity, greenParity);
+    const auto rowColour = hn::IfThenElse(isGreen, horizontal, centre);
+    const auto green = hn::IfThenElse(isGreen, centre, cross);
+    const auto otherColour = hn::IfThenElse(isGreen, vertical, corners);
+    out += 3 * column * Store::kBytes;
+    if (row.rowColourFirst)
+        store.Many(rowColour, green, otherColour, out);
+    else
+        store.Many(otherColour, green, rowColour, out);
+}
+
+template <class T, class Store>
+void ConvertSite(const MosaicRow& row, size_t column, const Store& store, uint8_t* out) {
+    const MosaicPixel<T> pixel = PixelAt<T>(row, column);
+    out += 3 * column * Store::kBytes;
+    store.One(row.rowColourFirst ? pixel.rowColour : pixel.otherColour, out);
+    store.One(pixel.green, out + Store::kBytes);
+    store.One(row.rowColourFirst ? pixel.otherColour : pixel.rowColour, out + 2 * Store::kBytes);
+}
+
+template <class T, GreenRule rule, class Store>
+void ConvertSites(const MosaicRow& row, uint8_t* out) {
+    const Store store(row.output.shift);
+    const size_t lanes = hn::Lanes(Tag<T>());
+    const size_t end = row.width - 1;
+    size_t column = 1;
+    for (; column + lanes <= end; column += lanes) ConvertVector<T, rule>(row, column, store, out);
+    if (column < end && end > lanes) {
+        ConvertVector<T, rule>(row, end - lanes, store, out);  // the rest, and once more some that are done
+    } else {
+        for (; column < end; ++column) ConvertSite<T>(row, column, store, out);
+    }
+    constexpr size_t pixel = 3 * Store::kBytes;
+    std::memcpy(out, out + pixel, pixel);
+    std::memcpy(out + end * pixel, out + (end - 1) * pixel, pixel);
+}
+
+template <class T, class Store>
+void ConvertByRule(const MosaicRow& row, uint8_t* out) {
+    if (row.rule == GreenRule::Mean)
+        ConvertSites<T, GreenRule::Mean, Store>(row, out);
+    else
+        ConvertSites<T, GreenRule::EdgeAware, Store>(row, out);
+}
+
+void ConvertRow(const MosaicRow& row, uint8_t* out) {
+    switch (row.output.form) {
+        case BayerOutput::Samples:
+            return row.sampleSize == 1 ? ConvertByRule<uint8_t, StoreSamples<uint8_t>>(row, out)
+                                       : ConvertByRule<uint16_t, StoreSamples<uint16_t>>(row, out);
+        case BayerOutput::ShiftedBytes:
+            return ConvertByRule<uint16_t, StoreShifted>(row, out);
+        case BayerOutput::RoundedBytes:
+            return ConvertByRule<uint16_t, StoreRounded>(row, out);
+    }
+}
+
+}  // namespace
+}  // namespace kvx::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace kvx {
+
+HWY_EXPORT(ConvertRow);
+
+void ConvertMosaicRow(const MosaicRow& row, uint8_t* out) {
+    HWY_DYNAMIC_DISPATCH(ConvertRow)(row, out);
+}
+
+}  // namespace kvx
+#endif

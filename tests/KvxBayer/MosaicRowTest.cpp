@@ -1,0 +1,56 @@
+// Every compiled instruction set gives the image-processing library's samples, at every width around its vectors.
+#include <gtest/gtest.h>
+
+#include "support/BayerFrames.h"
+#include "support/InstructionSets.h"
+
+namespace kvx::test {
+namespace {
+
+constexpr uint32_t kHeight = 4;  // an even and an odd row with all their neighbours
+
+/** Noise, or zeros and maxima side by side, of all the bits that the samples' storage has. */
+std::vector<uint8_t> WideSamples(size_t sampleSize, uint32_t width) {
+    return MakeSamples(width % 3 ? Fill::Noise : Fill::Extremes, width, kHeight, sampleSize == 1 ? 8 : 16, width);
+}
+
+void ExpectPicture(GuardedImage& src, uint32_t dstType, size_t dstSampleSize, int algorithm, const cv::Mat& expected) {
+    const uint32_t width = src.Record().width;
+    GuardedImage dst(dstType, width, kHeight, width * 3 * dstSampleSize, width * 3 * dstSampleSize + 1);
+    ASSERT_EQ(BayerToColor(&src.Record(), &dst.Record(), algorithm), 0u);
+    ASSERT_EQ(dst.Pixels(), BytesOf(expected));
+    ASSERT_TRUE(dst.GuardsIntact());
+}
+
+TEST(MosaicRow, EveryInstructionSetEqualsTheLibrary) {
+    ForEachInstructionSet([] {
+        for (uint32_t width = 3; width < 140; ++width)
+            for (int pattern = 0; pattern < 4; ++pattern)
+                for (const int algorithm : {0, 2}) {
+                    SCOPED_TRACE(testing::Message()
+                                 << "width " << width << ", pattern " << pattern << ", algorithm " << algorithm);
+                    const bool blueFirst = width % 2;
+                    const int code = CodeOf(pattern, algorithm, blueFirst);
+
+                    const auto bytes = WideSamples(1, width);
+                    GuardedImage byteSource =
+                        MakeSource(kBayerDepths[0].patterns[pattern], 8, width, kHeight, 3, bytes);
+                    ExpectPicture(byteSource, blueFirst ? KvxFormat_BGR8 : KvxFormat_RGB8, 1, algorithm,
+                                  LibraryConversion(bytes, 8, width, kHeight, code));
+
+                    const auto words = WideSamples(2, width);
+                    const cv::Mat library = LibraryConversion(words, 16, width, kHeight, code);
+                    for (const BayerDepth& depth : kBayerDepths) {
+                        if (depth.depth == 8) continue;
+                        GuardedImage source = MakeSource(depth.patterns[pattern], 16, width, kHeight, 3, words);
+                        ExpectPicture(source, blueFirst ? depth.bgr : depth.rgb, 2, algorithm, library);
+                        cv::Mat rounded;  // samples beyond the depth saturate
+                        library.convertTo(rounded, CV_8U, 1.0 / (1 << (depth.depth - 8)));
+                        ExpectPicture(source, blueFirst ? KvxFormat_BGR8 : KvxFormat_RGB8, 1, algorithm, rounded);
+                    }
+                }
+    });
+}
+
+}  // namespace
+}  // namespace kvx::test

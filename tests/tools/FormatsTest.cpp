@@ -1,0 +1,93 @@
+#include "tools/Formats.h"
+
+#include <gtest/gtest.h>
+
+#include "ExpectToolError.h"
+#include "tools/Algorithm.h"
+#include "tools/Arguments.h"
+
+namespace kvx::tool {
+namespace {
+
+TEST(Formats, UnknownNamesBringTheNearest) {
+    const std::vector<std::pair<const char*, const char*>> cases = {
+        {"bayerrg12", "did you mean BayerRG12,"},
+        {"BayerRG9", "BayerRG8"},
+        {"RGB24", "RGB14"},
+        {"Mono12packed", "did you mean Mono12Packed,"},
+        {"MMono112", "did you mean Mono12,"},
+        {"", "did you mean RGB8"},
+    };
+    for (const auto& [name, suggestion] : cases) {
+        ExpectToolError(ExitCode::Usage, suggestion, [name = name] { RequireFormat(name); });
+    }
+}
+
+TEST(Formats, OnlyUnpackedFormatsAreUsed) {
+    struct Case {
+        const char* name;
+        bool isMosaic;
+        bool isSource;
+        bool isDestination;
+    };
+    const std::vector<Case> cases = {
+        {"Mono16", true, false, false},
+        {"Mono10p", false, false, false},
+        {"BayerBG14", true, true, false},
+        {"BayerBG12Packed", false, false, false},
+        {"BayerGR10p", false, false, false},
+        {"TrueSense_RGGB_WRRW_1_12", true, false, false},
+        {"BGR12", false, false, true},
+        {"RGBa8", false, false, false},
+        {"RGB_8_FLEX_Packed", false, false, false},
+        {"YUV444_8", false, false, false},
+    };
+    for (const Case& expected : cases) {
+        const PixelFormat& format = RequireFormat(expected.name);
+        EXPECT_EQ(IsUnpackedMosaic(format), expected.isMosaic) << expected.name;
+        EXPECT_EQ(IsConvertSource(format), expected.isSource) << expected.name;
+        EXPECT_EQ(IsConvertDestination(format), expected.isDestination) << expected.name;
+    }
+}
+
+TEST(Formats, DepthsThatBecomeEachOther) {
+    const std::vector<std::pair<const char*, std::string>> cases = {
+        {"BayerRG8", "RGB8 BGR8 "},
+        {"BayerRG10", "RGB8 BGR8 RGB10 BGR10 RGB16 BGR16 "},
+        {"BayerRG14", "RGB8 BGR8 RGB14 BGR14 RGB16 BGR16 "},
+        {"BayerRG16", "RGB8 BGR8 RGB16 BGR16 "},
+    };
+    for (const auto& [source, expected] : cases) {
+        std::string possible;
+        for (const PixelFormat* format : AllFormats()) {
+            const bool isPossible = IsConvertDestination(*format) && CanConvert(RequireFormat(source), *format);
+            possible += isPossible ? std::string(format->name) + " " : "";
+        }
+        EXPECT_EQ(possible, expected) << source;
+    }
+}
+
+TEST(Arguments, NumbersAreDecimalAndWhole) {
+    EXPECT_EQ(ParseNumber("--width", "1920"), 1920u);
+    EXPECT_EQ(ParseNumber("--width", "010"), 10u);
+    EXPECT_EQ(ParseNumber("--width", "18446744073709551615"), UINT64_MAX);
+    EXPECT_EQ(ParseNumber("--threads", "8", 8), 8u);
+    for (const char* text : {"", "-1", "+1", " 1", "1 ", "0x10", "1e3", "1.0", "18446744073709551616", "eight"}) {
+        ExpectToolError(ExitCode::Usage, "--width", [text] { ParseNumber("--width", text); });
+    }
+    ExpectToolError(ExitCode::Usage, "from 0 to 8", [] { ParseNumber("--threads", "9", 8); });
+}
+
+TEST(Algorithm, NamesAndNumbers) {
+    const std::vector<std::pair<const char*, int64_t>> cases = {{"bilinear", 0}, {"ipp", 1}, {"edge-aware", 2},
+                                                                {"0", 0},        {"2", 2},   {"4", 4}};
+    for (const auto& [text, number] : cases) {
+        EXPECT_EQ(ParseAlgorithm(text), number) << text;
+    }
+    for (const char* text : {"", "5", "-1", "00", "Bilinear", "2x"}) {
+        ExpectToolError(ExitCode::Usage, "edge-aware", [text] { ParseAlgorithm(text); });
+    }
+}
+
+}  // namespace
+}  // namespace kvx::tool

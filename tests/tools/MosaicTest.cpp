@@ -1,0 +1,84 @@
+#include "tools/Mosaic.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "tools/SampleScale.h"
+
+namespace kvx::tool {
+namespace {
+
+/** Letters of the filters over the top left 4x4 pixels, found from what they let through. */
+std::string FiltersSeen(const PixelFormat& format) {
+    const Picture picture{cv::Mat(6, 6, CV_8UC3, cv::Scalar(60, 90, 240)), 255};
+    const std::map<uint32_t, char> letters = {{60, 'B'}, {90, 'G'}, {240, 'R'}, {130, 'W'}};
+    const RawFrame frame = MakeMosaic(picture, format);
+    std::string seen;
+    for (int site = 0; site < 16; ++site) {
+        cv::Mat sample;
+        frame.samples(cv::Rect(site % 4, site / 4, 1, 1)).convertTo(sample, CV_16U);
+        const uint32_t value = ScaleSample(sample.at<uint16_t>(0, 0), LargestSample(format), 255);
+        seen += letters.contains(value) ? letters.at(value) : '?';
+        seen += site % 4 == 3 ? " " : "";
+    }
+    return seen;
+}
+
+TEST(Mosaic, FiltersOfEveryLayout) {
+    const std::vector<std::pair<const char*, const char*>> cases = {
+        {"Mono", "WWWW WWWW WWWW WWWW "},
+        {"BayerGR", "GRGR BGBG GRGR BGBG "},
+        {"BayerRG", "RGRG GBGB RGRG GBGB "},
+        {"BayerGB", "GBGB RGRG GBGB RGRG "},
+        {"BayerBG", "BGBG GRGR BGBG GRGR "},
+        {"TrueSense_BGGR_WBBW_0_", "WBWG BWGW WGWR GWRW "},
+        {"TrueSense_GBRG_WGGW_0_", "WGWB GWBW WRWG RWGW "},
+        {"TrueSense_GRBG_WGGW_0_", "WGWR GWRW WBWG BWGW "},
+        {"TrueSense_RGGB_WRRW_0_", "WRWG RWGW WGWB GWBW "},
+        // One column to the right, one row down, both.
+        {"TrueSense_BGGR_WBBW_1_", "BWGW WGWB GWRW WRWG "},
+        {"TrueSense_BGGR_WBBW_2_", "BWGW WGWR GWRW WBWG "},
+        {"TrueSense_BGGR_WBBW_3_", "WGWB GWRW WRWG BWGW "},
+    };
+    for (const auto& [stem, filters] : cases) {
+        for (const char* bits : {"8", "10", "12", "14"}) {
+            const PixelFormat& format = RequireFormat(std::string(stem) + bits);
+            EXPECT_EQ(FiltersSeen(format), filters) << format.name;
+        }
+    }
+}
+
+TEST(Mosaic, ScalesFromAnyWhiteToTheFormatsOwn) {
+    struct Case {
+        int pictureType;
+        uint32_t maximum;
+        int value;
+        const char* format;
+        int sample;
+    };
+    const std::vector<Case> cases = {
+        {CV_8UC1, 255, 255, "BayerRG12", 4095},  {CV_8UC1, 255, 128, "BayerRG10", 514},  // 513.5 rounded
+        {CV_8UC3, 255, 127, "Mono8", 127},       {CV_16UC1, 65535, 65535, "BayerBG8", 255},
+        {CV_16UC3, 65535, 128, "BayerGR8", 0},   {CV_16UC3, 65535, 129, "BayerGR8", 1},
+        {CV_16UC1, 1023, 1023, "Mono16", 65535}, {CV_8UC3, 100, 50, "Mono14", 8192},  // 8191.5 rounded
+    };
+    for (const Case& expected : cases) {
+        const Picture picture{cv::Mat(2, 2, expected.pictureType, cv::Scalar::all(expected.value)), expected.maximum};
+        const RawFrame frame = MakeMosaic(picture, RequireFormat(expected.format));
+        cv::Mat samples;
+        frame.samples.convertTo(samples, CV_32S);
+        EXPECT_EQ(cv::countNonZero(samples != expected.sample), 0) << expected.format << ": " << samples;
+    }
+}
+
+TEST(SampleScale, StretchedRangeKeepsBlackAndWhiteAndRounds) {
+    cv::Mat picture = (cv::Mat_<uint16_t>(1, 4) << 0, 1, 2048, 4095);
+    StretchToWhite(picture, 4095);
+    EXPECT_EQ(EncodeRaw(picture), EncodeRaw((cv::Mat_<uint16_t>(1, 4) << 0, 16, 32776, 65535)));
+    StretchToWhite(picture, 65535);
+    EXPECT_EQ(picture.at<uint16_t>(0, 2), 32776);
+}
+
+}  // namespace
+}  // namespace kvx::tool

@@ -1,0 +1,111 @@
+#include <gtest/gtest.h>
+
+#include <opencv2/core.hpp>
+
+#include "TemporaryDirectory.h"
+#include "ToolRun.h"
+#include "tools/PictureEncoder.h"
+#include "tools/Pnm.h"
+
+namespace kvx::tool {
+namespace {
+
+/** A directory with inputs of every kind; runs in it must fail with one line and without any trace. */
+class RefusalRun : public testing::Test {
+protected:
+    RefusalRun() {
+        m_directory.Write("ok_4x4_BayerRG8.raw", Bytes(16, 1));
+        m_directory.Write("short_4x4_BayerRG12.raw", Bytes(31, 1));
+        m_directory.Write("deep_4x4_BayerRG12.raw", Bytes(32, 0xFF));
+        m_directory.Write("packed_4x4_BayerRG12Packed.raw", Bytes(24, 1));
+        m_directory.Write("empty.raw", {});
+        const cv::Mat grey(64, 64, CV_8UC1, cv::Scalar(5));
+        m_directory.Write("grey.pgm", EncodePnm({grey, 255}));
+        Bytes png = EncodePicture({cv::Mat(64, 64, CV_8UC3, cv::Scalar(1, 2, 3)), 255}, PictureKind::Png);
+        m_directory.Write("colour.png", png);
+        png.resize(png.size() / 2);
+        m_directory.Write("cut.png", png);
+        m_entries = m_directory.Entries();
+    }
+
+    /** Words that are names of input files, or start with "out", become paths of the directory. */
+    void Expect(int exitCode, std::vector<std::string> arguments, const std::vector<std::string>& fragments) {
+        std::string line;
+        for (std::string& argument : arguments) {
+            line += argument + " ";
+            if (m_entries.contains(argument) || argument.starts_with("out")) {
+                argument = m_directory.Path(argument);
+            }
+        }
+        SCOPED_TRACE(line);
+        ExpectRefusal(RunTool(arguments), exitCode, fragments);
+        EXPECT_EQ(m_directory.Entries(), m_entries);
+    }
+
+    TemporaryDirectory m_directory;
+    std::set<std::string> m_entries;
+};
+
+TEST_F(RefusalRun, WrongUsage) {
+    const std::string ok = "ok_4x4_BayerRG8.raw";
+    Expect(2, {}, {"subcommand"});
+    Expect(2, {"transform"}, {"subcommand"});
+    Expect(2, {"convert", ok}, {"OUT"});
+    Expect(2, {"convert", ok, "out.png", "extra"}, {"extra"});
+    Expect(2, {"convert", ok, "out.png", "--colour"}, {"--colour"});
+    Expect(2, {"convert", ok, "out.jpg"}, {"out.jpg", ".png"});
+    Expect(2, {"convert", ok, "out.png", "--width", "4x"}, {"--width", "'4x'"});
+    Expect(2, {"convert", ok, "out.png", "--threads", "-1"}, {"--threads", "'-1'"});
+    Expect(2, {"convert", ok, "out.png", "--format", "BayerRG7"}, {"'BayerRG7'", "BayerRG8"});
+    Expect(2, {"convert", ok, "out.png", "--format", "Mono8"}, {ok, "Mono8"});
+    Expect(2, {"convert", ok, "out.png", "--to", "RGB9"}, {"'RGB9'", "RGB8"});
+    Expect(2, {"convert", ok, "out.png", "--to", "RGBa8"}, {"RGBa8"});
+    Expect(2, {"convert", ok, "out.png", "--to", "RGB16"}, {"RGB16", "RGB8, BGR8"});
+    Expect(2, {"convert", ok, "out.png", "--algorithm", "5"}, {"'5'", "edge-aware"});
+    Expect(2, {"convert", ok, "out.png", "--set", "NoRealloc"}, {"NoRealloc", "NAME=VALUE"});
+    Expect(2, {"convert", ok, ok}, {ok});
+    Expect(2, {"convert", "packed_4x4_BayerRG12Packed.raw", "out.png"}, {"BayerRG12Packed"});
+    Expect(2, {"convert", "empty.raw", "out.png"}, {"empty.raw", "--format"});
+    Expect(2, {"convert", "empty.raw", "out.png", "--format", "BayerRG8"}, {"empty.raw", "--width", "--height"});
+    Expect(2, {"convert", "grey.pgm", "out.png", "--format", "BayerRG8", "--stride", "64"}, {"grey.pgm", "--stride"});
+    Expect(2, {"mosaic", "colour.png", "out.raw"}, {"--format"});
+    Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG10p"}, {"BayerRG10p"});
+    Expect(2, {"mosaic", "colour.png", "colour.png", "--format", "BayerRG8"}, {"another name"});
+    Expect(2, {"params", "truesense"}, {"truesense", "bayer"});
+}
+
+TEST_F(RefusalRun, InputThatIsNone) {
+    Expect(3, {"convert", "missing\nfile.raw", "out.png", "--format", "BayerRG8"},
+           {"missing file.raw", "No such file"});
+    Expect(3, {"convert", "/", "out.png", "--format", "BayerRG8"}, {"directory"});
+    Expect(3, {"convert", "cut.png", "out.png", "--format", "BayerRG8"}, {"cut.png", "damaged"});
+    Expect(3, {"convert", "colour.png", "out.png", "--format", "BayerRG8"}, {"colour.png", "mosaic"});
+    Expect(3, {"mosaic", "cut.png", "out.raw", "--format", "BayerRG8"}, {"cut.png", "damaged"});
+    Expect(3, {"mosaic", "empty.raw", "out.raw", "--format", "BayerRG8"}, {"empty.raw"});
+    Expect(3, {"mosaic", "-", "out.raw", "--format", "BayerRG8"}, {"standard input"});
+}
+
+TEST_F(RefusalRun, FrameThatDoesNotFit) {
+    const std::string ok = "ok_4x4_BayerRG8.raw";
+    Expect(4, {"convert", "short_4x4_BayerRG12.raw", "out.png"}, {"short_4x4", "holds 31 bytes", "need 32"});
+    Expect(4, {"convert", ok, "out.png", "--height", "3"}, {"holds 16", "need 12", "--skip-bytes 4"});
+    Expect(4, {"convert", ok, "out.png", "--height", "0"}, {"4x0"});
+    Expect(4, {"convert", ok, "out.png", "--height", "4294967297"}, {"4x4294967297"});
+    Expect(4, {"convert", ok, "out.png", "--width", "18446744073709551615"}, {"18446744073709551615x4"});
+    Expect(4, {"convert", ok, "out.png", "--stride", "3"}, {"--stride 3", "4"});
+    Expect(4, {"convert", "deep_4x4_BayerRG12.raw", "out.png"}, {"deep_4x4", "65535", "4095", "BayerRG16"});
+    Expect(4, {"convert", "grey.pgm", "out.png", "--format", "BayerRG8", "--width", "63"}, {"grey.pgm", "64x64"});
+    Expect(4, {"convert", "grey.pgm", "out.png", "--format", "BayerRG12"}, {"grey.pgm", "8-bit", "BayerRG12"});
+}
+
+TEST_F(RefusalRun, WhatTheLibraryRefuses) {
+    const std::string ok = "ok_4x4_BayerRG8.raw";
+    Expect(6, {"convert", ok, "out.png", "--algorithm", "ipp"}, {ok, "ipp", "0x80050007", "edge-aware"});
+    Expect(6, {"convert", ok, "out.png", "--set", "BayerAlgType=1"}, {"0x80050007"});
+    Expect(6, {"convert", ok, "out.png", "--set", "BayerAlgType=7"}, {"BayerAlgType=7", "0x80000004"});
+    Expect(6, {"convert", ok, "out.png", "--set", "BayerAlgType=two"}, {"BayerAlgType=two", "0x80000003"});
+    Expect(6, {"convert", ok, "out.png", "--set", "Gamma=1"}, {"Gamma=1", "0x80000002"});
+}
+
+}  // namespace
+}  // namespace kvx::tool

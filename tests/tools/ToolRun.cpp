@@ -1,0 +1,102 @@
+#include "ToolRun.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <stdexcept>
+
+namespace kvx::tool {
+namespace {
+
+/** A file without a name that carries one of the standard streams: unlike a pipe it never blocks. */
+class StreamFile {
+public:
+    explicit StreamFile(const Bytes& content = {}) : m_file(std::tmpfile(), &std::fclose) {
+        const bool isWritten =
+            m_file && (content.empty() || std::fwrite(content.data(), content.size(), 1, m_file.get()) == 1);
+        if (!isWritten) {
+            throw std::runtime_error("no temporary file");
+        }
+        std::rewind(m_file.get());
+    }
+
+    int Descriptor() const {
+        return ::fileno(m_file.get());
+    }
+
+    Bytes Content() const {
+        Bytes content(static_cast<size_t>(::lseek(Descriptor(), 0, SEEK_END)));
+        const ssize_t count = ::pread(Descriptor(), content.data(), content.size(), 0);
+        content.resize(static_cast<size_t>(std::max<ssize_t>(count, 0)));
+        return content;
+    }
+
+private:
+    std::unique_ptr<FILE, int (*)(FILE*)> m_file;
+};
+
+[[noreturn]] void BecomeTool(const std::vector<std::string>& arguments, const ToolSurroundings& surroundings) {
+    if (surroundings.fileSizeLimit) {
+        const rlimit limit{*surroundings.fileSizeLimit, *surroundings.fileSizeLimit};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    std::vector<char*> words = {const_cast<char*>(KVX_DEMOSAIC)};
+    for (const std::string& argument : arguments) {
+        words.push_back(const_cast<char*>(argument.c_str()));
+    }
+    words.push_back(nullptr);
+    ::execv(KVX_DEMOSAIC, words.data());
+    ::_exit(127);
+}
+
+std::string CommandLine(const std::vector<std::string>& arguments) {
+    std::string line = "kvx-demosaic";
+    for (const std::string& argument : arguments) {
+        line += " " + argument;
+    }
+    return line;
+}
+
+}  // namespace
+
+ToolResult RunTool(const std::vector<std::string>& arguments, const ToolSurroundings& surroundings) {
+    const StreamFile input(surroundings.standardInput);
+    const StreamFile output;
+    const StreamFile error;
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const std::string& path = surroundings.standardOutputPath;
+        ::dup2(input.Descriptor(), STDIN_FILENO);
+        ::dup2(path.empty() ? output.Descriptor() : ::open(path.c_str(), O_WRONLY), STDOUT_FILENO);
+        ::dup2(error.Descriptor(), STDERR_FILENO);
+        BecomeTool(arguments, surroundings);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    const Bytes messages = error.Content();
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output.Content(), {messages.begin(), messages.end()}};
+}
+
+ToolResult RunSuccessfully(const std::vector<std::string>& arguments, const ToolSurroundings& surroundings) {
+    ToolResult result = RunTool(arguments, surroundings);
+    EXPECT_EQ(result.exitCode, 0) << CommandLine(arguments) << "\n" << result.standardError;
+    return result;
+}
+
+void ExpectRefusal(const ToolResult& result, int exitCode, const std::vector<std::string>& fragments) {
+    EXPECT_EQ(result.exitCode, exitCode) << result.standardError;
+    EXPECT_TRUE(result.standardOutput.empty());
+    EXPECT_EQ(result.standardError.find("kvx-demosaic: "), 0u) << result.standardError;
+    EXPECT_EQ(result.standardError.find('\n'), result.standardError.size() - 1) << result.standardError;
+    for (const std::string& fragment : fragments) {
+        EXPECT_NE(result.standardError.find(fragment), std::string::npos) << fragment << "\n" << result.standardError;
+    }
+}
+
+}  // namespace kvx::tool

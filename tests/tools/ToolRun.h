@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tools/Bytes.h"
+
+namespace kvx::tool {
+
+struct ToolResult {
+    int exitCode;  ///< -1 when a signal ended the process
+    Bytes standardOutput;
+    std::string standardError;
+};
+
+/** What a run gets besides its arguments. */
+struct ToolSurroundings {
+    Bytes standardInput = {};
+    std::optional<uint64_t> fileSizeLimit = std::nullopt;  ///< bytes that the process may write to a file
+    std::string standardOutputPath = {};                   ///< where standard output goes instead of into the result
+};
+
+/** Runs the real kvx-demosaic. */
+ToolResult RunTool(const std::vector<std::string>& arguments, const ToolSurroundings& surroundings = {});
+
+/** Expects exit code 0. Gives the result for a look at the streams. */
+ToolResult RunSuccessfully(const std::vector<std::string>& arguments, const ToolSurroundings& surroundings = {});
+
+/** Expects this exit code and one line on standard error with all of the fragments; nothing on standard output. */
+void ExpectRefusal(const ToolResult& result, int exitCode, const std::vector<std::string>& fragments);
+
+}  // namespace kvx::tool

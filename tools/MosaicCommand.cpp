@@ -1,0 +1,77 @@
+#include "tools/MosaicCommand.h"
+
+#include <filesystem>
+#include <memory>
+
+#include "tools/Console.h"
+#include "tools/FrameName.h"
+#include "tools/InputFile.h"
+#include "tools/Mosaic.h"
+#include "tools/OutputFile.h"
+#include "tools/PictureDecoder.h"
+#include "tools/PictureEncoder.h"
+#include "tools/Pnm.h"
+#include "tools/ToolError.h"
+
+namespace kvx::tool {
+namespace {
+
+constexpr const char* kFooter = R"(Formats: every unpacked mono, Bayer or TrueSense format; clear and mono sites take
+the mean of red, green and blue. Samples are bytes, or little-endian 16-bit words
+with the value right-aligned; rows have no padding.
+
+Examples:
+  kvx-demosaic mosaic picture.png picture_768x512_BayerRG12.raw --format BayerRG12
+  kvx-demosaic mosaic picture.png - --format BayerGB8 | kvx-demosaic convert - again.png \
+      --format BayerGB8 --width 768 --height 512)";
+
+struct MosaicOptions {
+    std::string input;
+    std::string output;
+    std::string format;
+};
+
+bool IsPgmName(const std::string& path) {
+    return LowerExtension(path) == ".pgm";
+}
+
+/** A headerless file is best found again with its layout in its name. */
+void SuggestName(const std::string& path, const RawFrame& frame) {
+    const FrameName name = ParseFrameName(path);
+    const FrameSize size{static_cast<uint64_t>(frame.samples.cols), static_cast<uint64_t>(frame.samples.rows)};
+    if (path == "-" || IsPgmName(path) || (name.size == size && name.format == frame.format)) {
+        return;
+    }
+    const std::string stem = std::filesystem::path(path).stem().string();
+    PrintMessage(fmt::format("{}: its size and format could be told from a name such as {}", path,
+                             MakeFrameName(stem, size, *frame.format)));
+}
+
+void Mosaic(const MosaicOptions& options) {
+    const PixelFormat& format = RequireFormat(options.format);
+    if (!IsUnpackedMosaic(format)) {
+        Fail(ExitCode::Usage, "--format {}: mosaic makes unpacked mono, Bayer and TrueSense formats only", format.name);
+    }
+    RequireDistinct(options.input, options.output);
+    const RawFrame frame = MakeMosaic(DecodePicture(ReadInput(options.input), InputName(options.input)), format);
+    WriteOutput(options.output, IsPgmName(options.output) ? EncodePnm({frame.samples, LargestSample(format)})
+                                                          : EncodeRaw(frame.samples));
+    SuggestName(options.output, frame);
+}
+
+}  // namespace
+
+void AddMosaicCommand(CLI::App& tool) {
+    const auto options = std::make_shared<MosaicOptions>();
+    CLI::App* command = tool.add_subcommand("mosaic", "Make a raw frame from a picture");
+    command->add_option("IMAGE", options->input, "PNG, TIFF, PPM or PGM picture; - is standard input")->required();
+    command->add_option("RAW", options->output, "Headerless raw file, or .pgm; - is standard output, headerless")
+        ->required();
+    command->add_option("--format", options->format, "Format of the frame, such as BayerRG12")
+        ->type_name("NAME")
+        ->required();
+    command->footer(kFooter);
+    command->callback([options] { Mosaic(*options); });
+}
+
+}  // namespace kvx::tool

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "tools/Bytes.h"
+
+namespace kvx::tool {
+
+/**
+ * Writes a whole file, or standard output for "-". The file appears complete or not at all: an old one stays until its
+ * successor is on the disk. Throws ExitCode::Output.
+ */
+void WriteOutput(const std::string& path, const Bytes& content);
+
+/** Throws ExitCode::Usage when both paths are the same existing file, which writing would destroy. */
+void RequireDistinct(const std::string& input, const std::string& output);
+
+}  // namespace kvx::tool

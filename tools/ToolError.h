@@ -1,0 +1,44 @@
+#pragma once
+
+#include <fmt/format.h>
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace kvx::tool {
+
+/** Exit codes of the command; scripts rely on them, so a value never changes its meaning. */
+enum class ExitCode {
+    Success = 0,
+    Unexpected = 1,
+    Usage = 2,
+    Input = 3,
+    Frame = 4,
+    Output = 5,
+    Library = 6,
+};
+
+/** A failure that ends the command: one line for the user, and the exit code. */
+class ToolError : public std::runtime_error {
+public:
+    ToolError(ExitCode code, const std::string& message) : std::runtime_error(message), m_code(code) {}
+
+    ExitCode Code() const {
+        return m_code;
+    }
+
+private:
+    ExitCode m_code;
+};
+
+template <typename... Args>
+[[noreturn]] void Fail(ExitCode code, fmt::format_string<Args...> message, Args&&... args) {
+    throw ToolError(code, fmt::format(message, std::forward<Args>(args)...));
+}
+
+/** Throws when `result` is a failure: the subject, the library's own text and code, then the advice if there is any. */
+void RequireSuccess(uint32_t result, const std::string& subject, const std::string& advice = "");
+
+}  // namespace kvx::tool
