@@ -88,7 +88,7 @@ TEST(Interpolator, IsTheSameForEveryInstructionSetAndWidth) {
     }
 }
 
-TEST(Interpolator, IsTheSameForEveryCutIntoTiles) {
+TEST(Interpolator, IsTheSameForEveryThreadCountAndCutIntoTiles) {
     constexpr uint32_t sizes[][2] = {{70, 300}, {2301, 24}, {1022, 131}};  // several tiles down, across, both
     const int before = omp_get_max_threads();
     for (const auto& [width, height] : sizes) {
