@@ -150,16 +150,13 @@ private:
             return step(m_green) * step(mixed ? m_mosaic : m_green);
         };
         const auto window = [&](int y, int x, bool mixed) {
-            const auto rights = [&](int row) {
-                const auto p = [&](int dx) { return product(row, x + dx, {0, 2}, mixed); };
-                return (p(-4) + p(2)) + (p(-2) + p(0));
+            const auto row = [&](int dy) {
+                const auto site = [&](int dx) {
+                    return product(y + dy, x + dx, {0, 2}, mixed) + product(y + dy, x + dx, {2, 0}, mixed);
+                };
+                return (site(-4) + site(2)) + (site(-2) + site(0));
             };
-            const auto downs = [&](int row) {
-                const auto p = [&](int dx) { return product(row, x + dx, {2, 0}, mixed); };
-                return (p(-2) + p(2)) + p(0);
-            };
-            return ((rights(y - 2) + rights(y + 2)) + rights(y)) +
-                   ((downs(y - 4) + downs(y + 2)) + (downs(y - 2) + downs(y)));
+            return (row(-4) + row(2)) + (row(-2) + row(0));
         };
         return Fill([&](int y, int x) {
             if (ColourAt(y, x) != colour) return 1.0f;

@@ -18,7 +18,7 @@ constexpr float kActivityGuard = 0.125f;
 /** Noise counts so many times as much as change when a short line competes with a long one. */
 constexpr float kNoiseShare = 8.0f;
 
-/** Colour follows green with this slope's prior weight, which is a sum of some 24 squares of differences. */
+/** Colour follows green with this slope's prior weight, which is a sum of 32 squares of steps. */
 constexpr float kSlopePrior = 2000.0f;
 constexpr float kLargestSlope = 2.0f;
 

@@ -16,40 +16,29 @@ HWY_INLINE Vec SumOfFour(const float* values) {
     return (Load(values - 2) + Load(values + 1)) + (Load(values - 1) + Load(values));
 }
 
-HWY_INLINE Vec SumOfThree(const float* values) {
-    return (Load(values - 1) + Load(values + 1)) + Load(values);
-}
-
 void StepProductsRow(const ColourSites& row, const ColourSites& next, int lanes, const StepProducts& scratch,
                      const StepProducts& products) {
     for (int i = 0; i < lanes; i += kStep) {
         const Vec green = Load(row.green + i), sample = Load(row.mosaic + i);
         const Vec greenRight = Load(row.green + i + 1) - green, greenDown = Load(next.green + i) - green;
         const Vec sampleRight = Load(row.mosaic + i + 1) - sample, sampleDown = Load(next.mosaic + i) - sample;
-        Store(greenRight * sampleRight, scratch.mixedRight + i);
-        Store(Squared(greenRight), scratch.greenRight + i);
-        Store(greenDown * sampleDown, scratch.mixedDown + i);
-        Store(Squared(greenDown), scratch.greenDown + i);
+        Store(greenRight * sampleRight + greenDown * sampleDown, scratch.mixed + i);
+        Store(Squared(greenRight) + Squared(greenDown), scratch.green + i);
     }
     for (int i = 0; i < lanes; i += kStep) {
-        Store(SumOfFour(scratch.mixedRight + i), products.mixedRight + i);
-        Store(SumOfFour(scratch.greenRight + i), products.greenRight + i);
-        Store(SumOfThree(scratch.mixedDown + i), products.mixedDown + i);
-        Store(SumOfThree(scratch.greenDown + i), products.greenDown + i);
+        Store(SumOfFour(scratch.mixed + i), products.mixed + i);
+        Store(SumOfFour(scratch.green + i), products.green + i);
     }
 }
 
 void SlopeRow(const StepProducts products[4], int lanes, float* slope) {
-    const auto window = [&](float* StepProducts::*right, float* StepProducts::*down, int i) HWY_ATTR {
-        const Vec rights = (Load(products[1].*right + i) + Load(products[3].*right + i)) + Load(products[2].*right + i);
-        const Vec downs = (Load(products[0].*down + i) + Load(products[3].*down + i)) +
-                          (Load(products[1].*down + i) + Load(products[2].*down + i));
-        return rights + downs;
+    const auto window = [&](float* StepProducts::*plane, int i) HWY_ATTR {
+        return (Load(products[0].*plane + i) + Load(products[3].*plane + i)) +
+               (Load(products[1].*plane + i) + Load(products[2].*plane + i));
     };
     const Vec prior = Set(kSlopePrior), zero = Set(0.0f), largest = Set(kLargestSlope);
     for (int i = 0; i < lanes; i += kStep) {
-        const Vec mixed = window(&StepProducts::mixedRight, &StepProducts::mixedDown, i);
-        const Vec green = window(&StepProducts::greenRight, &StepProducts::greenDown, i);
+        const Vec mixed = window(&StepProducts::mixed, i), green = window(&StepProducts::green, i);
         Store(Clamped((mixed + prior) / (green + prior), zero, largest), slope + i);
     }
 }

@@ -10,12 +10,10 @@
 
 namespace kvx::ipp {
 
-/** Sums of products of a row's steps: `mixed` green x colour, `green` green x green. */
+/** Products of steps, of green with the colour and of green with itself. */
 struct StepProducts {
-    float* mixedRight;  ///< steps to the right, from the sites at -4, -2, 0 and 2 columns
-    float* greenRight;
-    float* mixedDown;  ///< steps down to row y + 2, from the sites at -2, 0 and 2 columns
-    float* greenDown;
+    float* mixed;
+    float* green;
 };
 
 /** Green and samples at the colour sites of a row. */
@@ -24,7 +22,10 @@ struct ColourSites {
     const float* mosaic;
 };
 
-/** Working memory: a row for each product. @param next row y + 2 */
+/**
+ * For each site of row y the products of its two steps, summed over the sites at -4, -2, 0 and 2 columns.
+ * @param next row y + 2; @param scratch working memory
+ */
 void StepProductsRow(const ColourSites& row, const ColourSites& next, int lanes, const StepProducts& scratch,
                      const StepProducts& products);
 

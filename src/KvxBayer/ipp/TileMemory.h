@@ -11,7 +11,7 @@
 namespace kvx::ipp {
 
 /** Lanes of a row of a tile at most. Kept columns and margin: 2 x lanes. */
-constexpr int kMaxLanes = 528;
+constexpr int kMaxLanes = 544;
 /** Lanes at each end that only the kept ones depend on. */
 constexpr int kMarginLanes = kReach / 2 + 1;
 
@@ -87,11 +87,10 @@ struct DirectionRing {
 };
 
 struct ProductsRing {
-    Ring mixedRight, greenRight, mixedDown, greenDown;
-    ProductsRing(RowCarver& memory, int count)
-        : mixedRight(memory, count), greenRight(memory, count), mixedDown(memory, count), greenDown(memory, count) {}
+    Ring mixed, green;
+    ProductsRing(RowCarver& memory, int count) : mixed(memory, count), green(memory, count) {}
     StepProducts operator[](int row) const {
-        return {mixedRight[row], greenRight[row], mixedDown[row], greenDown[row]};
+        return {mixed[row], green[row]};
     }
 };
 
