@@ -79,9 +79,9 @@ KVX_API uint32_t KvxBayer_AllocData(KvxBayer* component, const _KvxImage* src, _
  * Bilinear and edge-aware: a pixel whose 3x3 neighbourhood leaves the frame takes the value of its neighbour inside;
  * frames of fewer than three rows or columns come out black.
  *
- * In-house: the frame goes on beyond its borders as in a mirror. The output is clamped to 0..(1 << src->pixelDepth) - 1;
- * larger samples are taken for the largest, and a `pixelDepth` that the samples cannot have for that of the format. In
- * a frame of one row or one column, a colour that no sample has follows the others.
+ * In-house: the frame goes on beyond its borders as in a mirror. The output is clamped to 0..(1 << src->pixelDepth) -
+ * 1; larger samples are taken for the largest, and a `pixelDepth` that the samples cannot have for that of the format.
+ * In a frame of one row or one column, a colour that no sample has follows the others.
  *
  * @param component from KvxBayer_CreateComponent(); used by one thread at a time
  * @param src an unpacked Bayer format, `height` rows of `lineStep` bytes. Any line step that holds a row will do.

@@ -89,6 +89,7 @@ bool DemosaicingIPPOf<Sample>::MakeWorkers() {
     while (m_tileRows > lowest &&
            int64_t{m_tilesAcross} * DividedRoundingUp(m_height, m_tileRows) < int64_t{threads} * tilesPerThread)
         m_tileRows /= 2;
+    m_tileRows = RoundedUpToEven(DividedRoundingUp(m_height, DividedRoundingUp(m_height, m_tileRows)));  // all alike
     m_tilesAcross = DividedRoundingUp(m_width, m_tileColumns);
     m_tilesDown = DividedRoundingUp(m_height, m_tileRows);
 
