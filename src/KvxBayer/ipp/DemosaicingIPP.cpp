@@ -39,6 +39,8 @@ uint32_t DemosaicingIPP::Init(_KvxImage* dst, const _KvxImage* src) noexcept {
         return KvxResult_InvalidArgument;
     const uint32_t result = CheckBayerGeometry(*src, *dst, m_output);
     if (result != KvxResult_Success) return result;
+    constexpr uint32_t mostRows = 1u << 30;  // their numbers are int, as are those of mirrored rows
+    if (src->height > mostRows) return KvxResult_InvalidArgument;
     m_dst = dst;
     m_width = RoundedUpToEven(static_cast<int>(src->width));
     m_height = RoundedUpToEven(static_cast<int>(src->height));

@@ -33,7 +33,7 @@ public:
      *            read as that of its format
      * @return 0, or a KvxResultCode: NullPointer for a null record, InvalidArgument for a source that is not an
      *         unpacked Bayer format of the class's sample width or records that do not fit each other or their
-     *         buffers, ConversionFailed for a frame without pixels, NoMemory
+     *         buffers or of more than 2^30 rows, ConversionFailed for a frame without pixels, NoMemory
      */
     virtual uint32_t Init(_KvxImage* dst, const _KvxImage* src) noexcept;
 

@@ -19,8 +19,8 @@ int Mirrored(int index, int size) {
 void Source::CopyRow(int row, int firstColumn, int count, uint8_t* samples) const {
     const uint8_t* line = data + static_cast<size_t>(Mirrored(row, height)) * lineStep;
     const auto bytes = static_cast<size_t>(sampleBytes);
-    const auto copyMirrored = [&](int begin, int end) {
-        for (int i = begin; i < end; ++i)
+    const auto copyMirrored = [&](int from, int to) {
+        for (int i = from; i < to; ++i)
             std::memcpy(samples + static_cast<size_t>(i) * bytes,
                         line + static_cast<size_t>(Mirrored(firstColumn + i, width)) * bytes, bytes);
     };

@@ -108,9 +108,10 @@ void TileWorker::MultiplySteps(int row) {
                     m_planes.scratchProducts[0], m_planes.products[row]);
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): a step like the others
 void TileWorker::FitSlope(int row) {
-    const ProductsRing& products = m_planes.products;
-    const StepProducts rows[4] = {products[row - 4], products[row - 2], products[row], products[row + 2]};
+    const StepProducts rows[4] = {m_planes.products[row - 4], m_planes.products[row - 2], m_planes.products[row],
+                                  m_planes.products[row + 2]};
     SlopeRow(rows, m_lanes, m_planes.slope[row]);
 }
 
@@ -143,19 +144,19 @@ void TileWorker::WritePixels(int row) {
 
 void TileWorker::Store(const PairRow channels[3], int frameRow) {
     const bool words = m_frame->output.form == BayerOutput::Samples && m_frame->scale.sampleBytes == 2;
-    const int pixelBytes = words ? 6 : 3;
-    const Destination& destination = m_frame->destination;
-    uint8_t* out =
-        destination.Row(frameRow) + static_cast<size_t>(m_area.firstColumn) * static_cast<size_t>(pixelBytes);
+    const size_t pixelBytes = words ? 6 : 3;
+    const auto bytesOf = [&](int columns) { return static_cast<size_t>(columns) * pixelBytes; };
     const auto pack = [&](int firstLane, int lanes, uint8_t* to) {
         PackRow(channels, kMarginLanes + firstLane, lanes, m_frame->scale, m_frame->output, to);
     };
+    const Destination& destination = m_frame->destination;
+    uint8_t* out = destination.Row(frameRow) + bytesOf(m_area.firstColumn);
     // Whole blocks go straight to the picture; what would overrun the tile goes by way of our own memory.
     const int wholeLanes = !words || destination.IsAligned(2) ? m_area.columns / 2 / kLaneBlock * kLaneBlock : 0;
     pack(0, wholeLanes, out);
     const int restColumns = m_area.columns - 2 * wholeLanes;
     pack(wholeLanes, (restColumns + 1) / 2, m_rowBytes.get());
-    std::memcpy(out + 2 * wholeLanes * pixelBytes, m_rowBytes.get(), static_cast<size_t>(restColumns * pixelBytes));
+    std::memcpy(out + bytesOf(2 * wholeLanes), m_rowBytes.get(), bytesOf(restColumns));
     const bool lastOfRow = m_area.firstColumn + m_area.columns == m_frame->width;
     if (lastOfRow && m_frame->slot == SlotBytes::Four) ClearSlots(frameRow);
 }

@@ -169,6 +169,9 @@ TEST(InterpolatorLaws, ResultCodesOfTheClasses) {
         EXPECT_EQ(words.Init(&dst.Record(), &src.Record()), 7u);
     }
     src.Record().pixelType = KvxFormat_BayerRG12;
+    src.Record().height = dst.Record().height = (1u << 30) + 1;
+    EXPECT_EQ(words.Init(&dst.Record(), &src.Record()), 7u);
+    src.Record().height = dst.Record().height = 6;
     ASSERT_EQ(words.Init(&dst.Record(), &src.Record()), 0u);
     EXPECT_TRUE(dst.Untouched());
     EXPECT_EQ(words.CleanMemory(), 0u);
