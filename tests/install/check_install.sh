@@ -19,7 +19,7 @@ expect() { # NAME PROGRAM: what the examples print
     esac || { echo "$2 printed '$answer'"; exit 1; }
 }
 
-cmake -S "$source/examples" -B "$work/cmake" -DCMAKE_PREFIX_PATH="$prefix" >> "$work/log"
+cmake -G Ninja -S "$source/examples" -B "$work/cmake" -DCMAKE_PREFIX_PATH="$prefix" >> "$work/log"
 cmake --build "$work/cmake" >> "$work/log"
 expect c "$work/cmake/convert_c"
 expect cpp "$work/cmake/convert_cpp"
