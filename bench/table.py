@@ -1,4 +1,4 @@
-"""Prints Google Benchmark's medians as a table: time, throughput, and time relative to the job's peer ("bare")."""
+"""Prints Google Benchmark's medians as a table: time, throughput, and time relative to the job's peer: "bare", or the first by name."""
 import json
 import sys
 
@@ -10,8 +10,9 @@ for run in runs:
     job, who = run["run_name"].removesuffix("/real_time").rsplit("/", 1)
     medians.setdefault(job, {})[who] = run
 
-print(f'{"job":52} {"who":20} {"ms":>8} {"Mpixel/s":>9} {"time/bare":>10}')
+print(f'{"job":52} {"who":20} {"ms":>8} {"Mpixel/s":>9} {"time/peer":>10}')
 for job, people in medians.items():
+    peer = people.get("bare", people[min(people)])
     for who, run in people.items():
-        ratio = run["real_time"] / people["bare"]["real_time"]
+        ratio = run["real_time"] / peer["real_time"]
         print(f'{job:52} {who:20} {run["real_time"]:8.2f} {run["Mpixel/s"]:9.0f} {ratio:10.2f}')

@@ -61,11 +61,8 @@ const PixelFormat& WorkingDestination(const PixelFormat& source, const PixelForm
 
 void CheckConversion(uint32_t result, const BayerComponent& component, const PixelFormat& source,
                      const PixelFormat& destination, const std::string& name) {
-    const int64_t algorithm = component.Algorithm();
-    RequireSuccess(
-        result,
-        fmt::format("{}: {} to {} with algorithm {}", name, source.name, destination.name, AlgorithmName(algorithm)),
-        algorithm == KvxBayerAlgorithm_IPP ? "try --algorithm bilinear or edge-aware" : "");
+    RequireSuccess(result, fmt::format("{}: {} to {} with algorithm {}", name, source.name, destination.name,
+                                       AlgorithmName(component.Algorithm())));
 }
 
 }  // namespace

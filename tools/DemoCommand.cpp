@@ -36,9 +36,6 @@ void WriteAndTell(const fs::path& path, const Bytes& content) {
 void WriteConversions(const fs::path& directory, const RawFrame& frame) {
     BayerComponent component;
     for (const NamedAlgorithm algorithm : kAlgorithms) {
-        if (algorithm.number == KvxBayerAlgorithm_IPP) {
-            continue;  // not available in the library
-        }
         component.SetAlgorithm(algorithm.number);
         const fs::path path = directory / fmt::format("scene_{}_{}.png", frame.format->name, algorithm.name);
         const Picture picture = ConvertFrame(component, frame, RequireFormat("RGB8"), path.string());

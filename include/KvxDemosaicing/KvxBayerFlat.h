@@ -23,9 +23,9 @@
  *   `width` are zero. Where dstStep is shorter than that, the row ends with it.
  *
  * Results, of all of them: 0; 0x80050001 a frame without pixels; 0x80050007 null data, unknown pattern or depth, sizes
- * of source and region that differ, a step that cannot hold a row, a size past INT_MAX, an algorithm that is not
- * available. Whatever is refused leaves the destination as it was. The functions keep no state and may run in any
- * number of threads.
+ * of source and region that differ, a step that cannot hold a row, a size past INT_MAX; 0x80050009 no working memory
+ * for the in-house algorithm. Whatever is refused leaves the destination as it was. The functions keep no state and may
+ * run in any number of threads.
  */
 #ifndef KVXDEMOSAICING_KVXBAYERFLAT_H
 #define KVXDEMOSAICING_KVXBAYERFLAT_H

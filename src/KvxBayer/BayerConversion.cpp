@@ -1,10 +1,11 @@
 #include "KvxBayer/BayerConversion.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstring>
 #include <opencv2/imgproc.hpp>
 
+#include "KvxBayer/BayerGeometry.h"
+#include "KvxBayer/MosaicRow.h"
 #include "KvxDemosaicing/KvxResult.h"
 #include "framework/PixelFormats.h"
 
@@ -12,11 +13,6 @@ namespace kvx {
 namespace {
 
 constexpr size_t kChannels = 3;
-
-bool Holds(const _KvxImage& image, uint64_t bytesPerPixel) {
-    return image.data && image.width <= INT_MAX && image.height <= INT_MAX && image.lineStep <= INT_MAX &&
-           image.width * bytesPerPixel <= image.lineStep;
-}
 
 size_t SampleSizeOf(const _KvxImage& src) {
     return Is8Bit(src.pixelType) ? 1 : 2;
@@ -101,11 +97,8 @@ private:
 
 uint32_t ConvertBayer(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output,
                       SlotBytes slot) noexcept {
-    const uint64_t outputSize = output.form == BayerOutput::Samples ? SampleSizeOf(src) : 1;
-    const bool sameSize = src.width == dst.width && src.height == dst.height;
-    if (!sameSize || !Holds(src, SampleSizeOf(src)) || !Holds(dst, kChannels * outputSize))
-        return KvxResult_InvalidArgument;
-    if (src.width == 0 || src.height == 0) return KvxResult_ConversionFailed;
+    const uint32_t result = CheckBayerGeometry(src, dst, output);
+    if (result != KvxResult_Success) return result;
 
     const Frame frame(src, dst, code, output, slot);
     const auto height = static_cast<int64_t>(src.height);

@@ -3,16 +3,10 @@
 
 #include <cstdint>
 
-#include "KvxBayer/MosaicRow.h"
+#include "KvxBayer/BayerOutput.h"
 #include "KvxDemosaicing/KvxImage.h"
 
 namespace kvx {
-
-/** Bytes that a row of the destination has for each pixel. */
-enum class SlotBytes {
-    AsWritten,  ///< three samples
-    Four        ///< three bytes of picture; the rest of the row is zeroed, 4 x width bytes or to the line step
-};
 
 /**
  * Converts `src` into `dst`, three samples a pixel, by the conversion code `code` (PixelTypeToBayerType()).

@@ -31,7 +31,7 @@ uint32_t BayerToShiftedBytes(const BayerFlatArguments& arguments, ChannelOrder o
  * nothing.
  * @return a result code with the Bayer component's type
  */
-uint32_t ConvertBayerFlat(const _KvxImage& src, const _KvxImage& dst, int algType, ChannelOrder order,
+uint32_t ConvertBayerFlat(const _KvxImage& src, _KvxImage& dst, int algType, ChannelOrder order,
                           const BayerOutput& output, SlotBytes slot = SlotBytes::AsWritten) noexcept;
 
 }  // namespace kvx

@@ -63,7 +63,7 @@ uint32_t Convert(const BayerFlatArguments& a, const DepthFormats* formats, Chann
     const uint32_t dstType = order == ChannelOrder::BGR ? formats->bgr : formats->rgb;
     const _KvxImage src =
         Record(formats->patterns[a.bayerPattern], a.pixelDepth, a.srcSize.width, a.srcSize.height, a.srcStep, a.pSrc);
-    const _KvxImage dst = Record(dstType, a.pixelDepth, a.srcRoi.width, a.srcRoi.height, a.dstStep, a.pDst);
+    _KvxImage dst = Record(dstType, a.pixelDepth, a.srcRoi.width, a.srcRoi.height, a.dstStep, a.pDst);
     return ConvertBayerFlat(src, dst, a.algType, order, output, slot);
 }
 

@@ -1,14 +1,36 @@
+#include <memory>
+#include <new>
+
 #include "KvxBayer/BayerFlat.h"
+#include "KvxBayer/ipp/DemosaicingIPP.h"
 #include "KvxDemosaicing/KvxBayer.h"
 #include "framework/PixelFormats.h"
 
 namespace kvx {
+namespace {
 
-uint32_t ConvertBayerFlat(const _KvxImage& src, const _KvxImage& dst, int algType, ChannelOrder order,
+/** By an interpolator of its own, which goes with the call: the flat functions keep nothing. */
+uint32_t ConvertByInterpolator(const _KvxImage& src, _KvxImage& dst, const BayerOutput& output,
+                               SlotBytes slot) noexcept {
+    std::unique_ptr<DemosaicingIPP> interpolator;
+    if (Is8Bit(src.pixelType))
+        interpolator.reset(new (std::nothrow) DemosaicingIPP_8);
+    else
+        interpolator.reset(new (std::nothrow) DemosaicingIPP_16);
+    if (!interpolator) return KvxResult_NoMemory;
+    interpolator->SetOutput(output, slot);
+    const uint32_t result = interpolator->Init(&dst, &src);
+    return result == KvxResult_Success ? interpolator->Calculate() : result;
+}
+
+}  // namespace
+
+uint32_t ConvertBayerFlat(const _KvxImage& src, _KvxImage& dst, int algType, ChannelOrder order,
                           const BayerOutput& output, SlotBytes slot) noexcept {
     const int code = PixelTypeToBayerType(src.pixelType, algType, order == ChannelOrder::BGR);
-    if (code == -1 || algType == KvxBayerAlgorithm_IPP)
-        return KvxResult_Of(KvxComponentType_Bayer, KvxResult_InvalidArgument);
+    if (code == -1) return KvxResult_Of(KvxComponentType_Bayer, KvxResult_InvalidArgument);
+    if (algType == KvxBayerAlgorithm_IPP)
+        return KvxResult_Of(KvxComponentType_Bayer, ConvertByInterpolator(src, dst, output, slot));
     if (algType != KvxBayerAlgorithm_Bilinear && algType != KvxBayerAlgorithm_EdgeAware) return KvxResult_Success;
     return KvxResult_Of(KvxComponentType_Bayer, ConvertBayer(src, dst, code, output, slot));
 }

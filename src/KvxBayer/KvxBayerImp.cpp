@@ -1,5 +1,7 @@
 #include "KvxBayer/KvxBayerImp.h"
 
+#include <new>
+
 #include "KvxBayer/BayerConversion.h"
 #include "framework/PixelFormats.h"
 
@@ -8,6 +10,12 @@ namespace {
 
 constexpr uint32_t Result(uint32_t code) {
     return KvxResult_Of(KvxComponentType_Bayer, code);
+}
+
+uint32_t ConvertByInterpolator(DemosaicingIPP* interpolator, const _KvxImage& src, _KvxImage& dst) noexcept {
+    if (!interpolator) return Result(KvxResult_NoMemory);
+    const uint32_t code = interpolator->Init(&dst, &src);
+    return Result(code == KvxResult_Success ? interpolator->Calculate() : code);
 }
 
 }  // namespace
@@ -34,7 +42,12 @@ uint32_t KvxBayerImp::ConvertImage(const _KvxImage* src, _KvxImage* dst) noexcep
     if (!src || !dst) return Result(KvxResult_InvalidArgument);
     const int algorithm = Algorithm();
     const int code = PixelTypeToBayerType(src->pixelType, algorithm, IsBlueFirst(dst->pixelType));
-    if (code == -1 || algorithm == KvxBayerAlgorithm_IPP) return Result(KvxResult_InvalidArgument);
+    if (code == -1) return Result(KvxResult_InvalidArgument);
+    if (Is8Bit(src->pixelType))
+        m_demosaicing16.reset();
+    else
+        m_demosaicing8.reset();
+    if (algorithm == KvxBayerAlgorithm_IPP) return ConvertByInterpolator(Interpolator(*src), *src, *dst);
     return Result(ConvertBayer(*src, *dst, code, {.form = BayerOutput::Samples}));
 }
 
@@ -42,10 +55,23 @@ uint32_t KvxBayerImp::AllocData(const _KvxImage* src, _KvxImage* dst) noexcept {
     if (!src || !dst) return Result(KvxResult_InvalidArgument);
     ReleaseData();
     const int algorithm = Algorithm();
-    const bool convertible = PixelTypeToBayerType(src->pixelType, algorithm, false) != -1;
-    return Result(convertible && algorithm != KvxBayerAlgorithm_IPP ? KvxResult_Success : KvxResult_InvalidArgument);
+    if (PixelTypeToBayerType(src->pixelType, algorithm, false) == -1) return Result(KvxResult_InvalidArgument);
+    if (algorithm == KvxBayerAlgorithm_IPP && !Interpolator(*src)) return Result(KvxResult_NoMemory);
+    return KvxResult_Success;
 }
 
-void KvxBayerImp::ReleaseData() noexcept {}
+void KvxBayerImp::ReleaseData() noexcept {
+    m_demosaicing8.reset();
+    m_demosaicing16.reset();
+}
+
+DemosaicingIPP* KvxBayerImp::Interpolator(const _KvxImage& src) noexcept {
+    if (Is8Bit(src.pixelType)) {
+        if (!m_demosaicing8) m_demosaicing8.reset(new (std::nothrow) DemosaicingIPP_8);
+        return m_demosaicing8.get();
+    }
+    if (!m_demosaicing16) m_demosaicing16.reset(new (std::nothrow) DemosaicingIPP_16);
+    return m_demosaicing16.get();
+}
 
 }  // namespace kvx

@@ -7,23 +7,14 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "KvxBayer/BayerOutput.h"
+
 namespace kvx {
 
 /** How green is found at a red or blue site; all other samples are means of the nearest sites of their colour. */
 enum class GreenRule {
     Mean,      // of all four neighbours
     EdgeAware  // of the two along the weaker gradient; a tie goes to the left and right one
-};
-
-/** What becomes of the samples that are computed. */
-struct BayerOutput {
-    enum Form {
-        Samples,       ///< stored as wide as the source's samples
-        RoundedBytes,  ///< scaled by 2^-shift, rounded to nearest even and saturated
-        ShiftedBytes   ///< shifted right by `shift`, low byte kept
-    };
-    Form form;
-    int shift = 0;  ///< 0 with Samples, else 2 to 8, and the source's samples are words
 };
 
 /** A row of the mosaic with the rows around it, and how its pixels are computed and stored. */

@@ -16,6 +16,8 @@ inline constexpr Stream kStreams[] = {
     {"12 bits", KvxFormat_BayerGR12, KvxFormat_BGR12, 12, 0, 2, 0},
     {"12 bits edge-aware", KvxFormat_BayerGR12, KvxFormat_BGR12, 12, 2, 2, 0},
     {"12 bits edge-aware, padded rows", KvxFormat_BayerGR12, KvxFormat_BGR12, 12, 2, 2, 10},
+    {"8 bits in-house", KvxFormat_BayerGB8, KvxFormat_BGR8, 8, 1, 1, 0},
+    {"12 bits in-house, padded rows", KvxFormat_BayerGR12, KvxFormat_RGB12, 12, 1, 2, 6},
     {"12 bits to bytes", KvxFormat_BayerGR12, KvxFormat_RGB8, 12, 0, 1, 3},
 };
 

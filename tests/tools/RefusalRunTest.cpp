@@ -100,8 +100,6 @@ TEST_F(RefusalRun, FrameThatDoesNotFit) {
 
 TEST_F(RefusalRun, WhatTheLibraryRefuses) {
     const std::string ok = "ok_4x4_BayerRG8.raw";
-    Expect(6, {"convert", ok, "out.png", "--algorithm", "ipp"}, {ok, "ipp", "0x80050007", "edge-aware"});
-    Expect(6, {"convert", ok, "out.png", "--set", "BayerAlgType=1"}, {"0x80050007"});
     Expect(6, {"convert", ok, "out.png", "--set", "BayerAlgType=7"}, {"BayerAlgType=7", "0x80000004"});
     Expect(6, {"convert", ok, "out.png", "--set", "BayerAlgType=two"}, {"BayerAlgType=two", "0x80000003"});
     Expect(6, {"convert", ok, "out.png", "--set", "Gamma=1"}, {"Gamma=1", "0x80000002"});

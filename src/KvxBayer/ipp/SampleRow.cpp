@@ -1,0 +1,189 @@
+#include "KvxBayer/ipp/SampleRow.h"
+
+#include <algorithm>
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "KvxBayer/ipp/SampleRow.cpp"
+#include <hwy/foreach_target.h>  // compiles this file once per instruction set
+
+#include "KvxBayer/ipp/Vectors-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace kvx::ipp::HWY_NAMESPACE {
+namespace {
+
+#if HWY_TARGET == HWY_SCALAR
+
+// One lane has no halves to keep two words in.
+
+template <class Sample>
+void Unpack(const Sample* samples, const SampleScale& scale, int lanes, const PairRow& row) {
+    const auto value = [&](Sample sample) {
+        return static_cast<float>(std::min<int>(sample, scale.maximum)) * scale.toUnit;
+    };
+    for (int i = 0; i < lanes; ++i) {
+        row.even[i] = value(samples[2 * i]);
+        row.odd[i] = value(samples[2 * i + 1]);
+    }
+}
+
+struct StoreWords {
+    using Sample = uint16_t;
+    uint16_t operator()(int word) const {
+        return static_cast<uint16_t>(word);
+    }
+};
+
+struct StoreShifted {
+    using Sample = uint8_t;
+    int shift;
+    uint8_t operator()(int word) const {
+        return static_cast<uint8_t>(word >> shift);
+    }
+};
+
+struct StoreRounded {
+    using Sample = uint8_t;
+    int shift;
+    uint8_t operator()(int word) const {
+        const int odd = (word >> shift) & 1;  // a half goes to the even neighbour
+        return static_cast<uint8_t>(std::min((word + (1 << (shift - 1)) - 1 + odd) >> shift, 255));
+    }
+};
+
+template <class StoreForm>
+void Pack(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale, const StoreForm& store,
+          uint8_t* out) {
+    auto* samples = reinterpret_cast<typename StoreForm::Sample*>(out);
+    const auto maximum = static_cast<float>(scale.maximum);
+    for (int i = firstLane; i < firstLane + lanes; ++i)
+        for (float* PairRow::*column : {&PairRow::even, &PairRow::odd})
+            for (int channel = 0; channel < 3; ++channel) {
+                const float value = (channels[channel].*column)[i] * scale.fromUnit;
+                *samples++ = store(static_cast<int>(std::clamp(value, 0.0f, maximum) + 0.5f));
+            }
+}
+
+#else
+
+using Integers = hn::RebindToSigned<Floats>;
+using Words = hn::Repartition<uint16_t, Floats>;
+using Bytes = hn::Rebind<uint8_t, Words>;
+using WordVec = hn::Vec<Words>;
+constexpr Integers kIntegers;
+constexpr Words kWords;
+constexpr Bytes kBytes;
+
+// A word of an even column and the next one, of an odd column, are the halves of one 32-bit lane.
+
+HWY_INLINE WordVec LoadWords(const uint16_t* samples) {
+    return hn::LoadU(kWords, samples);
+}
+HWY_INLINE WordVec LoadWords(const uint8_t* samples) {
+    return hn::PromoteTo(kWords, hn::LoadU(kBytes, samples));
+}
+
+template <class Sample>
+void Unpack(const Sample* samples, const SampleScale& scale, int lanes, const PairRow& row) {
+    const auto maximum = hn::Set(kWords, scale.maximum);
+    const auto lowHalf = hn::Set(kIntegers, 0xFFFF);
+    const Vec toUnit = Set(scale.toUnit);
+    for (int i = 0; i < lanes; i += kStep) {
+        const auto pairs = hn::BitCast(kIntegers, hn::Min(LoadWords(samples + 2 * i), maximum));
+        const auto odd = hn::And(hn::ShiftRight<16>(pairs), lowHalf);
+        Store(Vec{hn::ConvertTo(Floats(), hn::And(pairs, lowHalf))} * toUnit, row.even + i);
+        Store(Vec{hn::ConvertTo(Floats(), odd)} * toUnit, row.odd + i);
+    }
+}
+
+struct StoreWords {
+    static constexpr int kSampleBytes = 2;
+    HWY_INLINE void operator()(WordVec a, WordVec b, WordVec c, uint8_t* out) const {
+        hn::StoreInterleaved3(a, b, c, kWords, reinterpret_cast<uint16_t*>(out));
+    }
+};
+
+struct StoreShifted {
+    static constexpr int kSampleBytes = 1;
+    int shift;
+    HWY_INLINE auto Reduced(WordVec words) const {
+        return hn::TruncateTo(kBytes, hn::ShiftRightSame(words, shift));
+    }
+    HWY_INLINE void operator()(WordVec a, WordVec b, WordVec c, uint8_t* out) const {
+        hn::StoreInterleaved3(Reduced(a), Reduced(b), Reduced(c), kBytes, out);
+    }
+};
+
+struct StoreRounded {
+    static constexpr int kSampleBytes = 1;
+    int shift;
+    HWY_INLINE auto Reduced(WordVec words) const {
+        const auto one = hn::Set(kWords, uint16_t{1});
+        const auto belowHalf = hn::Set(kWords, static_cast<uint16_t>((1 << (shift - 1)) - 1));
+        const auto odd = hn::And(hn::ShiftRightSame(words, shift), one);  // a half goes to the even neighbour
+        const auto sum = hn::SaturatedAdd(words, hn::Add(belowHalf, odd));
+        return hn::TruncateTo(kBytes, hn::Min(hn::ShiftRightSame(sum, shift), hn::Set(kWords, uint16_t{255})));
+    }
+    HWY_INLINE void operator()(WordVec a, WordVec b, WordVec c, uint8_t* out) const {
+        hn::StoreInterleaved3(Reduced(a), Reduced(b), Reduced(c), kBytes, out);
+    }
+};
+
+template <class StoreForm>
+void Pack(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale, const StoreForm& store,
+          uint8_t* out) {
+    const Vec fromUnit = Set(scale.fromUnit), zero = Set(0.0f), half = Set(0.5f);
+    const Vec maximum = Set(scale.maximum);
+    const auto integers = [&](const float* values) HWY_ATTR {
+        return hn::ConvertTo(kIntegers, (Clamped(Load(values) * fromUnit, zero, maximum) + half).raw);
+    };
+    const auto words = [&](const PairRow& row, int i) HWY_ATTR {
+        return hn::BitCast(kWords, hn::Or(integers(row.even + i), hn::ShiftLeft<16>(integers(row.odd + i))));
+    };
+    for (int i = 0; i < lanes; i += kStep) {
+        const int lane = firstLane + i;
+        store(words(channels[0], lane), words(channels[1], lane), words(channels[2], lane),
+              out + 6 * i * StoreForm::kSampleBytes);
+    }
+}
+
+#endif
+
+void UnpackRow(const void* samples, const SampleScale& scale, int lanes, const PairRow& row) {
+    if (scale.sampleBytes == 1)
+        Unpack(static_cast<const uint8_t*>(samples), scale, lanes, row);
+    else
+        Unpack(static_cast<const uint16_t*>(samples), scale, lanes, row);
+}
+
+void PackRow(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale, const BayerOutput& output,
+             uint8_t* out) {
+    if (output.form == BayerOutput::RoundedBytes)
+        Pack(channels, firstLane, lanes, scale, StoreRounded{output.shift}, out);
+    else if (output.form == BayerOutput::ShiftedBytes)
+        Pack(channels, firstLane, lanes, scale, StoreShifted{output.shift}, out);
+    else if (scale.sampleBytes == 1)
+        Pack(channels, firstLane, lanes, scale, StoreShifted{0}, out);
+    else
+        Pack(channels, firstLane, lanes, scale, StoreWords(), out);
+}
+
+}  // namespace
+}  // namespace kvx::ipp::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace kvx::ipp {
+HWY_EXPORT(UnpackRow);
+HWY_EXPORT(PackRow);
+
+void UnpackRow(const void* samples, const SampleScale& scale, int lanes, const PairRow& row) {
+    HWY_DYNAMIC_DISPATCH(UnpackRow)(samples, scale, lanes, row);
+}
+
+void PackRow(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale, const BayerOutput& output,
+             uint8_t* out) {
+    HWY_DYNAMIC_DISPATCH(PackRow)(channels, firstLane, lanes, scale, output, out);
+}
+}  // namespace kvx::ipp
+#endif

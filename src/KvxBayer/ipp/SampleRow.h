@@ -1,0 +1,29 @@
+/** Samples to lanes, and lanes to samples. */
+#pragma once
+
+#include <cstdint>
+
+#include "KvxBayer/BayerOutput.h"
+#include "KvxBayer/ipp/Lanes.h"
+
+namespace kvx::ipp {
+
+/** How samples of a depth become values in the unit of Method.h, and back. */
+struct SampleScale {
+    int sampleBytes;   ///< 1 or 2
+    uint16_t maximum;  ///< larger samples are taken for this
+    float toUnit;      ///< a power of two, as is its inverse
+    float fromUnit;
+};
+
+/** @param samples 2 x `lanes` of them, even column first */
+void UnpackRow(const void* samples, const SampleScale& scale, int lanes, const PairRow& row);
+
+/**
+ * Rounds, clamps and interleaves three channels into 2 x `lanes` pixels.
+ * @param out room for the pixels of kLaneBlock lanes more
+ */
+void PackRow(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale, const BayerOutput& output,
+             uint8_t* out);
+
+}  // namespace kvx::ipp

@@ -1,0 +1,36 @@
+#include "KvxBayer/ipp/Source.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+namespace kvx::ipp {
+namespace {
+
+/** Any index, folded into 0..size - 1 as between two mirrors. */
+int Mirrored(int index, int size) {
+    const int period = 2 * (size - 1);
+    const int folded = std::abs(index) % period;
+    return folded < size ? folded : period - folded;
+}
+
+}  // namespace
+
+void Source::CopyRow(int row, int firstColumn, int count, uint8_t* samples) const {
+    const uint8_t* line = data + static_cast<size_t>(Mirrored(row, height)) * lineStep;
+    const auto bytes = static_cast<size_t>(sampleBytes);
+    const auto copyMirrored = [&](int from, int to) {
+        for (int i = from; i < to; ++i)
+            std::memcpy(samples + static_cast<size_t>(i) * bytes,
+                        line + static_cast<size_t>(Mirrored(firstColumn + i, width)) * bytes, bytes);
+    };
+    const int begin = std::clamp(-firstColumn, 0, count);
+    const int end = std::clamp(width - firstColumn, begin, count);
+    copyMirrored(0, begin);
+    if (end > begin)
+        std::memcpy(samples + static_cast<size_t>(begin) * bytes,
+                    line + static_cast<size_t>(firstColumn + begin) * bytes, static_cast<size_t>(end - begin) * bytes);
+    copyMirrored(end, count);
+}
+
+}  // namespace kvx::ipp

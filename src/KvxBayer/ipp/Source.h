@@ -1,0 +1,28 @@
+/** The mosaic to interpolate, which goes on beyond its borders. */
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace kvx::ipp {
+
+/**
+ * A frame of at least 2x2 samples. Beyond a border it is mirrored about the outermost row or column, which keeps the
+ * order of the colours: row -1 is row 1, and with an odd width the column after the last is the last but one.
+ */
+struct Source {
+    const uint8_t* data;
+    size_t lineStep;  // bytes
+    int width, height;
+    int sampleBytes;
+    bool greenFirst;  // the top-left site
+    bool blueOnTop;   // the top row has blue sites, not red ones
+
+    int Phase(int row) const {
+        return greenFirst == (row % 2 == 0) ? 1 : 0;
+    }
+    /** Copies `count` samples of a row; row and columns may lie outside. */
+    void CopyRow(int row, int firstColumn, int count, uint8_t* samples) const;
+};
+
+}  // namespace kvx::ipp
