@@ -106,8 +106,14 @@ void MatrixInFixedPoint(const int16_t* const planes[kChannels], const ColourMatr
             const auto value = hn::Min(hn::ReorderDemote2To(d, value0, value1), highest);  // undoes the interleaving
             hn::StoreU(hn::BitCast(results, value), results, indices[channel] + i);
         }
-        if (!hn::AllFalse(wide, hn::Lt(nearest, doubtful)))
-            MatrixInDouble<false>(planes, matrix, i, i + hn::Lanes(d), indices);
+        if (hn::AllFalse(wide, hn::Lt(nearest, doubtful))) continue;
+        const auto isLikeFirst = [&](auto plane, int channel) { return hn::Eq(plane, hn::Set(d, planes[channel][i])); };
+        const auto likeFirst = hn::And(isLikeFirst(red, 0), hn::And(isLikeFirst(green, 1), isLikeFirst(blue, 2)));
+        const bool isFlat = hn::AllTrue(d, likeFirst);  // as saturated areas are, whose greys are always in doubt
+        MatrixInDouble<false>(planes, matrix, i, isFlat ? i + 1 : i + hn::Lanes(d), indices);
+        if (!isFlat) continue;
+        for (int channel = 0; channel < kChannels; ++channel)
+            hn::StoreU(hn::Set(results, indices[channel][i]), results, indices[channel] + i);
     }
 }
 

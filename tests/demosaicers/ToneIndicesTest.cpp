@@ -29,10 +29,15 @@ struct Values {
     }
 };
 
-/** Greys, whose sums lie at whole numbers when the rows of a matrix add up to one; extremes; noise of two widths. */
+/**
+ * Greys, whose sums lie at whole numbers when the rows of a matrix add up to one, each once and in runs with one end
+ * that differs; extremes; noise of two widths.
+ */
 Values MakeValues() {
     Values values;
     for (int grey = -100; grey < 8300; ++grey) values.Add(grey, grey, grey);
+    for (const int grey : {-5, 0, 1, 7, 2000, 4095, 4096})
+        for (int i = 0; i < 97; ++i) values.Add(grey, grey, grey + (i == 96));
     for (const int red : {-32768, -1, 0, 1, 4095, 32767})
         for (const int green : {-32768, 0, 4096, 32767})
             for (const int blue : {-32768, -4095, 0, 32767}) values.Add(red, green, blue);
