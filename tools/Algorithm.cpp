@@ -1,28 +1,48 @@
 #include "tools/Algorithm.h"
 
-#include <algorithm>
+#include <fmt/ranges.h>
 
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "KvxDemosaicing/KvxBayer.h"
+#include "KvxDemosaicing/KvxTrueSense.h"
 #include "tools/ToolError.h"
 
 namespace kvx::tool {
+namespace {
 
-int64_t ParseAlgorithm(const std::string& text) {
-    for (const NamedAlgorithm& algorithm : kAlgorithms) {
+constexpr std::array<NamedAlgorithm, 3> kBayerNames = {{{"bilinear", KvxBayerAlgorithm_Bilinear},
+                                                        {"ipp", KvxBayerAlgorithm_IPP},
+                                                        {"edge-aware", KvxBayerAlgorithm_EdgeAware}}};
+constexpr std::array<NamedAlgorithm, 2> kTrueSenseNames = {
+    {{"fast", KvxTrueSenseAlgorithm_Fast}, {"bayer-like", KvxTrueSenseAlgorithm_BayerLike}}};
+
+}  // namespace
+
+const AlgorithmFamily kBayerAlgorithms = {"BayerAlgType", kBayerNames, 4};
+const AlgorithmFamily kTrueSenseAlgorithms = {"TrueSenseAlgType", kTrueSenseNames, 6};
+
+int64_t ParseAlgorithm(const AlgorithmFamily& family, const std::string& text) {
+    std::vector<const char*> names;
+    for (const NamedAlgorithm& algorithm : family.named) {
         if (text == algorithm.name) {
             return algorithm.number;
         }
+        names.push_back(algorithm.name);
     }
-    // 3 and 4 have no names but are values that the component takes.
-    if (text.size() == 1 && text[0] >= '0' && text[0] <= '4') {
+    if (text.size() == 1 && text[0] >= '0' && text[0] - '0' <= family.largest) {
         return text[0] - '0';
     }
-    Fail(ExitCode::Usage, "--algorithm: '{}' is unknown: give bilinear, ipp, edge-aware or a number from 0 to 4", text);
+    Fail(ExitCode::Usage, "--algorithm: '{}' is unknown for such frames: give {} or a number from 0 to {}", text,
+         fmt::join(names, ", "), family.largest);
 }
 
-std::string AlgorithmName(int64_t number) {
-    const auto found = std::find_if(kAlgorithms.begin(), kAlgorithms.end(),
+std::string AlgorithmName(const AlgorithmFamily& family, int64_t number) {
+    const auto found = std::find_if(family.named.begin(), family.named.end(),
                                     [number](const NamedAlgorithm& algorithm) { return algorithm.number == number; });
-    return found == kAlgorithms.end() ? std::to_string(number) : found->name;
+    return found == family.named.end() ? std::to_string(number) : found->name;
 }
 
 }  // namespace kvx::tool

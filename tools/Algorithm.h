@@ -1,26 +1,30 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
+#include <span>
 #include <string>
-
-#include "KvxDemosaicing/KvxBayer.h"
 
 namespace kvx::tool {
 
 struct NamedAlgorithm {
     const char* name;
-    int64_t number;  ///< value of the parameter "BayerAlgType"
+    int64_t number;  ///< value of the family's parameter
 };
 
-constexpr std::array<NamedAlgorithm, 3> kAlgorithms = {{{"bilinear", KvxBayerAlgorithm_Bilinear},
-                                                        {"ipp", KvxBayerAlgorithm_IPP},
-                                                        {"edge-aware", KvxBayerAlgorithm_EdgeAware}}};
+/** The algorithms of one sensor family. */
+struct AlgorithmFamily {
+    const char* parameter;                  ///< of the component
+    std::span<const NamedAlgorithm> named;  ///< those that the library has
+    int64_t largest;                        ///< of the parameter's range: some values have no name
+};
 
-/** A name from the table above, or the number itself. Throws ExitCode::Usage. */
-int64_t ParseAlgorithm(const std::string& text);
+extern const AlgorithmFamily kBayerAlgorithms;
+extern const AlgorithmFamily kTrueSenseAlgorithms;
+
+/** A name of the family, or a number of its range. Throws ExitCode::Usage. */
+int64_t ParseAlgorithm(const AlgorithmFamily& family, const std::string& text);
 
 /** For messages: the name, or the number where there is none. */
-std::string AlgorithmName(int64_t number);
+std::string AlgorithmName(const AlgorithmFamily& family, int64_t number);
 
 }  // namespace kvx::tool

@@ -1,6 +1,7 @@
 #include "tools/Arguments.h"
 
 #include <charconv>
+#include <cmath>
 
 #include "tools/ToolError.h"
 
@@ -15,6 +16,28 @@ uint64_t ParseNumber(const std::string& option, const std::string& text, uint64_
         Fail(ExitCode::Usage, "{}: '{}' is no usable whole number{}", option, text, range);
     }
     return number;
+}
+
+std::array<double, 3> ParseWeights(const std::string& option, const std::string& text) {
+    std::array<double, 3> weights{};
+    const char* next = text.data();
+    const char* end = next + text.size();
+    double sum = 0;
+    for (size_t index = 0; index < weights.size(); ++index) {
+        const auto [stop, error] = std::from_chars(next, end, weights[index]);
+        const bool isSeparated = index + 1 < weights.size() ? stop != end && *stop == ',' : stop == end;
+        if (error != std::errc() || !isSeparated || !(weights[index] >= 0)) {
+            sum = 0;
+            break;
+        }
+        sum += weights[index];
+        next = stop + 1;
+    }
+    if (!(sum > 0) || !std::isfinite(sum)) {
+        Fail(ExitCode::Usage, "{}: '{}' are no weights: give three numbers such as 0.3,0.6,0.1, none below 0", option,
+             text);
+    }
+    return weights;
 }
 
 void AddNumber(CLI::App& command, const std::string& option, std::optional<uint64_t>& number, const std::string& help,

@@ -5,10 +5,9 @@
 
 #include <memory>
 
-#include "tools/Algorithm.h"
 #include "tools/Arguments.h"
-#include "tools/BayerConversion.h"
 #include "tools/Console.h"
+#include "tools/Converter.h"
 #include "tools/FrameReader.h"
 #include "tools/OutputFile.h"
 #include "tools/PictureEncoder.h"
@@ -20,6 +19,9 @@ namespace {
 constexpr const char* kFooter = R"(Size and format are taken from names such as scene_1920x1200_BayerRG12.raw; PGM,
 PNG and TIFF files (grey, 8 or 16 bits) are recognised by their content and know
 their size. Options win over the name. A frame's values are right-aligned.
+
+TrueSense frames are taken for linear light: the component applies its tone curve and
+colour matrix (--set RR=1 and so on change it).
 
 Conversions: every depth to RGB8 or BGR8; 10 to 16 bits also to the same depth
 and to RGB16 or BGR16. Results of 10 to 14 bits are scaled to the full 16-bit
@@ -52,13 +54,13 @@ void UseThreads(int count) {
 }
 
 /** Applies "NAME=VALUE" texts in their order. */
-void ApplySettings(BayerComponent& component, const std::vector<std::string>& settings) {
+void ApplySettings(Parameters& parameters, const std::vector<std::string>& settings) {
     for (const std::string& setting : settings) {
         const size_t sign = setting.find('=');
         if (sign == std::string::npos || sign == 0) {
             Fail(ExitCode::Usage, "--set: '{}' is not of the form NAME=VALUE", setting);
         }
-        component.SetParameter(setting.substr(0, sign), setting.substr(sign + 1));
+        parameters.SetText(setting.substr(0, sign), setting.substr(sign + 1));
     }
 }
 
@@ -92,15 +94,15 @@ void Convert(const ConvertOptions& options) {
     RequireDistinct(options.input, options.output);
     UseThreads(static_cast<int>(options.threads.value_or(0)));
 
-    BayerComponent component;
-    ApplySettings(component, options.settings);
-    if (!options.algorithm.empty()) {
-        component.SetAlgorithm(ParseAlgorithm(options.algorithm));
-    }
-
     const FrameInput input = ReadFrame(options.input, request);
     RequirePair(*input.frame.format, destination);
-    const Picture picture = ConvertFrame(component, input.frame, destination, InputName(options.input));
+    const std::unique_ptr<Converter> converter = MakeConverter(*input.frame.format);
+    ApplySettings(converter->Settings(), options.settings);
+    if (!options.algorithm.empty()) {
+        const AlgorithmFamily& algorithms = converter->Algorithms();
+        converter->Settings().SetInt(algorithms.parameter, ParseAlgorithm(algorithms, options.algorithm));
+    }
+    const Picture picture = converter->Convert(input.frame, destination, InputName(options.input));
     WriteOutput(options.output, EncodePicture(picture, kind));
     if (!input.inferred.empty()) {
         PrintMessage(fmt::format("{}: {} taken from its name", options.input, input.inferred));
@@ -111,7 +113,7 @@ void Convert(const ConvertOptions& options) {
 
 void AddConvertCommand(CLI::App& tool) {
     const auto options = std::make_shared<ConvertOptions>();
-    CLI::App* command = tool.add_subcommand("convert", "Convert a raw Bayer frame to a colour picture");
+    CLI::App* command = tool.add_subcommand("convert", "Convert a raw Bayer or TrueSense frame to a colour picture");
     command->add_option("IN", options->input, "Headerless raw, PGM, PNG or TIFF file; - is standard input")->required();
     command->add_option("OUT", options->output, ".png, .tif, .tiff, .ppm or .pnm; - is standard output, as PPM")
         ->required();
@@ -123,7 +125,8 @@ void AddConvertCommand(CLI::App& tool) {
     command->add_option("--to", options->destination, "Format of the picture; default: RGB8")->type_name("NAME");
     command
         ->add_option("--algorithm", options->algorithm,
-                     "bilinear (0, default), ipp (1), edge-aware (2), or a number from 0 to 4; wins over --set")
+                     "Bayer: bilinear (0, default), ipp (1), edge-aware (2); TrueSense: fast (0, default), "
+                     "bayer-like (2); or the number; wins over --set")
         ->type_name("NAME|N");
     command->add_option("--set", options->settings, "Set a parameter of the component; repeatable, see params")
         ->type_name("PARAM=VALUE")

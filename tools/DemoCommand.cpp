@@ -4,9 +4,8 @@
 #include <filesystem>
 #include <memory>
 
-#include "tools/Algorithm.h"
-#include "tools/BayerConversion.h"
 #include "tools/Console.h"
+#include "tools/Converter.h"
 #include "tools/FrameName.h"
 #include "tools/Mosaic.h"
 #include "tools/OutputFile.h"
@@ -25,20 +24,31 @@ picture by every algorithm, such as scene_BayerRG12_edge-aware.png.
 Example:
   kvx-demosaic demo /tmp/kvx-demo)";
 
-/** Each pattern once, and the depths that sensors have most. */
-constexpr std::array kFormats = {"BayerGR8", "BayerRG12", "BayerGB10", "BayerBG16"};
+/** Each Bayer pattern once, the depths that sensors have most, and a TrueSense frame. */
+constexpr std::array kFormats = {"BayerGR8", "BayerRG12", "BayerGB10", "BayerBG16", "TrueSense_RGGB_WRRW_0_12"};
 
 void WriteAndTell(const fs::path& path, const Bytes& content) {
     WriteOutput(path.string(), content);
     PrintText(path.string() + "\n");
 }
 
+/** The drawn scene has the colours of a display already: a colour matrix would exaggerate them. */
+void LeaveColours(Parameters& parameters) {
+    for (const char* name : {"RR", "RG", "RB", "GR", "GG", "GB", "BR", "BG", "BB"}) {
+        parameters.SetText(name, name[0] == name[1] ? "1" : "0");
+    }
+}
+
 void WriteConversions(const fs::path& directory, const RawFrame& frame) {
-    BayerComponent component;
-    for (const NamedAlgorithm algorithm : kAlgorithms) {
-        component.SetAlgorithm(algorithm.number);
+    const std::unique_ptr<Converter> converter = MakeConverter(*frame.format);
+    if (IsTrueSense(*frame.format)) {
+        LeaveColours(converter->Settings());
+    }
+    const AlgorithmFamily& algorithms = converter->Algorithms();
+    for (const NamedAlgorithm& algorithm : algorithms.named) {
+        converter->Settings().SetInt(algorithms.parameter, algorithm.number);
         const fs::path path = directory / fmt::format("scene_{}_{}.png", frame.format->name, algorithm.name);
-        const Picture picture = ConvertFrame(component, frame, RequireFormat("RGB8"), path.string());
+        const Picture picture = converter->Convert(frame, RequireFormat("RGB8"), path.string());
         WriteAndTell(path, EncodePicture(picture, PictureKind::Png));
     }
 }
@@ -53,7 +63,9 @@ void Demo(const fs::path& directory) {
     WriteAndTell(directory / "scene.png", EncodePicture(scene, PictureKind::Png));
     const FrameSize size{static_cast<uint64_t>(scene.pixels.cols), static_cast<uint64_t>(scene.pixels.rows)};
     for (const char* formatName : kFormats) {
-        const RawFrame frame = MakeMosaic(scene, RequireFormat(formatName));
+        const PixelFormat& format = RequireFormat(formatName);
+        // A TrueSense component takes frames for linear light.
+        const RawFrame frame = MakeMosaic(scene, format, {.isLinear = IsTrueSense(format)});
         WriteAndTell(directory / MakeFrameName("scene", size, *frame.format), EncodeRaw(frame.samples));
         WriteConversions(directory, frame);
     }

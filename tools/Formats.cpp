@@ -57,7 +57,11 @@ bool IsUnpackedMosaic(const PixelFormat& format) {
 }
 
 bool IsConvertSource(const PixelFormat& format) {
-    return IsUnpacked(format) && ModelOf(format) == ColourModel::Bayer;
+    return IsUnpacked(format) && (ModelOf(format) == ColourModel::Bayer || IsTrueSense(format));
+}
+
+bool IsTrueSense(const PixelFormat& format) {
+    return ModelOf(format) == ColourModel::TrueSense;
 }
 
 bool IsConvertDestination(const PixelFormat& format) {

@@ -19,8 +19,10 @@ const PixelFormat& RequireFormat(const std::string& name);
 /** One colour sample at each pixel, in a byte or word of its own: what `mosaic` can write. */
 bool IsUnpackedMosaic(const PixelFormat& format);
 
-/** Unpacked Bayer: what `convert` reads. */
+/** Unpacked Bayer or TrueSense: what `convert` reads. */
 bool IsConvertSource(const PixelFormat& format);
+
+bool IsTrueSense(const PixelFormat& format);
 
 /** Unpacked three-channel colour: what `convert` makes. */
 bool IsConvertDestination(const PixelFormat& format);

@@ -1,9 +1,10 @@
 #include "tools/Mosaic.h"
 
+#include <cmath>
 #include <opencv2/imgproc.hpp>
+#include <vector>
 
 #include "tools/FilterTile.h"
-#include "tools/SampleScale.h"
 
 namespace kvx::tool {
 namespace {
@@ -18,32 +19,75 @@ cv::Mat AsColourWords(const cv::Mat& pixels) {
     return words;
 }
 
-/** One sample behind the filter `letter`, scaled from the picture's white to the format's. */
-uint16_t FilteredSample(const cv::Vec3w& pixel, char letter, uint64_t white, uint64_t newWhite) {
-    switch (letter) {
-        case 'B':
-            return static_cast<uint16_t>(ScaleSample(pixel[0], white, newWhite));
-        case 'G':
-            return static_cast<uint16_t>(ScaleSample(pixel[1], white, newWhite));
-        case 'R':
-            return static_cast<uint16_t>(ScaleSample(pixel[2], white, newWhite));
-        default:
-            return static_cast<uint16_t>(ScaleSample(pixel[0] + pixel[1] + pixel[2], 3 * white, newWhite));
+/** Light behind a picture's samples, from 0 for black to 1 for white. */
+class LightTable {
+public:
+    LightTable(uint32_t white, bool isLinear) : m_light(size_t{white} + 1) {
+        for (size_t sample = 0; sample < m_light.size(); ++sample) {
+            const double share = static_cast<double>(sample) / white;
+            m_light[sample] = isLinear ? Decoded(share) : share;
+        }
     }
+    double operator()(uint16_t sample) const {
+        return m_light[sample];
+    }
+
+private:
+    /** The sRGB curve of IEC 61966-2-1. */
+    static double Decoded(double share) {
+        return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+    }
+
+    std::vector<double> m_light;
+};
+
+/** Shares of blue, green and red, in the order of a pixel, behind each filter. */
+class Filters {
+public:
+    explicit Filters(const std::array<double, 3>& panWeights) {
+        const double sum = panWeights[0] + panWeights[1] + panWeights[2];
+        m_clear = {panWeights[2] / sum, panWeights[1] / sum, panWeights[0] / sum};
+    }
+    cv::Vec3d Behind(char letter) const {
+        switch (letter) {
+            case 'B':
+                return {1, 0, 0};
+            case 'G':
+                return {0, 1, 0};
+            case 'R':
+                return {0, 0, 1};
+            default:
+                return m_clear;
+        }
+    }
+
+private:
+    cv::Vec3d m_clear;
+};
+
+/** Halves go up; shares such as 1/3 may leave a half a hair short of it. */
+uint16_t RoundedSample(double sample) {
+    constexpr double kHair = 1e-7;
+    return static_cast<uint16_t>(std::floor(sample + 0.5 + kHair));
 }
 
 }  // namespace
 
-RawFrame MakeMosaic(const Picture& picture, const PixelFormat& format) {
+RawFrame MakeMosaic(const Picture& picture, const PixelFormat& format, const Sensor& sensor) {
     const cv::Mat words = AsColourWords(picture.pixels);
     const FilterTile tile(format);
+    const Filters filters(sensor.panWeights);
+    const LightTable light(picture.maximum, sensor.isLinear);
+    const double white = LargestSample(format);
     cv::Mat samples(words.size(), CV_16UC1);
 #pragma omp parallel for
     for (int row = 0; row < words.rows; ++row) {
         const auto* pixels = words.ptr<cv::Vec3w>(row);
         auto* out = samples.ptr<uint16_t>(row);
         for (int column = 0; column < words.cols; ++column) {
-            out[column] = FilteredSample(pixels[column], tile.At(row, column), picture.maximum, LargestSample(format));
+            const cv::Vec3w& pixel = pixels[column];
+            const cv::Vec3d colours(light(pixel[0]), light(pixel[1]), light(pixel[2]));
+            out[column] = RoundedSample(white * colours.dot(filters.Behind(tile.At(row, column))));
         }
     }
     if (BytesPerSample(format) == 1) {

@@ -1,11 +1,19 @@
 #pragma once
 
+#include <array>
+
 #include "tools/Picture.h"
 #include "tools/RawFrame.h"
 
 namespace kvx::tool {
 
-/** What a sensor of this unpacked mosaic format would see of the picture. Clear sites see the mean of the colours. */
-RawFrame MakeMosaic(const Picture& picture, const PixelFormat& format);
+/** How a sensor sees a picture. */
+struct Sensor {
+    std::array<double, 3> panWeights = {1, 1, 1};  ///< of red, green and blue behind a clear filter; not negative
+    bool isLinear = false;                         ///< the picture's sRGB encoding is undone first
+};
+
+/** What a sensor of this unpacked mosaic format would see of the picture. */
+RawFrame MakeMosaic(const Picture& picture, const PixelFormat& format, const Sensor& sensor = {});
 
 }  // namespace kvx::tool

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "tools/Arguments.h"
 #include "tools/Console.h"
 #include "tools/FrameName.h"
 #include "tools/InputFile.h"
@@ -17,8 +18,9 @@ namespace kvx::tool {
 namespace {
 
 constexpr const char* kFooter = R"(Formats: every unpacked mono, Bayer or TrueSense format; clear and mono sites take
-the mean of red, green and blue. Samples are bytes, or little-endian 16-bit words
-with the value right-aligned; rows have no padding.
+the mean of red, green and blue, or what --pan-weights says. Samples are bytes, or
+little-endian 16-bit words with the value right-aligned; rows have no padding.
+TrueSense frames are converted as linear light: --linear makes such frames.
 
 Examples:
   kvx-demosaic mosaic picture.png picture_768x512_BayerRG12.raw --format BayerRG12
@@ -29,6 +31,8 @@ struct MosaicOptions {
     std::string input;
     std::string output;
     std::string format;
+    std::string panWeights = "1,1,1";
+    bool isLinear = false;
 };
 
 bool IsPgmName(const std::string& path) {
@@ -53,7 +57,9 @@ void Mosaic(const MosaicOptions& options) {
         Fail(ExitCode::Usage, "--format {}: mosaic makes unpacked mono, Bayer and TrueSense formats only", format.name);
     }
     RequireDistinct(options.input, options.output);
-    const RawFrame frame = MakeMosaic(DecodePicture(ReadInput(options.input), InputName(options.input)), format);
+    const Sensor sensor{ParseWeights("--pan-weights", options.panWeights), options.isLinear};
+    const Picture picture = DecodePicture(ReadInput(options.input), InputName(options.input));
+    const RawFrame frame = MakeMosaic(picture, format, sensor);
     WriteOutput(options.output, IsPgmName(options.output) ? EncodePnm({frame.samples, LargestSample(format)})
                                                           : EncodeRaw(frame.samples));
     SuggestName(options.output, frame);
@@ -70,6 +76,9 @@ void AddMosaicCommand(CLI::App& tool) {
     command->add_option("--format", options->format, "Format of the frame, such as BayerRG12")
         ->type_name("NAME")
         ->required();
+    command->add_option("--pan-weights", options->panWeights, "Weights of red, green and blue at clear sites")
+        ->type_name("R,G,B");
+    command->add_flag("--linear", options->isLinear, "Undo the picture's sRGB encoding first");
     command->footer(kFooter);
     command->callback([options] { Mosaic(*options); });
 }

@@ -4,10 +4,9 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "tools/BayerComponent.h"
 #include "tools/Console.h"
+#include "tools/Converter.h"
 #include "tools/TextTable.h"
-#include "tools/ToolError.h"
 
 namespace kvx::tool {
 namespace {
@@ -34,15 +33,15 @@ Json MinimumJson(const _KvxStParam& parameter) {
     return isUnbounded ? Json(nullptr) : ValueJson(parameter, parameter.minValue);
 }
 
-Json ParameterJson(const BayerComponent& component) {
+Json ParameterJson(const Parameters& parameters) {
     Json rows = Json::array();
-    for (const _KvxStParam& parameter : component.Parameters()) {
+    for (const _KvxStParam& parameter : parameters.Descriptors()) {
         rows.push_back({{"name", parameter.name},
                         {"type", TypeText(parameter)},
                         {"default", ValueJson(parameter, parameter.defaultValue)},
                         {"minimum", MinimumJson(parameter)},
                         {"maximum", ValueJson(parameter, parameter.maxValue)},
-                        {"value", Json::parse(component.ParameterText(parameter.name))},
+                        {"value", Json::parse(parameters.Text(parameter.name))},
                         {"access", AccessText(parameter)}});
     }
     return rows;
@@ -65,10 +64,7 @@ std::string ParameterTable(const Json& rows) {
 }
 
 void PrintParameters(const std::string& componentName, bool asJson) {
-    if (componentName != "bayer") {
-        Fail(ExitCode::Usage, "no component is called '{}': there is bayer", componentName);
-    }
-    const Json rows = ParameterJson(BayerComponent());
+    const Json rows = ParameterJson(MakeConverter(componentName)->Settings());
     PrintText(asJson ? rows.dump(2) + "\n" : ParameterTable(rows));
 }
 
@@ -78,7 +74,7 @@ void AddParamsCommand(CLI::App& tool) {
     const auto component = std::make_shared<std::string>("bayer");
     const auto asJson = std::make_shared<bool>(false);
     CLI::App* command = tool.add_subcommand("params", "List the parameters that convert --set takes");
-    command->add_option("COMPONENT", *component, "bayer, the default");
+    command->add_option("COMPONENT", *component, "bayer, the default, or truesense");
     command->add_flag("--json", *asJson, "Print JSON instead of a table");
     command->footer("A minimum of - (null in JSON) means that there is no lower bound.");
     command->callback([component, asJson] { PrintParameters(*component, *asJson); });

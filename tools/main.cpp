@@ -44,7 +44,7 @@ int FinishParsing(const CLI::App& tool, const CLI::ParseError& error) {
 }
 
 int RunTool(int argc, char** argv) {
-    CLI::App tool("Turns raw Bayer frames into colour pictures.", "kvx-demosaic");
+    CLI::App tool("Turns raw frames of colour cameras into pictures.", "kvx-demosaic");
     tool.set_version_flag("--version", "kvx-demosaic " KVX_DEMOSAIC_VERSION, "Print the version and exit");
     tool.require_subcommand(1);
     tool.footer(kFooter);

@@ -36,7 +36,7 @@ TEST(Formats, OnlyUnpackedFormatsAreUsed) {
         {"BayerBG14", true, true, false},
         {"BayerBG12Packed", false, false, false},
         {"BayerGR10p", false, false, false},
-        {"TrueSense_RGGB_WRRW_1_12", true, false, false},
+        {"TrueSense_RGGB_WRRW_1_12", true, true, false},
         {"BGR12", false, false, true},
         {"RGBa8", false, false, false},
         {"RGB_8_FLEX_Packed", false, false, false},
@@ -78,14 +78,32 @@ TEST(Arguments, NumbersAreDecimalAndWhole) {
     ExpectToolError(ExitCode::Usage, "from 0 to 8", [] { ParseNumber("--threads", "9", 8); });
 }
 
-TEST(Algorithm, NamesAndNumbers) {
-    const std::vector<std::pair<const char*, int64_t>> cases = {{"bilinear", 0}, {"ipp", 1}, {"edge-aware", 2},
-                                                                {"0", 0},        {"2", 2},   {"4", 4}};
-    for (const auto& [text, number] : cases) {
-        EXPECT_EQ(ParseAlgorithm(text), number) << text;
+TEST(Arguments, WeightsAreThreeNumbersThatWeighSomething) {
+    EXPECT_EQ(ParseWeights("--pan-weights", "0.3,0.6,0"), (std::array<double, 3>{0.3, 0.6, 0}));
+    for (const char* text :
+         {"", "1", "1,2", "1,2,", "1,2,3,4", "1,2,-3", "0,0,0", "1;2;3", "1,2,x", "nan,1,1", "inf,1,1"}) {
+        ExpectToolError(ExitCode::Usage, "--pan-weights", [text] { ParseWeights("--pan-weights", text); });
     }
-    for (const char* text : {"", "5", "-1", "00", "Bilinear", "2x"}) {
-        ExpectToolError(ExitCode::Usage, "edge-aware", [text] { ParseAlgorithm(text); });
+}
+
+TEST(Algorithm, NamesAndNumbersOfEachFamily) {
+    struct Case {
+        const AlgorithmFamily& family;
+        const char* text;
+        int64_t number;
+    };
+    const std::vector<Case> cases = {{kBayerAlgorithms, "bilinear", 0},   {kBayerAlgorithms, "ipp", 1},
+                                     {kBayerAlgorithms, "edge-aware", 2}, {kBayerAlgorithms, "4", 4},
+                                     {kTrueSenseAlgorithms, "fast", 0},   {kTrueSenseAlgorithms, "bayer-like", 2},
+                                     {kTrueSenseAlgorithms, "6", 6}};
+    for (const Case& expected : cases) {
+        EXPECT_EQ(ParseAlgorithm(expected.family, expected.text), expected.number) << expected.text;
+    }
+    for (const char* text : {"", "5", "-1", "00", "Bilinear", "2x", "fast"}) {
+        ExpectToolError(ExitCode::Usage, "edge-aware", [text] { ParseAlgorithm(kBayerAlgorithms, text); });
+    }
+    for (const char* text : {"7", "ipp"}) {
+        ExpectToolError(ExitCode::Usage, "bayer-like", [text] { ParseAlgorithm(kTrueSenseAlgorithms, text); });
     }
 }
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cfloat>
+
 #include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
@@ -58,6 +60,15 @@ TEST(ListingRun, Parameters) {
                                        {"maximum", 4},
                                        {"value", 0},
                                        {"access", "read/write"}}));
+    const nlohmann::json trueSense = JsonOf({"params", "truesense", "--json"});
+    ASSERT_EQ(trueSense.size(), 66u);
+    EXPECT_EQ(trueSense[10], (nlohmann::json{{"name", "redGain"},
+                                             {"type", "float"},
+                                             {"default", 1.0},
+                                             {"minimum", nullptr},
+                                             {"maximum", DBL_MAX},
+                                             {"value", 1.0},
+                                             {"access", "read/write"}}));
     EXPECT_EQ(LinesOf({"params"})[1], "BayerAlgType  integer  0        0        4        0      read/write");
 }
 
@@ -79,7 +90,7 @@ TEST(DemoRun, WritesWhatItTellsAndConvertMakesTheSame) {
         written.insert(entry.path().string());
     }
     EXPECT_EQ(std::set<std::string>(told.begin(), told.end()), written);
-    EXPECT_EQ(written.size(), 17u);
+    EXPECT_EQ(written.size(), 20u);
 
     const cv::Mat scene = DecodePicture(directory.Read("demo/scene.png"), "scene").pixels;
     const cv::Mat bilinear = DecodePicture(directory.Read("demo/scene_BayerBG16_bilinear.png"), "picture").pixels;

@@ -72,6 +72,17 @@ TEST(Mosaic, ScalesFromAnyWhiteToTheFormatsOwn) {
     }
 }
 
+TEST(Mosaic, SensorsWeighClearSitesAndSeeLinearLight) {
+    const Picture picture{cv::Mat(4, 4, CV_8UC3, cv::Scalar(0, 102, 204)), 255};
+    const auto first = [&](const char* format, const Sensor& sensor) {
+        return MakeMosaic(picture, RequireFormat(format), sensor).samples.at<uint16_t>(0, 0);
+    };
+    EXPECT_EQ(first("TrueSense_BGGR_WBBW_0_12", {.panWeights = {3, 1, 0}}), 2867);  // 4095 x (3 x 0.8 + 0.4) / 4
+    EXPECT_EQ(first("TrueSense_BGGR_WBBW_0_12", {.panWeights = {0, 0, 2}}), 0);
+    EXPECT_EQ(first("BayerRG12", {.panWeights = {0, 0, 2}}), 3276);  // colour sites do not care
+    EXPECT_EQ(first("BayerRG12", {.isLinear = true}), 2473);         // 0.8 in sRGB is 0.6038 of the light
+}
+
 TEST(SampleScale, StretchedRangeKeepsBlackAndWhiteAndRounds) {
     cv::Mat picture = (cv::Mat_<uint16_t>(1, 4) << 0, 1, 2048, 4095);
     StretchToWhite(picture, 4095);

@@ -71,7 +71,10 @@ TEST_F(RefusalRun, WrongUsage) {
     Expect(2, {"mosaic", "colour.png", "out.raw"}, {"--format"});
     Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG10p"}, {"BayerRG10p"});
     Expect(2, {"mosaic", "colour.png", "colour.png", "--format", "BayerRG8"}, {"another name"});
-    Expect(2, {"params", "truesense"}, {"truesense", "bayer"});
+    Expect(2, {"params", "foveon"}, {"foveon", "bayer", "truesense"});
+    Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG8", "--pan-weights", "1,2"},
+           {"--pan-weights", "1,2"});
+    Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG8", "--pan-weights", "0,0,0"}, {"0,0,0"});
 }
 
 TEST_F(RefusalRun, InputThatIsNone) {

@@ -101,5 +101,36 @@ TEST(RoundTrip, FlatColoursThroughTheStandardStreams) {
     }
 }
 
+TEST(RoundTrip, TrueSenseFramesOfEveryDepthAndAlgorithm) {
+    const TemporaryDirectory directory;
+    const Picture waves = DrawWaves();
+    const std::string picture = directory.Write("waves.png", EncodePicture(waves, PictureKind::Png));
+    // The component's tone curve, which stretches shadows as a display's encoding does, and no colour matrix.
+    const std::vector<std::string> settings = {"--set", "RR=1", "--set", "RG=0", "--set", "RB=0",
+                                               "--set", "GR=0", "--set", "GG=1", "--set", "GB=0",
+                                               "--set", "BR=0", "--set", "BG=0", "--set", "BB=1"};
+    cv::Mat reference;  // of the first conversion: all others show the same picture
+    for (const char* format : {"TrueSense_RGGB_WRRW_0_8", "TrueSense_BGGR_WBBW_1_10", "TrueSense_GRBG_WGGW_2_12",
+                               "TrueSense_GBRG_WGGW_3_14"}) {
+        const std::string raw = directory.Path(fmt::format("waves_128x96_{}.raw", format));
+        RunSuccessfully({"mosaic", picture, raw, "--format", format, "--linear"});
+        for (const char* algorithm : {"fast", "bayer-like"}) {
+            const std::string out = directory.Path("again.png");
+            std::vector<std::string> arguments = {"convert", raw, out, "--algorithm", algorithm};
+            arguments.insert(arguments.end(), settings.begin(), settings.end());
+            if (std::string_view(format).ends_with("4")) {
+                arguments.insert(arguments.end(), {"--to", "RGB16"});
+            }
+            RunSuccessfully(arguments);
+            const cv::Mat again = DecodePicture(directory.Read("again.png"), out).pixels;
+            if (reference.empty()) {
+                reference = again;
+            }
+            EXPECT_GT(SignalToNoise(again, reference), 35) << format << " " << algorithm;
+            EXPECT_GT(SignalToNoise(again, waves.pixels), 17) << format << " " << algorithm;
+        }
+    }
+}
+
 }  // namespace
 }  // namespace kvx::tool
