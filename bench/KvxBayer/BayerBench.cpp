@@ -1,21 +1,14 @@
 // The Bayer component and the flat functions beside the image-processing library's bare call on the same frame.
 //
 // A name is <job>/<size>/threads:<n>/<who>: "bare" is the peer that the figures of a job are divided by.
-#include <benchmark/benchmark.h>
-#include <omp.h>
-
-#include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
-#include <string>
 #include <vector>
 
 #include "KvxDemosaicing/KvxDemosaicing.h"
+#include "support/Runs.h"
 
+namespace kvx::bench {
 namespace {
-
-struct Size {
-    uint32_t width, height;
-};
 
 /** One conversion: formats, algorithm, and the library's code for the same. */
 struct Job {
@@ -39,16 +32,17 @@ constexpr Job kJobs[] = {
 
 _KvxImage Describe(uint32_t pixelType, uint32_t depth, const Size& size, uint32_t lineStep,
                    std::vector<uint8_t>& bytes) {
-    bytes.resize(size_t{lineStep} * size.height);
+    const auto width = static_cast<uint32_t>(size.width), height = static_cast<uint32_t>(size.height);
+    bytes.resize(size_t{lineStep} * height);
     _KvxImage image{};
     image.structSize = sizeof image;
     image.structVersion = KVX_IMAGE_VERSION;
     image.pixelType = pixelType;
     image.pixelDepth = depth;
-    image.width = size.width;
-    image.height = size.height;
+    image.width = width;
+    image.height = height;
     image.lineStep = lineStep;
-    image.imageSize = lineStep * size.height;
+    image.imageSize = lineStep * height;
     image.data = bytes.data();
     return image;
 }
@@ -61,41 +55,28 @@ struct Frame {
     Frame(const Job& job, const Size& size) {
         const uint32_t sampleSize = job.depth == 8 ? 1 : 2;
         const uint32_t dstSampleSize = job.toBytes ? 1 : sampleSize;
-        src = Describe(job.srcType, job.depth, size, size.width * sampleSize + job.padding, raw);
-        dst = Describe(job.dstType, job.depth, size, size.width * 3 * dstSampleSize + job.padding, picture);
+        const auto width = static_cast<uint32_t>(size.width);
+        src = Describe(job.srcType, job.depth, size, width * sampleSize + job.padding, raw);
+        dst = Describe(job.dstType, job.depth, size, width * 3 * dstSampleSize + job.padding, picture);
         cv::RNG random(1);
-        cv::Mat samples(static_cast<int>(size.height), static_cast<int>(size.width),
-                        sampleSize == 1 ? CV_8UC1 : CV_16UC1, src.data, src.lineStep);
+        cv::Mat samples(size.height, size.width, sampleSize == 1 ? CV_8UC1 : CV_16UC1, src.data, src.lineStep);
         random.fill(samples, cv::RNG::UNIFORM, 0, 1 << job.depth);
     }
 };
 
-void UseThreads(int count) {
-    omp_set_num_threads(count);
-    cv::setNumThreads(count);
-}
-
-void CountPixels(benchmark::State& state, const Size& size) {
-    state.counters["Mpixel/s"] =
-        benchmark::Counter(size.width * 1e-6 * size.height, benchmark::Counter::kIsIterationInvariantRate);
-}
-
-void Component(benchmark::State& state, const Job& job, const Size& size, int threads) {
+void Component(benchmark::State& state, const Job& job, const Size& size) {
     Frame frame(job, size);
-    UseThreads(threads);
     KvxBayer* component = KvxBayer_CreateComponent();
     KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", job.algorithm);
     for ([[maybe_unused]] auto _ : state)
         if (KvxBayer_ConvertImage(component, &frame.src, &frame.dst) != 0) state.SkipWithError("refused");
     KvxBayer_DeleteComponent(component);
-    CountPixels(state, size);
 }
 
-void Flat(benchmark::State& state, const Job& job, const Size& size, int threads) {
+void Flat(benchmark::State& state, const Job& job, const Size& size) {
     Frame frame(job, size);
-    UseThreads(threads);
-    const _KvxRect region{0, 0, size.width, size.height};
-    const _KvxSize whole{size.width, size.height};
+    const _KvxSize whole{frame.src.width, frame.src.height};
+    const _KvxRect region{0, 0, whole.width, whole.height};
     const int srcStep = static_cast<int>(frame.src.lineStep), dstStep = static_cast<int>(frame.dst.lineStep);
     const int depth = static_cast<int>(job.depth);
     constexpr uint8_t redFirst = 1;
@@ -112,52 +93,43 @@ void Flat(benchmark::State& state, const Job& job, const Size& size, int threads
                                           static_cast<uint16_t*>(frame.dst.data), dstStep, redFirst, job.algorithm);
         if (result != 0) state.SkipWithError("refused");
     }
-    CountPixels(state, size);
 }
 
 /** The library's conversion alone, between unpadded images of the source's sample width. */
-void Bare(benchmark::State& state, const Job& job, const Size& size, int threads) {
+void Bare(benchmark::State& state, const Job& job, const Size& size) {
     Frame frame({job.name, job.srcType, job.dstType, job.depth, job.algorithm, job.code, false, 0}, size);
-    UseThreads(threads);
-    const int rows = static_cast<int>(size.height), columns = static_cast<int>(size.width);
     const bool bytes = job.depth == 8;
-    const cv::Mat source(rows, columns, bytes ? CV_8UC1 : CV_16UC1, frame.src.data, frame.src.lineStep);
-    cv::Mat result(rows, columns, bytes ? CV_8UC3 : CV_16UC3, frame.dst.data, frame.dst.lineStep);
+    const cv::Mat source(size.height, size.width, bytes ? CV_8UC1 : CV_16UC1, frame.src.data, frame.src.lineStep);
+    cv::Mat result(size.height, size.width, bytes ? CV_8UC3 : CV_16UC3, frame.dst.data, frame.dst.lineStep);
     for ([[maybe_unused]] auto _ : state) cv::cvtColor(source, result, job.code, 0);
-    CountPixels(state, size);
 }
 
 /** The conversion into a whole 16-bit frame, then its reduction to bytes: what a user of the library writes. */
-void BareThenReduced(benchmark::State& state, const Job& job, const Size& size, int threads) {
+void BareThenReduced(benchmark::State& state, const Job& job, const Size& size) {
     Frame frame(job, size);
-    UseThreads(threads);
-    const int rows = static_cast<int>(size.height), columns = static_cast<int>(size.width);
-    const cv::Mat source(rows, columns, CV_16UC1, frame.src.data, frame.src.lineStep);
-    cv::Mat words(rows, columns, CV_16UC3), bytes(rows, columns, CV_8UC3, frame.dst.data, frame.dst.lineStep);
+    const cv::Mat source(size.height, size.width, CV_16UC1, frame.src.data, frame.src.lineStep);
+    cv::Mat words(size.height, size.width, CV_16UC3, cv::Scalar::all(0)),
+        bytes(size.height, size.width, CV_8UC3, frame.dst.data, frame.dst.lineStep);
     for ([[maybe_unused]] auto _ : state) {
         cv::cvtColor(source, words, job.code, 0);
         words.convertTo(bytes, CV_8U, 1.0 / (1 << (job.depth - 8)));
     }
-    CountPixels(state, size);
 }
 
 const bool s_registered = [] {
-    for (const Size& size : {Size{1920, 1200}, Size{4096, 3072}})
-        for (const int threads : {1, 2})
-            for (const Job& job : kJobs) {
-                const std::string stem = std::string(job.name) + "/" + std::to_string(size.width) + "x" +
-                                         std::to_string(size.height) + "/threads:" + std::to_string(threads) + "/";
-                const auto add = [&](const char* who, auto run) {
-                    benchmark::RegisterBenchmark((stem + who).c_str(), run, job, size, threads)
-                        ->UseRealTime()
-                        ->Unit(benchmark::kMillisecond);
-                };
-                add("bare", Bare);
-                if (job.toBytes) add("bare_then_reduced", BareThenReduced);
-                if (!job.toBytes || job.algorithm == 0) add("component", Component);
-                add("flat", Flat);
-            }
+    ForEachSetting([](const Size& size, int threads) {
+        for (const Job& job : kJobs) {
+            const auto add = [&](const char* who, auto run) {
+                Add(job.name, size, threads, who, [=](benchmark::State& state) { run(state, job, size); });
+            };
+            add("bare", Bare);
+            if (job.toBytes) add("bare_then_reduced", BareThenReduced);
+            if (!job.toBytes || job.algorithm == 0) add("component", Component);
+            add("flat", Flat);
+        }
+    });
     return true;
 }();
 
 }  // namespace
+}  // namespace kvx::bench

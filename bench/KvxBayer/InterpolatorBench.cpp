@@ -2,21 +2,16 @@
 //
 // Ours is the whole conversion, samples in, interleaved picture out. LibRaw's figures are the interpolation alone: what
 // it does before and after is not counted.
-#include <benchmark/benchmark.h>
 #include <libraw/libraw.h>
-#include <omp.h>
 
 #include <cmath>
-#include <string>
 #include <vector>
 
 #include "KvxDemosaicing/KvxDemosaicing.h"
+#include "support/Runs.h"
 
+namespace kvx::bench {
 namespace {
-
-struct Size {
-    uint16_t width, height;
-};
 
 /** A frame with edges, ramps, texture and noise: methods that choose a direction must not find it too easy. */
 std::vector<uint16_t> DrawFrame(const Size& size, int depth) {
@@ -47,7 +42,8 @@ public:
     bool Open(std::vector<uint16_t>& frame, const Size& size) {
         const int opened =
             open_bayer(reinterpret_cast<unsigned char*>(frame.data()), static_cast<unsigned>(frame.size() * 2),
-                       size.width, size.height, 0, 0, 0, 0, 0, LIBRAW_OPENBAYER_RGGB, 0, 0, 0);
+                       static_cast<uint16_t>(size.width), static_cast<uint16_t>(size.height), 0, 0, 0, 0, 0,
+                       LIBRAW_OPENBAYER_RGGB, 0, 0, 0);
         if (opened != LIBRAW_SUCCESS || unpack() != LIBRAW_SUCCESS || raw2image() != LIBRAW_SUCCESS) return false;
         for (int i = 0; i < 3; ++i) imgdata.color.rgb_cam[i][i] = 1;  // stays zero otherwise, and AHD sees no colour
         pre_interpolate();
@@ -55,22 +51,15 @@ public:
     }
 };
 
-void CountPixels(benchmark::State& state, const Size& size) {
-    state.counters["Mpixel/s"] =
-        benchmark::Counter(size.width * 1e-6 * size.height, benchmark::Counter::kIsIterationInvariantRate);
-}
-
-void LibRawMethod(benchmark::State& state, Peer::Method method, const Size& size, int threads) {
+void LibRawMethod(benchmark::State& state, Peer::Method method, const Size& size) {
     std::vector<uint16_t> frame = DrawFrame(size, 12);
     Peer peer;
-    omp_set_num_threads(threads);
     if (!peer.Open(frame, size)) state.SkipWithError("refused");
     for ([[maybe_unused]] auto _ : state) (peer.*method)();
-    CountPixels(state, size);
 }
 
 template <class Sample>
-void InHouse(benchmark::State& state, const Size& size, int threads) {
+void InHouse(benchmark::State& state, const Size& size) {
     constexpr bool bytes = sizeof(Sample) == 1;
     const std::vector<uint16_t> frame = DrawFrame(size, bytes ? 8 : 12);
     std::vector<Sample> samples(frame.begin(), frame.end()), picture(frame.size() * 3);
@@ -79,38 +68,32 @@ void InHouse(benchmark::State& state, const Size& size, int threads) {
     src.structVersion = KVX_IMAGE_VERSION;
     src.pixelType = bytes ? KvxFormat_BayerRG8 : KvxFormat_BayerRG12;
     src.pixelDepth = bytes ? 8 : 12;
-    src.width = size.width;
-    src.height = size.height;
-    src.lineStep = static_cast<uint32_t>(size.width * sizeof(Sample));
+    src.width = static_cast<uint32_t>(size.width);
+    src.height = static_cast<uint32_t>(size.height);
+    src.lineStep = static_cast<uint32_t>(src.width * sizeof(Sample));
     src.data = samples.data();
     _KvxImage dst = src;
     dst.pixelType = bytes ? KvxFormat_RGB8 : KvxFormat_RGB12;
     dst.lineStep = 3 * src.lineStep;
     dst.data = picture.data();
 
-    omp_set_num_threads(threads);
     KvxBayer* component = KvxBayer_CreateComponent();
     KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", KvxBayerAlgorithm_IPP);
     for ([[maybe_unused]] auto _ : state)
         if (KvxBayer_ConvertImage(component, &src, &dst) != 0) state.SkipWithError("refused");
     KvxBayer_DeleteComponent(component);
-    CountPixels(state, size);
 }
 
 const bool s_registered = [] {
-    for (const Size& size : {Size{1920, 1200}, Size{4096, 3072}})
-        for (const int threads : {1, 2}) {
-            const std::string stem = "interpolator/" + std::to_string(size.width) + "x" + std::to_string(size.height) +
-                                     "/threads:" + std::to_string(threads) + "/";
-            const auto add = [&](const char* who, auto run) {
-                benchmark::RegisterBenchmark((stem + who).c_str(), run)->UseRealTime()->Unit(benchmark::kMillisecond);
-            };
-            add("libraw_ahd", [=](auto& state) { LibRawMethod(state, &Peer::Ahd, size, threads); });
-            add("libraw_ppg", [=](auto& state) { LibRawMethod(state, &Peer::Ppg, size, threads); });
-            add("ours_12to12", [=](auto& state) { InHouse<uint16_t>(state, size, threads); });
-            add("ours_8to8", [=](auto& state) { InHouse<uint8_t>(state, size, threads); });
-        }
+    ForEachSetting([](const Size& size, int threads) {
+        const auto add = [&](const char* who, auto run) { Add("interpolator", size, threads, who, run); };
+        add("libraw_ahd", [=](auto& state) { LibRawMethod(state, &Peer::Ahd, size); });
+        add("libraw_ppg", [=](auto& state) { LibRawMethod(state, &Peer::Ppg, size); });
+        add("ours_12to12", [=](auto& state) { InHouse<uint16_t>(state, size); });
+        add("ours_8to8", [=](auto& state) { InHouse<uint8_t>(state, size); });
+    });
     return true;
 }();
 
 }  // namespace
+}  // namespace kvx::bench

@@ -2,23 +2,16 @@
 // the same size to bytes, and beside one pass over the same memory.
 //
 // A name is <job>/<size>/threads:<n>/<who>: "bare" is the peer that the figures of a job are divided by.
-#include <benchmark/benchmark.h>
-#include <omp.h>
-
 #include <memory>
-#include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
-#include <string>
 #include <vector>
 
 #include "demosaicers/TrueSenseBayerLike.h"
 #include "demosaicers/TrueSenseToRgb.h"
+#include "support/Runs.h"
 
+namespace kvx::bench {
 namespace {
-
-struct Size {
-    int width, height;
-};
 
 struct Job {
     const char* name;
@@ -53,20 +46,9 @@ struct Frame {
     }
 };
 
-void UseThreads(int count) {
-    omp_set_num_threads(count);
-    cv::setNumThreads(count);
-}
-
-void CountPixels(benchmark::State& state, const Size& size) {
-    state.counters["Mpixel/s"] =
-        benchmark::Counter(size.width * 1e-6 * size.height, benchmark::Counter::kIsIterationInvariantRate);
-}
-
 template <template <class> class Demosaicer, class T>
-void Convert(benchmark::State& state, const Job& job, const Size& size, int threads) {
+void Convert(benchmark::State& state, const Job& job, const Size& size) {
     Frame frame(job, size);
-    UseThreads(threads);
     const auto demosaicer = std::make_unique<Demosaicer<T>>();
     const _KvxSize whole{static_cast<uint32_t>(size.width), static_cast<uint32_t>(size.height)};
     const _KvxRect region{0, 0, whole.width, whole.height};
@@ -84,30 +66,26 @@ void Convert(benchmark::State& state, const Job& job, const Size& size, int thre
         }
         if (result != 0) state.SkipWithError("refused");
     }
-    CountPixels(state, size);
 }
 
 template <template <class> class Demosaicer>
-void Convert(benchmark::State& state, const Job& job, const Size& size, int threads) {
-    (job.srcSampleSize == 1 ? Convert<Demosaicer, uint8_t> : Convert<Demosaicer, uint16_t>)(state, job, size, threads);
+void Convert(benchmark::State& state, const Job& job, const Size& size) {
+    (job.srcSampleSize == 1 ? Convert<Demosaicer, uint8_t> : Convert<Demosaicer, uint16_t>)(state, job, size);
 }
 
 /** A 12-bit Bayer frame through 16-bit samples to bytes, whatever the job. */
-void Bare(benchmark::State& state, const Job&, const Size& size, int threads) {
+void Bare(benchmark::State& state, const Job&, const Size& size) {
     Frame frame({"", 12, 2, 1, false}, size);
-    UseThreads(threads);
     cv::Mat words(size.height, size.width, CV_16UC3, cv::Scalar::all(0));  // touched: page faults are not its business
     for ([[maybe_unused]] auto _ : state) {
         cv::cvtColor(frame.raw, words, cv::COLOR_BayerBG2RGB);
         words.convertTo(frame.picture, CV_8U, 1.0 / 16);
     }
-    CountPixels(state, size);
 }
 
 /** Reads the source once and writes the destination once. */
-void Floor(benchmark::State& state, const Job& job, const Size& size, int threads) {
+void Floor(benchmark::State& state, const Job& job, const Size& size) {
     Frame frame(job, size);
-    UseThreads(threads);
     const size_t out = frame.picture.step, in = frame.raw.step;
     for ([[maybe_unused]] auto _ : state) {
 #pragma omp parallel for
@@ -117,26 +95,22 @@ void Floor(benchmark::State& state, const Job& job, const Size& size, int thread
             for (size_t done = 0; done < out; done += in) std::memcpy(to + done, from, std::min(in, out - done));
         }
     }
-    CountPixels(state, size);
 }
 
 const bool s_registered = [] {
-    for (const Size& size : {Size{1920, 1200}, Size{4096, 3072}})
-        for (const int threads : {1, 2})
-            for (const Job& job : kJobs) {
-                const std::string stem = std::string(job.name) + "/" + std::to_string(size.width) + "x" +
-                                         std::to_string(size.height) + "/threads:" + std::to_string(threads) + "/";
-                const auto add = [&](const char* who, auto run) {
-                    benchmark::RegisterBenchmark((stem + who).c_str(), run, job, size, threads)
-                        ->UseRealTime()
-                        ->Unit(benchmark::kMillisecond);
-                };
-                add("bare", Bare);
-                add("floor", Floor);
-                add("fast", Convert<kvx::TrueSenseToRgb>);
-                add("bayer_like", Convert<kvx::TrueSenseBayerLike>);
-            }
+    ForEachSetting([](const Size& size, int threads) {
+        for (const Job& job : kJobs) {
+            const auto add = [&](const char* who, auto run) {
+                Add(job.name, size, threads, who, [=](benchmark::State& state) { run(state, job, size); });
+            };
+            add("bare", Bare);
+            add("floor", Floor);
+            add("fast", Convert<TrueSenseToRgb>);
+            add("bayer_like", Convert<TrueSenseBayerLike>);
+        }
+    });
     return true;
 }();
 
 }  // namespace
+}  // namespace kvx::bench

@@ -1,0 +1,49 @@
+/** What all benchmarks share: frame sizes, thread counts, names and the figure that they report. */
+#pragma once
+
+#include <benchmark/benchmark.h>
+#include <omp.h>
+
+#include <opencv2/core.hpp>
+#include <string>
+
+namespace kvx::bench {
+
+struct Size {
+    int width, height;
+};
+
+/** For us, and for peers that have threads of their own. */
+inline void UseThreads(int count) {
+    omp_set_num_threads(count);
+    cv::setNumThreads(count);
+}
+
+inline void CountPixels(benchmark::State& state, const Size& size) {
+    state.counters["Mpixel/s"] =
+        benchmark::Counter(size.width * 1e-6 * size.height, benchmark::Counter::kIsIterationInvariantRate);
+}
+
+/** Calls `body(size, threads)` for both frame sizes with one and two threads. */
+template <class Body>
+void ForEachSetting(const Body& body) {
+    for (const Size& size : {Size{1920, 1200}, Size{4096, 3072}})
+        for (const int threads : {1, 2}) body(size, threads);
+}
+
+/** Registers `run(state)` as <job>/<size>/threads:<n>/<who>; it runs with that many threads. */
+template <class Run>
+void Add(const std::string& job, const Size& size, int threads, const char* who, Run run) {
+    const std::string name = job + "/" + std::to_string(size.width) + "x" + std::to_string(size.height) +
+                             "/threads:" + std::to_string(threads) + "/" + who;
+    benchmark::RegisterBenchmark(name.c_str(),
+                                 [=](benchmark::State& state) {
+                                     UseThreads(threads);
+                                     run(state);
+                                     CountPixels(state, size);
+                                 })
+        ->UseRealTime()
+        ->Unit(benchmark::kMillisecond);
+}
+
+}  // namespace kvx::bench
