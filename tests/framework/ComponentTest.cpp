@@ -1,4 +1,4 @@
-// The parameter interface of a component, in C++ and in C, and the order of virtual functions that callers rely on.
+// The parameter interface of a component, in C++ and in C.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -85,31 +85,6 @@ TEST(ComponentFunctions, RefuseANullComponent) {
           KvxComponent_GetParamFloat(nullptr, "", &number), KvxComponent_SetParamFloat(nullptr, "", number),
           KvxComponent_GetParamByIdx(nullptr, 0, &param)})
         EXPECT_EQ(result, 0x80000008u);
-}
-
-/** Entry in the virtual table: in the Itanium C++ ABI a pointer to a virtual member is 1 + its byte offset there. */
-template <class Member>
-size_t TableEntry(Member member) {
-    std::ptrdiff_t raw = 0;
-    std::memcpy(&raw, &member, sizeof raw);
-    return static_cast<size_t>(raw - 1) / sizeof(void*);
-}
-
-TEST(BinaryInterface, OrderOfVirtualFunctions) {
-    // The destructor takes two entries; slot n of the interface is entry n + 1.
-    const size_t component[] = {
-        TableEntry(&KvxComponent::GetComponentTypeID), TableEntry(&KvxComponent::GetParamCount),
-        TableEntry(&KvxComponent::GetParamName),       TableEntry(&KvxComponent::GetParamAsString),
-        TableEntry(&KvxComponent::SetParamAsString),   TableEntry(&KvxComponent::SetParamBool),
-        TableEntry(&KvxComponent::SetParamInt),        TableEntry(&KvxComponent::SetParamFloat),
-        TableEntry(&KvxComponent::SetParamString),     TableEntry(&KvxComponent::SetParamArray),
-        TableEntry(&KvxComponent::GetParamBool),       TableEntry(&KvxComponent::GetParamInt),
-        TableEntry(&KvxComponent::GetParamFloat),      TableEntry(&KvxComponent::GetParamString),
-        TableEntry(&KvxComponent::GetParamArray),      TableEntry(&KvxComponent::RunCommand)};
-    for (size_t i = 0; i < std::size(component); ++i) EXPECT_EQ(component[i], i + 2);
-    const size_t bayer[] = {TableEntry(&KvxBayer::GetComponent), TableEntry(&KvxBayer::ConvertImage),
-                            TableEntry(&KvxBayer::AllocData), TableEntry(&KvxBayer::ReleaseData)};
-    for (size_t i = 0; i < std::size(bayer); ++i) EXPECT_EQ(bayer[i], i);
 }
 
 }  // namespace
