@@ -8,5 +8,5 @@ cmake --build --preset release --target kvx-demosaic
 
 tool=build/release/tools/kvx-demosaic
 "$tool" demo build/demo
-"$tool" convert build/demo/scene_768x512_BayerRG12.raw build/demo/picture.png --algorithm edge-aware
+"$tool" convert build/demo/scene_768x512_BayerRG12.raw build/demo/picture.png --algorithm ipp
 echo "The main job, a raw frame in and a picture out: build/demo/picture.png"
