@@ -42,7 +42,13 @@ struct StoreSamples {
         std::memcpy(out, &sample, sizeof sample);
     }
     void Many(Vec<T> a, Vec<T> b, Vec<T> c, uint8_t* out) const {
-        hn::StoreInterleaved3(a, b, c, Tag<T>(), reinterpret_cast<T*>(out));  // needs no alignment
+        if constexpr (HWY_TARGET == HWY_EMU128) {  // stores sample by sample, which odd addresses do not allow
+            T samples[3 * 16 / sizeof(T)];
+            hn::StoreInterleaved3(a, b, c, Tag<T>(), samples);
+            std::memcpy(out, samples, sizeof samples);
+        } else {
+            hn::StoreInterleaved3(a, b, c, Tag<T>(), reinterpret_cast<T*>(out));
+        }
     }
 };
 
