@@ -104,9 +104,9 @@ typedef struct tagTrueSenseParam {
     const uint16_t* toneTable;
 } tagTrueSenseParam;
 
-static_assert(sizeof(tagTrueSenseParam) == 65 * 8 && offsetof(tagTrueSenseParam, redGain) == 64 &&
-                  offsetof(tagTrueSenseParam, panRadius0) == 39 * 8 && offsetof(tagTrueSenseParam, RR) == 51 * 8 &&
-                  offsetof(tagTrueSenseParam, toneTable) == 64 * 8,
+static_assert(sizeof(tagTrueSenseParam) == 520 && offsetof(tagTrueSenseParam, redGain) == 64 &&
+                  offsetof(tagTrueSenseParam, panRadius0) == 312 && offsetof(tagTrueSenseParam, RR) == 408 &&
+                  offsetof(tagTrueSenseParam, toneTable) == 512,
               "the parameter record is part of the binary interface");
 
 #ifdef __cplusplus

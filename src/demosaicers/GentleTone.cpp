@@ -10,9 +10,10 @@
 HWY_BEFORE_NAMESPACE();
 namespace kvx::HWY_NAMESPACE {
 namespace {
-namespace hn = hwy::HWY_NAMESPACE;
 
 #if HWY_TARGET == HWY_AVX3_DL  // has lookups in 128 bytes
+
+namespace hn = hwy::HWY_NAMESPACE;
 
 using Bytes = hn::ScalableTag<uint8_t>;
 using V = hn::Vec<Bytes>;

@@ -99,7 +99,7 @@ void TrueSenseBayerLike<T>::WriteRows(const TrueSenseWorkspace& workspace, const
     int16_t* const planes[] = {workspace.Plane(0), workspace.Plane(1), workspace.Plane(2)};
     for (int row = begin; row < end; ++row) {
         const int16_t* pan = m_pan.ptr<int16_t>(area.rowPhase + row) + area.columnPhase;
-        const int16_t* differences = m_colour.ptr<int16_t>(area.rowPhase + row) + 3 * area.columnPhase;
+        const int16_t* differences = m_colour.ptr<int16_t>(area.rowPhase + row) + ptrdiff_t{3} * area.columnPhase;
         AddPan(pan, differences, static_cast<size_t>(area.regionWidth), planes);
         writer.WriteRow(row, {planes[0], planes[1], planes[2]});
     }

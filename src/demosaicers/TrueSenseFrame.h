@@ -58,7 +58,7 @@ struct TrueSenseDestination {
 };
 
 constexpr int kChannels = 3;
-using ColourMatrix = std::array<double, kChannels * kChannels>;  // row-major: output, input
+using ColourMatrix = std::array<double, size_t{kChannels} * kChannels>;  // row-major: output, input
 
 struct TrueSenseFrame {
     WorkingArea area;
