@@ -43,7 +43,7 @@ struct StoreSamples {
     }
     void Many(Vec<T> a, Vec<T> b, Vec<T> c, uint8_t* out) const {
         if constexpr (HWY_TARGET == HWY_EMU128) {  // stores sample by sample, which odd addresses do not allow
-            T samples[3 * 16 / sizeof(T)];
+            T samples[size_t{48} / sizeof(T)];     // three vectors of 16 bytes
             hn::StoreInterleaved3(a, b, c, Tag<T>(), samples);
             std::memcpy(out, samples, sizeof samples);
         } else {
