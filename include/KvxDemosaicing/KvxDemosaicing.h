@@ -9,6 +9,7 @@
 #include "KvxDemosaicing/KvxBayerFlat.h"
 #include "KvxDemosaicing/KvxComponent.h"
 #include "KvxDemosaicing/KvxImage.h"
+#include "KvxDemosaicing/KvxPipeline.h"
 #include "KvxDemosaicing/KvxPixelFormat.h"
 #include "KvxDemosaicing/KvxResult.h"
 #include "KvxDemosaicing/KvxTrueSense.h"

@@ -24,7 +24,7 @@ enum KvxTrueSenseAlgorithm {
     KvxTrueSenseAlgorithm_Simple = 1,    /**< not available yet: gives 0x80060007 */
     KvxTrueSenseAlgorithm_BayerLike = 2, /**< reduction to a Bayer mosaic of half the size */
     KvxTrueSenseAlgorithm_KodakLike = 3, /**< not available yet */
-    KvxTrueSenseAlgorithm_Kodak = 4      /**< not available yet */
+    KvxTrueSenseAlgorithm_Kodak = 4      /**< the noise-reducing pipeline, Api_ImageProcess(), in one thread */
 };
 
 /** Number of entries of a tone table. */

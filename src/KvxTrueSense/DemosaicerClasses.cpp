@@ -1,6 +1,7 @@
 #include "KvxTrueSense/DemosaicerClasses.h"
 
 #include "demosaicers/TrueSenseBayerLike.h"
+#include "demosaicers/TrueSenseKodak.h"
 #include "demosaicers/TrueSenseToRgb.h"
 
 namespace kvx {
@@ -20,6 +21,8 @@ const DemosaicerClass<T>* DemosaicerClassOf(int64_t algorithm) noexcept {
             return &s_class<T, TrueSenseToRgb>;
         case KvxTrueSenseAlgorithm_BayerLike:
             return &s_class<T, TrueSenseBayerLike>;
+        case KvxTrueSenseAlgorithm_Kodak:
+            return &s_class<T, TrueSenseKodak>;
         default:
             return nullptr;
     }

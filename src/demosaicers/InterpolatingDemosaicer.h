@@ -1,4 +1,4 @@
-/** What the interpolating TrueSense demosaicers share: latching the arguments, the threads' memory, bands of rows. */
+/** What the interpolating TrueSense demosaicers share: the threads' memory, bands of rows. */
 #pragma once
 
 #include <omp.h>
@@ -7,9 +7,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "KvxTrueSense/IDemConvertion.h"
 #include "demosaicers/HalfRows.h"
-#include "demosaicers/TrueSenseFrame.h"
+#include "demosaicers/TrueSenseDemosaicer.h"
 
 namespace kvx {
 
@@ -17,32 +16,15 @@ namespace kvx {
 constexpr int kBandRows = 128;
 
 template <class T>
-class InterpolatingDemosaicer : public IDemosaicing, public IDemConvertion<T> {
+class InterpolatingDemosaicer : public TrueSenseDemosaicer<T> {
 public:
     void CleanMemory() noexcept override;
-    bool IsThis(IDemosaicing* other) noexcept final;
-
-    void SetOutputPixelType(bool withAlpha, bool bgrOrder) noexcept final;
-    int Init(const T* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth, T* dst, int dstLineStep,
-             unsigned char grid, tagTrueSenseParam* params) noexcept final;
-    int Calculate() noexcept final;
-    int InitRGB(const unsigned short* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
-                unsigned char* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params) noexcept final;
-    int CalculateRGB() noexcept final;
 
 protected:
-    InterpolatingDemosaicer(OddDepths oddDepths, int bandRows) : m_oddDepths(oddDepths), m_bandRows(bandRows) {}
+    InterpolatingDemosaicer(OddDepths oddDepths, int bandRows)
+        : TrueSenseDemosaicer<T>(oddDepths), m_bandRows(bandRows) {}
 
-    /** Makes working memory of the demosaicer's own ready for Frame(). @return 0 or 9 */
-    virtual int Reserve() noexcept {
-        return KvxResult_Success;
-    }
-    /** Converts Frame(). @return 0 or 9 */
-    virtual int Convert() noexcept = 0;
-
-    const TrueSenseFrame& Frame() const {
-        return m_frame;
-    }
+    int Reserve() noexcept override;
 
     /**
      * Runs `body(workspace, begin, end)` for bands of the rows [begin, end), spread over the frame's threads. The
@@ -61,16 +43,7 @@ protected:
     }
 
 private:
-    enum class Bound { Nothing, Samples, Bytes };
-
-    int Bind(const TrueSenseCall& call, Bound bound) noexcept;
-    int ReserveWorkspaces() noexcept;
-
-    OddDepths m_oddDepths;
     int m_bandRows;
-    bool m_withAlpha = false, m_bgrOrder = false;
-    Bound m_bound = Bound::Nothing;  // which of the two pairs of calls has begun
-    TrueSenseFrame m_frame{};
     std::vector<TrueSenseWorkspace> m_workspaces;  // one for each thread that can have a band
     int m_reservedWidth = 0;                       // the working width they have room for
 };

@@ -33,6 +33,7 @@ void TrueSenseBayerLike<T>::CleanMemory() noexcept {
 
 template <class T>
 int TrueSenseBayerLike<T>::Reserve() noexcept {
+    if (const int result = InterpolatingDemosaicer<T>::Reserve(); result != KvxResult_Success) return result;
     const cv::Size whole(this->Frame().area.width, this->Frame().area.height);
     const cv::Size half(whole.width / 2, whole.height / 2);
     return Guarded([&] {

@@ -8,7 +8,7 @@
 
 #include "KvxTrueSense/TrueSenseParams.h"
 #include "demosaicers/TrueSenseTile.h"
-#include "pipeline/Tonescale12Table12.h"
+#include "pipeline/ToneScales.h"
 
 namespace kvx {
 namespace {
@@ -103,10 +103,11 @@ int BindFrame(const TrueSenseCall& call, OddDepths oddDepths, TrueSenseFrame& fr
     frame.matrix = {params.RR, params.RG, params.RB, params.GR, params.GG, params.GB, params.BR, params.BG, params.BB};
     frame.applyMatrix = frame.matrix != s_identity;
     const uint16_t* table = params.toneTable ? params.toneTable : Tonescale12Table12.data();
-    const int shift = OutputShift(call, params);
-    for (size_t i = 0; i < frame.tone.size(); ++i) frame.tone[i] = ToneValue(table[i], shift);
+    frame.outputShift = OutputShift(call, params);
+    for (size_t i = 0; i < frame.tone.size(); ++i) frame.tone[i] = ToneValue(table[i], frame.outputShift);
     frame.threads = params.threads_num > 0 ? static_cast<int>(std::min<int64_t>(params.threads_num, INT_MAX))
                                            : omp_get_max_threads();
+    frame.params = params;
     return KvxResult_Success;
 }
 

@@ -68,6 +68,8 @@ struct TrueSenseFrame {
     bool applyMatrix;                                ///< the matrix is not the identity
     std::array<uint16_t, KVX_TONE_TABLE_SIZE> tone;  ///< what to store, by clamped 12-bit value
     int threads;                                     ///< of the conversion, at least 1
+    int outputShift;                                 ///< from the tone table's 12 bits; positive: to the left
+    tagTrueSenseParam params;                        ///< its tone table is the caller's, for Reserve() to read
 };
 
 /** Which depths are taken: the odd ones have no output depth of their own and are written 16 bits deep. */

@@ -1,4 +1,4 @@
-#include "pipeline/Tonescale12Table12.h"
+#include "pipeline/ToneScales.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,120 @@
+#include <cstdlib>
+#include <initializer_list>
+
+#include "pipeline/PanInterpolation.h"
+#include "pipeline/PanNoise.h"
+#include "pipeline/ScratchArena.h"
+
+namespace kvx {
+namespace {
+
+struct Offset {
+    int32_t row, column;
+};
+
+constexpr Offset s_nearest[] = {{-1, -1}, {-1, 1}, {1, -1}, {1, 1}};
+constexpr Offset s_window[] = {{-1, -1}, {-1, 1}, {1, -1},  {1, 1},  {-2, 0}, {0, -2},
+                               {0, 2},   {2, 0},  {-2, -2}, {-2, 2}, {2, -2}, {2, 2}};
+
+/** Pan sites are those with (row + column) even. Beyond the border lies the mirror image, which keeps that. */
+class Quincunx {
+public:
+    Quincunx(const uint16_t* plane, int32_t width, int32_t height) : m_plane(plane), m_width(width), m_height(height) {}
+
+    int32_t At(int32_t row, int32_t column) const {
+        return m_plane[int64_t{Mirrored(row, m_height)} * m_width + Mirrored(column, m_width)];
+    }
+    int32_t SumOfNearest(int32_t row, int32_t column) const {
+        int32_t sum = 0;
+        for (const Offset& by : s_nearest) sum += At(row + by.row, column + by.column);
+        return sum;
+    }
+
+    /** The mean of a pan site and those about it, weighted by how little they differ. */
+    int32_t Filtered(int32_t row, int32_t column, const PanThresholds& thresholds) const {
+        const int32_t centre = At(row, column);
+        const float threshold = thresholds[(4 * centre + SumOfNearest(row, column) + 4) >> 3];
+        PanMean mean(threshold);
+        for (const Offset& by : s_window) {
+            const int32_t i = row + by.row, j = column + by.column;
+            if (i >= 0 && i < m_height && j >= 0 && j < m_width) mean.Add(At(i, j) - centre);
+        }
+        return mean.About(centre);
+    }
+
+    int32_t Interpolated(int32_t row, int32_t column) const {
+        int32_t gradientAcross = 0, gradientDown = 0;
+        for (int32_t i = row - 2; i <= row + 2; ++i)
+            for (int32_t j = column - 2; j <= column + 2; ++j) {
+                if ((i + j - row - column) % 2 != 0) continue;
+                gradientAcross += std::abs(At(i, j - 1) - At(i, j + 1));
+                gradientDown += std::abs(At(i - 1, j) - At(i + 1, j));
+            }
+        const int32_t across =
+            AlongLine(At(row, column - 1), At(row, column + 1), At(row, column - 3), At(row, column + 3));
+        const int32_t down =
+            AlongLine(At(row - 1, column), At(row + 1, column), At(row - 3, column), At(row + 3, column));
+        return Weighted(across, down, gradientAcross, gradientDown);
+    }
+
+private:
+    static int32_t Mirrored(int32_t place, int32_t length) {
+        while (place < 0 || place >= length) place = place < 0 ? -place : 2 * (length - 1) - place;
+        return place;
+    }
+
+    const uint16_t* m_plane;
+    int32_t m_width, m_height;
+};
+
+PanNoise NoiseOf(const Quincunx& pan, int32_t w2, int32_t h2) {
+    PanNoise noise;
+    for (int32_t y = 0; y + kNoiseBlock <= h2; y += kNoiseBlock)
+        for (int32_t x = 0; x + kNoiseBlock <= w2; x += kNoiseBlock) {
+            int32_t level = 0, roughness = 0;
+            for (int32_t row = 2 * y; row < 2 * (y + kNoiseBlock); row += 2)
+                for (int32_t column = 2 * x; column < 2 * (x + kNoiseBlock); column += 2) {
+                    level += pan.At(row, column);
+                    roughness += std::abs(4 * pan.At(row, column) - pan.SumOfNearest(row, column));
+                }
+            noise.Count(level, roughness);
+        }
+    return noise;
+}
+
+}  // namespace
+}  // namespace kvx
+
+int32_t Alg_InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t width, int32_t height, uint16_t* pan,
+                           uint16_t* panAt0, uint16_t* panAt1, LogText_t* log) noexcept {
+    using namespace kvx;
+    const int32_t w2 = width / 2, h2 = height / 2;
+    if (w2 < 1 || h2 < 1) return kStageSuccess;
+    auto* filtered = TakeScratch<uint16_t>(size_t(width) * height, "panCodes", log);
+    if (!filtered) return kStageFailure;
+    const auto forPanSites = [=](const auto& body) {
+        for (int32_t row = 0; row < 2 * h2; ++row)
+            for (int32_t column = row % 2; column < 2 * w2; column += 2) body(row, column);
+    };
+    const auto at = [=](int32_t row, int32_t column) { return int64_t{row} * width + column; };
+
+    forPanSites([=](int32_t row, int32_t column) {
+        const int32_t sample = (row % 2 ? pan1 : pan0)[int64_t{row / 2} * w2 + column / 2];
+        pan[at(row, column)] = static_cast<uint16_t>(Linear12toGamma10[sample]);
+    });
+    const Quincunx noisy(pan, width, height), clean(filtered, width, height);
+    const auto thresholds = NoiseOf(noisy, w2, h2).Thresholds();
+    forPanSites([&](int32_t row, int32_t column) {
+        filtered[at(row, column)] = static_cast<uint16_t>(noisy.Filtered(row, column, thresholds));
+    });
+    for (int32_t row = 0; row < 2 * h2; ++row)
+        for (int32_t column = 0; column < 2 * w2; ++column) {
+            const bool isPan = (row + column) % 2 == 0;
+            const int32_t code = isPan ? clean.At(row, column) : clean.Interpolated(row, column);
+            pan[at(row, column)] = static_cast<uint16_t>(code);
+            if (!isPan)
+                (row % 2 ? panAt1 : panAt0)[int64_t{row / 2} * w2 + column / 2] =
+                    static_cast<uint16_t>(Gamma10toLinear12[code]);
+        }
+    return kStageSuccess;
+}
