@@ -35,10 +35,7 @@ public:
         const int32_t centre = At(row, column);
         const float threshold = thresholds[(4 * centre + SumOfNearest(row, column) + 4) >> 3];
         PanMean mean(threshold);
-        for (const Offset& by : s_window) {
-            const int32_t i = row + by.row, j = column + by.column;
-            if (i >= 0 && i < m_height && j >= 0 && j < m_width) mean.Add(At(i, j) - centre);
-        }
+        for (const Offset& by : s_window) mean.Add(At(row + by.row, column + by.column) - centre);
         return mean.About(centre);
     }
 
