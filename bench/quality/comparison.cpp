@@ -6,9 +6,9 @@
 #include <opencv2/imgproc.hpp>
 #include <string>
 
-#include "KvxDemosaicing/KvxBayer.h"
 #include "quality/Cpsnr.h"
 #include "quality/Panels.h"
+#include "quality/Restoration.h"
 
 namespace {
 
@@ -32,18 +32,22 @@ int main(int argc, char** argv) {
     constexpr int size = kvx::quality::kPanelSize * kEnlargement;
     for (int number = 0; number < kvx::quality::kPanelCount; ++number) {
         const cv::Mat original = kvx::quality::DrawPanel(number);
+        const auto restored = [&original](const char* algorithm) {
+            return kvx::quality::Restored({original, 255}, {.algorithm = kvx::quality::AlgorithmByName(algorithm),
+                                                            .params = kvx::quality::PlainParams()});
+        };
         cv::Mat sheet(size, 3 * size + 2 * kGap, CV_8UC3, cv::Scalar::all(255));
         Place(original, 0, sheet);
-        Place(kvx::quality::Restored(original, KvxBayerAlgorithm_EdgeAware), 1, sheet);
-        Place(kvx::quality::Restored(original, KvxBayerAlgorithm_IPP), 2, sheet);
+        Place(restored("edge-aware"), 1, sheet);
+        Place(restored("ipp"), 2, sheet);
         const std::string path = std::string(argv[1]) + "/ipp-" + kNames[number] + ".png";
         if (!cv::imwrite(path, sheet, {cv::IMWRITE_PNG_COMPRESSION, 9})) {
             std::fprintf(stderr, "kvx_comparison: cannot write %s\n", path.c_str());
             return 1;
         }
-        for (const int algorithm : {0, 2, 1})
-            std::printf("%-12s algorithm %d: %.2f dB\n", kNames[number], algorithm,
-                        kvx::quality::Measure(original, algorithm, 0).colour);
+        for (const char* algorithm : {"bilinear", "edge-aware", "ipp"})
+            std::printf("%-12s %-10s: %.2f dB\n", kNames[number], algorithm,
+                        kvx::quality::Compare(original, restored(algorithm), 0).colour);
     }
     return 0;
 }
