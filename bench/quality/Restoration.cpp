@@ -60,6 +60,12 @@ const Algorithm& AlgorithmByName(const std::string& name) {
     throw std::invalid_argument("no algorithm is called " + name);
 }
 
+Setting Setting::At(Gain gain) const {
+    Setting other = *this;
+    other.analogGain = gain;
+    return other;
+}
+
 const uint16_t* LinearTone() {
     static const auto table = [] {
         std::array<uint16_t, KVX_TONE_TABLE_SIZE> values;

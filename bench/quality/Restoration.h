@@ -25,12 +25,17 @@ std::span<const Algorithm> AllAlgorithms();
 /** The algorithm with this name. Throws std::invalid_argument. */
 const Algorithm& AlgorithmByName(const std::string& name);
 
+/** The analog gain whose noise frames carry; none without. */
+using Gain = std::optional<double>;
+
 /** What lies between the two pictures. */
 struct Setting {
     Algorithm algorithm;
-    std::optional<double> analogGain = {};  ///< noise of this gain; none without
-    uint64_t seed = 1;                      ///< of the noise
-    tagTrueSenseParam params;               ///< of TrueSense algorithms, with `analogGain` put in
+    Gain analogGain = {};
+    uint64_t seed = 1;         ///< of the noise
+    tagTrueSenseParam params;  ///< of TrueSense algorithms, with `analogGain` put in
+
+    Setting At(Gain gain) const;
 };
 
 /**
