@@ -24,10 +24,10 @@ double Distance(double x, double y, const cv::Size& size) {
 class Profile {
 public:
     void Add(double distance, double value) {
-        const auto bin = static_cast<int>(std::floor((distance + kReach) * kBinsPerPixel));
-        if (bin < 0 || bin >= static_cast<int>(m_bins.size())) return;
-        m_bins[static_cast<size_t>(bin)].sum += value;
-        ++m_bins[static_cast<size_t>(bin)].count;
+        if (std::abs(distance) >= kReach) return;
+        Bin& bin = m_bins[static_cast<size_t>((distance + kReach) * kBinsPerPixel)];
+        bin.sum += value;
+        ++bin.count;
     }
 
     /** From 0 on the left to 1 on the right, as the outer parts have it. */
@@ -38,7 +38,7 @@ public:
         return values;
     }
 
-    static constexpr int kReach = 20, kBinsPerPixel = 4, kPlateau = 8 * kBinsPerPixel;
+    static constexpr size_t kReach = 20, kBinsPerPixel = 4, kPlateau = 8 * kBinsPerPixel;
 
 private:
     struct Bin {
@@ -90,8 +90,10 @@ tool::Picture DrawEdge(const Edge& edge, const cv::Size& size) {
     for (int y = 0; y < size.height; ++y)
         for (int x = 0; x < size.width; ++x) {
             int onTheRight = 0;
-            for (int i = 0; i < kFine * kFine; ++i)
-                onTheRight += Distance(x + (i % kFine + 0.5) / kFine, y + (i / kFine + 0.5) / kFine, size) > 0;
+            for (int i = 0; i < kFine * kFine; ++i) {
+                const int column = i % kFine, row = i / kFine;
+                onTheRight += Distance(x + (column + 0.5) / kFine, y + (row + 0.5) / kFine, size) > 0;
+            }
             const double share = static_cast<double>(onTheRight) / (kFine * kFine);
             picture.at<cv::Vec3w>(y, x) = cv::Vec3w(edge.left * (1 - share) + edge.right * share);
         }
