@@ -43,13 +43,13 @@ double NoiseLine::DeviationAt(double signal) const {
 
 SensorNoise NoiseAt(const tagTrueSenseParam& params, double analogGain) {
     const auto points = PointsOf(params);
-    const auto next = std::find_if(points.begin(), points.end(),
-                                   [analogGain](const CalibrationPoint& point) { return point.gain >= analogGain; });
-    if (next == points.begin()) return points.front().noise;
-    if (next == points.end()) return points.back().noise;
-    const CalibrationPoint& low = *(next - 1);
-    const double share = (analogGain - low.gain) / (next->gain - low.gain);
-    return {Between(low.noise.pan, next->noise.pan, share), Between(low.noise.colour, next->noise.colour, share)};
+    size_t next = 0;
+    while (next < points.size() && points[next].gain < analogGain) ++next;
+    if (next == 0) return points.front().noise;
+    if (next == points.size()) return points.back().noise;
+    const CalibrationPoint &low = points[next - 1], &high = points[next];
+    const double share = (analogGain - low.gain) / (high.gain - low.gain);
+    return {Between(low.noise.pan, high.noise.pan, share), Between(low.noise.colour, high.noise.colour, share)};
 }
 
 NormalDeviates::NormalDeviates(uint64_t seed, uint64_t row) : m_state(Mixed(Mixed(seed + kGoldenStep) + row)) {}
