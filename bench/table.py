@@ -3,7 +3,8 @@ import json
 import sys
 
 with open(sys.argv[1], encoding="utf-8") as results:
-    runs = [run for run in json.load(results)["benchmarks"] if run.get("aggregate_name") == "median"]
+    entries = json.load(results)["benchmarks"]
+runs = [run for run in entries if run.get("aggregate_name") == "median"]
 
 medians = {}
 for run in runs:
@@ -16,3 +17,7 @@ for job, people in medians.items():
     for who, run in people.items():
         ratio = run["real_time"] / peer["real_time"]
         print(f'{job:52} {who:20} {run["real_time"]:8.2f} {run["Mpixel/s"]:9.0f} {ratio:10.2f}')
+
+for job, reason in sorted({(run["run_name"].removesuffix("/real_time"), run["error_message"])
+                           for run in entries if run.get("error_occurred")}):
+    print(f"{job}: {reason}")

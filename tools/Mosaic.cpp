@@ -1,5 +1,6 @@
 #include "tools/Mosaic.h"
 
+#include <algorithm>
 #include <cmath>
 #include <opencv2/imgproc.hpp>
 #include <vector>
@@ -71,6 +72,16 @@ uint16_t RoundedSample(double sample) {
     return static_cast<uint16_t>(std::floor(sample + 0.5 + kHair));
 }
 
+/** A share of white with noise, still within 0..1. */
+double Noisy(double share, const NoiseLine& line, NormalDeviates& deviates) {
+    constexpr double kModelWhite = 4095;
+    return std::clamp(share + line.DeviationAt(share * kModelWhite) / kModelWhite * deviates.Next(), 0.0, 1.0);
+}
+
+bool IsColour(char filter) {
+    return filter == 'R' || filter == 'G' || filter == 'B';
+}
+
 }  // namespace
 
 RawFrame MakeMosaic(const Picture& picture, const PixelFormat& format, const Sensor& sensor) {
@@ -84,10 +95,16 @@ RawFrame MakeMosaic(const Picture& picture, const PixelFormat& format, const Sen
     for (int row = 0; row < words.rows; ++row) {
         const auto* pixels = words.ptr<cv::Vec3w>(row);
         auto* out = samples.ptr<uint16_t>(row);
+        NormalDeviates deviates(sensor.noiseSeed, static_cast<uint64_t>(row));
         for (int column = 0; column < words.cols; ++column) {
             const cv::Vec3w& pixel = pixels[column];
             const cv::Vec3d colours(light(pixel[0]), light(pixel[1]), light(pixel[2]));
-            out[column] = RoundedSample(white * colours.dot(filters.Behind(tile.At(row, column))));
+            const char filter = tile.At(row, column);
+            double share = colours.dot(filters.Behind(filter));
+            if (sensor.noise) {
+                share = Noisy(share, IsColour(filter) ? sensor.noise->colour : sensor.noise->pan, deviates);
+            }
+            out[column] = RoundedSample(white * share);
         }
     }
     if (BytesPerSample(format) == 1) {

@@ -1,5 +1,6 @@
 #include "tools/MosaicCommand.h"
 
+#include <cmath>
 #include <filesystem>
 #include <memory>
 
@@ -22,8 +23,12 @@ the mean of red, green and blue, or what --pan-weights says. Samples are bytes, 
 little-endian 16-bit words with the value right-aligned; rows have no padding.
 TrueSense frames are converted as linear light: --linear makes such frames.
 
+Noise is that of the built-in model of the TrueSense parameters, whose calibrated gains go from
+11.04 to 36.77; beyond them it stays as it is there. The signal is the picture's at any gain.
+
 Examples:
   kvx-demosaic mosaic picture.png picture_768x512_BayerRG12.raw --format BayerRG12
+  kvx-demosaic mosaic picture.png dim.pgm --format TrueSense_BGGR_WBBW_0_12 --analog-gain 23.96
   kvx-demosaic mosaic picture.png - --format BayerGB8 | kvx-demosaic convert - again.png \
       --format BayerGB8 --width 768 --height 512)";
 
@@ -33,7 +38,23 @@ struct MosaicOptions {
     std::string format;
     std::string panWeights = "1,1,1";
     bool isLinear = false;
+    std::optional<double> analogGain;
+    std::optional<uint64_t> seed;
 };
+
+Sensor SensorOf(const MosaicOptions& options) {
+    Sensor sensor{ParseWeights("--pan-weights", options.panWeights), options.isLinear};
+    if (options.analogGain) {
+        if (std::isnan(*options.analogGain)) {
+            Fail(ExitCode::Usage, "--analog-gain: nan is no gain");
+        }
+        tagTrueSenseParam params;
+        TrueSense_DefaultValues(&params);
+        sensor.noise = NoiseAt(params, *options.analogGain);
+        sensor.noiseSeed = options.seed.value_or(sensor.noiseSeed);
+    }
+    return sensor;
+}
 
 bool IsPgmName(const std::string& path) {
     return LowerExtension(path) == ".pgm";
@@ -57,7 +78,7 @@ void Mosaic(const MosaicOptions& options) {
         Fail(ExitCode::Usage, "--format {}: mosaic makes unpacked mono, Bayer and TrueSense formats only", format.name);
     }
     RequireDistinct(options.input, options.output);
-    const Sensor sensor{ParseWeights("--pan-weights", options.panWeights), options.isLinear};
+    const Sensor sensor = SensorOf(options);
     const Picture picture = DecodePicture(ReadInput(options.input), InputName(options.input));
     const RawFrame frame = MakeMosaic(picture, format, sensor);
     WriteOutput(options.output, IsPgmName(options.output) ? EncodePnm({frame.samples, LargestSample(format)})
@@ -79,6 +100,10 @@ void AddMosaicCommand(CLI::App& tool) {
     command->add_option("--pan-weights", options->panWeights, "Weights of red, green and blue at clear sites")
         ->type_name("R,G,B");
     command->add_flag("--linear", options->isLinear, "Undo the picture's sRGB encoding first");
+    CLI::Option* gain = command->add_option("--analog-gain", options->analogGain, "Add the noise of this analog gain");
+    gain->type_name("G")->check(CLI::NonNegativeNumber);
+    AddNumber(*command, "--seed", options->seed, "Seed of the noise: other seeds, other noise (default 1)");
+    command->get_option("--seed")->needs(gain);
     command->footer(kFooter);
     command->callback([options] { Mosaic(*options); });
 }

@@ -1,11 +1,14 @@
 // The interpolating TrueSense demosaicers beside the image-processing library's bilinear conversion of a Bayer frame of
 // the same size to bytes, and beside one pass over the same memory.
 //
-// A name is <job>/<size>/threads:<n>/<who>: "bare" is the peer that the figures of a job are divided by.
+// A name is <job>/<size>/threads:<n>/<who>: "bare" is the peer that the figures of a job are divided by. The job
+// truesense_algorithms has all algorithms by number, with the default parameters of the flat functions; there the peer
+// is the first, the default.
 #include <memory>
 #include <opencv2/imgproc.hpp>
 #include <vector>
 
+#include "KvxDemosaicing/KvxTrueSenseFlat.h"
 #include "demosaicers/TrueSenseBayerLike.h"
 #include "demosaicers/TrueSenseToRgb.h"
 #include "support/Runs.h"
@@ -97,6 +100,31 @@ void Floor(benchmark::State& state, const Job& job, const Size& size) {
     }
 }
 
+struct Algorithm {
+    const char* name;
+    int number;
+};
+
+constexpr Algorithm kAlgorithms[] = {
+    {"0_fast", KvxTrueSenseAlgorithm_Fast},
+    {"1_simple", KvxTrueSenseAlgorithm_Simple},
+    {"2_bayer_like", KvxTrueSenseAlgorithm_BayerLike},
+    {"3_kodak_like", KvxTrueSenseAlgorithm_KodakLike},
+    {"4_kodak", KvxTrueSenseAlgorithm_Kodak},
+};
+
+/** A 12-bit frame to bytes, as a caller has it. */
+void ConvertBy(const Algorithm& algorithm, benchmark::State& state, const Size& size) {
+    Frame frame({"", 12, 2, 1, false}, size);
+    const _KvxSize whole{static_cast<uint32_t>(size.width), static_cast<uint32_t>(size.height)};
+    for ([[maybe_unused]] auto _ : state) {
+        const uint32_t result = TrueSenseToRGB_16u8u_C1C3R(
+            frame.raw.ptr<uint16_t>(), {0, 0, whole.width, whole.height}, whole, static_cast<int>(frame.raw.step), 12,
+            frame.picture.ptr(), static_cast<int>(frame.picture.step), 0, &frame.params, algorithm.number, false);
+        if (result != 0) state.SkipWithError("the library refuses: not every algorithm is in it yet");
+    }
+}
+
 const bool s_registered = [] {
     ForEachSetting([](const Size& size, int threads) {
         for (const Job& job : kJobs) {
@@ -108,6 +136,9 @@ const bool s_registered = [] {
             add("fast", Convert<TrueSenseToRgb>);
             add("bayer_like", Convert<TrueSenseBayerLike>);
         }
+        for (const Algorithm& algorithm : kAlgorithms)
+            Add("truesense_algorithms", size, threads, algorithm.name,
+                [=](benchmark::State& state) { ConvertBy(algorithm, state, size); });
     });
     return true;
 }();

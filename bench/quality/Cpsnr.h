@@ -1,4 +1,4 @@
-/** The quality of a demosaicing algorithm on one picture. */
+/** How near a restored picture comes to the original. */
 #pragma once
 
 #include <opencv2/core.hpp>
@@ -9,22 +9,15 @@ namespace kvx::quality {
 struct Cpsnr {
     double colour;  ///< from the mean square error of all three channels together
     double red, green, blue;
+    double luma;    ///< of Y (ITU-R BT.601)
+    double chroma;  ///< mean of those of Cb and Cr
 };
 
 /**
- * Samples an 8-bit picture (channels blue, green, red) to an RGGB mosaic, and converts that.
+ * Compares two 8-bit pictures of the same size (channels blue, green, red).
  *
- * @param algorithm of KvxBayerAlgorithm
- * @throws std::runtime_error when the conversion is refused
+ * @param border pixels at each side that do not count; the pictures must be larger
  */
-cv::Mat Restored(const cv::Mat& picture, int algorithm);
-
-/**
- * Compares a picture with what is restored of it.
- *
- * @param border pixels at each side that do not count; the picture must be larger
- * @throws std::runtime_error when the conversion is refused
- */
-Cpsnr Measure(const cv::Mat& picture, int algorithm, int border);
+Cpsnr Compare(const cv::Mat& original, const cv::Mat& restored, int border);
 
 }  // namespace kvx::quality

@@ -2,24 +2,31 @@
 //
 //     kvx_comparison FOLDER
 #include <cstdio>
-#include <opencv2/imgcodecs.hpp>
-#include <opencv2/imgproc.hpp>
+#include <exception>
 #include <string>
 
-#include "KvxDemosaicing/KvxBayer.h"
 #include "quality/Cpsnr.h"
 #include "quality/Panels.h"
+#include "quality/Restoration.h"
+#include "quality/Sheet.h"
 
 namespace {
 
-constexpr int kEnlargement = 3;
-constexpr int kGap = 6;
-constexpr const char* kNames[kvx::quality::kPanelCount] = {"zone-plate", "colours", "fan", "fence"};
+using namespace kvx::quality;
 
-void Place(const cv::Mat& picture, int column, cv::Mat& sheet) {
-    constexpr int size = kvx::quality::kPanelSize * kEnlargement;
-    cv::Mat area = sheet(cv::Rect(column * (size + kGap), 0, size, size));
-    cv::resize(picture, area, area.size(), 0, 0, cv::INTER_NEAREST);
+constexpr int kEnlargement = 3;
+constexpr const char* kNames[kPanelCount] = {"zone-plate", "colours", "fan", "fence"};
+
+void DrawComparison(int number, const std::string& folder) {
+    const cv::Mat original = DrawPanel(number);
+    const auto restored = [&original](const char* algorithm) {
+        return Restored({original, 255}, {.algorithm = AlgorithmByName(algorithm), .params = PlainParams()});
+    };
+    WritePng(folder + "/ipp-" + kNames[number] + ".png",
+             SheetOf({{original, restored("edge-aware"), restored("ipp")}}, kEnlargement));
+    for (const char* algorithm : {"bilinear", "edge-aware", "ipp"})
+        std::printf("%-12s %-10s: %.2f dB\n", kNames[number], algorithm,
+                    Compare(original, restored(algorithm), 0).colour);
 }
 
 }  // namespace
@@ -29,21 +36,11 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "usage: kvx_comparison FOLDER\n");
         return 2;
     }
-    constexpr int size = kvx::quality::kPanelSize * kEnlargement;
-    for (int number = 0; number < kvx::quality::kPanelCount; ++number) {
-        const cv::Mat original = kvx::quality::DrawPanel(number);
-        cv::Mat sheet(size, 3 * size + 2 * kGap, CV_8UC3, cv::Scalar::all(255));
-        Place(original, 0, sheet);
-        Place(kvx::quality::Restored(original, KvxBayerAlgorithm_EdgeAware), 1, sheet);
-        Place(kvx::quality::Restored(original, KvxBayerAlgorithm_IPP), 2, sheet);
-        const std::string path = std::string(argv[1]) + "/ipp-" + kNames[number] + ".png";
-        if (!cv::imwrite(path, sheet, {cv::IMWRITE_PNG_COMPRESSION, 9})) {
-            std::fprintf(stderr, "kvx_comparison: cannot write %s\n", path.c_str());
-            return 1;
-        }
-        for (const int algorithm : {0, 2, 1})
-            std::printf("%-12s algorithm %d: %.2f dB\n", kNames[number], algorithm,
-                        kvx::quality::Measure(original, algorithm, 0).colour);
+    try {
+        for (int number = 0; number < kPanelCount; ++number) DrawComparison(number, argv[1]);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "kvx_comparison: %s\n", error.what());
+        return 1;
     }
     return 0;
 }

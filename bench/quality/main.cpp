@@ -5,22 +5,26 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <nlohmann/json.hpp>
 #include <opencv2/imgcodecs.hpp>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "KvxDemosaicing/KvxBayer.h"
 #include "quality/Cpsnr.h"
+#include "quality/Restoration.h"
 
 namespace {
 
 using kvx::quality::Cpsnr;
+using kvx::quality::Setting;
 
-const std::map<std::string, int> kAlgorithms = {{"bilinear", KvxBayerAlgorithm_Bilinear},
-                                                {"ipp", KvxBayerAlgorithm_IPP},
-                                                {"edge-aware", KvxBayerAlgorithm_EdgeAware}};
+/** In the order of the columns. */
+constexpr std::pair<const char*, double Cpsnr::*> kFigures[] = {
+    {"colour", &Cpsnr::colour}, {"red", &Cpsnr::red},   {"green", &Cpsnr::green},
+    {"blue", &Cpsnr::blue},     {"luma", &Cpsnr::luma}, {"chroma", &Cpsnr::chroma},
+};
 
 struct Entry {
     std::string name;
@@ -33,19 +37,15 @@ struct Folder {
 
     Cpsnr Mean() const {
         Cpsnr mean{};
-        for (const auto& [name, value] : pictures) {
-            mean.colour += value.colour;
-            mean.red += value.red;
-            mean.green += value.green;
-            mean.blue += value.blue;
-        }
-        const auto count = static_cast<double>(pictures.size());
-        return {mean.colour / count, mean.red / count, mean.green / count, mean.blue / count};
+        for (const auto& [name, figure] : kFigures)
+            for (const Entry& picture : pictures)
+                mean.*figure += picture.value.*figure / static_cast<double>(pictures.size());
+        return mean;
     }
 };
 
 /** Every picture of a folder that can be read, by name. */
-Folder MeasureFolder(const std::string& path, int algorithm, int border) {
+Folder MeasureFolder(const std::string& path, const Setting& setting, int border) {
     std::vector<std::filesystem::path> files;
     for (const auto& file : std::filesystem::directory_iterator(path)) files.push_back(file.path());
     std::sort(files.begin(), files.end());
@@ -53,18 +53,23 @@ Folder MeasureFolder(const std::string& path, int algorithm, int border) {
     for (const auto& file : files) {
         const cv::Mat picture = cv::imread(file.string(), cv::IMREAD_COLOR);
         if (picture.empty() || std::min(picture.rows, picture.cols) <= 2 * border) continue;
-        folder.pictures.push_back({file.filename().string(), kvx::quality::Measure(picture, algorithm, border)});
+        const cv::Mat restored = kvx::quality::Restored({picture, 255}, setting);
+        folder.pictures.push_back({file.filename().string(), kvx::quality::Compare(picture, restored, border)});
     }
     if (folder.pictures.empty()) throw std::runtime_error(path + ": no picture in it");
     return folder;
 }
 
 void PrintRow(const std::string& name, const Cpsnr& value) {
-    fmt::print("{:<40} {:7.3f} {:7.3f} {:7.3f} {:7.3f}\n", name, value.colour, value.red, value.green, value.blue);
+    fmt::print("{:<40}", name);
+    for (const auto& [title, figure] : kFigures) fmt::print(" {:7.3f}", value.*figure);
+    fmt::print("\n");
 }
 
 void PrintTable(const std::vector<Folder>& folders, bool eachPicture) {
-    fmt::print("{:<40} {:>7} {:>7} {:>7} {:>7}\n", "CPSNR, dB", "colour", "red", "green", "blue");
+    fmt::print("{:<40}", "PSNR, dB");
+    for (const auto& [title, figure] : kFigures) fmt::print(" {:>7}", title);
+    fmt::print("\n");
     for (const Folder& folder : folders) {
         if (eachPicture)
             for (const auto& [name, value] : folder.pictures) PrintRow("  " + name, value);
@@ -73,15 +78,17 @@ void PrintTable(const std::vector<Folder>& folders, bool eachPicture) {
 }
 
 nlohmann::ordered_json ToJson(const Cpsnr& value) {
-    return {{"colour", value.colour}, {"red", value.red}, {"green", value.green}, {"blue", value.blue}};
+    nlohmann::ordered_json json;
+    for (const auto& [title, figure] : kFigures) json[title] = value.*figure;
+    return json;
 }
 
-nlohmann::ordered_json ToJson(const std::vector<Folder>& folders, const std::string& algorithm, int border) {
-    nlohmann::ordered_json json{{"algorithm", algorithm}, {"border", border}, {"folders", nlohmann::json::array()}};
+nlohmann::ordered_json ToJson(const std::vector<Folder>& folders) {
+    auto json = nlohmann::ordered_json::array();
     for (const Folder& folder : folders) {
         nlohmann::ordered_json pictures;
         for (const auto& [name, value] : folder.pictures) pictures[name] = ToJson(value);
-        json["folders"].push_back({{"path", folder.path}, {"mean", ToJson(folder.Mean())}, {"pictures", pictures}});
+        json.push_back({{"path", folder.path}, {"mean", ToJson(folder.Mean())}, {"pictures", pictures}});
     }
     return json;
 }
@@ -91,11 +98,20 @@ nlohmann::ordered_json ToJson(const std::vector<Folder>& folders, const std::str
 int main(int argc, char** argv) {
     CLI::App app("Mosaics 8-bit pictures, converts the mosaics, and prints how near the result comes.");
     std::string algorithm = "ipp", jsonFile;
-    std::vector<std::string> paths;
+    std::vector<std::string> paths, names, assignments;
     int border = 10;
-    bool eachPicture = false;
+    bool eachPicture = false, filtersNoise = true, sharpens = false;
+    Setting setting{.algorithm = {}, .params = kvx::quality::PlainParams()};
+    for (const auto& known : kvx::quality::AllAlgorithms()) names.emplace_back(known.name);
     app.add_option("folders", paths, "Folders of pictures")->required()->check(CLI::ExistingDirectory);
-    app.add_option("-a,--algorithm", algorithm, "Algorithm")->check(CLI::IsMember(kAlgorithms))->capture_default_str();
+    app.add_option("-a,--algorithm", algorithm, "Algorithm")->check(CLI::IsMember(names))->capture_default_str();
+    app.add_option("--analog-gain", setting.analogGain, "Adds the noise of this gain to the mosaics")
+        ->check(CLI::NonNegativeNumber);
+    app.add_option("--seed", setting.seed, "Seed of the noise")->capture_default_str();
+    app.add_option("--noise-filter", filtersNoise, "on or off: all passes of the TrueSense noise filter")
+        ->default_str("on");
+    app.add_option("--sharpness", sharpens, "on or off: TrueSense sharpening")->default_str("off");
+    app.add_option("--set", assignments, "TrueSense parameter, NAME=VALUE")->allow_extra_args(false);
     app.add_option("--border", border, "Pixels at each side that do not count")
         ->check(CLI::Range(0, 1000))
         ->capture_default_str();
@@ -103,10 +119,21 @@ int main(int argc, char** argv) {
     app.add_flag("--each", eachPicture, "Prints every picture's figures, not only the folders'");
     CLI11_PARSE(app, argc, argv);
     try {
+        setting.algorithm = kvx::quality::AlgorithmByName(algorithm);
+        setting.params.sharpnessEnable = sharpens;
+        if (!filtersNoise) kvx::quality::SwitchFilterOff(setting.params);
+        for (const std::string& assignment : assignments) kvx::quality::SetParam(setting.params, assignment);
         std::vector<Folder> folders;
-        for (const std::string& path : paths) folders.push_back(MeasureFolder(path, kAlgorithms.at(algorithm), border));
+        for (const std::string& path : paths) folders.push_back(MeasureFolder(path, setting, border));
         PrintTable(folders, eachPicture);
-        if (!jsonFile.empty()) std::ofstream(jsonFile) << ToJson(folders, algorithm, border).dump(2) << '\n';
+        if (!jsonFile.empty()) {
+            nlohmann::ordered_json json{{"algorithm", algorithm},      {"border", border},      {"analogGain", nullptr},
+                                        {"noiseFilter", filtersNoise}, {"sharpness", sharpens}, {"seed", setting.seed},
+                                        {"set", assignments}};
+            if (setting.analogGain) json["analogGain"] = *setting.analogGain;
+            json["folders"] = ToJson(folders);
+            std::ofstream(jsonFile) << json.dump(2) << '\n';
+        }
     } catch (const std::exception& error) {
         fmt::print(stderr, "kvx_quality: {}\n", error.what());
         return 1;

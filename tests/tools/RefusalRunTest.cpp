@@ -75,6 +75,10 @@ TEST_F(RefusalRun, WrongUsage) {
     Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG8", "--pan-weights", "1,2"},
            {"--pan-weights", "1,2"});
     Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG8", "--pan-weights", "0,0,0"}, {"0,0,0"});
+    for (const char* gain : {"-1", "nan", "much"})
+        Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG8", "--analog-gain", gain},
+               {"--analog-gain", gain});
+    Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG8", "--seed", "3"}, {"--seed", "--analog-gain"});
 }
 
 TEST_F(RefusalRun, InputThatIsNone) {

@@ -1,0 +1,32 @@
+/** What is left of a sensor's noise on surfaces of one colour. */
+#pragma once
+
+#include <opencv2/core.hpp>
+#include <span>
+
+#include "quality/Restoration.h"
+
+namespace kvx::quality {
+
+struct FlatField {
+    const char* name;
+    cv::Vec<uint16_t, 3> levels;  ///< blue, green, red; 12-bit codes
+};
+
+/** Dark to bright greys, and colours. */
+std::span<const FlatField> AllFlatFields();
+
+/** In 12-bit codes; channels blue, green, red. */
+struct FlatFigures {
+    cv::Vec3d deviation;  ///< standard deviation of a channel
+    cv::Vec3d shift;      ///< its mean less its level
+    double blotch;        ///< root mean square of the deviations of red - green and blue - green after means of 16x16
+};
+
+/** Of a frame of 512x512 pixels but for its border. */
+FlatFigures MeasureFlat(const FlatField& field, const Setting& setting);
+
+/** A flat picture for looking at. */
+tool::Picture DrawFlat(const FlatField& field, int side);
+
+}  // namespace kvx::quality

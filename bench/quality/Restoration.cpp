@@ -1,0 +1,125 @@
+#include "quality/Restoration.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <stdexcept>
+
+#include "KvxDemosaicing/KvxDemosaicing.h"
+#include "KvxTrueSense/TrueSenseParams.h"
+#include "tools/Mosaic.h"
+#include "tools/SampleScale.h"
+#include "tools/ToolError.h"
+
+namespace kvx::quality {
+namespace {
+
+using Family = Algorithm::Family;
+
+constexpr Algorithm kAlgorithms[] = {
+    {"bilinear", Family::Bayer, KvxBayerAlgorithm_Bilinear},
+    {"ipp", Family::Bayer, KvxBayerAlgorithm_IPP},
+    {"edge-aware", Family::Bayer, KvxBayerAlgorithm_EdgeAware},
+    {"fast", Family::TrueSense, KvxTrueSenseAlgorithm_Fast},
+    {"simple", Family::TrueSense, KvxTrueSenseAlgorithm_Simple},
+    {"bayer-like", Family::TrueSense, KvxTrueSenseAlgorithm_BayerLike},
+    {"kodak-like", Family::TrueSense, KvxTrueSenseAlgorithm_KodakLike},
+    {"kodak", Family::TrueSense, KvxTrueSenseAlgorithm_Kodak},
+};
+
+_KvxImage RecordOf(const cv::Mat& image, const _KvxPixelFormat& format) {
+    _KvxImage record{};
+    record.structSize = sizeof record;
+    record.structVersion = KVX_IMAGE_VERSION;
+    record.pixelType = format.pixelType;
+    record.pixelDepth = format.bitsPerComponent;
+    record.width = static_cast<uint32_t>(image.cols);
+    record.height = static_cast<uint32_t>(image.rows);
+    record.lineStep = static_cast<uint32_t>(image.step);
+    record.imageSize = record.lineStep * record.height;
+    record.data = image.data;
+    return record;
+}
+
+template <class Number>
+bool Parse(const std::string& text, Number& number) {
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && stop == end;
+}
+
+}  // namespace
+
+std::span<const Algorithm> AllAlgorithms() {
+    return kAlgorithms;
+}
+
+const Algorithm& AlgorithmByName(const std::string& name) {
+    for (const Algorithm& algorithm : kAlgorithms)
+        if (name == algorithm.name) return algorithm;
+    throw std::invalid_argument("no algorithm is called " + name);
+}
+
+Setting Setting::At(Gain gain) const {
+    Setting other = *this;
+    other.analogGain = gain;
+    return other;
+}
+
+const uint16_t* LinearTone() {
+    static const auto table = [] {
+        std::array<uint16_t, KVX_TONE_TABLE_SIZE> values;
+        for (uint32_t value = 0; value < values.size(); ++value)
+            values[value] = static_cast<uint16_t>(tool::ScaleSample(value, values.size() - 1, 255) << 4);
+        return values;
+    }();
+    return table.data();
+}
+
+tagTrueSenseParam PlainParams() {
+    tagTrueSenseParam params;
+    TrueSense_DefaultValues(&params);
+    params.RG = params.RB = params.GR = params.GB = params.BR = params.BG = 0;
+    params.RR = params.GG = params.BB = 1;
+    params.sharpnessEnable = 0;
+    params.toneTable = LinearTone();
+    return params;
+}
+
+void SwitchFilterOff(tagTrueSenseParam& params) {
+    params.panRadius0 = params.panRadius1 = params.panRadius2 = 0;
+    params.colorRadius0 = params.colorRadius1 = params.colorRadius2 = 0;
+}
+
+void SetParam(tagTrueSenseParam& params, const std::string& assignment) {
+    const size_t equals = std::min(assignment.find('='), assignment.size());
+    const std::string name = assignment.substr(0, equals),
+                      value = assignment.substr(std::min(equals + 1, assignment.size()));
+    for (const TrueSenseParamRow& row : s_trueSenseParams)
+        if (name == row.name && (row.integer ? Parse(value, params.*row.integer) : Parse(value, params.*row.real)))
+            return;
+    throw std::invalid_argument(assignment + ": give the name of a TrueSense parameter, = and a number");
+}
+
+cv::Mat Restored(const tool::Picture& picture, const Setting& setting) {
+    const Algorithm& algorithm = setting.algorithm;
+    const bool isBayer = algorithm.family == Family::Bayer;
+    tagTrueSenseParam params = setting.params;
+    tool::Sensor sensor;
+    if (setting.analogGain) {
+        params.analogGain = *setting.analogGain;
+        sensor.noise = tool::NoiseAt(params, *setting.analogGain);
+        sensor.noiseSeed = setting.seed;
+    }
+    const auto frame =
+        tool::MakeMosaic(picture, tool::RequireFormat(isBayer ? "BayerRG8" : "TrueSense_BGGR_WBBW_0_12"), sensor);
+    cv::Mat result(frame.samples.size(), CV_8UC3);
+    const _KvxImage src = RecordOf(frame.samples, *frame.format);
+    _KvxImage dst = RecordOf(result, tool::RequireFormat("BGR8"));
+    tool::RequireSuccess(isBayer ? BayerToColor(&src, &dst, algorithm.number)
+                                 : TrueSenseToColor(&src, &dst, &params, algorithm.number, true),
+                         std::string("algorithm ") + algorithm.name, "not every algorithm is in the library yet");
+    return result;
+}
+
+}  // namespace kvx::quality

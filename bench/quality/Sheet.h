@@ -1,0 +1,16 @@
+/** Pictures side by side, for looking at. */
+#pragma once
+
+#include <opencv2/core.hpp>
+#include <string>
+#include <vector>
+
+namespace kvx::quality {
+
+/** Rows of 8-bit pictures (blue, green, red) of one size, enlarged without smoothing, with white gaps. */
+cv::Mat SheetOf(const std::vector<std::vector<cv::Mat>>& rows, int enlargement);
+
+/** Writes a PNG file. Throws std::runtime_error when that fails. */
+void WritePng(const std::string& path, const cv::Mat& picture);
+
+}  // namespace kvx::quality
