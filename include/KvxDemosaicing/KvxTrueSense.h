@@ -21,9 +21,9 @@
 /** Values of "TrueSenseAlgType" and of the `algType` argument of the flat functions. */
 enum KvxTrueSenseAlgorithm {
     KvxTrueSenseAlgorithm_Fast = 0,      /**< interpolation only */
-    KvxTrueSenseAlgorithm_Simple = 1,    /**< not available yet: gives 0x80060007 */
+    KvxTrueSenseAlgorithm_Simple = 1,    /**< light noise reduction */
     KvxTrueSenseAlgorithm_BayerLike = 2, /**< reduction to a Bayer mosaic of half the size */
-    KvxTrueSenseAlgorithm_KodakLike = 3, /**< not available yet */
+    KvxTrueSenseAlgorithm_KodakLike = 3, /**< the noise-reducing pipeline in vectors and threads */
     KvxTrueSenseAlgorithm_Kodak = 4      /**< the noise-reducing pipeline, Api_ImageProcess(), in one thread */
 };
 

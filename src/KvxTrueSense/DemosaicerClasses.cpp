@@ -2,6 +2,8 @@
 
 #include "demosaicers/TrueSenseBayerLike.h"
 #include "demosaicers/TrueSenseKodak.h"
+#include "demosaicers/TrueSenseKodakLike.h"
+#include "demosaicers/TrueSenseSimple.h"
 #include "demosaicers/TrueSenseToRgb.h"
 
 namespace kvx {
@@ -19,8 +21,12 @@ const DemosaicerClass<T>* DemosaicerClassOf(int64_t algorithm) noexcept {
     switch (algorithm) {
         case KvxTrueSenseAlgorithm_Fast:
             return &s_class<T, TrueSenseToRgb>;
+        case KvxTrueSenseAlgorithm_Simple:
+            return &s_class<T, TrueSenseSimple>;
         case KvxTrueSenseAlgorithm_BayerLike:
             return &s_class<T, TrueSenseBayerLike>;
+        case KvxTrueSenseAlgorithm_KodakLike:
+            return &s_class<T, TrueSenseKodakLike>;
         case KvxTrueSenseAlgorithm_Kodak:
             return &s_class<T, TrueSenseKodak>;
         default:

@@ -182,7 +182,7 @@ TEST_F(TrueSenseComponent, AllocDataChecksTheFormatAndTheAlgorithm) {
     EXPECT_EQ(KvxTrueSense_AllocData(m_trueSense, src, dst), 0u);
     EXPECT_EQ(KvxTrueSense_AllocData(m_trueSense, nullptr, dst), kInvalid);
     EXPECT_EQ(KvxTrueSense_AllocData(m_trueSense, src, nullptr), kInvalid);
-    for (const int64_t algorithm : {1, 3, 5, 6}) {  // 1 and 3 are not available yet
+    for (const int64_t algorithm : {5, 6}) {
         Set("TrueSenseAlgType", algorithm);
         EXPECT_EQ(KvxTrueSense_AllocData(m_trueSense, src, dst), kInvalid);
         EXPECT_EQ(Convert(frame), kInvalid);
@@ -248,7 +248,7 @@ TEST(TrueSenseFlat, AlgorithmsTheRecordAndTheTwoWidePixelFunctions) {
                                        static_cast<int>(frame.dst.Record().lineStep), 0, params, algorithm, temporary);
     };
     tagTrueSenseParam params = DefaultTrueSenseParams();
-    for (const int algorithm : {5, -1, 1, 3}) {
+    for (const int algorithm : {5, -1}) {
         params.normalizationEnable = 1;
         EXPECT_EQ(convert(&params, algorithm, algorithm % 2 != 0), kInvalid) << algorithm;
         EXPECT_EQ(params.normalizationEnable, 0);
