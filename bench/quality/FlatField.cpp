@@ -52,7 +52,9 @@ private:
 
 /** Shows one channel of a field with all its noise. */
 Window WindowFor(const FlatField& field, int channel, const Setting& setting) {
-    if (setting.params.sharpnessEnable) return Window::Whole();  // it works on display values
+    const tagTrueSenseParam& params = setting.params;
+    const bool dependsOnDisplay = params.maxSharpen != 0 || params.highLumaNoise != params.lowLumaNoise;
+    if (params.sharpnessEnable && dependsOnDisplay) return Window::Whole();
     if (!setting.analogGain) return Window::Around(field.levels[channel], 0);
     // Wide enough for the noise of all channels, which colour differences mix.
     const double brightest = *std::max_element(field.levels.val, field.levels.val + 3);

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <stdexcept>
 
 #include "KvxDemosaicing/KvxDemosaicing.h"
 #include "KvxTrueSense/TrueSenseParams.h"
 #include "tools/Mosaic.h"
-#include "tools/SampleScale.h"
 #include "tools/ToolError.h"
 
 namespace kvx::quality {
@@ -41,6 +41,19 @@ _KvxImage RecordOf(const cv::Mat& image, const _KvxPixelFormat& format) {
     return record;
 }
 
+using ToneTable = std::array<uint16_t, KVX_TONE_TABLE_SIZE>;
+
+/** 12-bit values whose upper 8 bits are the display value of an amount of light, from 0 to 1. */
+template <class Curve>
+ToneTable ToneTableOf(const Curve& curve) {
+    ToneTable table;
+    for (size_t value = 0; value < table.size(); ++value) {
+        const double light = static_cast<double>(value) / static_cast<double>(table.size() - 1);
+        table[value] = static_cast<uint16_t>(static_cast<unsigned>(curve(light) * 255 + 0.5) << 4);
+    }
+    return table;
+}
+
 template <class Number>
 bool Parse(const std::string& text, Number& number) {
     const char* end = text.data() + text.size();
@@ -67,12 +80,13 @@ Setting Setting::At(Gain gain) const {
 }
 
 const uint16_t* LinearTone() {
-    static const auto table = [] {
-        std::array<uint16_t, KVX_TONE_TABLE_SIZE> values;
-        for (uint32_t value = 0; value < values.size(); ++value)
-            values[value] = static_cast<uint16_t>(tool::ScaleSample(value, values.size() - 1, 255) << 4);
-        return values;
-    }();
+    static const ToneTable table = ToneTableOf([](double light) { return light; });
+    return table.data();
+}
+
+const uint16_t* SrgbTone() {
+    static const ToneTable table = ToneTableOf(
+        [](double light) { return light <= 0.0031308 ? 12.92 * light : 1.055 * std::pow(light, 1 / 2.4) - 0.055; });
     return table.data();
 }
 
@@ -81,9 +95,20 @@ tagTrueSenseParam PlainParams() {
     TrueSense_DefaultValues(&params);
     params.RG = params.RB = params.GR = params.GB = params.BR = params.BG = 0;
     params.RR = params.GG = params.BB = 1;
-    params.sharpnessEnable = 0;
     params.toneTable = LinearTone();
+    SetSharpness(params, Sharpness::Plain);
     return params;
+}
+
+void SetSharpness(tagTrueSenseParam& params, Sharpness sharpness) {
+    tagTrueSenseParam defaults;
+    TrueSense_DefaultValues(&defaults);
+    const bool isPlain = sharpness == Sharpness::Plain;
+    params.sharpnessEnable = sharpness != Sharpness::Off;
+    params.sharpenParam = isPlain ? 0 : defaults.sharpenParam;
+    params.maxSharpen = isPlain ? 0 : defaults.maxSharpen;
+    params.highLumaNoise = isPlain ? 1 : defaults.highLumaNoise;
+    params.lowLumaNoise = isPlain ? 1 : defaults.lowLumaNoise;
 }
 
 void SwitchFilterOff(tagTrueSenseParam& params) {
@@ -106,6 +131,8 @@ cv::Mat Restored(const tool::Picture& picture, const Setting& setting) {
     const bool isBayer = algorithm.family == Family::Bayer;
     tagTrueSenseParam params = setting.params;
     tool::Sensor sensor;
+    sensor.isLinear = setting.isRendered;
+    if (setting.isRendered) params.toneTable = SrgbTone();
     if (setting.analogGain) {
         params.analogGain = *setting.analogGain;
         sensor.noise = tool::NoiseAt(params, *setting.analogGain);

@@ -32,20 +32,29 @@ using Gain = std::optional<double>;
 struct Setting {
     Algorithm algorithm;
     Gain analogGain = {};
-    uint64_t seed = 1;         ///< of the noise
+    uint64_t seed = 1;        ///< of the noise
+    bool isRendered = false;  ///< the sensor sees the light behind the picture's sRGB encoding, which the tone restores
     tagTrueSenseParam params;  ///< of TrueSense algorithms, with `analogGain` put in
 
     Setting At(Gain gain) const;
 };
 
+/** What the pipeline does with the detail of pan. */
+enum class Sharpness { Off, Plain, Full };  ///< nothing; adds it as it is; as the record's defaults have it
+
 /**
- * Parameters under which every algorithm has the same job: the record's defaults, but no colour matrix, no sharpening
+ * Parameters under which every algorithm has the same job: the record's defaults, but no colour matrix, plain detail
  * and LinearTone().
  */
 tagTrueSenseParam PlainParams();
 
+void SetSharpness(tagTrueSenseParam& params, Sharpness sharpness);
+
 /** A tone table that gives each 12-bit value the nearest 8-bit one: the way back from a picture's frame. */
 const uint16_t* LinearTone();
+
+/** The same for frames of linear light: the sRGB curve. */
+const uint16_t* SrgbTone();
 
 /** Switches all passes of the noise filter off. */
 void SwitchFilterOff(tagTrueSenseParam& params);

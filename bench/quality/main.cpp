@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <opencv2/imgcodecs.hpp>
 #include <optional>
@@ -19,6 +20,10 @@ namespace {
 
 using kvx::quality::Cpsnr;
 using kvx::quality::Setting;
+
+const std::map<std::string, kvx::quality::Sharpness> kSharpness = {{"off", kvx::quality::Sharpness::Off},
+                                                                   {"plain", kvx::quality::Sharpness::Plain},
+                                                                   {"full", kvx::quality::Sharpness::Full}};
 
 /** In the order of the columns. */
 constexpr std::pair<const char*, double Cpsnr::*> kFigures[] = {
@@ -100,7 +105,8 @@ int main(int argc, char** argv) {
     std::string algorithm = "ipp", jsonFile;
     std::vector<std::string> paths, names, assignments;
     int border = 10;
-    bool eachPicture = false, filtersNoise = true, sharpens = false;
+    bool eachPicture = false, filtersNoise = true;
+    std::string sharpness = "plain";
     Setting setting{.algorithm = {}, .params = kvx::quality::PlainParams()};
     for (const auto& known : kvx::quality::AllAlgorithms()) names.emplace_back(known.name);
     app.add_option("folders", paths, "Folders of pictures")->required()->check(CLI::ExistingDirectory);
@@ -110,7 +116,11 @@ int main(int argc, char** argv) {
     app.add_option("--seed", setting.seed, "Seed of the noise")->capture_default_str();
     app.add_option("--noise-filter", filtersNoise, "on or off: all passes of the TrueSense noise filter")
         ->default_str("on");
-    app.add_option("--sharpness", sharpens, "on or off: TrueSense sharpening")->default_str("off");
+    app.add_option("--sharpness", sharpness, "Detail in the TrueSense pipeline: none, as it is, or the defaults")
+        ->check(CLI::IsMember(kSharpness))
+        ->capture_default_str();
+    app.add_flag("--rendered", setting.isRendered,
+                 "Frames of linear light behind sRGB pictures, converted with the sRGB curve (TrueSense)");
     app.add_option("--set", assignments, "TrueSense parameter, NAME=VALUE")->allow_extra_args(false);
     app.add_option("--border", border, "Pixels at each side that do not count")
         ->check(CLI::Range(0, 1000))
@@ -120,16 +130,17 @@ int main(int argc, char** argv) {
     CLI11_PARSE(app, argc, argv);
     try {
         setting.algorithm = kvx::quality::AlgorithmByName(algorithm);
-        setting.params.sharpnessEnable = sharpens;
+        kvx::quality::SetSharpness(setting.params, kSharpness.at(sharpness));
         if (!filtersNoise) kvx::quality::SwitchFilterOff(setting.params);
         for (const std::string& assignment : assignments) kvx::quality::SetParam(setting.params, assignment);
         std::vector<Folder> folders;
         for (const std::string& path : paths) folders.push_back(MeasureFolder(path, setting, border));
         PrintTable(folders, eachPicture);
         if (!jsonFile.empty()) {
-            nlohmann::ordered_json json{{"algorithm", algorithm},      {"border", border},      {"analogGain", nullptr},
-                                        {"noiseFilter", filtersNoise}, {"sharpness", sharpens}, {"seed", setting.seed},
-                                        {"set", assignments}};
+            nlohmann::ordered_json json{{"algorithm", algorithm},         {"border", border},
+                                        {"analogGain", nullptr},          {"noiseFilter", filtersNoise},
+                                        {"sharpness", sharpness},         {"seed", setting.seed},
+                                        {"rendered", setting.isRendered}, {"set", assignments}};
             if (setting.analogGain) json["analogGain"] = *setting.analogGain;
             json["folders"] = ToJson(folders);
             std::ofstream(jsonFile) << json.dump(2) << '\n';
