@@ -19,10 +19,11 @@ constexpr Offset s_window[] = {{-1, -1}, {-1, 1}, {1, -1},  {1, 1},  {-2, 0}, {0
 /** Pan sites are those with (row + column) even. Beyond the border lies the mirror image, which keeps that. */
 class Quincunx {
 public:
-    Quincunx(const uint16_t* plane, int32_t width, int32_t height) : m_plane(plane), m_width(width), m_height(height) {}
+    Quincunx(const uint16_t* plane, int32_t stride, int32_t width, int32_t height)
+        : m_plane(plane), m_stride(stride), m_width(width), m_height(height) {}
 
     int32_t At(int32_t row, int32_t column) const {
-        return m_plane[int64_t{Mirrored(row, m_height)} * m_width + Mirrored(column, m_width)];
+        return m_plane[int64_t{Mirrored(row, m_height)} * m_stride + Mirrored(column, m_width)];
     }
     int32_t SumOfNearest(int32_t row, int32_t column) const {
         int32_t sum = 0;
@@ -64,7 +65,7 @@ private:
     }
 
     const uint16_t* m_plane;
-    int32_t m_width, m_height;
+    int32_t m_stride, m_width, m_height;
 };
 
 PanNoise NoiseOf(const Quincunx& pan, int32_t w2, int32_t h2) {
@@ -102,7 +103,7 @@ int32_t Alg_InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t w
         const int32_t sample = (row % 2 ? pan1 : pan0)[int64_t{row / 2} * w2 + column / 2];
         pan[at(row, column)] = static_cast<uint16_t>(Linear12toGamma10[sample]);
     });
-    const Quincunx noisy(pan, width, height), clean(filtered, width, height);
+    const Quincunx noisy(pan, width, 2 * w2, 2 * h2), clean(filtered, width, 2 * w2, 2 * h2);
     const auto thresholds = NoiseOf(noisy, w2, h2).Thresholds();
     forPanSites([&](int32_t row, int32_t column) {
         filtered[at(row, column)] = static_cast<uint16_t>(noisy.Filtered(row, column, thresholds));
