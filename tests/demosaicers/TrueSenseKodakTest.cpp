@@ -5,7 +5,6 @@
 
 #include <climits>
 #include <cmath>
-#include <thread>
 
 #include "KvxDemosaicing/KvxPixelFormat.h"
 #include "KvxTrueSense/TrueSenseParams.h"
@@ -115,7 +114,7 @@ TEST(TrueSenseKodak, EveryParameterReachesThePipeline) {
 
 TEST(TrueSenseKodak, TwoComponentsInTwoThreadsDoNotDisturbEachOther) {
     constexpr uint32_t width = 70, height = 46;
-    const auto run = [](unsigned seed, std::vector<uint8_t>* pixels) {
+    ExpectTheSameInTwoThreads([](unsigned seed) {
         KvxTrueSense* component = KvxTrueSense_CreateComponent();
         EXPECT_EQ(KvxTrueSense_GetComponent(component)->SetParamInt("TrueSenseAlgType", KvxTrueSenseAlgorithm_Kodak),
                   0u);
@@ -125,16 +124,9 @@ TEST(TrueSenseKodak, TwoComponentsInTwoThreadsDoNotDisturbEachOther) {
         for (int frame = 0; frame < 10; ++frame)
             EXPECT_EQ(KvxTrueSense_ConvertImage(component, &src.Record(), &dst.Record()), 0u);
         EXPECT_TRUE(dst.GuardsIntact());
-        *pixels = dst.Pixels();
         KvxTrueSense_DeleteComponent(component);
-    };
-    std::vector<uint8_t> alone[2], together[2];
-    for (const unsigned seed : {0u, 1u}) run(seed, &alone[seed]);
-    std::thread other(run, 1u, &together[1]);
-    run(0, &together[0]);
-    other.join();
-    EXPECT_EQ(together[0], alone[0]);
-    EXPECT_EQ(together[1], alone[1]);
+        return dst.Pixels();
+    });
 }
 
 }  // namespace

@@ -33,9 +33,8 @@ struct PanPicture {
             }
         pan.resize(samples.size());
         Scratch scratch(2 * samples.size());
-        EXPECT_EQ(Alg_InterpolatePan(quarters[0].data(), quarters[1].data(), w, h, pan.data(), panAt[0].data(),
-                                     panAt[1].data(), nullptr),
-                  0);
+        Succeed(Alg_InterpolatePan(quarters[0].data(), quarters[1].data(), w, h, pan.data(), panAt[0].data(),
+                                   panAt[1].data(), nullptr));
     }
     static bool IsPan(int row, int column) {
         return (row + column) % 2 == 0;
@@ -152,14 +151,14 @@ TEST(ImpulseFilter, ClampsToTheRangeOfNeighboursOfTheSameColour) {
                 value = std::clamp(value, least, most);
             }
         Scratch scratch(4 * noise.size());
-        EXPECT_EQ(Alg_ImpulseFilter(plane.data(), 5, width, height, step, nullptr), 0);
+        Succeed(Alg_ImpulseFilter(plane.data(), 5, width, height, step, nullptr));
         EXPECT_EQ(plane, expected) << step;
     }
     char text[64] = {};
     LogText_t log{text, 0};
     Plane plane = noise;
     for (const auto& [columns, step] : {std::pair{0, 2}, {width, 0}, {width, -1}})
-        EXPECT_EQ(Alg_ImpulseFilter(plane.data(), 5, columns, height, step, &log), 0);
+        Succeed(Alg_ImpulseFilter(plane.data(), 5, columns, height, step, &log));
     EXPECT_EQ(Alg_ImpulseFilter(plane.data(), 4, width, height, 2, &log), -1);
     EXPECT_STREQ(text, "data type error.\n");
     EXPECT_EQ(plane, noise);
@@ -173,8 +172,7 @@ TEST(SigmaFilter, IsTheMeanOfWhatLiesWithinTheThreshold) {
     for (const int radius : {1, 2, 16, 17, INT_MAX}) {
         const int reach = std::min(radius, 16);
         Plane plane(noise.size(), 7), copy = noise;
-        EXPECT_EQ(
-            Alg_IterativeSigmaFilter(plane.data(), copy.data(), width, height, radius, thresholds.data(), nullptr), 0);
+        Succeed(Alg_IterativeSigmaFilter(plane.data(), copy.data(), width, height, radius, thresholds.data(), nullptr));
         EXPECT_EQ(plane, copy);
         for (int i = 0; i < width * height; ++i) {
             const int row = i / width, column = i % width, centre = noise[i];
@@ -202,7 +200,7 @@ TEST(SigmaFilter, IsTheMeanOfWhatLiesWithinTheThreshold) {
     for (size_t i = 0; i < edge.size(); ++i) edge[i] = (i % width < 17 ? 100 : 200) * unit;
     copy = edge;
     for (const int radius : {3, 0, -1})
-        EXPECT_EQ(Alg_IterativeSigmaFilter(edge.data(), copy.data(), width, height, radius, wide.data(), nullptr), 0);
+        Succeed(Alg_IterativeSigmaFilter(edge.data(), copy.data(), width, height, radius, wide.data(), nullptr));
     for (size_t i = 0; i < edge.size(); ++i) ASSERT_EQ(edge[i], (i % width < 17 ? 100 : 200) * unit);
 }
 
@@ -257,7 +255,7 @@ TEST(CleanStages, RunThePassesThatHaveARadius) {
         Alg_IterativeSigmaFilter(expected.data(), copy.data(), w2, h2, radii[pass], thresholds.data(), nullptr);
     }
     Scratch scratch(14 * l);
-    EXPECT_EQ(Alg_LowPanClean(pan.data(), w2, h2, 1.5F, 3, kEver, slopes, intercepts, sigmas, radii, nullptr), 0);
+    Succeed(Alg_LowPanClean(pan.data(), w2, h2, 1.5F, 3, kEver, slopes, intercepts, sigmas, radii, nullptr));
     EXPECT_EQ(pan, expected);
 
     // Colours: every phase of the 2x2 mosaic by itself, odd sizes too.
@@ -286,11 +284,10 @@ TEST(CleanStages, RunThePassesThatHaveARadius) {
     }
     Alg_SetScratch(nullptr, nullptr, nullptr, nullptr);
     Scratch again(14 * l);
-    EXPECT_EQ(Alg_LowColorDiffClean(levels.data(), differences.data(), w2, h2, 1.5F, 2, 1, .5F, 3, kEver, slopes,
-                                    intercepts, sigmas, radii, nullptr),
-              0);
+    Succeed(Alg_LowColorDiffClean(levels.data(), differences.data(), w2, h2, 1.5F, 2, 1, .5F, 3, kEver, slopes,
+                                  intercepts, sigmas, radii, nullptr));
     EXPECT_EQ(differences, expected);
-    EXPECT_EQ(Alg_LowPanClean(pan.data(), 0, h2, 1, 3, kEver, slopes, intercepts, sigmas, radii, nullptr), 0);
+    Succeed(Alg_LowPanClean(pan.data(), 0, h2, 1, 3, kEver, slopes, intercepts, sigmas, radii, nullptr));
 }
 
 }  // namespace

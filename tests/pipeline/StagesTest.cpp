@@ -15,44 +15,38 @@ namespace {
 using Codes = std::vector<uint16_t>;
 using Plane = std::vector<int32_t>;
 
+template <class Parameter>
+struct SampleCase {
+    uint16_t sample;
+    Parameter by;
+    uint16_t expected;
+};
+
 TEST(Samples, DarkFloorGainAndBalance) {
-    constexpr struct {
-        uint16_t sample;
-        int32_t floor;
-        uint16_t expected;
-    } floors[] = {{100, 30, 70},        {30, 100, 0},      {4095, 0, 4095},   {5000, 904, 4095}, {65535, 61440, 4095},
-                  {65535, 61441, 4094}, {10, -4085, 4095}, {10, -4084, 4094}, {0, INT_MAX, 0},   {5, INT_MIN, 0}};
+    constexpr SampleCase<int32_t> floors[] = {
+        {100, 30, 70},        {30, 100, 0},      {4095, 0, 4095},   {5000, 904, 4095}, {65535, 61440, 4095},
+        {65535, 61441, 4094}, {10, -4085, 4095}, {10, -4084, 4094}, {0, INT_MAX, 0},   {5, INT_MIN, 0}};
     for (const auto& [sample, floor, expected] : floors) {
         uint16_t result = 7;
-        EXPECT_EQ(Alg_SubtractDarkFloor(reinterpret_cast<const uint8_t*>(&sample), 1, 1, floor, &result, nullptr), 0);
+        Succeed(Alg_SubtractDarkFloor(reinterpret_cast<const uint8_t*>(&sample), 1, 1, floor, &result, nullptr));
         EXPECT_EQ(result, expected) << sample << " - " << floor;
     }
-    constexpr struct {
-        int16_t sample;
-        float gain;
-        int16_t expected;
-    } gains[] = {{1000, 1.5F, 1500},  {3, 1.5F, 4},     {3, .333F, 0}, {3, .334F, 1},
-                 {4000, 1.5F, 4095},  {-5, 1, 0},       {-5, -2, 10},  {5, -.001F, 0},
-                 {4095, 1e30F, 4095}, {0, INFINITY, 0}, {9, NAN, 0}};
+    constexpr SampleCase<float> gains[] = {{1000, 1.5F, 1500},  {3, 1.5F, 4},     {3, .333F, 0},   {3, .334F, 1},
+                                           {4000, 1.5F, 4095},  {65531, 1, 0},    {65531, -2, 10}, {5, -.001F, 0},
+                                           {4095, 1e30F, 4095}, {0, INFINITY, 0}, {9, NAN, 0}};
     for (const auto& [sample, gain, expected] : gains) {
-        int16_t samples[] = {sample, 1234};
-        EXPECT_EQ(ApplyGlobalGain(samples, 1, gain), 0);
-        EXPECT_EQ(samples[0], expected) << sample << " x " << gain;
-        EXPECT_EQ(samples[1], 1234);
+        int16_t samples[] = {int16_t(sample), 1234};
+        Succeed(ApplyGlobalGain(samples, 1, gain));
+        EXPECT_TRUE(samples[0] == expected && samples[1] == 1234) << sample << " x " << gain;
     }
-    constexpr struct {
-        uint16_t sample;
-        float gain;
-        uint16_t expected;
-    } balances[] = {{1, .5F, 1},  {1, .49F, 0},  {3000, 1, 3000}, {3000, 2, 4095},     {4095, 1.0001F, 4095},
-                    {100, -1, 0}, {7, 1.5F, 11}, {0, NAN, 0},     {9, INFINITY, 4095}, {9, -INFINITY, 0}};
+    constexpr SampleCase<float> balances[] = {{1, .5F, 1},           {1, .49F, 0},     {3000, 1, 3000}, {3000, 2, 4095},
+                                              {4095, 1.0001F, 4095}, {100, -1, 0},     {7, 1.5F, 11},   {0, NAN, 0},
+                                              {9, INFINITY, 4095},   {9, -INFINITY, 0}};
     for (const auto& [sample, gain, expected] : balances) {
         const uint16_t raw[] = {sample, 0, 0, 0};
-        uint16_t quarters[4];
-        EXPECT_EQ(
-            Alg_WhiteBalance(raw, 2, 2, 1, 1, 1, 1, gain, quarters, quarters + 1, quarters + 2, quarters + 3, nullptr),
-            0);
-        EXPECT_EQ(quarters[0], expected) << sample << " x " << gain;
+        uint16_t q[4];
+        Succeed(Alg_WhiteBalance(raw, 2, 2, 1, 1, 1, 1, gain, q, q + 1, q + 2, q + 3, nullptr));
+        EXPECT_EQ(q[0], expected) << sample << " x " << gain;
     }
 }
 
@@ -72,9 +66,8 @@ TEST(WhiteBalance, DealsTheMosaicOut) {
                     expected[(kind == 'W' ? 0 : 2) + row % 2][row / 2 * w2 + column / 2] =
                         static_cast<uint16_t>(std::min(product, 4095.));
                 }
-            EXPECT_EQ(Alg_WhiteBalance(raw.data(), width, height, pattern, 1.3F, 1.1F, 1.7F, .9F, quarters[0].data(),
-                                       quarters[1].data(), quarters[2].data(), quarters[3].data(), nullptr),
-                      0);
+            Succeed(Alg_WhiteBalance(raw.data(), width, height, pattern, 1.3F, 1.1F, 1.7F, .9F, quarters[0].data(),
+                                     quarters[1].data(), quarters[2].data(), quarters[3].data(), nullptr));
             EXPECT_EQ(quarters, expected) << pattern;
         }
 }
@@ -87,14 +80,11 @@ TEST(NoiseParameter, LiesBetweenTheBreakpoints) {
                  {7, 45, 6.5F}, {8, 60, 9},  {INFINITY, 60, 9}, {-INFINITY, 10, -1}, {NAN, 10, -1}};
     for (const auto& c : cases) {
         float slope = 0, intercept = 0;
-        EXPECT_EQ(Alg_CalculateNoiseParameter(c.gain, gains, slopes, intercepts, &slope, &intercept, nullptr), 0);
-        EXPECT_EQ(slope, c.slope) << c.gain;
-        EXPECT_EQ(intercept, c.intercept) << c.gain;
+        Succeed(Alg_CalculateNoiseParameter(c.gain, gains, slopes, intercepts, &slope, &intercept, nullptr));
+        EXPECT_TRUE(slope == c.slope && intercept == c.intercept) << c.gain << ": " << slope << " " << intercept;
     }
-    constexpr float same[] = {3, 3, 3, 3, 3}, descending[] = {1, 50, 3, 4, 5};
+    constexpr float descending[] = {1, 50, 3, 4, 5};
     float slope = 0, intercept = 0;
-    Alg_CalculateNoiseParameter(3, same, slopes, intercepts, &slope, &intercept, nullptr);
-    EXPECT_EQ(slope, 10);
     Alg_CalculateNoiseParameter(20, descending, slopes, intercepts, &slope, &intercept, nullptr);
     EXPECT_EQ(slope, 60);
 }
@@ -129,22 +119,21 @@ TEST(Convolve1D, IsATrueConvolutionThatLeavesTheBorder) {
                 Plane plane = Drawn<int32_t>(size_t(width) * height, -70000000, 70000000, 5);
                 const Plane expected = Convolved(plane, width, height, kernel, direction);
                 Scratch scratch(plane.size() * 4);
-                EXPECT_EQ(
-                    Alg_Convolve1D(plane.data(), width, height, kernel.data(), int(kernel.size()), direction, nullptr),
-                    0);
+                Succeed(
+                    Alg_Convolve1D(plane.data(), width, height, kernel.data(), int(kernel.size()), direction, nullptr));
                 EXPECT_EQ(plane, expected);
             }
     Plane row = {0, 0, 8, 0, 0};
     Scratch scratch(20);
-    EXPECT_EQ(Alg_Convolve1D(row.data(), 5, 1, kernels[0].data(), 3, 0, nullptr), 0);
+    Succeed(Alg_Convolve1D(row.data(), 5, 1, kernels[0].data(), 3, 0, nullptr));
     EXPECT_EQ(row, (Plane{0, 8, 16, 32, 0}));
     for (const int direction : {2, -1})
-        EXPECT_EQ(Alg_Convolve1D(row.data(), 5, 1, kernels[0].data(), 3, direction, nullptr), 0);
+        Succeed(Alg_Convolve1D(row.data(), 5, 1, kernels[0].data(), 3, direction, nullptr));
     for (const int taps : {2, 0, -1})
         EXPECT_EQ(Alg_Convolve1D(row.data(), 5, 1, kernels[0].data(), taps, 0, nullptr), -1);
     constexpr float steep[] = {0, 1e30F, 0};
     EXPECT_EQ(row, (Plane{0, 8, 16, 32, 0}));
-    EXPECT_EQ(Alg_Convolve1D(row.data(), 5, 1, steep, 3, 0, nullptr), 0);
+    Succeed(Alg_Convolve1D(row.data(), 5, 1, steep, 3, 0, nullptr));
     EXPECT_GT(row[1], 2147000000);
 }
 
@@ -155,7 +144,7 @@ TEST(Convolve2D, IsATrueConvolutionThatLeavesTheBorder) {
     constexpr uint16_t painted[] = {1, 2, 3, 4, 65531, 6, 7, 8, 9};
     for (size_t i = 0; i < 9; ++i) expected[6 + i / 3 * 5 + i % 3] = painted[i];
     Scratch scratch(50);
-    EXPECT_EQ(Alg_Convolve2D(plane.data(), 5, 5, kernel, 3, 3, nullptr), 0);
+    Succeed(Alg_Convolve2D(plane.data(), 5, 5, kernel, 3, 3, nullptr));
     EXPECT_EQ(plane, expected);
     for (const auto& [columns, rows] : {std::pair{2, 1}, {1, 2}, {0, 1}, {1, -1}})
         EXPECT_EQ(Alg_Convolve2D(plane.data(), 5, 5, none, columns, rows, nullptr), -1);
@@ -180,9 +169,8 @@ TEST(GenerateLow, AveragesCellsAndSubtractsPan) {
     Alg_ImpulseFilter(expectedDiff.data(), 5, w2, h2, 2, nullptr);
     Plane lowPan(w2 * h2), lowDiff(w2 * h2);
     // In place of one of its arguments, as the pipeline has it.
-    EXPECT_EQ(Alg_GenerateLow(pan.data(), sites[0].data(), sites[1].data(), sites[2].data(), sites[3].data(), width,
-                              height, lowPan.data(), sites[1].data(), lowDiff.data(), nullptr),
-              0);
+    Succeed(Alg_GenerateLow(pan.data(), sites[0].data(), sites[1].data(), sites[2].data(), sites[3].data(), width,
+                            height, lowPan.data(), sites[1].data(), lowDiff.data(), nullptr));
     EXPECT_EQ(lowPan, expectedPan);
     EXPECT_EQ(lowDiff, expectedDiff);
     for (int j = 0; j < w2 * h2; ++j)
@@ -205,17 +193,16 @@ TEST(UpSampling, SmoothsCellsAndSpreadsColours) {
     Scratch scratch(16 * w2 * h2, 12 * w2 * h2);
     const Plane low = Drawn<int32_t>(w2 * h2, -1023 * 65536, 1023 * 65536, 4);
     Plane out[3] = {Plane(4 * w2 * h2, 1), Plane(4 * w2 * h2, 1), Plane(4 * w2 * h2, 1)};
-    EXPECT_EQ(Alg_LowPanUpSample(low.data(), w2, h2, out[0].data(), nullptr), 0);
+    Succeed(Alg_LowPanUpSample(low.data(), w2, h2, out[0].data(), nullptr));
     EXPECT_EQ(out[0], smoothed(low));
     const Plane flat(w2 * h2, 16777215);
-    EXPECT_EQ(Alg_LowPanUpSample(flat.data(), w2, h2, out[0].data(), nullptr), 0);
+    Succeed(Alg_LowPanUpSample(flat.data(), w2, h2, out[0].data(), nullptr));
     EXPECT_EQ(out[0], Plane(4 * w2 * h2, 16777215));
 
     constexpr const char* cells[] = {"GRBG", "BGGR", "RGGB", "GBRG"};
     for (int pattern = 0; pattern < 4; ++pattern) {
-        EXPECT_EQ(
-            Alg_LowColorDiffUpSample(low.data(), w2, h2, pattern, out[0].data(), out[1].data(), out[2].data(), nullptr),
-            0);
+        Succeed(Alg_LowColorDiffUpSample(low.data(), w2, h2, pattern, out[0].data(), out[1].data(), out[2].data(),
+                                         nullptr));
         for (int colour = 0; colour < 3; ++colour) {
             Plane sparse(w2 * h2);
             for (int j = 0; j < w2 * h2; ++j)
@@ -247,9 +234,8 @@ TEST(ColorCorrection, ClampsCodesAndAppliesMatrixAndTone) {
             expected.push_back(uint8_t(tone[std::clamp(int(sum), 0, 4095)]));
         }
     }
-    EXPECT_EQ(Alg_ColorCorrection(planes[0].data(), planes[1].data(), planes[2].data(), planes[3].data(), count / 20,
-                                  20, matrix, rgb.data(), tone.data(), nullptr),
-              0);
+    Succeed(Alg_ColorCorrection(planes[0].data(), planes[1].data(), planes[2].data(), planes[3].data(), count / 20, 20,
+                                matrix, rgb.data(), tone.data(), nullptr));
     EXPECT_EQ(rgb, expected);
 }
 
@@ -291,107 +277,11 @@ TEST(Sharpness, AddsDetailByActivityAndBrightness) {
                 expected[3 * i + c] = uint8_t(std::clamp<float>(float(expected[3 * i + c]) + delta, 0, 255));
         }
         Scratch scratch(4 * count, 4 * count, 4 * count);
-        EXPECT_EQ(
-            Alg_Sharpness(rgb.data(), pan.data(), lowPan.data(), width, height, p0, p1, p2, p3, tone.data(), nullptr),
-            0);
+        Succeed(
+            Alg_Sharpness(rgb.data(), pan.data(), lowPan.data(), width, height, p0, p1, p2, p3, tone.data(), nullptr));
         EXPECT_EQ(rgb, expected) << p0;
         EXPECT_EQ(lowPan, low);
     }
-}
-
-TEST(RegionData, PrintsEveryTypeAndRefusesTheRest) {
-    const Codes words = {1, 2, 3, 4, 5, 6, 7, 65535, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18};
-    const auto* bytes = reinterpret_cast<const uint8_t*>(words.data());
-    const int32_t values[] = {1, 2, 3, 4, INT_MIN, 6, 7, 8, 9};
-    const auto print = [](const void* data, int type, int x, int y, int columns, int rows, int width, int height) {
-        char text[256] = {};
-        LogText_t log{text, 0};
-        const int result = Alg_GetRegionData("p", data, type, x, y, columns, rows, width, height, &log);
-        EXPECT_EQ(log.length, std::string(text).size());
-        return std::to_string(result) + text;
-    };
-    EXPECT_EQ(print(bytes, 0, 1, 0, 2, 1, 3, 3), "0p:\n[[02]]\n\n");
-    EXPECT_EQ(print(words.data(), 1, 1, 1, 2, 2, 3, 3), "0p:\n[[56]\n [655359]]\n\n");
-    EXPECT_EQ(print(words.data(), 2, 1, 1, 3, 2, 4, 3), "0p:\n[[6 7 -1]\n [10 11 12]]\n\n");
-    EXPECT_EQ(print(values, 5, 0, 1, 2, 1, 3, 3), "0p:\n[[4-2147483648]]\n\n");
-    EXPECT_EQ(print(words.data(), 4, 1, 0, 2, 2, 3, 3), "0p:\n[[4 5 6  [7 65535 9]]\n\n[[13 14 15  [16 17 18]]\n\n\n");
-    EXPECT_EQ(print(bytes, 3, 0, 0, 1, 1, 2, 2), "0p:\n[[1 0 2]]\n\n\n");
-    EXPECT_EQ(print(bytes, 0, 0, 0, INT_MIN, INT_MIN, 3, 3), "0p:\n\n");
-    for (const int type : {6, -1}) EXPECT_EQ(print(bytes, type, 0, 0, 1, 1, 3, 3), "-1p:\ndata type error.\n");
-    constexpr int outside[][4] = {{0, 0, 3, 1},  {0, 0, 1, 3},  {2, 0, 2, 1},      {0, 2, 1, 2},
-                                  {-1, 0, 1, 1}, {0, -1, 1, 1}, {INT_MAX, 0, 2, 1}};
-    for (const auto& [x, y, columns, rows] : outside)
-        EXPECT_EQ(print(bytes, 0, x, y, columns, rows, 3, 3), "-1region position error.\n");
-}
-
-// A byte too few, and the stage says which buffer it has no memory for.
-TEST(Scratch, EveryStageSaysWhatItHasNoMemoryFor) {
-    constexpr int width = 12, height = 8, w2 = 6, h2 = 4, n = width * height, l = w2 * h2;
-    Codes q(n, 5), pan(n, 5), tone(4096, 5);
-    Plane low(n, 5), full[3] = {low, low, low};
-    std::vector<uint8_t> rgb(3 * n);
-    constexpr float five[5] = {1, 2, 3, 4, 5}, kernel[9] = {};
-    constexpr int32_t radii[3] = {1, 1, 1};
-    using Stage = std::function<int32_t(LogText_t*)>;
-    const Stage interpolate = [&](auto* log) {
-        return Alg_InterpolatePan(q.data(), q.data(), width, height, pan.data(), q.data() + l, q.data() + 2 * l, log);
-    };
-    const Stage generate = [&](auto* log) {
-        return Alg_GenerateLow(pan.data(), q.data(), q.data(), q.data(), q.data(), width, height, low.data(), q.data(),
-                               full[0].data(), log);
-    };
-    const Stage cleanColour = [&](auto* log) {
-        return Alg_LowColorDiffClean(q.data(), low.data(), w2, h2, 1, 1, 1, 1, 1, five, five, five, five, radii, log);
-    };
-    const Stage cleanPan = [&](auto* log) {
-        return Alg_LowPanClean(low.data(), w2, h2, 1, 1, five, five, five, five, radii, log);
-    };
-    const Stage spread = [&](auto* log) {
-        return Alg_LowColorDiffUpSample(low.data(), w2, h2, 0, full[0].data(), full[1].data(), full[2].data(), log);
-    };
-    const Stage enlarge = [&](auto* log) { return Alg_LowPanUpSample(low.data(), w2, h2, full[0].data(), log); };
-    const Stage sharpen = [&](auto* log) {
-        return Alg_Sharpness(rgb.data(), pan.data(), full[0].data(), width, height, 1, 1, 1, 1, tone.data(), log);
-    };
-    const Stage convolve = [&](auto* log) { return Alg_Convolve1D(low.data(), w2, h2, kernel, 3, 7, log); };
-    const Stage convolve2 = [&](auto* log) { return Alg_Convolve2D(q.data(), w2, h2, kernel, 3, 3, log); };
-    const struct {
-        const Stage& stage;
-        size_t bytes;  // the least that do not fail for this reason
-        std::string what;
-        bool isLast = true;  // what is enough for everything
-    } cases[] = {{interpolate, 2 * n, "panCodes"},
-                 {generate, 4 * l, "impulsePlane"},
-                 {cleanColour, l, "phaseDiff", false},
-                 {cleanColour, 2 * l, "reflDiff", false},
-                 {cleanColour, 3 * l, "thresAddr", false},
-                 {cleanColour, 3 * l + l / 2, "phaseColor"},
-                 {cleanPan, 4 * l, "reflPan", false},
-                 {cleanPan, 8 * l, "thresAddr"},
-                 {spread, 16 * l, "pBuf"},
-                 {enlarge, 16 * l, "pBuf"},
-                 {sharpen, 4 * n, "pBuf"},
-                 {convolve, 4 * l, "pBuf"},
-                 {convolve2, 2 * l, "pBuf"}};
-    for (const auto& c : cases)
-        for (const size_t missing : {0, 1}) {
-            char text[256] = {};
-            LogText_t log{text, 0};
-            Scratch scratch(c.bytes - missing, 4 * n, 4 * n);
-            const int32_t result = c.stage(&log);
-            if (!missing && !c.isLast) continue;
-            EXPECT_EQ(result, missing ? -1 : 0) << c.what;
-            EXPECT_EQ(text, missing ? c.what + " memory alloc error.\n" : "");
-            EXPECT_EQ(log.length, std::string(text).size());
-        }
-    for (const Stage* stage : {&spread, &sharpen}) {
-        char text[256] = {};
-        LogText_t log{text, 0};
-        Scratch scratch(4 * n);
-        EXPECT_EQ((*stage)(&log), -1);
-        EXPECT_STREQ(text, "g_dynamicBuffer1 memory alloc error.\n");
-    }
-    EXPECT_EQ(cleanPan(nullptr), -1);  // no arena at all, and no log
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <vector>
 
 #include "pipeline/CfaTables.h"
 #include "pipeline/GammaCodes.h"
@@ -10,25 +11,26 @@
 namespace kvx::test {
 namespace {
 
-TEST(Tonescale12Table12, GoesThroughTheRowsThatCallersKnow) {
-    constexpr struct {
-        int linear, display;
-    } rows[] = {{0, 0}, {1, 5}, {64, 322}, {256, 1140}, {1024, 2795}, {2048, 3648}, {4095, 4095}};
-    for (const auto& [linear, display] : rows) EXPECT_EQ(Tonescale12Table12[linear], display) << linear;
-}
+template <class Table>
+struct Rows {
+    const Table& table;
+    std::vector<std::pair<int, int>> rows;
+
+    void Check() const {
+        for (const auto& [from, to] : rows) EXPECT_EQ(table[size_t(from)], to) << from;
+        EXPECT_TRUE(std::ranges::is_sorted(table));
+    }
+};
 
 TEST(Tables, GoThroughTheRowsThatCallersKnow) {
-    constexpr struct {
-        int from, to;
-    } linear[] = {{512, 647}, {768, 1631}, {1023, 4095}}, codes[] = {{1024, 639}, {2048, 831}, {4095, 1023}},
-      display[] = {{0, 0},      {16, 2},     {64, 21},    {256, 71},  {512, 116},
-                   {1024, 174}, {2048, 228}, {3000, 247}, {4095, 255}};
-    for (const auto& [from, to] : linear) EXPECT_EQ(Gamma10toLinear12[from], to) << from;
-    for (const auto& [from, to] : codes) EXPECT_EQ(Linear12toGamma10[from], to) << from;
-    for (const auto& [from, to] : display) EXPECT_EQ(Tonescale12[from], to) << from;
+    Rows{Gamma10toLinear12, {{512, 647}, {768, 1631}, {1023, 4095}}}.Check();
+    Rows{Linear12toGamma10, {{1024, 639}, {2048, 831}, {4095, 1023}}}.Check();
+    Rows{Tonescale12,
+         {{0, 0}, {16, 2}, {64, 21}, {256, 71}, {512, 116}, {1024, 174}, {2048, 228}, {3000, 247}, {4095, 255}}}
+        .Check();
+    Rows{Tonescale12Table12, {{0, 0}, {1, 5}, {64, 322}, {256, 1140}, {1024, 2795}, {2048, 3648}, {4095, 4095}}}
+        .Check();
     for (int i = 0; i <= 256; ++i) EXPECT_TRUE(Gamma10toLinear12[i] == i && Linear12toGamma10[i] == i) << i;
-    EXPECT_TRUE(std::ranges::is_sorted(Gamma10toLinear12) && std::ranges::is_sorted(Linear12toGamma10));
-    EXPECT_TRUE(std::ranges::is_sorted(Tonescale12));
     for (int code = 0; code < kGammaCodes; ++code) EXPECT_NEAR(Linear12toGamma10[Gamma10toLinear12[code]], code, 1);
     EXPECT_EQ(&Gamma10toLinear12Table, &Gamma10toLinear12);
     EXPECT_EQ(&Linear12toGamma10Table, &Linear12toGamma10);
