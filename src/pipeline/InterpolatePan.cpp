@@ -98,10 +98,11 @@ int32_t Alg_InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t w
             for (int32_t column = row % 2; column < 2 * w2; column += 2) body(row, column);
     };
     const auto at = [=](int32_t row, int32_t column) { return int64_t{row} * width + column; };
+    const auto cell = [=](int32_t row, int32_t column) { return int64_t{row / 2} * w2 + column / 2; };
 
     forPanSites([=](int32_t row, int32_t column) {
-        const int32_t sample = (row % 2 ? pan1 : pan0)[int64_t{row / 2} * w2 + column / 2];
-        pan[at(row, column)] = static_cast<uint16_t>(Linear12toGamma10[sample]);
+        const uint16_t* quarter = row % 2 ? pan1 : pan0;
+        pan[at(row, column)] = static_cast<uint16_t>(Linear12toGamma10[quarter[cell(row, column)]]);
     });
     const Quincunx noisy(pan, width, 2 * w2, 2 * h2), clean(filtered, width, 2 * w2, 2 * h2);
     const auto thresholds = NoiseOf(noisy, w2, h2).Thresholds();
@@ -113,9 +114,9 @@ int32_t Alg_InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t w
             const bool isPan = (row + column) % 2 == 0;
             const int32_t code = isPan ? clean.At(row, column) : clean.Interpolated(row, column);
             pan[at(row, column)] = static_cast<uint16_t>(code);
-            if (!isPan)
-                (row % 2 ? panAt1 : panAt0)[int64_t{row / 2} * w2 + column / 2] =
-                    static_cast<uint16_t>(Gamma10toLinear12[code]);
+            if (isPan) continue;
+            uint16_t* quarter = row % 2 ? panAt1 : panAt0;  // GCC's sanitizer spoils the index of (a ? b : c)[index]
+            quarter[cell(row, column)] = static_cast<uint16_t>(Gamma10toLinear12[code]);
         }
     return kStageSuccess;
 }
