@@ -11,25 +11,17 @@
 namespace kvx::test {
 namespace {
 
-template <class Table>
-struct Rows {
-    const Table& table;
-    std::vector<std::pair<int, int>> rows;
-
-    void Check() const {
-        for (const auto& [from, to] : rows) EXPECT_EQ(table[size_t(from)], to) << from;
-        EXPECT_TRUE(std::ranges::is_sorted(table));
-    }
-};
+void ExpectRows(const auto& table, const std::vector<std::pair<int, int>>& rows) {
+    for (const auto& [from, to] : rows) EXPECT_EQ(table[size_t(from)], to) << from;
+    EXPECT_TRUE(std::ranges::is_sorted(table));
+}
 
 TEST(Tables, GoThroughTheRowsThatCallersKnow) {
-    Rows{Gamma10toLinear12, {{512, 647}, {768, 1631}, {1023, 4095}}}.Check();
-    Rows{Linear12toGamma10, {{1024, 639}, {2048, 831}, {4095, 1023}}}.Check();
-    Rows{Tonescale12,
-         {{0, 0}, {16, 2}, {64, 21}, {256, 71}, {512, 116}, {1024, 174}, {2048, 228}, {3000, 247}, {4095, 255}}}
-        .Check();
-    Rows{Tonescale12Table12, {{0, 0}, {1, 5}, {64, 322}, {256, 1140}, {1024, 2795}, {2048, 3648}, {4095, 4095}}}
-        .Check();
+    ExpectRows(Gamma10toLinear12, {{512, 647}, {768, 1631}, {1023, 4095}});
+    ExpectRows(Linear12toGamma10, {{1024, 639}, {2048, 831}, {4095, 1023}});
+    ExpectRows(Tonescale12,
+               {{0, 0}, {16, 2}, {64, 21}, {256, 71}, {512, 116}, {1024, 174}, {2048, 228}, {3000, 247}, {4095, 255}});
+    ExpectRows(Tonescale12Table12, {{0, 0}, {1, 5}, {64, 322}, {256, 1140}, {1024, 2795}, {2048, 3648}, {4095, 4095}});
     for (int i = 0; i <= 256; ++i) EXPECT_TRUE(Gamma10toLinear12[i] == i && Linear12toGamma10[i] == i) << i;
     for (int code = 0; code < kGammaCodes; ++code) EXPECT_NEAR(Linear12toGamma10[Gamma10toLinear12[code]], code, 1);
     EXPECT_EQ(&Gamma10toLinear12Table, &Gamma10toLinear12);
