@@ -10,7 +10,9 @@
  * Nothing is allocated: the caller gives every buffer, aligned for its elements, and owns it. Stages take scratch
  * memory from an arena of their thread (Alg_SetScratch()), so frames in different threads do not disturb each other.
  * Messages go to the caller's log, which nothing bounds: 4096 characters hold those of any call, but
- * Alg_GetRegionData(), which writes up to 8 characters a value. A null log, or a log without text, is passed over.
+ * Alg_GetRegionData(), which writes up to 14 characters a value. A null log, or a log without text, is passed over.
+ * Stages look 12-bit samples and gamma codes up in tables without a check, and leave out the last row or column of a
+ * frame of odd size.
  */
 #ifndef KVXDEMOSAICING_KVXPIPELINE_H
 #define KVXDEMOSAICING_KVXPIPELINE_H
@@ -236,7 +238,8 @@ KVX_API int32_t Alg_LowPanUpSample(const int32_t* lowPan, int32_t w2, int32_t h2
  * whose window leaves the plane stay.
  *
  * @param kernel `taps` coefficients, an odd number
- * @return 0; -1 "pBuf memory alloc error.\n". Scratch: a copy of the plane
+ * @return 0; -1 "pBuf memory alloc error.\n", and without a message for another number or no memory for the
+ *         coefficients. Scratch: a copy of the plane
  */
 KVX_API int32_t Alg_Convolve1D(int32_t* plane, int32_t width, int32_t height, const float* kernel, int32_t taps,
                                int32_t direction, LogText_t* log) KVX_NOEXCEPT;

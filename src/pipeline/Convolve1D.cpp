@@ -8,7 +8,8 @@
 int32_t Alg_Convolve1D(int32_t* plane, int32_t width, int32_t height, const float* kernel, int32_t taps,
                        int32_t direction, LogText_t* log) noexcept {
     using namespace kvx;
-    if (width < 1 || height < 1 || taps < 1) return kStageSuccess;
+    if (width < 1 || height < 1) return kStageSuccess;
+    if (taps < 1 || taps % 2 == 0) return kStageFailure;
     const std::unique_ptr<float[]> reversed(new (std::nothrow) float[size_t(taps)]);
     if (!reversed) return kStageFailure;
     for (int32_t t = 0; t < taps; ++t) reversed[t] = kernel[taps - 1 - t];

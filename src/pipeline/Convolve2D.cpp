@@ -6,7 +6,8 @@
 int32_t Alg_Convolve2D(uint16_t* plane, int32_t width, int32_t height, const float* kernel, int32_t columns,
                        int32_t rows, LogText_t* log) noexcept {
     using namespace kvx;
-    if (width < 1 || height < 1 || columns < 1 || rows < 1) return kStageSuccess;
+    if (width < 1 || height < 1) return kStageSuccess;
+    if (columns < 1 || rows < 1 || columns % 2 == 0 || rows % 2 == 0) return kStageFailure;
     const size_t bytes = size_t(width) * height * sizeof *plane;
     auto* copy = static_cast<uint16_t*>(PeekScratch(bytes, "pBuf", log));
     if (!copy) return kStageFailure;

@@ -16,12 +16,12 @@ struct Plane {
     int32_t Clamped(int32_t row, int32_t column, int32_t step) const {
         const int32_t centre = values[int64_t{row} * width + column];
         int32_t least = INT32_MAX, most = INT32_MIN;
-        for (int32_t i = row - step; i <= row + step; i += step)
-            for (int32_t j = column - step; j <= column + step; j += step) {
+        for (int64_t i = int64_t{row} - step; i <= int64_t{row} + step; i += step)
+            for (int64_t j = int64_t{column} - step; j <= int64_t{column} + step; j += step) {
                 const bool isNeighbour = i != row || j != column;
                 if (!isNeighbour || i < 0 || i >= height || j < 0 || j >= width) continue;
-                least = std::min(least, values[int64_t{i} * width + j]);
-                most = std::max(most, values[int64_t{i} * width + j]);
+                least = std::min(least, values[i * width + j]);
+                most = std::max(most, values[i * width + j]);
             }
         return least > most ? centre : std::clamp(centre, least, most);
     }

@@ -19,10 +19,11 @@ constexpr Offset s_window[] = {{-1, -1}, {-1, 1}, {1, -1},  {1, 1},  {-2, 0}, {0
 /** Pan sites are those with (row + column) even. Beyond the border lies the mirror image, which keeps that. */
 class Quincunx {
 public:
-    Quincunx(const uint16_t* plane, int32_t width, int32_t height) : m_plane(plane), m_width(width), m_height(height) {}
+    Quincunx(const uint16_t* plane, int32_t stride, int32_t width, int32_t height)
+        : m_plane(plane), m_stride(stride), m_width(width), m_height(height) {}
 
     int32_t At(int32_t row, int32_t column) const {
-        return m_plane[int64_t{Mirrored(row, m_height)} * m_width + Mirrored(column, m_width)];
+        return m_plane[int64_t{Mirrored(row, m_height)} * m_stride + Mirrored(column, m_width)];
     }
     int32_t SumOfNearest(int32_t row, int32_t column) const {
         int32_t sum = 0;
@@ -61,7 +62,7 @@ private:
     }
 
     const uint16_t* m_plane;
-    int32_t m_width, m_height;
+    int32_t m_stride, m_width, m_height;
 };
 
 PanNoise NoiseOf(const Quincunx& pan, int32_t w2, int32_t h2) {
@@ -94,12 +95,13 @@ int32_t Alg_InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t w
             for (int32_t column = row % 2; column < 2 * w2; column += 2) body(row, column);
     };
     const auto at = [=](int32_t row, int32_t column) { return int64_t{row} * width + column; };
+    const auto cell = [=](int32_t row, int32_t column) { return int64_t{row / 2} * w2 + column / 2; };
 
     forPanSites([=](int32_t row, int32_t column) {
-        const int32_t sample = (row % 2 ? pan1 : pan0)[int64_t{row / 2} * w2 + column / 2];
-        pan[at(row, column)] = static_cast<uint16_t>(Linear12toGamma10[sample]);
+        const uint16_t* quarter = row % 2 ? pan1 : pan0;
+        pan[at(row, column)] = static_cast<uint16_t>(Linear12toGamma10[quarter[cell(row, column)]]);
     });
-    const Quincunx noisy(pan, width, height), clean(filtered, width, height);
+    const Quincunx noisy(pan, width, 2 * w2, 2 * h2), clean(filtered, width, 2 * w2, 2 * h2);
     const auto thresholds = NoiseOf(noisy, w2, h2).Thresholds();
     forPanSites([&](int32_t row, int32_t column) {
         filtered[at(row, column)] = static_cast<uint16_t>(noisy.Filtered(row, column, thresholds));
@@ -109,9 +111,9 @@ int32_t Alg_InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t w
             const bool isPan = (row + column) % 2 == 0;
             const int32_t code = isPan ? clean.At(row, column) : clean.Interpolated(row, column);
             pan[at(row, column)] = static_cast<uint16_t>(code);
-            if (!isPan)
-                (row % 2 ? panAt1 : panAt0)[int64_t{row / 2} * w2 + column / 2] =
-                    static_cast<uint16_t>(Gamma10toLinear12[code]);
+            if (isPan) continue;
+            uint16_t* quarter = row % 2 ? panAt1 : panAt0;  // GCC's sanitizer spoils the index of (a ? b : c)[index]
+            quarter[cell(row, column)] = static_cast<uint16_t>(Gamma10toLinear12[code]);
         }
     return kStageSuccess;
 }

@@ -42,8 +42,8 @@ void PrintPixels(const T* plane, const Region& region, LogText_t* log) {
 int32_t Alg_GetRegionData(const char* name, const void* data, int32_t dataType, int32_t x, int32_t y, int32_t columns,
                           int32_t rows, int32_t planeWidth, int32_t planeHeight, LogText_t* log) noexcept {
     using namespace kvx;
-    const bool fits = columns < planeWidth && rows < planeHeight && x >= 0 && y >= 0 && x <= planeWidth - columns &&
-                      y <= planeHeight - rows;
+    const bool fits = columns < planeWidth && rows < planeHeight && x >= 0 && y >= 0 &&
+                      int64_t{x} + columns <= planeWidth && int64_t{y} + rows <= planeHeight;
     if (!fits) return Fail(log, "region position error.\n");
     Append(log, "%s:\n", name);
     if (dataType < 0 || dataType > kLastDataType) return Fail(log, "data type error.\n");

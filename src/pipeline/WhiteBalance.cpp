@@ -13,8 +13,8 @@ int32_t Alg_WhiteBalance(const uint16_t* raw, int32_t width, int32_t height, int
         uint16_t* plane;
     } targets[] = {{panBalance, pan0},      {panBalance, pan1},      {redBalance, colour0},  {redBalance, colour1},
                    {greenBalance, colour0}, {greenBalance, colour1}, {blueBalance, colour0}, {blueBalance, colour1}};
-    for (int32_t row = 0; row < height; ++row)
-        for (int32_t column = 0; column < width; ++column) {
+    for (int32_t row = 0; row < height / 2 * 2; ++row)
+        for (int32_t column = 0; column < width / 2 * 2; ++column) {
             const int32_t code = sites[row % 4][column % 4];
             if (code < kPanEven || code > kBlueOdd) return Fail(log, kColourError);
             const auto& [gain, plane] = targets[code - kPanEven];

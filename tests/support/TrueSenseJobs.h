@@ -110,17 +110,23 @@ public:
 
     /** The whole buffer as it must be after a conversion whose planes the slow twin made. */
     std::vector<uint8_t> Expected(const SlowPicture& planes) const {
+        const double matrix[] = {m_params.RR, m_params.RG, m_params.RB, m_params.GR, m_params.GG,
+                                 m_params.GB, m_params.BR, m_params.BG, m_params.BB};
+        return Placed([&](size_t pixel, int shift) {
+            return SlowOutput(planes.pixels[pixel], matrix, m_params.toneTable, shift);
+        });
+    }
+    /** The whole buffer with the pixels that `storedAt(index, output shift)` gives. */
+    template <class StoredAt>
+    std::vector<uint8_t> Placed(const StoredAt& storedAt) const {
         std::vector<uint8_t> buffer = m_before;
         // The shift, pixel by pixel the address: spelt out, not taken from the library.
         int shift = m_job.deep || m_job.depth % 2 ? 4 : m_job.depth - 12;
         if (m_job.sourceBytes > m_job.resultBytes) shift = -4;
-        const double matrix[] = {m_params.RR, m_params.RG, m_params.RB, m_params.GR, m_params.GG,
-                                 m_params.GB, m_params.BR, m_params.BG, m_params.BB};
         const long direction = m_job.resultBackwards ? -1 : 1;
         for (int i = 0; i < m_job.height; ++i)
             for (int j = 0; j < m_job.width; ++j) {
-                const Colour c =
-                    SlowOutput(planes.pixels[size_t(i) * m_job.width + j], matrix, m_params.toneTable, shift);
+                const Colour c = storedAt(size_t(i) * m_job.width + j, shift);
                 uint8_t* pixel =
                     buffer.data() + (First() - m_result.data()) + i * m_dstStep + direction * j * PixelBytes();
                 for (int k = 0; k < 3; ++k)
@@ -132,6 +138,9 @@ public:
 
     SlowSource Slow() const {
         return m_slow;
+    }
+    const tagTrueSenseParam& Params() const {
+        return m_params;
     }
 
 private:

@@ -1,0 +1,209 @@
+// The pipeline as a whole: sizes, order of its stages, refusals, messages, threads.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <functional>
+#include <memory>
+
+#include "pipeline/ToneScales.h"
+#include "support/PipelineFrame.h"
+
+namespace kvx::test {
+namespace {
+
+TEST(ImageProcess, AnswersHowMuchMemoryAFrameTakes) {
+    constexpr struct {
+        int width, height, total;
+    } cases[] = {{4, 4, 384},
+                 {6, 2, 288},
+                 {5, 3, 325},
+                 {64, 36, 55296},
+                 {0, 4, 0},
+                 {4, -4, 0},
+                 {-4, -4, 0},
+                 {INT_MIN, INT_MIN, 0},
+                 {40000, 40000, -1},
+                 {INT_MAX, INT_MAX, -1},
+                 {10000, 8946, 2147040000}};
+    for (const auto& [width, height, total] : cases) {
+        ImageProcessParam param{};
+        param.width = width;
+        param.height = height;
+        ImageProcessMemory memory{};
+        memory.mode = 1;
+        ASSERT_EQ(Api_ImageProcess(&param, &memory), total) << width << "x" << height;
+        if (total < 0) continue;
+        const uint32_t n = total ? uint32_t(width) * height : 0, l = total ? uint32_t(width / 2) * (height / 2) : 0;
+        const uint32_t sizes[] = {memory.workSize,  memory.stagingSize, memory.lowPanSize, memory.full0Size,
+                                  memory.full1Size, memory.full2Size,   memory.panSize};
+        const uint32_t expected[] = {2 * n + 12 * l, 3 * n + 4 * l, 4 * l, 4 * n, 4 * n, 4 * n, 2 * n};
+        EXPECT_TRUE(std::ranges::equal(sizes, expected)) << width << "x" << height;
+    }
+}
+
+/** The stages, each with buffers of its own. */
+std::vector<uint8_t> StageByStage(PipelineFrame& frame) {
+    const ImageProcessParam& p = frame.param;
+    const size_t n = size_t(p.width) * p.height, l = n / 4;
+    const int w2 = p.width / 2, h2 = p.height / 2;
+    std::vector<uint16_t> raw(n), pan(n);
+    std::vector<std::vector<uint16_t>> q(6, std::vector<uint16_t>(l));
+    std::vector<int32_t> lowPan(l), lowDiff(l), fullPan(n);
+    std::vector<std::vector<int32_t>> full(3, std::vector<int32_t>(n));
+    std::vector<uint8_t> rgb(3 * n);
+    std::unique_ptr<Scratch> scratch;
+    const auto renew = [&] { scratch.reset(), scratch = std::make_unique<Scratch>(4 * n, 4 * n, 4 * n); };
+    LogText_t log{nullptr, 0};
+    Alg_SubtractDarkFloor(reinterpret_cast<const uint8_t*>(p.input), p.width, p.height, p.darkFloor, raw.data(), &log);
+    if (p.globalGain > 1.0F) ApplyGlobalGain(reinterpret_cast<int16_t*>(raw.data()), int32_t(n), p.globalGain);
+    Succeed(Alg_WhiteBalance(raw.data(), p.width, p.height, p.cfaPattern, p.redBalance, p.greenBalance, p.blueBalance,
+                             p.panBalance, q[0].data(), q[1].data(), q[2].data(), q[3].data(), &log));
+    renew();
+    Succeed(
+        Alg_InterpolatePan(q[0].data(), q[1].data(), p.width, p.height, pan.data(), q[4].data(), q[5].data(), &log));
+    renew();
+    std::vector<uint16_t> lowColour(l);
+    Succeed(Alg_GenerateLow(pan.data(), q[4].data(), q[5].data(), q[2].data(), q[3].data(), p.width, p.height,
+                            lowPan.data(), lowColour.data(), lowDiff.data(), &log));
+    renew();
+    Succeed(Alg_LowColorDiffClean(lowColour.data(), lowDiff.data(), w2, h2, p.globalGain, p.redBalance, p.greenBalance,
+                                  p.blueBalance, p.analogGain, p.ISOAnalogGain, p.ISOColorSlope, p.ISOColorIntercept,
+                                  p.colorSigma, p.colorRadius, &log));
+    renew();
+    Succeed(Alg_LowPanClean(lowPan.data(), w2, h2, p.globalGain, p.analogGain, p.ISOAnalogGain, p.ISOPanSlope,
+                            p.ISOPanIntercept, p.panSigma, p.panRadius, &log));
+    renew();
+    Succeed(Alg_LowColorDiffUpSample(lowDiff.data(), w2, h2, p.cfaPattern, full[0].data(), full[1].data(),
+                                     full[2].data(), &log));
+    Succeed(Alg_LowPanUpSample(lowPan.data(), w2, h2, fullPan.data(), &log));
+    if (p.monoEnable == 1)
+        for (auto& plane : full) std::ranges::fill(plane, 0);
+    const uint16_t* tone = p.toneScale ? p.toneScale : Tonescale12.data();
+    Alg_ColorCorrection(full[0].data(), full[1].data(), full[2].data(), fullPan.data(), p.width, p.height,
+                        p.colorMatrix, rgb.data(), tone, &log);
+    Succeed(Alg_Sharpness(rgb.data(), pan.data(), fullPan.data(), p.width, p.height, p.sharpness[0], p.sharpness[1],
+                          p.sharpness[2], p.sharpness[3], tone, &log));
+    EXPECT_EQ(log.length, 0u);
+    return rgb;
+}
+
+struct Variation {
+    const char* what;
+    std::function<void(ImageProcessParam&)> vary;
+};
+const Variation kVariations[] = {
+    {"defaults", [](auto&) {}},
+    {"pattern 0, balances, gain below 1",
+     [](auto& p) { p.cfaPattern = 0, p.globalGain = p.redBalance = .75F, p.blueBalance = 2.2F, p.panBalance = .5F; }},
+    {"pattern 2, dark floor, gain",
+     [](auto& p) { p.cfaPattern = 2, p.darkFloor = 1700, p.globalGain = 1.7F, p.greenBalance = 1.5F; }},
+    {"pattern 3, negative floor, no clean stage, no sharpening",
+     [](auto& p) {
+         p.cfaPattern = 3, p.darkFloor = -1700;
+         std::fill_n(p.panRadius, 3, 0), std::fill_n(p.colorRadius, 3, 0), std::fill_n(p.sharpness, 4, 0.F);
+     }},
+    {"no passes", [](auto& p) { std::fill_n(p.panRadius, 3, -1), std::fill_n(p.colorRadius, 3, INT_MIN); }},
+    {"last passes, mono",
+     [](auto& p) {
+         p.panRadius[2] = 2, p.panSigma[2] = 3, p.colorRadius[2] = 1, p.colorSigma[2] = 5, p.monoEnable = 1;
+     }},
+    {"huge radii", [](auto& p) { p.panRadius[0] = p.colorRadius[1] = INT_MAX, p.analogGain = 99; }},
+    {"wildest floor", [](auto& p) { p.darkFloor = INT_MIN; }},
+    {"analog gain, mono neither 0 nor 1", [](auto& p) { p.analogGain = 20, p.monoEnable = 2; }},
+    {"infinite noise", [](auto& p) { p.ISOPanSlope[0] = p.ISOColorSlope[0] = INFINITY; }},
+    {"noise that is not a number", [](auto& p) { p.ISOPanIntercept[0] = p.ISOColorIntercept[0] = NAN; }},
+    {"wild sigmas", [](auto& p) { p.panSigma[0] = 1e38F, p.colorSigma[0] = -INFINITY, p.colorSigma[1] = NAN; }},
+    {"infinite gains", [](auto& p) { p.redBalance = p.globalGain = INFINITY, p.panBalance = 1e38F; }},
+    {"gains that are not numbers",
+     [](auto& p) { p.redBalance = p.panBalance = p.globalGain = p.analogGain = p.ISOAnalogGain[2] = NAN; }},
+    {"negative gains", [](auto& p) { p.redBalance = p.panBalance = p.globalGain = p.analogGain = -3; }},
+    {"wild matrix", [](auto& p) { p.colorMatrix[0] = NAN, p.colorMatrix[4] = 1e38F, p.colorMatrix[8] = -INFINITY; }},
+    {"wild sharpening, own tone",
+     [](auto& p) {
+         p.sharpness[0] = -INFINITY, p.sharpness[1] = 1e38F, p.sharpness[3] = NAN;
+         p.toneScale = Tonescale12Table12.data();
+     }},
+};
+
+// The driver's buffers overlap; those of the stages do not. With wild parameters, too, nothing else is written.
+TEST(ImageProcess, GivesWhatItsStagesGiveAndStaysWithinItsBuffers) {
+    constexpr struct { int width, height; } sizes[] = {{2, 2}, {4, 4}, {8, 4}, {6, 10}, {2, 12}, {64, 36}};
+    for (const auto& [width, height] : sizes)
+        for (const Variation& variation : kVariations)
+            for (const size_t guard : {0, 64}) {
+                SCOPED_TRACE(testing::Message() << width << "x" << height << " " << variation.what);
+                PipelineFrame frame(width, height, unsigned(width), guard);
+                variation.vary(frame.param);
+                const std::vector<uint8_t> expected = StageByStage(frame);
+                ASSERT_EQ(frame.Run(), 0);
+                ASSERT_EQ(frame.Output(), expected);
+                ASSERT_TRUE(frame.GuardsIntact());
+            }
+}
+
+TEST(ImageProcess, TheLogBeginsAnewAndEndsWithTheChecksum) {
+    PipelineFrame frame(8, 4);
+    for (int call = 0; call < 2; ++call) {
+        ASSERT_EQ(frame.Run(), 0);
+        uint32_t hash = 0x866;
+        for (const uint8_t byte : frame.Output()) hash = (hash << 5 | hash >> 27) ^ byte;
+        char expected[64];
+        std::snprintf(expected, sizeof expected, "Final image check num: %x\n", hash);
+        EXPECT_STREQ(frame.log, expected);
+        frame.input[0] ^= 0xFFF;
+    }
+    EXPECT_EQ(frame.param.toneScale, Tonescale12.data());  // written back
+    frame.param.log = nullptr;
+    EXPECT_EQ(frame.Run(), 0);
+}
+
+TEST(ImageProcess, FailuresAreExplainedAndLeaveTheOutput) {
+    const struct {
+        const char* what;
+        int32_t result;
+        const char* message;
+        std::function<void(PipelineFrame&)> spoil;
+    } cases[] = {
+        {"pattern 4", -1, "CFA pattern error.\n", [](auto& f) { f.param.cfaPattern = 4; }},
+        {"pattern -1", -1, "CFA pattern error.\n", [](auto& f) { f.param.cfaPattern = -1; }},
+        {"odd width", -1, "image size error.\n", [](auto& f) { f.param.width = 7; }},
+        {"odd height", -1, "image size error.\n", [](auto& f) { f.param.height = 3; }},
+        {"one row", -1, "image size error.\n", [](auto& f) { f.param.height = 1; }},
+        {"huge", -1, "image size error.\n", [](auto& f) { f.param.width = f.param.height = INT_MAX - 1; }},
+        {"no columns", 0, "", [](auto& f) { f.param.width = 0; }},
+        {"negative rows", 0, "", [](auto& f) { f.param.height = INT_MIN; }},
+        {"null input", -1, "", [](auto& f) { f.param.input = nullptr; }},
+        {"null output", -1, "", [](auto& f) { f.param.output = nullptr; }},
+    };
+    for (const auto& c : cases) {
+        PipelineFrame frame(8, 4);
+        c.spoil(frame);
+        EXPECT_EQ(frame.Run(), c.result) << c.what;
+        EXPECT_STREQ(frame.log, c.message) << c.what;
+        EXPECT_TRUE(frame.OutputIsUntouched() && frame.GuardsIntact()) << c.what;
+    }
+    using Memory = ImageProcessMemory;
+    for (const auto buffer : {&Memory::work, &Memory::staging, &Memory::lowPan, &Memory::full0, &Memory::full1,
+                              &Memory::full2, &Memory::pan}) {
+        PipelineFrame frame(8, 4);
+        frame.memory.*buffer = nullptr;
+        EXPECT_EQ(frame.Run(), -1);
+        EXPECT_TRUE(frame.OutputIsUntouched() && frame.log[0] == 0);
+    }
+    PipelineFrame frame(8, 4);
+    EXPECT_EQ(Api_ImageProcess(&frame.param, nullptr), -1);
+    EXPECT_EQ(Api_ImageProcess(nullptr, &frame.memory), -1);
+    EXPECT_STREQ(frame.log, "");
+}
+
+TEST(ImageProcess, TwoThreadsDoNotDisturbEachOther) {
+    ExpectTheSameInTwoThreads([](unsigned seed) {
+        PipelineFrame frame(64, 36 + 4 * int(seed), seed);
+        for (int call = 0; call < 20; ++call) EXPECT_EQ(frame.Run(), 0);
+        return frame.Output();
+    });
+}
+
+}  // namespace
+}  // namespace kvx::test
