@@ -189,8 +189,8 @@ std::vector<double> SlowPan(const PanPicture& picture) {
             const int centre = codeAt(r, c);
             const double threshold = thresholds[size_t((4 * centre + nearest(r, c) + 4) / 8)];
             double sum = 0, weights = 0;
-            for (int i = std::max(r - 2, 0); i <= std::min(r + 2, height - 1); ++i)
-                for (int j = std::max(c - 2, 0); j <= std::min(c + 2, width - 1); ++j) {
+            for (int i = r - 2; i <= r + 2; ++i)
+                for (int j = c - 2; j <= c + 2; ++j) {
                     const double d = codeAt(i, j) - centre, weight = std::max(threshold * threshold - d * d, 0.);
                     if ((i + j) % 2 == 0) sum += weight * d, weights += weight;
                 }
