@@ -1,0 +1,74 @@
+/**
+ * @file
+ * From linear sensor values to a picture: black level and white balance on the mosaic, then colour matrix and tone
+ * curve on the pixels. The same arithmetic for mono, Bayer and TrueSense frames, the same bits on every machine.
+ *
+ * Sample values are brought to 16 bits first and stay so until the last step; only what is stored is cut to the
+ * destination's depth. (The TrueSense component works with 12 bits inside.)
+ *
+ * Mosaic, with s the sample brought to 16 bits by a shift, b the black level alike:
+ *   clamp(((s - b) * round(gain * 65535 / (white - b) * 2^k) + 2^(k-1)) >> k, 0, 65535)
+ * where 2^k is the finest scale at which the largest of the four factors takes 16 bits. White stays white at gain 1.
+ * Pixels: the matrix in single precision, products summed from left to right, rounded half up, clamped to 0..65535;
+ * then the curve's 65536 entries, rounded to the destination's depth.
+ */
+#ifndef KVXFRAME_FINISH_H
+#define KVXFRAME_FINISH_H
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "KvxFrame/View.h"
+
+namespace kvx::frame {
+
+/** Factors of the colours: more than 0, at most 64. */
+struct Gains {
+    double red = 1;
+    double green = 1;
+    double blue = 1;
+    double pan = 1;  ///< clear sites of TrueSense, and mono frames
+};
+
+/** How white balance is found in a frame. */
+enum class WhiteBalance : uint8_t {
+    Given,      ///< Finish::gains
+    GreyWorld,  ///< the means of the colours become equal
+    WhitePatch  ///< the brightest 1 % of each colour become equal: their 99th percentiles
+};
+
+enum class ToneCurve : uint8_t {
+    Linear,
+    Srgb,  ///< IEC 61966-2-1
+    Table  ///< Finish::table
+};
+
+/** What is done to the values of a frame. The default leaves them linear, from black 0 to white. */
+struct Finish {
+    uint32_t blackLevel = 0;  ///< in samples of the source; less than its white
+    WhiteBalance whiteBalance = WhiteBalance::Given;
+    Gains gains;  ///< applied on top of what is found
+    /** Row by row: red, green and blue out of red, green and blue. Rows that sum to 1 leave grey grey. Any finite. */
+    std::array<double, 9> matrix = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+    ToneCurve tone = ToneCurve::Linear;
+    /** Output of 16 bits over input from black to white: 2 to 65536 values, straight lines between. */
+    std::vector<uint16_t> table;
+};
+
+/**
+ * White balance of a mosaic: gains that make it grey, green 1, pan 1.
+ *
+ * Samples at the black level or below and clipped ones (the top 1/64 of the range) are left out; so are whole tiles
+ * with a clipped sample. Clear sites have no say. A frame without usable tiles gives gains of 1; gains are limited to
+ * 1/16 to 16.
+ *
+ * @param source a valid Bayer or TrueSense frame; mono gives 1
+ * @param method GreyWorld or WhitePatch
+ * @throws Error 0x80070007
+ */
+KVX_API Gains MeasureGains(const SourceView& source, uint32_t blackLevel, WhiteBalance method);
+
+}  // namespace kvx::frame
+
+#endif
