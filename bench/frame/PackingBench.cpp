@@ -1,14 +1,12 @@
-// Unpacking and packing beside memcpy and a plain loop. GB/s are bytes of the packed image, for all of them.
+// Unpacking and packing beside a plain loop, where there is one, and memcpy of the words. GB/s count packed bytes.
 //
-// A name is <unpack or pack>/<packing>/<image>/<who>: the small image stays in the cache, the large one does not.
-#include <benchmark/benchmark.h>
-
+// A name is <unpack or pack>_<packing>/<size>/threads:<n>/<who>: "bare" is the peer that the figures are divided by.
 #include <cstring>
 #include <random>
-#include <string>
 #include <vector>
 
 #include "KvxFrame/Packing.h"
+#include "support/Runs.h"
 
 namespace kvx::bench {
 namespace {
@@ -16,26 +14,16 @@ namespace {
 using frame::PackedImage;
 using frame::Packing;
 
-struct Job {
-    const char* name;
-    Packing packing;
-};
-
-constexpr Job kJobs[] = {
-    {"10p", Packing::Pfnc10p},           {"12p", Packing::Pfnc12p},           {"14p", Packing::Pfnc14p},
-    {"10Packed", Packing::GigE10Packed}, {"12Packed", Packing::GigE12Packed}, {"mipi10", Packing::Mipi10},
-    {"mipi12", Packing::Mipi12},         {"mipi14", Packing::Mipi14},         {"msb12", Packing::Msb12},
-};
-
 /** Both forms of an image. */
 struct Frame {
     PackedImage image;
     std::vector<uint8_t> packed;
     std::vector<uint16_t> words;
 
-    Frame(Packing packing, uint32_t width, uint32_t height) : image{packing, width, height} {
+    Frame(Packing packing, const Size& size)
+        : image{packing, static_cast<uint32_t>(size.width), static_cast<uint32_t>(size.height)} {
         packed.resize(PackedImageBytes(image));
-        words.resize(size_t{width} * height);
+        words.resize(size_t{image.width} * image.height);
         std::mt19937 random(1);
         for (uint8_t& byte : packed) byte = static_cast<uint8_t>(random());
         for (uint16_t& word : words) word = static_cast<uint16_t>(random());
@@ -45,12 +33,12 @@ struct Frame {
     }
 };
 
-void Unpack(Frame& frame, int threads) {
-    UnpackImage(frame.image, frame.packed.data(), frame.packed.size(), frame.words.data(), frame.Step(), threads);
+void Unpack(Frame& frame) {
+    UnpackImage(frame.image, frame.packed.data(), frame.packed.size(), frame.words.data(), frame.Step());
 }
 
-void Pack(Frame& frame, int threads) {
-    PackImage(frame.image, frame.words.data(), frame.Step(), frame.packed.data(), frame.packed.size(), threads);
+void Pack(Frame& frame) {
+    PackImage(frame.image, frame.words.data(), frame.Step(), frame.packed.data(), frame.packed.size());
 }
 
 /** 12p as it is written by hand, a pair of samples at a time. */
@@ -86,37 +74,47 @@ void Copy(Frame& frame) {
     std::memcpy(frame.words.data(), source.data(), 2 * source.size());
 }
 
-template <class Body>
-void Add(const std::string& job, Packing packing, uint32_t width, uint32_t height, const char* who, Body body) {
-    const std::string name = job + "/" + std::to_string(width) + "x" + std::to_string(height) + "/" + who;
-    benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
-        Frame frame(packing, width, height);
+/** A packing, and its plain loops. */
+struct Job {
+    const char* name;
+    Packing packing;
+    void (*plainUnpack)(Frame&) = nullptr;
+    void (*plainPack)(Frame&) = nullptr;
+};
+
+constexpr Job kJobs[] = {
+    {"10p", Packing::Pfnc10p},           {"12p", Packing::Pfnc12p, PlainUnpack12p, PlainPack12p},
+    {"14p", Packing::Pfnc14p},           {"10Packed", Packing::GigE10Packed},
+    {"12Packed", Packing::GigE12Packed}, {"mipi10", Packing::Mipi10, PlainUnpackMipi10},
+    {"mipi12", Packing::Mipi12},         {"mipi14", Packing::Mipi14},
+    {"msb12", Packing::Msb12},
+};
+
+void AddRun(const std::string& job, Packing packing, const Size& size, int threads, const char* who,
+            void (*body)(Frame&)) {
+    Add(job, size, threads, who, [=](benchmark::State& state) {
+        Frame frame(packing, size);
         for ([[maybe_unused]] auto _ : state) {
             body(frame);
             benchmark::ClobberMemory();
         }
         const auto bytes = static_cast<double>(frame.packed.size());
         state.counters["GB/s"] = benchmark::Counter(bytes * 1e-9, benchmark::Counter::kIsIterationInvariantRate);
-    })->UseRealTime();
+    });
 }
 
-[[maybe_unused]] const bool registered = [] {
-    for (const auto& [width, height] : {std::pair{1920u, 32u}, std::pair{4096u, 3072u}}) {
-        for (const Job& job : kJobs)
-            for (const int threads : {1, 2}) {
-                const std::string who = "threads:" + std::to_string(threads);
-                const auto add = [&](const std::string& verb, void (*body)(Frame&, int)) {
-                    Add(verb + job.name, job.packing, width, height, who.c_str(),
-                        [=](Frame& frame) { body(frame, threads); });
-                };
-                add("unpack/", Unpack);
-                add("pack/", Pack);
-            }
-        Add("unpack/12p", Packing::Pfnc12p, width, height, "plain", PlainUnpack12p);
-        Add("unpack/mipi10", Packing::Mipi10, width, height, "plain", PlainUnpackMipi10);
-        Add("pack/12p", Packing::Pfnc12p, width, height, "plain", PlainPack12p);
-        Add("unpack/12p", Packing::Pfnc12p, width, height, "memcpy", Copy);
-    }
+const bool s_registered = [] {
+    ForEachSetting([](const Size& size, int threads) {
+        for (const Job& job : kJobs) {
+            const std::string unpack = std::string("unpack_") + job.name, pack = std::string("pack_") + job.name;
+            AddRun(unpack, job.packing, size, threads, "library", Unpack);
+            AddRun(pack, job.packing, size, threads, "library", Pack);
+            if (threads > 1) continue;
+            if (job.plainUnpack) AddRun(unpack, job.packing, size, threads, "bare", job.plainUnpack);
+            if (job.plainPack) AddRun(pack, job.packing, size, threads, "bare", job.plainPack);
+            AddRun(unpack, job.packing, size, threads, "memcpy", Copy);
+        }
+    });
     return true;
 }();
 

@@ -1,8 +1,8 @@
-#include "packing/PackedSizes.h"
+#include "frame/packing/PackedSizes.h"
 
 #include <utility>
 
-#include "packing/GroupLayout.h"
+#include "frame/packing/GroupLayout.h"
 
 namespace kvx::frame {
 namespace {
@@ -23,7 +23,9 @@ std::string Describe(const PackedImage& image, const Sizes& sizes) {
 }
 
 uint64_t SizeWithoutLines(const PackedImage& image) {
-    return LayoutOf(image.packing).BytesOfSequence(uint64_t{image.width} * image.height);
+    const GroupLayout& layout = LayoutOf(image.packing);
+    if (layout.wholeGroups) return layout.BytesOfSequence(image.width) * image.height;
+    return layout.BytesOfSequence(uint64_t{image.width} * image.height);
 }
 
 void CheckSides(const PackedImage& image) {
@@ -63,6 +65,10 @@ void Refuse(const std::string& sentence) {
 
 void CheckPacking(Packing packing) {
     if (!IsPacking(packing)) Refuse("there is no packing number " + std::to_string(static_cast<unsigned>(packing)));
+}
+
+bool RowsStartGroups(const PackedImage& image) {
+    return image.padding == RowPadding::Line || LayoutOf(image.packing).wholeGroups;
 }
 
 size_t LineStepOf(const PackedImage& image) {

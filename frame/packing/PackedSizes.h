@@ -15,7 +15,10 @@ void CheckPacking(Packing packing);
 /** Refuses an image that is not valid, or that `size` bytes do not hold. */
 void CheckImageFits(const PackedImage& image, size_t size);
 
-/** Bytes between the rows of a valid image with line padding. */
+/** Whether each row of a valid image starts with a group; otherwise the image is one sequence. */
+bool RowsStartGroups(const PackedImage& image);
+
+/** Bytes between the rows of a valid image whose rows start with a group. */
 size_t LineStepOf(const PackedImage& image);
 
 }  // namespace kvx::frame

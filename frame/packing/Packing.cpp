@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "packing/GroupLayout.h"
-#include "packing/PackedSizes.h"
-#include "packing/SampleRange.h"
+#include "frame/packing/GroupLayout.h"
+#include "frame/packing/PackedSizes.h"
+#include "frame/packing/SampleRange.h"
 
 namespace kvx::frame {
 namespace {
@@ -55,12 +55,12 @@ struct RowRange {
 };
 
 /**
- * Calls `convert(row range)` for all rows, spread over threads. Bands of rows start at groups, so that no two threads
+ * Calls `convert(row range)` for all rows, spread over threads in bands. Bands start at groups, so that no two threads
  * meet in a byte, also where rows share bytes; within a band rows come in order.
  */
 template <class Convert>
 void ForEachRow(const PackedImage& image, ptrdiff_t wordsStep, int threads, const Convert& convert) {
-    const bool lines = image.padding == RowPadding::Line;
+    const bool lines = RowsStartGroups(image);
     const size_t lineStep = LineStepOf(image), width = image.width;
     const auto convertRows = [&](int64_t begin, int64_t end) {
         for (int64_t row = begin; row < end; ++row) {
@@ -69,15 +69,13 @@ void ForEachRow(const PackedImage& image, ptrdiff_t wordsStep, int threads, cons
                           : RowRange{0, index * width, row * wordsStep});
         }
     };
+    // A band's first row is a multiple of a group's samples, and so is the number of samples in front of it.
     const int64_t rows = image.height, unit = LayoutOf(image.packing).samples, units = (rows + unit - 1) / unit;
-    const int64_t worth = static_cast<int64_t>(width * image.height / kBandSamples);
-    const int64_t wanted = threads > 0 ? threads : omp_get_max_threads();
-    const int64_t bands = std::max<int64_t>(1, std::min({wanted, units, worth}));
-    if (bands == 1) return convertRows(0, rows);
-#pragma omp parallel for num_threads(static_cast <int>(bands)) default(none) \
-    shared(bands, units, unit, rows, convertRows)
-    for (int64_t band = 0; band < bands; ++band)
-        convertRows(units * band / bands * unit, std::min(units * (band + 1) / bands * unit, rows));
+    const int64_t bands = std::clamp(static_cast<int64_t>(width * image.height / kBandSamples), int64_t{1}, units);
+    const auto bandAt = [=](int64_t band) { return std::min(units * band / bands * unit, rows); };
+    const int team = static_cast<int>(std::min<int64_t>(threads > 0 ? threads : omp_get_max_threads(), bands));
+#pragma omp parallel for num_threads(team) schedule(dynamic) default(none) shared(bands, bandAt, convertRows)
+    for (int64_t band = 0; band < bands; ++band) convertRows(bandAt(band), bandAt(band + 1));
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
-#include "packing/SampleRange.h"
+#include "frame/packing/SampleRange.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "packing/GroupLayout.h"
-#include "packing/VectorForm.h"
+#include "frame/packing/GroupLayout.h"
+#include "frame/packing/VectorForm.h"
 
 namespace kvx::frame {
 namespace {

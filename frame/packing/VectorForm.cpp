@@ -1,9 +1,9 @@
-#include "packing/VectorForm.h"
+#include "frame/packing/VectorForm.h"
 
-#include "packing/VectorTables.h"
+#include "frame/packing/VectorTables.h"
 
 #undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "packing/VectorForm.cpp"
+#define HWY_TARGET_INCLUDE "frame/packing/VectorForm.cpp"
 #include <hwy/foreach_target.h>  // compiles this file once per instruction set
 #include <hwy/highway.h>
 

@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "packing/GroupLayout.h"
+#include "frame/packing/GroupLayout.h"
 
 namespace kvx::frame {
 

@@ -90,8 +90,9 @@ enum class Packing : uint8_t {
 
 /** How the rows of a packed image follow each other. */
 enum class RowPadding : uint8_t {
-    Line,   ///< each row starts with a byte, and a group
-    Image,  ///< the image is one sequence of samples; a row can start inside a byte. Only the image ends with a byte
+    Line,  ///< each row starts with a byte, and a group
+    Image  ///< the image is one sequence of samples; a row can start inside a byte. The layouts called Mipi have no
+           ///< such form: there this is line padding without a byte between the rows
 };
 
 /** What a packed image looks like. */

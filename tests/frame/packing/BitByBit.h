@@ -57,9 +57,12 @@ inline size_t PlaceOf(const PackingName& p, size_t sample, unsigned bit) {
     }
 }
 
+inline bool IsMipi(const PackingName& p) {
+    return p.packing >= Packing::Mipi10 && p.packing <= Packing::Mipi14;
+}
+
 inline size_t SlowBytes(const PackingName& p, size_t samples) {
-    if (p.packing >= Packing::Mipi10 && p.packing <= Packing::Mipi14)
-        return (samples + p.samples - 1) / p.samples * p.bytes;
+    if (IsMipi(p)) return (samples + p.samples - 1) / p.samples * p.bytes;
     return (samples * p.bytes + p.samples - 1) / p.samples;
 }
 

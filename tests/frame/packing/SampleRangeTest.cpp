@@ -1,9 +1,9 @@
 // Ranges of samples, on every instruction set, beside the layouts bit by bit.
 #include <cstring>
 
-#include "packing/BitByBit.h"
-#include "packing/GuardedBytes.h"
-#include "packing/Refusals.h"
+#include "frame/packing/BitByBit.h"
+#include "frame/packing/GuardedBytes.h"
+#include "frame/packing/Refusals.h"
 #include "support/InstructionSets.h"
 
 namespace kvx::frame::test {
