@@ -35,6 +35,8 @@ struct Algorithm {
 /** The algorithms that the library has for a family, the default first; none for Mono and Colour. */
 KVX_API const std::vector<Algorithm>& AlgorithmsOf(Family family);
 
+class ConverterImpl;
+
 /** Converts frames of one family, one after the other. Used by one thread at a time; converters are independent. */
 class KVX_API Converter {
 public:
@@ -70,7 +72,8 @@ public:
     void SetFinish(std::optional<Finish> finish);
 
     /**
-     * Converts one frame. After the first frame of a geometry nothing is allocated.
+     * Converts one frame. After the first frame of a geometry nothing is allocated, but for what OpenCV takes inside
+     * the "bayer-like" algorithm.
      *
      * @param source of this converter's family, any layout
      * @param destination of the same size, any colour format; no overlap with the source
@@ -87,8 +90,7 @@ public:
     void Release() noexcept;
 
 private:
-    class Impl;
-    std::unique_ptr<Impl> m_impl;
+    std::unique_ptr<ConverterImpl> m_impl;
 };
 
 /** Settings of one conversion; empty means default. */

@@ -4,12 +4,13 @@
  * curve on the pixels. The same arithmetic for mono, Bayer and TrueSense frames, the same bits on every machine.
  *
  * Sample values are brought to 16 bits first and stay so until the last step; only what is stored is cut to the
- * destination's depth. (The TrueSense component works with 12 bits inside.)
+ * destination's depth. The TrueSense component works with 12 bits inside: its mosaic gets those.
  *
- * Mosaic, with s the sample brought to 16 bits by a shift, b the black level alike:
- *   clamp(((s - b) * round(gain * 65535 / (white - b) * 2^k) + 2^(k-1)) >> k, 0, 65535)
- * where 2^k is the finest scale at which the largest of the four factors takes 16 bits. White stays white at gain 1.
- * Pixels: the matrix in single precision, products summed from left to right, rounded half up, clamped to 0..65535;
+ * Mosaic, with s the sample and b the black level, both brought to 16 bits by a shift, and `largest` 65535 (or 4095):
+ *   min(((s - b) * factor + 2^(k-1)) >> k, largest), 0 for s below b,
+ *   factor = gain * largest / (white - b) * 2^k, rounded up: white stays white at gain 1
+ * where 2^k, at most 2^17, is the finest scale at which the largest of the four factors takes 16 bits.
+ * Pixels: the matrix in single precision, products summed from left to right, clamped to 0..65535, rounded half up;
  * then the curve's 65536 entries, rounded to the destination's depth.
  */
 #ifndef KVXFRAME_FINISH_H
@@ -49,7 +50,7 @@ struct Finish {
     uint32_t blackLevel = 0;  ///< in samples of the source; less than its white
     WhiteBalance whiteBalance = WhiteBalance::Given;
     Gains gains;  ///< applied on top of what is found
-    /** Row by row: red, green and blue out of red, green and blue. Rows that sum to 1 leave grey grey. Any finite. */
+    /** Row by row: red, green and blue out of red, green and blue. Rows that sum to 1 leave grey grey. -64 to 64. */
     std::array<double, 9> matrix = {1, 0, 0, 0, 1, 0, 0, 0, 1};
     ToneCurve tone = ToneCurve::Linear;
     /** Output of 16 bits over input from black to white: 2 to 65536 values, straight lines between. */
@@ -57,11 +58,11 @@ struct Finish {
 };
 
 /**
- * White balance of a mosaic: gains that make it grey, green 1, pan 1.
+ * White balance of a mosaic: gains that bring red and blue to green. The smallest is 1, so that what is clipped stays
+ * white; that of clear sites is green's.
  *
- * Samples at the black level or below and clipped ones (the top 1/64 of the range) are left out; so are whole tiles
- * with a clipped sample. Clear sites have no say. A frame without usable tiles gives gains of 1; gains are limited to
- * 1/16 to 16.
+ * Tiles in which a colour is clipped (in the top 1/64 of the range) are left out; clear sites have no say. A frame
+ * without other tiles, or without green, gives gains of 1. Gains are limited to 16.
  *
  * @param source a valid Bayer or TrueSense frame; mono gives 1
  * @param method GreyWorld or WhitePatch

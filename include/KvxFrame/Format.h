@@ -61,12 +61,21 @@ constexpr bool operator!=(const Format& a, const Format& b) noexcept {
 
 /** Who uses a name. */
 enum class Scheme : uint8_t {
-    Library,    ///< this library's table (KvxPixelFormat.h): "BayerRG12", "TrueSense_BGGR_WBBW_0_12"
-    Pfnc,       ///< the machine-vision standard: "BayerRG12p", "Mono8", "SCF1WBWG12"; a tile's upper left site first
-    Tile,       ///< the filters row by row, for any phase: "CFA_RG_GB12", "CFA_WBWG_BWGW_WGWR_GWRW12p"
+    Library,  ///< this library's table (KvxPixelFormat.h): "BayerRG12", "TrueSense_BGGR_WBBW_0_12"
+    Pfnc,     ///< the machine-vision standard: "BayerRG12p", "Mono8", "SCF1WBWG12": a tile's upper left sites first
+    /**
+     * This layer's own, for what no standard names: a mosaic of any phase by its rows of filters, bits and layout
+     * ("CFA_RG_GB_12", "CFA_WBWG_BWGW_WGWR_GWRW_12p"; "msb", "be", "mipi", "Packed"), "Mono12msb" and its like.
+     */
+    Frame,
     GStreamer,  ///< "rggb", "rggb12le", "GRAY8", "RGBx", "RGBA64_LE"
     V4l2,       ///< four characters: "RGGB", "RG12", "pRCC"; case matters: "pGCC" and "pgCC" are different mosaics
-    OpenCv      ///< "COLOR_BayerBG2BGR": named by the second row and column, so that its BG is everybody's RG
+    /**
+     * "COLOR_BayerBG2BGR", "cv2.COLOR_BayerRGGB2RGB_EA": the sensor's mosaic that such a conversion is for. Beware: the
+     * two letters are those of the second row, second and third column, so that OpenCV's BG is everybody else's RG.
+     * Taking the one for the other swaps red and blue. Names with four letters are read from the corner, as usual.
+     */
+    OpenCv
 };
 
 /** One name of a format. */
@@ -103,7 +112,7 @@ KVX_API std::optional<uint32_t> LibraryCode(const Format& format);
 /** V4L2's code, or nothing. */
 KVX_API std::optional<uint32_t> Fourcc(const Format& format);
 
-/** The format's best-known name: the library's where it has one, else PFNC's, the tile's, V4L2's, GStreamer's. */
+/** The format's best-known name: the library's where it has one, else PFNC's, this layer's, GStreamer's. */
 KVX_API std::string Name(const Format& format);
 
 /** All names of a format, in the order of Scheme. */

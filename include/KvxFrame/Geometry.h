@@ -28,7 +28,8 @@ KVX_API DestinationView Crop(const DestinationView& destination, const _KvxRect&
  *
  * Same buffer. A Bayer frame gets the phase that its first stored pixel has. A TrueSense frame mirrored both ways gets
  * such a phase, too; mirrored one way it is none of the 16 phases and gets a mirror flag instead. Applied to a mirrored
- * frame this undoes or completes the mirroring. Mono frames stay as they are.
+ * frame this undoes or completes the mirroring. Mono frames stay as they are. The picture is the mirrored one, to the
+ * bit (of TrueSense mirrored both ways but for six pixels at the border).
  *
  * @throws Error 0x80070007 for a view that is not valid
  */

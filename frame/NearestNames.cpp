@@ -1,10 +1,10 @@
-#include "tools/NearestNames.h"
+#include "frame/NearestNames.h"
 
 #include <algorithm>
 #include <cctype>
 #include <utility>
 
-namespace kvx::tool {
+namespace kvx::frame {
 namespace {
 
 /** A wrong case is half as bad as a wrong letter, so "bayerrg8" finds "BayerRG8" first. */
@@ -42,4 +42,4 @@ std::vector<std::string> NearestNames(std::string_view name, std::vector<std::st
     return candidates;
 }
 
-}  // namespace kvx::tool
+}  // namespace kvx::frame

@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
-namespace kvx::tool {
+namespace kvx::frame {
 
 /** The `count` candidates that take the fewest edits to reach from `name`, nearest first. */
 std::vector<std::string> NearestNames(std::string_view name, std::vector<std::string> candidates, size_t count);
 
-}  // namespace kvx::tool
+}  // namespace kvx::frame
