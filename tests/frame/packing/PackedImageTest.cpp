@@ -7,6 +7,7 @@
 #include "frame/packing/BitByBit.h"
 #include "frame/packing/GuardedBytes.h"
 #include "frame/packing/Refusals.h"
+#include "support/InstructionSets.h"
 
 namespace kvx::frame::test {
 namespace {
@@ -51,31 +52,33 @@ Bytes WithoutRows(Bytes bytes, size_t rowBytes, size_t step) {
     return bytes;
 }
 
-TEST(PackedImage, RandomImagesEqualBitByBit) {
+TEST(PackedImage, RandomImagesEqualBitByBitOnEveryInstructionSet) {
     std::mt19937 random(2026);
     const auto upTo = [&random](uint32_t limit) { return static_cast<uint32_t>(random() % (limit + 1)); };
     GuardedBytes source(20000), destination(20000);
-    for (int round = 0; round < 5000; ++round) {
-        const PackingName& p = kPackingNames[upTo(std::size(kPackingNames) - 1)];
-        const uint32_t width = 1 + upTo(round % 10 ? 40 : 600), height = 1 + upTo(8);
-        const Pair pair(p, width, height, RowPadding(upTo(1)), upTo(7));
-        const PackedImage& image = pair.image;
-        const auto step = static_cast<ptrdiff_t>(pair.wordsStep);
-        SCOPED_TRACE(testing::Message() << p.name << ", " << width << " x " << height << ", line step "
-                                        << image.lineStep << ", words' step " << step);
+    kvx::test::ForEachInstructionSet([&] {
+        for (int round = 0; round < 700; ++round) {
+            const PackingName& p = kPackingNames[upTo(std::size(kPackingNames) - 1)];
+            const uint32_t width = 1 + upTo(round % 10 ? 40 : 600), height = 1 + upTo(8);
+            const Pair pair(p, width, height, RowPadding(upTo(1)), upTo(7));
+            const PackedImage& image = pair.image;
+            const auto step = static_cast<ptrdiff_t>(pair.wordsStep);
+            SCOPED_TRACE(testing::Message() << p.name << ", " << width << " x " << height << ", line step "
+                                            << image.lineStep << ", words' step " << step);
 
-        const uint8_t* packed = source.Place(pair.packed, Edge(upTo(1)));
-        uint8_t* words = destination.Place(WithoutRows(pair.words, 2 * width, pair.wordsStep), Edge(upTo(1)));
-        UnpackImage(image, packed, pair.packed.size(), words, step);
-        ASSERT_EQ(destination.Bytes(), pair.words);
-        ASSERT_TRUE(destination.GuardsIntact());
+            const uint8_t* packed = source.Place(pair.packed, Edge(upTo(1)));
+            uint8_t* words = destination.Place(WithoutRows(pair.words, 2 * width, pair.wordsStep), Edge(upTo(1)));
+            UnpackImage(image, packed, pair.packed.size(), words, step);
+            ASSERT_EQ(destination.Bytes(), pair.words);
+            ASSERT_TRUE(destination.GuardsIntact());
 
-        const uint8_t* unpacked = source.Place(pair.words, Edge(upTo(1)));
-        const Bytes empty = WithoutRows(pair.packed, SlowBytes(p, width), image.lineStep);
-        PackImage(image, unpacked, step, destination.Place(empty, Edge(upTo(1))), empty.size());
-        ASSERT_EQ(destination.Bytes(), pair.packed);
-        ASSERT_TRUE(destination.GuardsIntact());
-    }
+            const uint8_t* unpacked = source.Place(pair.words, Edge(upTo(1)));
+            const Bytes empty = WithoutRows(pair.packed, SlowBytes(p, width), image.lineStep);
+            PackImage(image, unpacked, step, destination.Place(empty, Edge(upTo(1))), empty.size());
+            ASSERT_EQ(destination.Bytes(), pair.packed);
+            ASSERT_TRUE(destination.GuardsIntact());
+        }
+    });
 }
 
 TEST(PackedImage, RowsFromTheBottomUp) {
