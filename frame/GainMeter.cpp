@@ -11,7 +11,7 @@ namespace kvx::frame {
 namespace {
 
 constexpr double kLargestGain = 16;
-constexpr uint32_t kLargestTile = 4;
+constexpr size_t kMostSites = 16;  // of a tile
 /** Tall frames are measured in rows of tiles far apart, up to twice as many as this. */
 constexpr uint32_t kMostTileRows = 256;
 
@@ -49,10 +49,12 @@ Gains GainsFor(const std::array<uint64_t, 3>& levels) {
 void GainMeter::Count(const SourceView& source, uint32_t firstRow, uint32_t black, uint32_t clipped) {
     const uint32_t side = TileSide(source.format), width = source.width;
     const int leftShift = 16 - source.format.bits;
-    std::array<int, kLargestTile * kLargestTile> colours{};
+    std::array<int, kMostSites> colours{};
+    std::array<size_t, kMostSites> offsets{};  // in m_rows, from the tile's left edge
     std::array<uint32_t, kColours> sites{};
     for (uint32_t site = 0; site < side * side; ++site) {
         colours[site] = ColourAt(source, firstRow + site / side, site % side);
+        offsets[site] = size_t{site / side} * width + site % side;
         if (colours[site] >= 0) ++sites[colours[site]];
     }
     for (uint32_t row = 0; row < side; ++row) ReadRow(source, firstRow + row, m_rows.data() + size_t{row} * width);
@@ -62,7 +64,7 @@ void GainMeter::Count(const SourceView& source, uint32_t firstRow, uint32_t blac
         bool isClipped = false;
         for (uint32_t site = 0; site < side * side; ++site) {
             if (colours[site] < 0) continue;
-            const uint32_t value = uint32_t{m_rows[size_t{site / side} * width + left + site % side]} << leftShift;
+            const uint32_t value = uint32_t{m_rows[offsets[site] + left]} << leftShift;
             isClipped = isClipped || value >= clipped;
             light[colours[site]] += value > black ? value - black : 0;
         }
