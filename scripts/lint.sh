@@ -7,7 +7,7 @@ git ls-files -z '*.h' '*.c' '*.cpp' | xargs -0 clang-format --dry-run -Werror
 cmake --preset release > /dev/null
 # A prebuilt-for-GCC flag list suits clang but for warnings that it does not know.
 if [ $# -eq 0 ]; then
-    mapfile -t files < <(git ls-files 'src/*.cpp' 'tools/*.cpp')
+    mapfile -t files < <(git ls-files 'src/*.cpp' 'frame/*.cpp' 'tools/*.cpp')
     set -- "${files[@]}"
 fi
 printf '%s\0' "$@" | xargs -0 -n 1 -P "$(nproc)" clang-tidy -quiet -p build/release

@@ -7,7 +7,7 @@
 
 #include "tools/Arguments.h"
 #include "tools/Console.h"
-#include "tools/Converter.h"
+#include "tools/FrameConversion.h"
 #include "tools/FrameReader.h"
 #include "tools/OutputFile.h"
 #include "tools/PictureEncoder.h"
@@ -54,13 +54,14 @@ void UseThreads(int count) {
 }
 
 /** Applies "NAME=VALUE" texts in their order. */
-void ApplySettings(Parameters& parameters, const std::vector<std::string>& settings) {
+void ApplySettings(frame::Converter& converter, const std::vector<std::string>& settings) {
     for (const std::string& setting : settings) {
         const size_t sign = setting.find('=');
         if (sign == std::string::npos || sign == 0) {
             Fail(ExitCode::Usage, "--set: '{}' is not of the form NAME=VALUE", setting);
         }
-        parameters.SetText(setting.substr(0, sign), setting.substr(sign + 1));
+        OrExit(ExitCode::Library, "--set",
+               [&] { converter.SetParameter(setting.substr(0, sign), setting.substr(sign + 1)); });
     }
 }
 
@@ -96,13 +97,12 @@ void Convert(const ConvertOptions& options) {
 
     const FrameInput input = ReadFrame(options.input, request);
     RequirePair(*input.frame.format, destination);
-    const std::unique_ptr<Converter> converter = MakeConverter(*input.frame.format);
-    ApplySettings(converter->Settings(), options.settings);
+    frame::Converter converter(FamilyOf(*input.frame.format));
+    ApplySettings(converter, options.settings);
     if (!options.algorithm.empty()) {
-        const AlgorithmFamily& algorithms = converter->Algorithms();
-        converter->Settings().SetInt(algorithms.parameter, ParseAlgorithm(algorithms, options.algorithm));
+        OrExit(ExitCode::Usage, "--algorithm", [&] { converter.SetAlgorithm(options.algorithm); });
     }
-    const Picture picture = converter->Convert(input.frame, destination, InputName(options.input));
+    const Picture picture = ConvertFrame(converter, input.frame, destination, InputName(options.input));
     WriteOutput(options.output, EncodePicture(picture, kind));
     if (!input.inferred.empty()) {
         PrintMessage(fmt::format("{}: {} taken from its name", options.input, input.inferred));
@@ -126,7 +126,7 @@ void AddConvertCommand(CLI::App& tool) {
     command
         ->add_option("--algorithm", options->algorithm,
                      "Bayer: bilinear (0, default), ipp (1), edge-aware (2); TrueSense: fast (0, default), "
-                     "bayer-like (2); or the number; wins over --set")
+                     "simple (1), bayer-like (2), kodak-like (3) or kodak (4); or the number; wins over --set")
         ->type_name("NAME|N");
     command->add_option("--set", options->settings, "Set a parameter of the component; repeatable, see params")
         ->type_name("PARAM=VALUE")

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "tools/Console.h"
-#include "tools/Converter.h"
+#include "tools/FrameConversion.h"
 #include "tools/FrameName.h"
 #include "tools/Mosaic.h"
 #include "tools/OutputFile.h"
@@ -33,22 +33,21 @@ void WriteAndTell(const fs::path& path, const Bytes& content) {
 }
 
 /** The drawn scene has the colours of a display already: a colour matrix would exaggerate them. */
-void LeaveColours(Parameters& parameters) {
+void LeaveColours(frame::Converter& converter) {
     for (const char* name : {"RR", "RG", "RB", "GR", "GG", "GB", "BR", "BG", "BB"}) {
-        parameters.SetText(name, name[0] == name[1] ? "1" : "0");
+        converter.SetParameter(name, name[0] == name[1] ? "1" : "0");
     }
 }
 
 void WriteConversions(const fs::path& directory, const RawFrame& frame) {
-    const std::unique_ptr<Converter> converter = MakeConverter(*frame.format);
+    frame::Converter converter(FamilyOf(*frame.format));
     if (IsTrueSense(*frame.format)) {
-        LeaveColours(converter->Settings());
+        LeaveColours(converter);
     }
-    const AlgorithmFamily& algorithms = converter->Algorithms();
-    for (const NamedAlgorithm& algorithm : algorithms.named) {
-        converter->Settings().SetInt(algorithms.parameter, algorithm.number);
+    for (const frame::Algorithm& algorithm : frame::AlgorithmsOf(converter.SourceFamily())) {
+        converter.SetAlgorithm(algorithm.name);
         const fs::path path = directory / fmt::format("scene_{}_{}.png", frame.format->name, algorithm.name);
-        const Picture picture = converter->Convert(frame, RequireFormat("RGB8"), path.string());
+        const Picture picture = ConvertFrame(converter, frame, RequireFormat("RGB8"), path.string());
         WriteAndTell(path, EncodePicture(picture, PictureKind::Png));
     }
 }

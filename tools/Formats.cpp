@@ -1,11 +1,9 @@
 #include "tools/Formats.h"
 
-#include <fmt/ranges.h>
-
 #include <algorithm>
 #include <cstring>
 
-#include "tools/NearestNames.h"
+#include "KvxFrame/Format.h"
 #include "tools/ToolError.h"
 
 namespace kvx::tool {
@@ -42,12 +40,15 @@ const PixelFormat& RequireFormat(const std::string& name) {
     if (const PixelFormat* format = KvxPixelFormat_ByName(name.c_str())) {
         return *format;
     }
-    std::vector<std::string> names;
-    for (const PixelFormat* format : AllFormats()) {
-        names.emplace_back(format->name);
+    try {
+        const std::optional<uint32_t> code = frame::LibraryCode(frame::FormatByName(name));
+        if (code) {
+            return *KvxPixelFormat_ByCode(*code);
+        }
+    } catch (const frame::Error& error) {
+        Fail(ExitCode::Usage, "{} 'kvx-demosaic formats' lists all", error.what());
     }
-    Fail(ExitCode::Usage, "no format is called '{}': did you mean {}? 'kvx-demosaic formats' lists all", name,
-         fmt::join(NearestNames(name, std::move(names), 3), ", "));
+    Fail(ExitCode::Usage, "{}: the library has no such format; 'kvx-demosaic formats' lists what it has", name);
 }
 
 bool IsUnpackedMosaic(const PixelFormat& format) {

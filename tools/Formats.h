@@ -13,7 +13,7 @@ using PixelFormat = _KvxPixelFormat;
 /** The library's table, in its order. */
 const std::vector<const PixelFormat*>& AllFormats();
 
-/** The format with this name (case matters). Throws ExitCode::Usage with the nearest names. */
+/** The format with this name, in any naming scheme. Throws ExitCode::Usage with the nearest names. */
 const PixelFormat& RequireFormat(const std::string& name);
 
 /** One colour sample at each pixel, in a byte or word of its own: what `mosaic` can write. */

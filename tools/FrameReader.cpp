@@ -1,11 +1,12 @@
 #include "tools/FrameReader.h"
 
+#include "KvxFrame/SampleDepth.h"
 #include "tools/Console.h"
+#include "tools/FrameConversion.h"
 #include "tools/FrameName.h"
 #include "tools/InputFile.h"
 #include "tools/PictureDecoder.h"
 #include "tools/RawLayout.h"
-#include "tools/SampleDepth.h"
 #include "tools/ToolError.h"
 
 namespace kvx::tool {
@@ -120,7 +121,7 @@ FrameInput ReadFrame(const std::string& path, const FrameRequest& request) {
     const Bytes content = ReadInput(path);
     RawFrame frame = IsPictureFile(content) ? FrameFromPicture(content, format, request, name)
                                             : FrameFromSamples(content, format, inference, request, name);
-    CheckSampleDepth(frame, name);
+    OrExit(ExitCode::Frame, name, [&] { frame::CheckSampleDepth(ViewOf(frame)); });
     return {std::move(frame), inference.Inferred()};
 }
 

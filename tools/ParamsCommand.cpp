@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tools/Console.h"
-#include "tools/Converter.h"
+#include "tools/FrameConversion.h"
 #include "tools/TextTable.h"
 
 namespace kvx::tool {
@@ -33,15 +33,15 @@ Json MinimumJson(const _KvxStParam& parameter) {
     return isUnbounded ? Json(nullptr) : ValueJson(parameter, parameter.minValue);
 }
 
-Json ParameterJson(const Parameters& parameters) {
+Json ParameterJson(const frame::Converter& converter) {
     Json rows = Json::array();
-    for (const _KvxStParam& parameter : parameters.Descriptors()) {
+    for (const _KvxStParam& parameter : converter.Parameters()) {
         rows.push_back({{"name", parameter.name},
                         {"type", TypeText(parameter)},
                         {"default", ValueJson(parameter, parameter.defaultValue)},
                         {"minimum", MinimumJson(parameter)},
                         {"maximum", ValueJson(parameter, parameter.maxValue)},
-                        {"value", Json::parse(parameters.Text(parameter.name))},
+                        {"value", Json::parse(converter.Parameter(parameter.name))},
                         {"access", AccessText(parameter)}});
     }
     return rows;
@@ -64,7 +64,7 @@ std::string ParameterTable(const Json& rows) {
 }
 
 void PrintParameters(const std::string& componentName, bool asJson) {
-    const Json rows = ParameterJson(MakeConverter(componentName)->Settings());
+    const Json rows = ParameterJson(frame::Converter(FamilyNamed(componentName)));
     PrintText(asJson ? rows.dump(2) + "\n" : ParameterTable(rows));
 }
 

@@ -38,7 +38,4 @@ template <typename... Args>
     throw ToolError(code, fmt::format(message, std::forward<Args>(args)...));
 }
 
-/** Throws when `result` is a failure: the subject, the library's own text and code, then the advice if there is any. */
-void RequireSuccess(uint32_t result, const std::string& subject, const std::string& advice = "");
-
 }  // namespace kvx::tool

@@ -9,7 +9,6 @@
 #include "KvxDemosaicing/KvxDemosaicing.h"
 #include "KvxTrueSense/TrueSenseParams.h"
 #include "tools/Mosaic.h"
-#include "tools/ToolError.h"
 
 namespace kvx::quality {
 namespace {
@@ -143,9 +142,9 @@ cv::Mat Restored(const tool::Picture& picture, const Setting& setting) {
     cv::Mat result(frame.samples.size(), CV_8UC3);
     const _KvxImage src = RecordOf(frame.samples, *frame.format);
     _KvxImage dst = RecordOf(result, tool::RequireFormat("BGR8"));
-    tool::RequireSuccess(isBayer ? BayerToColor(&src, &dst, algorithm.number)
-                                 : TrueSenseToColor(&src, &dst, &params, algorithm.number, true),
-                         std::string("algorithm ") + algorithm.name, "not every algorithm is in the library yet");
+    const uint32_t refusal = isBayer ? BayerToColor(&src, &dst, algorithm.number)
+                                     : TrueSenseToColor(&src, &dst, &params, algorithm.number, true);
+    if (refusal) throw std::runtime_error(std::string("algorithm ") + algorithm.name + ": " + KvxResult_Text(refusal));
     return result;
 }
 

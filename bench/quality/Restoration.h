@@ -67,7 +67,7 @@ void SetParam(tagTrueSenseParam& params, const std::string& assignment);
  * frame for the others, whose clear sites take the mean of red, green and blue.
  *
  * @return 8 bits; blue, green, red
- * @throws tool::ToolError when the library refuses
+ * @throws std::runtime_error when the library refuses
  */
 cv::Mat Restored(const tool::Picture& picture, const Setting& setting);
 

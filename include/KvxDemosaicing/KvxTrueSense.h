@@ -166,6 +166,15 @@ KVX_API uint32_t KvxTrueSense_AllocData(KvxTrueSense* component, const _KvxImage
  */
 KVX_API uint32_t KvxTrueSense_ConvertImage(KvxTrueSense* component, const _KvxImage* src, _KvxImage* dst) KVX_NOEXCEPT;
 
+/**
+ * Gives the component a tone table in place of the built-in curve: tagTrueSenseParam::toneTable, which is no parameter.
+ *
+ * @param table KVX_TONE_TABLE_SIZE entries of 12 bits by 12-bit input; the caller's, and must live until another one is
+ *              set or the component deleted. Null: the built-in curve again.
+ * @return 0; 0x80060007 null component
+ */
+KVX_API uint32_t KvxTrueSense_SetToneTable(KvxTrueSense* component, const uint16_t* table) KVX_NOEXCEPT;
+
 /** Releases what the component keeps between frames; the parameters stay. Null is ignored. */
 KVX_API void KvxTrueSense_ReleaseData(KvxTrueSense* component) KVX_NOEXCEPT;
 

@@ -37,6 +37,12 @@ uint32_t KvxTrueSense_ConvertImage(KvxTrueSense* component, const _KvxImage* src
     return component ? component->ConvertImage(src, dst) : kInvalid;
 }
 
+uint32_t KvxTrueSense_SetToneTable(KvxTrueSense* component, const uint16_t* table) noexcept {
+    if (!component) return kInvalid;
+    static_cast<kvx::KvxTrueSenseImp*>(component)->SetToneTable(table);
+    return KvxResult_Success;
+}
+
 void KvxTrueSense_ReleaseData(KvxTrueSense* component) noexcept {
     if (component) component->ReleaseData();
 }

@@ -19,6 +19,10 @@ public:
     uint32_t AllocData(const _KvxImage* src, _KvxImage* dst) noexcept override;
     void ReleaseData() noexcept override;
 
+    void SetToneTable(const uint16_t* table) noexcept {
+        m_params.toneTable = table;
+    }
+
 private:
     template <class T>
     uint32_t Select(std::unique_ptr<IDemConvertion<T>>& demosaicer) noexcept;

@@ -175,6 +175,22 @@ TEST_F(TrueSenseComponent, ParametersReachTheNextFrameAndBytesAreNeverDeepened) 
     EXPECT_EQ(words.dst.Pixels(), Expected(words, 0, params));
 }
 
+TEST_F(TrueSenseComponent, TakesAToneTableUntilItGetsAnother) {
+    std::vector<uint16_t> negative(KVX_TONE_TABLE_SIZE);
+    for (size_t i = 0; i < negative.size(); ++i) negative[i] = static_cast<uint16_t>(4095 - i);
+    for (const uint16_t* table : {static_cast<const uint16_t*>(nullptr), static_cast<const uint16_t*>(negative.data()),
+                                  static_cast<const uint16_t*>(nullptr)}) {
+        TrueSenseFrameImages frame(KvxFormat_TrueSense_GRBG_WGGW_2_12, KvxFormat_BGR12, 5);
+        tagTrueSenseParam params = ComponentDefaults();
+        params.toneTable = table;
+        const std::vector<uint8_t> expected = Expected(frame, 0, params);
+        ASSERT_EQ(KvxTrueSense_SetToneTable(m_trueSense, table), 0u);
+        ASSERT_EQ(KvxTrueSense_ConvertImage(m_trueSense, &frame.src.Record(), &frame.dst.Record()), 0u);
+        EXPECT_EQ(frame.dst.Pixels(), expected);
+    }
+    EXPECT_EQ(KvxTrueSense_SetToneTable(nullptr, negative.data()), 0x80060007u);
+}
+
 TEST_F(TrueSenseComponent, AllocDataChecksTheFormatAndTheAlgorithm) {
     TrueSenseFrameImages frame(kSources[1], KvxFormat_RGB8);
     _KvxImage* src = &frame.src.Record();

@@ -16,6 +16,7 @@ expect() { # NAME PROGRAM: what the examples print
     case $1 in
         c) [ "$answer" = "128 128 128" ] ;;
         cpp) [ "$answer" = "100 100 100" ] ;;
+        frame) [ "$answer" = "BayerRG12p to RGB8: 187 187 187" ] ;;
     esac || { echo "$2 printed '$answer'"; exit 1; }
 }
 
@@ -23,6 +24,7 @@ cmake -G Ninja -S "$source/examples" -B "$work/cmake" -DCMAKE_PREFIX_PATH="$pref
 cmake --build "$work/cmake" >> "$work/log"
 expect c "$work/cmake/convert_c"
 expect cpp "$work/cmake/convert_cpp"
+expect frame "$work/cmake/frame"
 
 PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name KvxDemosaicing.pc)")
 export PKG_CONFIG_PATH
@@ -35,7 +37,24 @@ cc -std=c11 "$source/examples/convert.c" -o "$work/by_pc_c" $(pkg-config --cflag
 c++ -std=c++17 "$source/examples/convert.cpp" -o "$work/by_pc_cpp" $(pkg-config --cflags --libs KvxDemosaicing)
 expect c "$work/by_pc_c"
 expect cpp "$work/by_pc_cpp"
+# shellcheck disable=SC2046
+c++ -std=c++17 "$source/examples/frame.cpp" -o "$work/by_pc_frame" $(pkg-config --cflags --libs KvxFrame)
+expect frame "$work/by_pc_frame"
 
-objdump -p "$LD_LIBRARY_PATH/libKvxDemosaicing.so" | grep -q 'SONAME *libKvxDemosaicing.so.3$'
-objdump -p "$LD_LIBRARY_PATH/libKvxMisc.so" | grep -q 'SONAME *libKvxMisc.so.3$'
+for library in KvxDemosaicing KvxFrame KvxMisc; do
+    objdump -p "$LD_LIBRARY_PATH/lib$library.so" | grep -q "SONAME *lib$library.so.3$"
+done
+if objdump -p "$LD_LIBRARY_PATH/libKvxFrame.so" | grep -q 'NEEDED *libopencv'; then
+    echo "libKvxFrame needs OpenCV itself"
+    exit 1
+fi
+
+# Without the frame layer the library is a package of its own.
+for component in runtime dev; do
+    cmake --install "$build" --prefix "$work/alone" --component $component >> "$work/log"
+done
+[ -z "$(find "$work/alone" -name '*KvxFrame*')" ]
+cmake -G Ninja -S "$source/examples" -B "$work/cmake_alone" -DCMAKE_PREFIX_PATH="$work/alone" >> "$work/log"
+cmake --build "$work/cmake_alone" >> "$work/log"
+expect c "$work/cmake_alone/convert_c"
 echo "the installed form works by CMake and by pkg-config"

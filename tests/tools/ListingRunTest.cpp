@@ -90,7 +90,7 @@ TEST(DemoRun, WritesWhatItTellsAndConvertMakesTheSame) {
         written.insert(entry.path().string());
     }
     EXPECT_EQ(std::set<std::string>(told.begin(), told.end()), written);
-    EXPECT_EQ(written.size(), 20u);
+    EXPECT_EQ(written.size(), 23u);
 
     const cv::Mat scene = DecodePicture(directory.Read("demo/scene.png"), "scene").pixels;
     const cv::Mat bilinear = DecodePicture(directory.Read("demo/scene_BayerBG16_bilinear.png"), "picture").pixels;

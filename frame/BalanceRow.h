@@ -1,0 +1,33 @@
+/** Black level and gains of one row of a mosaic. */
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace kvx::frame {
+
+/** What is done to a row's samples; the factors take turns. */
+struct RowBalance {
+    uint16_t white;     ///< of the samples: larger ones are taken for it
+    uint8_t leftShift;  ///< brings samples to 16 bits
+    uint16_t black;     ///< of 16 bits
+    uint8_t scale;      ///< the factors' binary places, 0 to 17
+    uint16_t limit;     ///< the largest result
+    std::array<uint16_t, 4> factors;
+};
+
+/** The rule for one sample. */
+inline uint16_t BalancedSample(const RowBalance& balance, uint16_t sample, size_t column) {
+    const uint32_t value = uint32_t{std::min(sample, balance.white)} << balance.leftShift;
+    const uint32_t light = value > balance.black ? value - balance.black : 0;
+    // 65535 * 65535 + 2^16 is less than 2^32.
+    const uint32_t product = light * balance.factors[column % 4] + ((1u << balance.scale) >> 1);
+    return static_cast<uint16_t>(std::min(product >> balance.scale, uint32_t{balance.limit}));
+}
+
+/** Applies it to `count` samples, in place. */
+void BalanceRow(const RowBalance& balance, uint16_t* samples, size_t count);
+
+}  // namespace kvx::frame

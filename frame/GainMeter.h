@@ -1,0 +1,33 @@
+/** Finds the white balance of frames; keeps its memory from frame to frame. */
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "KvxFrame/Finish.h"
+
+namespace kvx::frame {
+
+class GainMeter {
+public:
+    /** As MeasureGains(), of a valid view and levels that fit it. */
+    Gains Measure(const SourceView& source, const Finish& finish);
+
+private:
+    static constexpr int kBins = 4096;
+    static constexpr int kColours = 3;
+
+    /** Tiles that are equally bright: means of their colours, above black and of 16 bits, added up. */
+    struct Bin {
+        std::array<uint64_t, kColours> sums;
+        uint64_t count;
+    };
+
+    void Count(const SourceView& source, uint32_t firstRow, uint32_t black, uint32_t clipped);
+    Bin Brightest(double share) const;
+
+    std::vector<uint16_t> m_rows;
+    std::vector<Bin> m_bins;  // by brightness
+};
+
+}  // namespace kvx::frame

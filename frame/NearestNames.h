@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kvx::frame {
+
+/** The `count` candidates that take the fewest edits to reach from `name`, nearest first. */
+std::vector<std::string> NearestNames(std::string_view name, std::vector<std::string> candidates, size_t count);
+
+}  // namespace kvx::frame

@@ -1,0 +1,45 @@
+/** Tables that bring 16-bit values to a destination's depth, through a tone curve or straight. */
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "KvxFrame/Finish.h"
+
+namespace kvx::frame {
+
+/** Maps 0 to `white` onto 0 to `newWhite`, rounded half up. */
+constexpr uint32_t ScaledSample(uint64_t sample, uint64_t white, uint64_t newWhite) {
+    return static_cast<uint32_t>((2 * sample * newWhite + white) / (2 * white));
+}
+
+/** A table of 65536 entries, made again only when what is asked for changes. */
+class ToneTable {
+public:
+    /** Values up to `white` scaled to `bits`; larger ones become white. */
+    const uint16_t* Scaling(uint32_t white, uint8_t bits);
+    /** The upper 8 of `fromBits`. */
+    const uint16_t* UpperByte(uint8_t fromBits);
+    /** The finish's curve of values of 16 bits, rounded to `bits`. */
+    const uint16_t* Curve(const Finish& finish, uint8_t bits);
+    /** To be called when the finish changes. */
+    void Forget() {
+        m_content.reset();
+    }
+
+private:
+    enum class Kind : uint8_t { Scaling, UpperByte, Curve };
+    struct Content {
+        Kind kind;
+        uint32_t from;
+        uint8_t bits;
+    };
+    template <class Rule>
+    const uint16_t* Filled(const Content& content, const Rule& rule);
+
+    std::vector<uint16_t> m_entries;
+    std::optional<Content> m_content;
+};
+
+}  // namespace kvx::frame

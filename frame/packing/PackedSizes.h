@@ -1,0 +1,24 @@
+/** Sizes of packed images, and what makes an image valid. */
+#pragma once
+
+#include <string>
+
+#include "KvxFrame/Packing.h"
+
+namespace kvx::frame {
+
+/** Ends a call with 0x80070007. */
+[[noreturn]] void Refuse(const std::string& sentence);
+
+void CheckPacking(Packing packing);
+
+/** Refuses an image that is not valid, or that `size` bytes do not hold. */
+void CheckImageFits(const PackedImage& image, size_t size);
+
+/** Whether each row of a valid image starts with a group; otherwise the image is one sequence. */
+bool RowsStartGroups(const PackedImage& image);
+
+/** Bytes between the rows of a valid image whose rows start with a group. */
+size_t LineStepOf(const PackedImage& image);
+
+}  // namespace kvx::frame

@@ -1,0 +1,14 @@
+/** @file All of the frame layer: formats, packings, views, geometry, finish, conversion. */
+#ifndef KVXFRAME_KVXFRAME_H
+#define KVXFRAME_KVXFRAME_H
+
+#include "KvxFrame/Converter.h"
+#include "KvxFrame/Error.h"
+#include "KvxFrame/Finish.h"
+#include "KvxFrame/Format.h"
+#include "KvxFrame/Geometry.h"
+#include "KvxFrame/Packing.h"
+#include "KvxFrame/SampleDepth.h"
+#include "KvxFrame/View.h"
+
+#endif

@@ -1,0 +1,212 @@
+// Images: row padding, steps, sizes, threads.
+#include <gtest/gtest.h>
+#include <omp.h>
+
+#include <cstring>
+
+#include "frame/packing/BitByBit.h"
+#include "frame/packing/GuardedBytes.h"
+#include "frame/packing/Refusals.h"
+#include "support/InstructionSets.h"
+
+namespace kvx::frame::test {
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+
+/** A packed image and the words in it, with noise in all that is neither. */
+struct Pair {
+    PackedImage image;
+    size_t wordsStep;
+    Bytes packed, words;
+
+    /** Noise as samples; bits above the depth are zero. */
+    Pair(const PackingName& p, uint32_t width, uint32_t height, RowPadding padding, size_t slack)
+        : image{p.packing, width, height, padding, padding == RowPadding::Line ? SlowBytes(p, width) + slack : 0},
+          wordsStep(2 * width + slack) {
+        packed = Noise<uint8_t>(PackedImageBytes(image), width);
+        words = Noise<uint8_t>((height - 1) * wordsStep + 2 * width, height);
+        const size_t samples = size_t{width} * height, rowBytes = SlowBytes(p, width);
+        const bool lines = padding == RowPadding::Line || IsMipi(p);
+        const size_t lineStep = padding == RowPadding::Line ? image.lineStep : rowBytes;
+        if (lines) {
+            for (size_t row = 0; row < height; ++row) std::fill_n(packed.begin() + row * lineStep, rowBytes, 0);
+        } else {
+            packed.assign(SlowBytes(p, samples), 0);
+        }
+        const auto noise = Noise<uint16_t>(samples, samples);
+        for (size_t i = 0; i < samples; ++i) {
+            const size_t row = i / width, column = i % width;
+            SlowPut(p, packed.data() + (lines ? row * lineStep : 0), lines ? column : i, noise[i]);
+            const auto sample = static_cast<uint16_t>(noise[i] & ((1u << PackedDepth(p.packing)) - 1));
+            std::memcpy(words.data() + row * wordsStep + 2 * column, &sample, sizeof sample);
+        }
+    }
+};
+
+/** `bytes` with noise in place of its rows of `rowBytes`. */
+Bytes WithoutRows(Bytes bytes, size_t rowBytes, size_t step) {
+    const Bytes noise = Noise<uint8_t>(bytes.size(), rowBytes);
+    for (size_t i = 0; i < bytes.size(); ++i)
+        if (step == 0 || i % step < rowBytes) bytes[i] = noise[i];
+    return bytes;
+}
+
+TEST(PackedImage, RandomImagesEqualBitByBitOnEveryInstructionSet) {
+    std::mt19937 random(2026);
+    const auto upTo = [&random](uint32_t limit) { return static_cast<uint32_t>(random() % (limit + 1)); };
+    GuardedBytes source(20000), destination(20000);
+    kvx::test::ForEachInstructionSet([&] {
+        for (int round = 0; round < 700; ++round) {
+            const PackingName& p = kPackingNames[upTo(std::size(kPackingNames) - 1)];
+            const uint32_t width = 1 + upTo(round % 10 ? 40 : 600), height = 1 + upTo(8);
+            const Pair pair(p, width, height, RowPadding(upTo(1)), upTo(7));
+            const PackedImage& image = pair.image;
+            const auto step = static_cast<ptrdiff_t>(pair.wordsStep);
+            SCOPED_TRACE(testing::Message() << p.name << ", " << width << " x " << height << ", line step "
+                                            << image.lineStep << ", words' step " << step);
+
+            const uint8_t* packed = source.Place(pair.packed, Edge(upTo(1)));
+            uint8_t* words = destination.Place(WithoutRows(pair.words, 2 * width, pair.wordsStep), Edge(upTo(1)));
+            UnpackImage(image, packed, pair.packed.size(), words, step);
+            ASSERT_EQ(destination.Bytes(), pair.words);
+            ASSERT_TRUE(destination.GuardsIntact());
+
+            const uint8_t* unpacked = source.Place(pair.words, Edge(upTo(1)));
+            const Bytes empty = WithoutRows(pair.packed, SlowBytes(p, width), image.lineStep);
+            PackImage(image, unpacked, step, destination.Place(empty, Edge(upTo(1))), empty.size());
+            ASSERT_EQ(destination.Bytes(), pair.packed);
+            ASSERT_TRUE(destination.GuardsIntact());
+        }
+    });
+}
+
+TEST(PackedImage, RowsFromTheBottomUp) {
+    const Pair pair(kPackingNames[0], 7, 3, RowPadding::Image, 2);
+    Bytes words(pair.words.size()), packed(pair.packed.size());
+    const auto step = static_cast<ptrdiff_t>(pair.wordsStep);
+    UnpackImage(pair.image, pair.packed.data(), pair.packed.size(), words.data() + 2 * step, -step);
+    EXPECT_EQ(Bytes(words.begin(), words.begin() + 14), Bytes(pair.words.end() - 14, pair.words.end()));
+    PackImage(pair.image, words.data() + 2 * step, -step, packed.data(), packed.size());
+    EXPECT_EQ(packed, pair.packed);
+}
+
+TEST(PackedImage, ThreadsDoNotMeetInAByte) {
+    const int before = omp_get_max_threads();
+    for (const PackingName& p : {kPackingNames[0], kPackingNames[2], kPackingNames[4], kPackingNames[5]})
+        for (const RowPadding padding : {RowPadding::Line, RowPadding::Image}) {
+            const Pair pair(p, 517, 1019, padding, 3);  // rows start anywhere in groups
+            const auto step = static_cast<ptrdiff_t>(pair.wordsStep);
+            for (const int threads : {0, 1, 2, 3, 8, 1000}) {
+                SCOPED_TRACE(testing::Message() << p.name << ", threads " << threads);
+                Bytes words = WithoutRows(pair.words, 2 * 517, pair.wordsStep);
+                UnpackImage(pair.image, pair.packed.data(), pair.packed.size(), words.data(), step, threads);
+                EXPECT_TRUE(words == pair.words);
+                Bytes packed = WithoutRows(pair.packed, SlowBytes(p, 517), pair.image.lineStep);
+                PackImage(pair.image, words.data(), step, packed.data(), packed.size(), threads);
+                EXPECT_TRUE(packed == pair.packed);
+            }
+        }
+    EXPECT_EQ(omp_get_max_threads(), before);
+}
+
+TEST(PackedImage, SizeTellsTheRowPadding) {
+    const struct {
+        Packing packing;
+        uint32_t width, height;
+        size_t size, multiple;
+        RowPadding padding;
+        size_t lineStep;
+    } cases[] = {
+        {Packing::Pfnc12p, 5, 3, 24, 1, RowPadding::Line, 8},   // 7.5 bytes a row
+        {Packing::Pfnc12p, 5, 3, 23, 1, RowPadding::Image, 0},  // 22.5
+        {Packing::Pfnc12p, 4, 3, 18, 1, RowPadding::Line, 6},   // either
+        {Packing::Pfnc12p, 4, 3, 24, 8, RowPadding::Line, 8},   //
+        {Packing::Pfnc12p, 4, 3, 18, 8, RowPadding::Image, 0},  //
+        {Packing::Mipi10, 5, 2, 20, 1, RowPadding::Line, 10},   // whole groups
+        {Packing::GigE10Packed, 3, 3, 15, 1, RowPadding::Line, 5},
+        {Packing::GigE10Packed, 3, 3, 14, 1, RowPadding::Image, 0},
+    };
+    for (const auto& c : cases) {
+        const PackedImage image = PackedImageOfSize(c.packing, c.width, c.height, c.size, c.multiple);
+        EXPECT_EQ(image.padding, c.padding) << c.size;
+        EXPECT_EQ(image.lineStep, c.lineStep) << c.size;
+        if (c.multiple == 1) {
+            EXPECT_EQ(PackedImageBytes(image), c.size);
+        }
+    }
+    for (const size_t size : {0, 22, 25}) {
+        std::string sentence;
+        EXPECT_EQ(ResultOf([&] { PackedImageOfSize(Packing::Pfnc12p, 5, 3, size); }, &sentence), kInvalid);
+        EXPECT_NE(sentence.find("takes 24 bytes"), std::string::npos) << sentence;
+        EXPECT_NE(sentence.find("or 23 with"), std::string::npos) << sentence;
+    }
+    EXPECT_EQ(ResultOf([] { PackedImageOfSize(Packing::Pfnc12p, 5, 3, 24, 0); }), kInvalid);
+    EXPECT_EQ(ResultOf([] { PackedImageOfSize(Packing::Msb14, 0, 3, 0); }), kInvalid);
+    EXPECT_EQ(ResultOf([] { PackedImageOfSize(Packing::Mipi10, 5, 2, 15); }), kInvalid);
+}
+
+TEST(PackedImage, RefusesWhatDoesNotFit) {
+    Bytes packed(24), words(64, 0xEE);
+    const PackedImage good{Packing::Pfnc12p, 5, 3};
+    const auto with = [good](auto change) {
+        PackedImage image = good;
+        change(image);
+        return image;
+    };
+    const struct {
+        PackedImage image;
+        const void* packed;
+        size_t size;
+        void* words;
+        ptrdiff_t step;
+        int threads;
+        uint32_t code;
+    } cases[] = {
+        {good, nullptr, 24, words.data(), 10, 1, kNull},
+        {good, packed.data(), 24, nullptr, 10, 1, kNull},
+        {good, packed.data(), 23, words.data(), 10, 1, kInvalid},
+        {good, packed.data(), 24, words.data(), 9, 1, kInvalid},
+        {good, packed.data(), 24, words.data(), -9, 1, kInvalid},
+        {good, packed.data(), 24, words.data(), PTRDIFF_MIN, 1, kInvalid},
+        {good, packed.data(), 24, words.data(), PTRDIFF_MAX, 1, kInvalid},
+        {good, packed.data(), 24, words.data(), 10, -1, kInvalid},
+        {good, packed.data(), 24, words.data(), 10, 1025, kInvalid},
+        {with([](auto& i) { i.packing = Packing(11); }), packed.data(), 24, words.data(), 10, 1, kInvalid},
+        {with([](auto& i) { i.width = 0; }), packed.data(), 24, words.data(), 10, 1, kInvalid},
+        {with([](auto& i) { i.height = 0; }), packed.data(), 24, words.data(), 10, 1, kInvalid},
+        {with([](auto& i) { i.height = 0x80000000; }), packed.data(), SIZE_MAX, words.data(), 10, 1, kInvalid},
+        {with([](auto& i) { i.width = 0x80000000; }), packed.data(), SIZE_MAX, words.data(), 10, 1, kInvalid},
+        {with([](auto& i) { i.lineStep = 7; }), packed.data(), 24, words.data(), 10, 1, kInvalid},
+        {with([](auto& i) { i.lineStep = SIZE_MAX / 2; }), packed.data(), SIZE_MAX, words.data(), 10, 1, kInvalid},
+        {with([](auto& i) { i.padding = RowPadding(2); }), packed.data(), 24, words.data(), 10, 1, kInvalid},
+        {{Packing::Pfnc12p, 5, 3, RowPadding::Image, 8}, packed.data(), 24, words.data(), 10, 1, kInvalid},
+        {good, packed.data(), 24, words.data(), 10, 1, 0},
+        {{Packing::Pfnc12p, 5, 3, RowPadding::Image}, packed.data(), 23, words.data(), 10, 1, 0},
+        {{Packing::Pfnc12p, 5, 1}, packed.data(), 24, words.data(), 0, 1, 0},  // one row needs no step
+    };
+    for (size_t i = 0; i < std::size(cases); ++i) {
+        const auto& c = cases[i];
+        SCOPED_TRACE(i);
+        const Bytes wordsBefore = words, packedBefore = packed;
+        EXPECT_EQ(ResultOf([&] { UnpackImage(c.image, c.packed, c.size, c.words, c.step, c.threads); }), c.code);
+        EXPECT_TRUE(c.code == 0 || words == wordsBefore);
+        EXPECT_EQ(
+            ResultOf([&] { PackImage(c.image, c.words, c.step, const_cast<void*>(c.packed), c.size, c.threads); }),
+            c.code);
+        EXPECT_TRUE(c.code == 0 || packed == packedBefore);
+    }
+}
+
+TEST(PackedImage, FormatsHaveTheirPackings) {
+    const auto packingOf = [](Layout layout, uint8_t bits) { return PackingOf({Family::Mono, bits, layout}); };
+    EXPECT_EQ(packingOf(Layout::Pfnc, 14), Packing::Pfnc14p);
+    EXPECT_EQ(packingOf(Layout::GigE, 10), Packing::GigE10Packed);
+    EXPECT_EQ(packingOf(Layout::Mipi, 12), Packing::Mipi12);
+    EXPECT_EQ(packingOf(Layout::MsbAligned, 10), Packing::Msb10);
+    EXPECT_EQ(packingOf(Layout::GigE, 14), std::nullopt);
+    EXPECT_EQ(packingOf(Layout::Plain, 12), std::nullopt);
+}
+
+}  // namespace
+}  // namespace kvx::frame::test
