@@ -17,7 +17,6 @@ void TrueSensePipeline<T>::CleanMemory() noexcept {
     m_planes.Release();
     m_lines.reset();
     m_noise.reset();
-    m_columns.reset();
     m_gradients.Release();
     m_codes.Release();
     m_panThresholds.Release();
@@ -37,10 +36,9 @@ int TrueSensePipeline<T>::Reserve() noexcept {
     m_reservedThreads = 0;
     m_lineStep = static_cast<size_t>(frame.area.width) + kVectorReserve;
     m_lines.reset(new (std::nothrow) uint16_t[2 * m_lineStep * threads]);
-    m_columns.reset(new (std::nothrow) uint16_t[2 * m_lineStep * threads]);
     m_noise.reset(new (std::nothrow) PanNoise[threads]);
     const int width = frame.area.width;
-    const bool reserved = m_lines && m_columns && m_noise && m_planes.Reserve(width, frame.area.height) &&
+    const bool reserved = m_lines && m_noise && m_planes.Reserve(width, frame.area.height) &&
                           m_gradients.Reserve(width / 2, kGradientRows * m_threads, 0, 0) &&
                           m_codes.Reserve(width / 2, kCodeRows * m_threads, 0, 0) &&
                           m_panThresholds.Reserve(width / 2, m_threads, 0, 1.0F) && ReserveThreads(m_threads, width);
@@ -85,7 +83,7 @@ PanThresholds TrueSensePipeline<T>::MeasurePanNoise() noexcept {
     if (blockRows == 0 || blocks == 0) return PanNoise().Thresholds();
     const auto cells = static_cast<size_t>(m_planes.Cells());
     ForBands(0, blockRows, (m_bandRows + 2 * kNoiseBlock - 1) / (2 * kNoiseBlock), [&](int thread, int begin, int end) {
-        uint16_t *levels = m_columns.get() + 2 * m_lineStep * thread, *roughness = levels + m_lineStep;
+        uint16_t *levels = m_lines.get() + 2 * m_lineStep * thread, *roughness = levels + m_lineStep;
         for (int blockRow = begin; blockRow < end; ++blockRow) {
             std::fill_n(levels, 2 * m_lineStep, uint16_t{0});
             for (int i = 0; i < kNoiseBlock; ++i) {

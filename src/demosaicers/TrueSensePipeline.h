@@ -71,9 +71,9 @@ private:
     RawTables m_rawTables{};
     PipelinePlanes m_planes;
     int m_reservedThreads = 0;
-    // For each thread: two raw rows, two sums of columns, counts of blocks, rows of gradients, of codes, of thresholds.
+    // For each thread: two rows of samples or of sums, counts of blocks, rows of gradients, of codes, of thresholds.
     size_t m_lineStep = 0;
-    std::unique_ptr<uint16_t[]> m_lines, m_columns;
+    std::unique_ptr<uint16_t[]> m_lines;
     std::unique_ptr<PanNoise[]> m_noise;
     PaddedPlane<int16_t> m_gradients, m_codes;
     PaddedPlane<float> m_panThresholds;

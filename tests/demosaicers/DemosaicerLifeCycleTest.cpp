@@ -1,4 +1,4 @@
-// Refusals, reuse and threads of the interpolating demosaicers.
+// Refusals, reuse and threads of all TrueSense demosaicers.
 #include <gtest/gtest.h>
 #include <omp.h>
 
@@ -7,6 +7,9 @@
 #include <thread>
 
 #include "demosaicers/TrueSenseBayerLike.h"
+#include "demosaicers/TrueSenseKodak.h"
+#include "demosaicers/TrueSenseKodakLike.h"
+#include "demosaicers/TrueSenseSimple.h"
 #include "demosaicers/TrueSenseToRgb.h"
 #include "support/TrueSenseJobs.h"
 
@@ -23,9 +26,13 @@ template <class Which>
 class DemosaicerLifeCycle : public testing::Test {
 protected:
     using Demosaicer = typename Which::template Demosaicer<uint16_t>;
-    Demosaicer m_demosaicer;
+    static Demosaicer Make() {
+        return MakeDemosaicer<Demosaicer>(8);  // small frames have several bands
+    }
+    Demosaicer m_demosaicer = Make();
 };
-using Classes = testing::Types<Class<TrueSenseToRgb>, Class<TrueSenseBayerLike>>;
+using Classes = testing::Types<Class<TrueSenseToRgb>, Class<TrueSenseBayerLike>, Class<TrueSenseSimple>,
+                               Class<TrueSenseKodakLike>, Class<TrueSenseKodak>>;
 TYPED_TEST_SUITE(DemosaicerLifeCycle, Classes);
 
 /** The arguments of a legal call, each of which a test may spoil. */
@@ -116,7 +123,7 @@ std::vector<TrueSenseJob> Jobs() {
 TYPED_TEST(DemosaicerLifeCycle, AnObjectUsedBeforeGivesWhatAFreshOneGives) {
     for (const TrueSenseJob& job : Jobs()) {
         TrueSenseRun fresh(job), again(job);
-        typename TestFixture::Demosaicer other;
+        auto other = TestFixture::Make();
         ASSERT_EQ(fresh.Convert(static_cast<IDemConvertion<uint16_t>*>(&other)), 0) << job;
         ASSERT_EQ(again.Convert(static_cast<IDemConvertion<uint16_t>*>(&this->m_demosaicer)), 0) << job;
         ASSERT_EQ(fresh.Result(), again.Result()) << job;
@@ -128,7 +135,7 @@ TYPED_TEST(DemosaicerLifeCycle, TwoObjectsInTwoThreadsDoNotDisturbEachOther) {
     const auto jobs = Jobs();
     const auto convertAll = [&jobs] {
         std::vector<std::vector<uint8_t>> results;
-        typename TestFixture::Demosaicer demosaicer;
+        auto demosaicer = TestFixture::Make();
         for (const TrueSenseJob& job : jobs) {
             TrueSenseRun run(job);
             EXPECT_EQ(run.Convert(static_cast<IDemConvertion<uint16_t>*>(&demosaicer)), 0);
@@ -149,7 +156,7 @@ TYPED_TEST(DemosaicerLifeCycle, TheCallersThreadCountStaysAsItWas) {
     const int before = omp_get_max_threads();
     omp_set_num_threads(5);
     for (const int threads : {0, 1, 3}) {
-        TrueSenseRun run({.width = 60, .height = 300, .grid = 0, .threads = threads, .bandRows = 8});
+        TrueSenseRun run({.width = 60, .height = 300, .grid = 0, .threads = threads});
         ASSERT_EQ(run.Convert(static_cast<IDemConvertion<uint16_t>*>(&this->m_demosaicer)), 0);
         EXPECT_EQ(omp_get_max_threads(), 5);
     }

@@ -1,6 +1,11 @@
 // What a stream of TrueSense frames must not cost.
 #include <gtest/gtest.h>
 
+#include <climits>
+
+#include "demosaicers/TrueSenseKodak.h"
+#include "demosaicers/TrueSenseKodakLike.h"
+#include "demosaicers/TrueSenseSimple.h"
 #include "demosaicers/TrueSenseToRgb.h"
 #include "support/CountedAllocations.h"
 #include "support/TrueSenseJobs.h"
@@ -8,13 +13,70 @@
 namespace kvx::test {
 namespace {
 
-TEST(DemosaicerMemory, NothingIsAllocatedAfterTheFirstFrame) {
-    TrueSenseToRgb<uint16_t> demosaicer;
+template <template <class> class Demosaicer>
+void ExpectNothingAllocatedAfterTheFirstFrame() {
+    Demosaicer<uint16_t> demosaicer;
     TrueSenseRun run({.width = 640, .height = 300, .grid = 9, .matrix = 1, .threads = 2, .bandRows = 32});
     ASSERT_EQ(run.Convert<uint16_t>(&demosaicer), 0);
     const long before = g_allocations;
     for (int frame = 0; frame < 5; ++frame) ASSERT_EQ(run.Convert<uint16_t>(&demosaicer), 0);
     EXPECT_EQ(g_allocations, before);
+}
+
+TEST(DemosaicerMemory, NothingIsAllocatedAfterTheFirstFrame) {
+    ExpectNothingAllocatedAfterTheFirstFrame<TrueSenseToRgb>();
+    ExpectNothingAllocatedAfterTheFirstFrame<TrueSenseSimple>();
+    ExpectNothingAllocatedAfterTheFirstFrame<TrueSenseKodakLike>();
+}
+
+/** The largest frame that a caller can name; nothing of it is touched. And then a small one. */
+template <template <class> class Demosaicer>
+void ExpectFrameBeyondMemoryRefused(int refusal) {
+    constexpr int width = 700000000, height = INT_MAX - 8;
+    Demosaicer<uint8_t> demosaicer;
+    uint8_t sample = 0;
+    tagTrueSenseParam params;
+    TrueSense_DefaultValues(&params);
+    params.threads_num = INT64_MAX;
+    const _KvxSize size{width, height};
+    EXPECT_EQ(demosaicer.Init(&sample, {0, 0, width, height}, size, width, 8, &sample, 3 * width, 15, &params),
+              refusal);
+    EXPECT_EQ(demosaicer.Calculate(), 7);
+    TrueSenseRun small({.width = 20, .height = 9, .grid = 1, .sourceBytes = 1, .depth = 8});
+    EXPECT_EQ(small.Convert<uint8_t>(&demosaicer), 0);
+}
+
+TEST(DemosaicerMemory, AFrameBeyondMemoryIsRefused) {
+    ExpectFrameBeyondMemoryRefused<TrueSenseSimple>(9);
+    ExpectFrameBeyondMemoryRefused<TrueSenseKodakLike>(9);
+    ExpectFrameBeyondMemoryRefused<TrueSenseKodak>(7);  // the reference's sum of sizes is an int32_t
+}
+
+/** Whichever allocation fails: there is no memory, and the next call makes up for it. */
+template <template <class> class Demosaicer>
+void ExpectFailedAllocationsSurvived() {
+    const TrueSenseJob job{.width = 50, .height = 40, .grid = 6, .resultBytes = 2, .threads = 3};
+    TrueSenseRun expected(job);
+    ASSERT_EQ(expected.Convert<Demosaicer>(), 0);
+    for (long allowed = 0, result = 9; result != 0; ++allowed) {
+        auto demosaicer = MakeDemosaicer<Demosaicer<uint16_t>>(8);
+        TrueSenseRun small({.width = 20, .height = 9, .grid = 1, .resultBytes = 2}), run(job);
+        ASSERT_EQ(small.Convert<uint16_t>(&demosaicer), 0);
+        g_allocationsLeft = allowed;
+        result = run.Init<uint16_t>(&demosaicer);
+        g_allocationsLeft = -1;
+        ASSERT_TRUE(result == 0 || result == 9) << result;
+        EXPECT_EQ(demosaicer.Calculate(), result == 0 ? 0 : 7);
+        ASSERT_EQ(run.Convert<uint16_t>(&demosaicer), 0);
+        EXPECT_TRUE(run.Result() == expected.Result()) << allowed;
+    }
+}
+
+TEST(DemosaicerMemory, FailedAllocationsAreSurvived) {
+    ExpectFailedAllocationsSurvived<TrueSenseToRgb>();
+    ExpectFailedAllocationsSurvived<TrueSenseSimple>();
+    ExpectFailedAllocationsSurvived<TrueSenseKodakLike>();
+    ExpectFailedAllocationsSurvived<TrueSenseKodak>();
 }
 
 TEST(DemosaicerMemory, DoesNotGrowWithTheHeightOfAFrame) {

@@ -135,9 +135,19 @@ void CompleteAtPanSite(Plane& colour, Plane& pan, int r, int c) {
     colour.At(r, c) = Word(pan.At(r, c) - Half(sum));
 }
 
-/** Cuts the region out and turns it back to the source's orientation. */
-template <class PixelAt>
-SlowPicture Region(const SlowSource& source, const PixelAt& pixelAt) {
+}  // namespace
+
+std::vector<uint16_t> SlowMosaic(const SlowSource& source, int& width, int& height) {
+    Plane raw = RawMosaic(source);
+    width = raw.Width();
+    height = raw.Height();
+    std::vector<uint16_t> samples;
+    for (int row = 0; row < height; ++row)
+        for (int column = 0; column < width; ++column) samples.push_back(static_cast<uint16_t>(raw.At(row, column)));
+    return samples;
+}
+
+SlowPicture SlowRegion(const SlowSource& source, const std::function<Colour(int row, int column)>& pixelAt) {
     SlowPicture picture{source.width, source.height, {}};
     for (int i = 0; i < source.height; ++i)
         for (int j = 0; j < source.width; ++j) {
@@ -147,8 +157,6 @@ SlowPicture Region(const SlowSource& source, const PixelAt& pixelAt) {
         }
     return picture;
 }
-
-}  // namespace
 
 SlowPicture SlowInterpolation(const SlowSource& source) {
     Plane raw = RawMosaic(source);
@@ -173,7 +181,7 @@ SlowPicture SlowInterpolation(const SlowSource& source) {
         if (kind == 'W')
             for (Plane& plane : planes) CompleteAtPanSite(plane, pan, r, c);
     });
-    return Region(source, [&](int r, int c) {
+    return SlowRegion(source, [&](int r, int c) {
         return Colour{planes[0].At(r, c), planes[1].At(r, c), planes[2].At(r, c)};
     });
 }
@@ -204,7 +212,7 @@ SlowPicture SlowBayerLike(const SlowSource& source) {
     cv::cvtColor(positive, positiveColour, 46);
     cv::add(positiveColour, cv::Scalar::all(minimum), colour, cv::noArray(), CV_16S);
     cv::resize(colour, full, cv::Size(raw.Width(), raw.Height()), 0, 0, cv::INTER_LINEAR);
-    return Region(source, [&](int r, int c) {
+    return SlowRegion(source, [&](int r, int c) {
         const auto difference = full.at<cv::Vec3s>(r, c);
         const int p = pan.At(r, c);
         return Colour{Word(p + difference[0]), Word(p + difference[1]), Word(p + difference[2])};

@@ -34,6 +34,11 @@ SlowPicture SlowInterpolation(const SlowSource& source);
 /** Those of the Bayer-like demosaicer. */
 SlowPicture SlowBayerLike(const SlowSource& source);
 
+/** The working area's raw mosaic of 12-bit samples, row by row: whole tiles about the region. */
+std::vector<uint16_t> SlowMosaic(const SlowSource& source, int& width, int& height);
+/** The region of the working area, in the source's orientation. */
+SlowPicture SlowRegion(const SlowSource& source, const std::function<Colour(int row, int column)>& pixelAt);
+
 /** What is stored for a pixel, before it is cut to the width of a sample. */
 Colour SlowOutput(const Colour& planes, const double matrix[9], const uint16_t* tone, int shift);
 

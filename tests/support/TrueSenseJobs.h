@@ -4,17 +4,18 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <memory>
 #include <random>
+#include <type_traits>
 #include <vector>
 
 #include "KvxTrueSense/IDemConvertion.h"
 #include "demosaicers/InterpolatingDemosaicer.h"
 #include "demosaicers/SlowTrueSense.h"
+#include "pipeline/ToneScales.h"
 
 namespace kvx::test {
 
-enum class Content { Noise, Extremes, Wild, OneWild };  // Wild: bits above the depth
+enum class Content { Noise, Extremes, Wild, OneWild, Scene };  // Wild: bits above the depth; Scene: steps, some noise
 
 struct TrueSenseJob {
     int width, height;
@@ -64,6 +65,15 @@ inline std::ostream& operator<<(std::ostream& out, const TrueSenseJob& job) {
                << job.seed;
 }
 
+/** With bands of this height where it works in bands. */
+template <class Demosaicer>
+Demosaicer MakeDemosaicer(int bandRows) {
+    if constexpr (std::is_constructible_v<Demosaicer, int>)
+        return Demosaicer(bandRows);
+    else
+        return Demosaicer();
+}
+
 /** The buffers of one job. */
 class TrueSenseRun {
 public:
@@ -79,11 +89,20 @@ public:
     /** Through an object of either demosaicer, which may have converted before. */
     template <template <class> class Demosaicer>
     int Convert() {
-        return m_job.sourceBytes == 1 ? Convert<uint8_t>(std::make_unique<Demosaicer<uint8_t>>(m_job.bandRows).get())
-                                      : Convert<uint16_t>(std::make_unique<Demosaicer<uint16_t>>(m_job.bandRows).get());
+        if (m_job.sourceBytes == 1) {
+            auto demosaicer = MakeDemosaicer<Demosaicer<uint8_t>>(m_job.bandRows);
+            return Convert<uint8_t>(&demosaicer);
+        }
+        auto demosaicer = MakeDemosaicer<Demosaicer<uint16_t>>(m_job.bandRows);
+        return Convert<uint16_t>(&demosaicer);
     }
     template <class T>
     int Convert(IDemConvertion<T>* demosaicer) {
+        if (const int result = Init(demosaicer)) return result;
+        return m_job.sourceBytes == m_job.resultBytes ? demosaicer->Calculate() : demosaicer->CalculateRGB();
+    }
+    template <class T>
+    int Init(IDemConvertion<T>* demosaicer) {
         const _KvxRect roi{uint32_t(m_job.left), uint32_t(m_job.top), uint32_t(m_job.width), uint32_t(m_job.height)};
         const _KvxSize size{uint32_t(m_size.width), uint32_t(m_size.height)};
         const auto grid = static_cast<unsigned char>(m_job.grid);
@@ -91,14 +110,11 @@ public:
         const int dstStep = int(m_job.resultBackwards ? -m_dstStep : m_dstStep);
         uint8_t* src = m_source.data() + (m_job.sourceUpwards ? (m_size.height - 1) * m_srcStep : 0);
         demosaicer->SetOutputPixelType(m_job.withAlpha, m_job.blueFirst);
-        if (m_job.sourceBytes == m_job.resultBytes) {
-            const int result = demosaicer->Init(reinterpret_cast<T*>(src), roi, size, srcStep, m_job.depth,
-                                                reinterpret_cast<T*>(First()), dstStep, grid, &m_params);
-            return result ? result : demosaicer->Calculate();
-        }
-        const int result = demosaicer->InitRGB(reinterpret_cast<uint16_t*>(src), roi, size, srcStep, m_job.depth,
-                                               First(), dstStep, grid, &m_params);
-        return result ? result : demosaicer->CalculateRGB();
+        if (m_job.sourceBytes == m_job.resultBytes)
+            return demosaicer->Init(reinterpret_cast<T*>(src), roi, size, srcStep, m_job.depth,
+                                    reinterpret_cast<T*>(First()), dstStep, grid, &m_params);
+        return demosaicer->InitRGB(reinterpret_cast<uint16_t*>(src), roi, size, srcStep, m_job.depth, First(), dstStep,
+                                   grid, &m_params);
     }
 
     const std::vector<uint8_t>& Result() const {
@@ -112,9 +128,8 @@ public:
     std::vector<uint8_t> Expected(const SlowPicture& planes) const {
         const double matrix[] = {m_params.RR, m_params.RG, m_params.RB, m_params.GR, m_params.GG,
                                  m_params.GB, m_params.BR, m_params.BG, m_params.BB};
-        return Placed([&](size_t pixel, int shift) {
-            return SlowOutput(planes.pixels[pixel], matrix, m_params.toneTable, shift);
-        });
+        const uint16_t* tone = m_params.toneTable ? m_params.toneTable : Tonescale12Table12.data();
+        return Placed([&](size_t pixel, int shift) { return SlowOutput(planes.pixels[pixel], matrix, tone, shift); });
     }
     /** The whole buffer with the pixels that `storedAt(index, output shift)` gives. */
     template <class StoredAt>
@@ -135,11 +150,13 @@ public:
             }
         return buffer;
     }
-
     SlowSource Slow() const {
         return m_slow;
     }
     const tagTrueSenseParam& Params() const {
+        return m_params;
+    }
+    tagTrueSenseParam& Params() {
         return m_params;
     }
 
@@ -170,6 +187,8 @@ private:
                 const auto drawn = static_cast<unsigned>(random());
                 unsigned sample = drawn & top;
                 if (m_job.content == Content::Extremes) sample = drawn & 1 ? top : 0;
+                if (m_job.content == Content::Scene)
+                    sample = unsigned(j / 8 * 300 + i / 16 * 100 + int(drawn % 40)) % 4096 << 4 >> (16 - m_job.depth);
                 if (m_job.content == Content::Wild || long(i) * m_job.width + j == wildAt) sample = drawn | 0x8000;
                 sample &= widest;
                 m_slow.samples.push_back(int(sample));

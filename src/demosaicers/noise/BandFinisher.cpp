@@ -70,7 +70,8 @@ void BandFinisher::ColorCorrection(const FinishSettings& settings, int row) {
 
 void BandFinisher::Sharpness(const FinishSettings& settings, const PipelinePlanes& planes, int row) {
     const int last = planes.height - 1;
-    const bool hasNext = row > 0 && row<last, hasAfterNext = row> 1 && row < last - 1;
+    const bool hasNext = row > 0 && row < last;
+    const bool hasAfterNext = row > 1 && row < last - 1;
     const SharpnessRow about = {.pan = Pan(),
                                 .low = Display(row),
                                 .lowUp = hasNext ? Display(row - 1) : nullptr,

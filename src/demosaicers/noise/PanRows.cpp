@@ -1,7 +1,5 @@
 #include "demosaicers/noise/PanRows.h"
 
-#include <utility>
-
 #include "pipeline/PanInterpolation.h"
 
 #undef HWY_TARGET_INCLUDE
@@ -145,20 +143,6 @@ void InterpolateRow(const PanWindow& rows, const std::array<GradientRow, 5>& gra
     }
 }
 
-void InterpolateRowFast(const int16_t* row, const int16_t* up, const int16_t* down, int parity, size_t sites,
-                        int16_t* panAtColour) {
-    const Codes d;
-    const int16_t* left = row - parity;
-    const auto one = hn::Set(d, 1);
-    for (size_t k = 0; k < sites; k += hn::Lanes(d)) {
-        const auto west = hn::LoadU(d, left + k), east = hn::LoadU(d, left + k + 1);
-        const auto north = hn::LoadU(d, up + k), south = hn::LoadU(d, down + k);
-        const auto isHorizontal = hn::Lt(hn::Abs(hn::Sub(west, east)), hn::Abs(hn::Sub(north, south)));
-        const auto sum = hn::IfThenElse(isHorizontal, hn::Add(west, east), hn::Add(north, south));
-        hn::StoreU(hn::ShiftRight<1>(hn::Add(sum, one)), d, panAtColour + k);
-    }
-}
-
 void MergeRow(const int16_t* even, const int16_t* odd, size_t sites, int16_t* columns) {
     const Codes d;
     for (size_t k = 0; k < sites; k += hn::Lanes(d))
@@ -177,7 +161,6 @@ HWY_EXPORT(StoreLevels);
 HWY_EXPORT(FilterRow);
 HWY_EXPORT(SumGradientsRow);
 HWY_EXPORT(InterpolateRow);
-HWY_EXPORT(InterpolateRowFast);
 HWY_EXPORT(MergeRow);
 
 void MirrorPanRow(int16_t* row, int parity, int sites) noexcept {
@@ -213,11 +196,6 @@ void SumGradients(const int16_t* row, const int16_t* up, const int16_t* down, in
 void InterpolatePanRow(const PanWindow& rows, const std::array<GradientRow, 5>& gradients, int parity, size_t sites,
                        int16_t* panAtColour) noexcept {
     HWY_DYNAMIC_DISPATCH(InterpolateRow)(rows, gradients, parity, sites, panAtColour);
-}
-
-void InterpolatePanRowFast(const int16_t* row, const int16_t* up, const int16_t* down, int parity, size_t sites,
-                           int16_t* panAtColour) noexcept {
-    HWY_DYNAMIC_DISPATCH(InterpolateRowFast)(row, up, down, parity, sites, panAtColour);
 }
 
 void MergePanRow(const int16_t* pan, const int16_t* panAtColour, int parity, size_t sites, int16_t* columns) noexcept {

@@ -57,10 +57,6 @@ void SumGradients(const int16_t* row, const int16_t* up, const int16_t* down, in
 void InterpolatePanRow(const PanWindow& rows, const std::array<GradientRow, 5>& gradients, int parity, size_t sites,
                        int16_t* panAtColour) noexcept;
 
-/** The same from the nearest pair of pan sites alone, along which pan changes less; a tie goes to the vertical pair. */
-void InterpolatePanRowFast(const int16_t* row, const int16_t* up, const int16_t* down, int parity, size_t sites,
-                           int16_t* panAtColour) noexcept;
-
 /** Pan and colour sites of a row in the order of the columns. */
 void MergePanRow(const int16_t* pan, const int16_t* panAtColour, int parity, size_t sites, int16_t* columns) noexcept;
 

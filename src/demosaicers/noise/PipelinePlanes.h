@@ -25,8 +25,7 @@ struct PipelinePlanes {
     int CellRows() const {
         return height / 2;
     }
-    /** Makes room for a working area; a demosaicer without sigma filters needs no margins. @return false without memory
-     */
+    /** Makes room for a working area. @return false without memory */
     bool Reserve(int newWidth, int newHeight) noexcept;
     void Release() noexcept;
 
