@@ -27,7 +27,7 @@ std::atomic<long> g_first{LONG_MAX}, g_end{LONG_MAX};
 std::atomic<uintptr_t> g_openMpBegin{0}, g_openMpEnd{0};
 
 std::atomic<bool> g_noting{false};
-std::atomic<void*> g_blocks[1 << 12];  // those that live; more are not in use at once
+std::atomic<void*> g_blocks[1 << 9];  // those that live; more are not in use at once
 
 /** Puts `to` where `from` stands. */
 void Exchange(void* from, void* to) {
