@@ -1,6 +1,4 @@
 #include <cstring>
-#include <memory>
-#include <new>
 
 #include "pipeline/RawSamples.h"
 #include "pipeline/ScratchArena.h"
@@ -10,9 +8,6 @@ int32_t Alg_Convolve1D(int32_t* plane, int32_t width, int32_t height, const floa
     using namespace kvx;
     if (width < 1 || height < 1) return kStageSuccess;
     if (taps < 1 || taps % 2 == 0) return kStageFailure;
-    const std::unique_ptr<float[]> reversed(new (std::nothrow) float[size_t(taps)]);
-    if (!reversed) return kStageFailure;
-    for (int32_t t = 0; t < taps; ++t) reversed[t] = kernel[taps - 1 - t];
     const size_t bytes = size_t(width) * height * sizeof *plane;
     auto* copy = static_cast<int32_t*>(PeekScratch(bytes, "pBuf", log));
     if (!copy) return kStageFailure;
@@ -29,7 +24,7 @@ int32_t Alg_Convolve1D(int32_t* plane, int32_t width, int32_t height, const floa
             const int64_t at = int64_t{row} * width + column;
             float sum = 0;
             for (int32_t t = -radius; t <= radius; ++t)
-                sum += static_cast<float>(copy[at + t * step]) * reversed[radius + t];
+                sum += static_cast<float>(copy[at + t * step]) * kernel[radius - t];
             plane[at] = Truncated(sum);
         }
     return kStageSuccess;

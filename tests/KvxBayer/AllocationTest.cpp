@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <climits>
 
-#include "support/BayerCamera.h"
+#include "support/Camera.h"
 #include "support/CountedAllocations.h"
 
 namespace kvx::test {

@@ -4,7 +4,7 @@
 
 #include <thread>
 
-#include "support/BayerCamera.h"
+#include "support/Camera.h"
 
 namespace kvx::test {
 namespace {

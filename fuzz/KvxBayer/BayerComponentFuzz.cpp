@@ -1,0 +1,66 @@
+// A Bayer component through a few calls with any records: nothing outside the buffers is touched, the result is a
+// documented one, and whatever is refused leaves the destination as it was.
+#include "KvxDemosaicing/KvxBayer.h"
+#include "support/Images.h"
+#include "support/InstructionSet.h"
+
+using namespace kvx::fuzz;
+
+namespace {
+
+void Convert(Input& input, KvxBayer* component) {
+    Image src, dst;
+    src.record.pixelType = DrawFormat(input, 3);
+    src.record.pixelDepth = input.Flag() ? input.Take<uint32_t>() : input.Below(18);
+    src.record.width = DrawLength(input);
+    src.record.height = DrawLength(input);
+    const uint64_t srcRow = uint64_t{src.record.width} * SampleBytes(src.record.pixelType);
+    src.record.lineStep = DrawStep(input, srcRow);
+
+    dst.record = src.record;
+    const bool alike = input.Below(8) != 0;
+    dst.record.pixelType = input.Flag() ? uint32_t{KvxFormat_RGB8} : DrawFormat(input, 2);
+    if (!alike) dst.record.width = DrawLength(input), dst.record.height = DrawLength(input);
+    const bool virtually = input.Flag();
+    const uint32_t dstSample =
+        SampleBytes(virtually ? src.record.pixelType : dst.record.pixelType);  // see KvxBayer::ConvertImage()
+    const uint64_t dstRow = uint64_t{dst.record.width} * 3 * dstSample;
+    dst.record.lineStep = DrawStep(input, dstRow);
+    if (!src.Allocate(input, src.record.height, srcRow)) return;
+    if (!dst.Allocate(input, dst.record.height, dst.record.lineStep)) return;
+    input.Fill(src.buffer->Data(), src.buffer->Size());
+    src.buffer->MakeReadOnly();
+    const auto before = dst.buffer->Content();
+
+    const uint32_t result = virtually ? component->ConvertImage(&src.record, &dst.record)
+                                      : KvxBayer_ConvertImage(component, &src.record, &dst.record);
+    RequireOneOf(result, {0, 1, 0x80050001, 0x80050007, 0x80050009});
+    const auto after = dst.buffer->Content();
+    Require(result == 0 ? PaddingIsIntact(before, after, dst.record.lineStep, dstRow) : before == after,
+            "only pixels of a picture that succeeds are written");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    Input input(data, size);
+    UseAnyInstructionSet(input);
+    KvxBayer* component = KvxBayer_CreateComponent();
+    for (int call = 0; call < 4 && !input.IsEmpty(); ++call) {
+        KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", input.Below(6));
+        _KvxImage src{}, dst{};
+        switch (input.Below(8)) {
+            case 0:
+                KvxBayer_ReleaseData(component);
+                break;
+            case 1:
+                src.pixelType = DrawFormat(input, 3);
+                RequireOneOf(KvxBayer_AllocData(component, &src, &dst), {0, 0x80050007, 0x80050009});
+                break;
+            default:
+                Convert(input, component);
+        }
+    }
+    KvxBayer_DeleteComponent(component);
+    return 0;
+}

@@ -1,0 +1,81 @@
+// The same bits from every algorithm whatever it runs on, and whatever runs beside it.
+#include <gtest/gtest.h>
+#include <omp.h>
+
+#include <memory>
+#include <thread>
+
+#include "KvxDemosaicing/KvxTrueSenseFlat.h"
+#include "support/Camera.h"
+#include "support/InstructionSets.h"
+
+namespace kvx::test {
+namespace {
+
+constexpr uint32_t kWidth = 301, kHeight = 530;  // tiles and bands for several threads, no whole vectors
+
+TEST(Threads, NeitherTheirNumberNorTheInstructionSetChangesAPicture) {
+    const int before = omp_get_max_threads();
+    for (const Stream& stream : AllStreams()) {
+        Camera camera(stream, 1, kWidth, kHeight);
+        omp_set_num_threads(1);
+        ASSERT_EQ(camera.Frame(), 0u) << stream.what;
+        const uint32_t expected = camera.Hash();
+        ForEachInstructionSet([&] {
+            for (const int threads : {1, 2, 3, 8, 17}) {
+                omp_set_num_threads(threads);
+                Camera other(stream, 1, kWidth, kHeight);
+                ASSERT_EQ(other.Frame(), 0u);
+                ASSERT_EQ(other.Hash(), expected) << stream.what << ", " << threads << " threads";
+            }
+        });
+    }
+    omp_set_num_threads(before);
+}
+
+TEST(Threads, EveryAlgorithmRunsInAThreadOfItsOwnBesideAllOthers) {
+    std::vector<std::unique_ptr<Camera>> cameras;
+    std::vector<uint32_t> expected;
+    for (const Stream& stream : AllStreams()) {
+        Camera alone(stream, 7, kWidth, kHeight);
+        ASSERT_EQ(alone.Frame(), 0u);
+        expected.push_back(alone.Hash());
+        cameras.push_back(std::make_unique<Camera>(stream, 7, kWidth, kHeight));
+    }
+    std::vector<std::thread> threads;
+    for (const auto& camera : cameras)
+        threads.emplace_back([&camera] {
+            for (int frame = 0; frame < 3; ++frame) EXPECT_EQ(camera->Frame(), 0u);
+        });
+    for (std::thread& thread : threads) thread.join();
+    for (size_t i = 0; i < cameras.size(); ++i) EXPECT_EQ(cameras[i]->Hash(), expected[i]) << AllStreams()[i].what;
+}
+
+TEST(Threads, FlatFunctionsWithObjectsOfTheirOwnRunInManyThreads) {
+    const auto convert = [](const Stream& stream, unsigned seed) {
+        GuardedImage src = MakeSource(stream.srcType, stream.depth, kWidth, 60, 0,
+                                      MakeSamples(Fill::Noise, kWidth, 60, stream.depth, seed));
+        GuardedImage dst(stream.dstType, kWidth, 60, kWidth * 3 * stream.dstSampleSize, kWidth * 6);
+        const bool isBayer = PixelTypeToTruesenseGrid(stream.srcType) == -1;
+        EXPECT_EQ(isBayer ? BayerToColor(&src.Record(), &dst.Record(), stream.algorithm)
+                          : TrueSenseToColor(&src.Record(), &dst.Record(), nullptr, stream.algorithm, true),
+                  0u)
+            << stream.what;
+        return dst.Pixels();
+    };
+    for (const Stream& stream : AllStreams()) {
+        constexpr unsigned count = 6;
+        std::vector<std::vector<uint8_t>> expected(count), pictures(count);
+        std::vector<std::thread> threads;
+        for (unsigned i = 0; i < count; ++i) expected[i] = convert(stream, i);
+        for (unsigned i = 0; i < count; ++i)
+            threads.emplace_back([&, i] {
+                for (int frame = 0; frame < 3; ++frame) pictures[i] = convert(stream, i);
+            });
+        for (std::thread& thread : threads) thread.join();
+        EXPECT_EQ(pictures, expected) << stream.what;
+    }
+}
+
+}  // namespace
+}  // namespace kvx::test

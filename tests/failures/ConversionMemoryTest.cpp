@@ -1,0 +1,249 @@
+// Each allocation of a conversion fails once, and each together with all after it: the documented code, a destination
+// as it was, nothing leaked, and an object that converts as if nothing had happened.
+#include <gtest/gtest.h>
+#include <omp.h>
+
+#include <climits>
+#include <functional>
+#include <opencv2/core.hpp>
+
+#include "KvxDemosaicing/KvxTrueSenseFlat.h"
+#include "support/BayerFrames.h"
+#include "support/FailingMemory.h"
+
+namespace kvx::test {
+namespace {
+
+constexpr uint32_t kWidth = 40, kHeight = 260;  // bands and tiles for two threads
+/** OpenCV 4.6 loses a matrix whose bytes it got, but not the record that counts their users. */
+constexpr long kLostByOpenCv = 1;
+constexpr uint32_t kBayerNoMemory = 0x80050009, kTrueSenseNoMemory = 0x80060009;
+
+/** The C functions of a component, so that both run through one test. */
+struct BayerCalls {
+    using Component = KvxBayer;
+    static constexpr auto Create = KvxBayer_CreateComponent;
+    static constexpr auto Parameters = KvxBayer_GetComponent;
+    static constexpr auto AllocData = KvxBayer_AllocData;
+    static constexpr auto ConvertImage = KvxBayer_ConvertImage;
+    static constexpr auto Delete = KvxBayer_DeleteComponent;
+    static constexpr const char* algorithmName = "BayerAlgType";
+    static constexpr uint32_t parameterCount = 2, noMemory = kBayerNoMemory;
+};
+struct TrueSenseCalls {
+    using Component = KvxTrueSense;
+    static constexpr auto Create = KvxTrueSense_CreateComponent;
+    static constexpr auto Parameters = KvxTrueSense_GetComponent;
+    static constexpr auto AllocData = KvxTrueSense_AllocData;
+    static constexpr auto ConvertImage = KvxTrueSense_ConvertImage;
+    static constexpr auto Delete = KvxTrueSense_DeleteComponent;
+    static constexpr const char* algorithmName = "TrueSenseAlgType";
+    static constexpr uint32_t parameterCount = 66, noMemory = kTrueSenseNoMemory;
+};
+
+class ConversionMemory : public testing::Test {
+protected:
+    ConversionMemory() {
+        omp_set_num_threads(2);
+        cv::setNumThreads(1);                                       // its pool's threads allocate when they please
+        EXPECT_THROW(cv::fastMalloc(SIZE_MAX / 2), cv::Exception);  // what it keeps of the first one is not a leak
+    }
+    ~ConversionMemory() override {
+        omp_set_num_threads(m_threads);
+        cv::setNumThreads(-1);
+    }
+
+    static GuardedImage Source(uint32_t format, int depth) {
+        return MakeSource(format, depth, kWidth, kHeight, 0, MakeSamples(Fill::Noise, kWidth, kHeight, depth, 1));
+    }
+    static GuardedImage Destination(uint32_t format, size_t sampleSize) {
+        return {format, kWidth, kHeight, kWidth * 3 * sampleSize, kWidth * 3 * sampleSize + 4};
+    }
+
+    /** Runs `attempt(first, count)` for every allocation, by itself and with all after it, until none is left. */
+    static void FailEach(const std::function<long(long, long)>& attempt, long atLeast) {
+        for (const long count : {1L, LONG_MAX}) {
+            long first = 0;
+            while (attempt(first, count) > 0 && !HasFailure()) ++first;
+            EXPECT_GE(first, atLeast) << "allocations";
+            s_injected += first;
+        }
+        RecordProperty("failuresInjected", std::to_string(s_injected));
+    }
+
+    template <class Calls>
+    static void LifeCycle(uint32_t srcFormat, int depth, uint32_t dstFormat, size_t sampleSize, int algorithm) {
+        const bool usesOpenCv = Calls::noMemory == kTrueSenseNoMemory && algorithm == KvxTrueSenseAlgorithm_BayerLike;
+        GuardedImage src = Source(srcFormat, depth), expected = Destination(dstFormat, sampleSize);
+        const auto make = [&] {
+            typename Calls::Component* component = Calls::Create();
+            if (!component) return component;
+            KvxComponent* parameters = Calls::Parameters(component);
+            EXPECT_EQ(KvxComponent_GetParamCount(parameters), Calls::parameterCount);
+            EXPECT_EQ(KvxComponent_SetParamInt(parameters, Calls::algorithmName, algorithm), 0u);
+            return component;
+        };
+        for (int warmUp = 0; warmUp < 2; ++warmUp) {  // what OpenCV and OpenMP keep is not ours
+            auto* component = make();
+            ASSERT_EQ(Calls::ConvertImage(component, &src.Record(), &expected.Record()), 0u);
+            Calls::Delete(component);
+        }
+        GuardedImage dst = expected.Fresh();
+        const auto before = dst.Pixels(), wanted = expected.Pixels();
+        const auto attempt = [&](long first, long count) {
+            dst.SetPixels(before);
+            FailAllocations(first, count);
+            auto* component = make();
+            uint32_t allocated = 0, converted = 0;
+            if (component) {
+                allocated = Calls::AllocData(component, &src.Record(), &dst.Record());
+                converted = Calls::ConvertImage(component, &src.Record(), &dst.Record());
+            }
+            const long failed = StopFailing();
+            EXPECT_TRUE(component || failed);
+            EXPECT_TRUE(allocated == 0 || (failed && allocated == Calls::noMemory)) << std::hex << allocated;
+            EXPECT_TRUE(converted == 0 || (failed && converted == Calls::noMemory)) << std::hex << converted;
+            if (component) {
+                EXPECT_EQ(converted == 0, dst.Pixels() == wanted);
+                EXPECT_TRUE(converted == 0 || dst.Untouched());
+                EXPECT_EQ(Calls::ConvertImage(component, &src.Record(), &dst.Record()), 0u) << "once there is memory";
+                EXPECT_TRUE(dst.GuardsIntact() && dst.Pixels() == wanted);
+            }
+            Calls::Delete(component);
+            EXPECT_LE(LeakedBlocks(), usesOpenCv ? kLostByOpenCv : 0);
+            if (HasFailure()) ADD_FAILURE() << "algorithm " << algorithm << ", allocations " << first << " on";
+            return failed;
+        };
+        FailEach(attempt, 2);
+    }
+
+    /** `convert` is a flat call; `prepare` makes it need its memory anew. */
+    static void Flat(
+        const std::function<uint32_t(GuardedImage&)>& convert, GuardedImage expected, uint32_t noMemory, long mayKeep,
+        long atLeast, const std::function<void()>& prepare = [] {}) {
+        prepare();
+        ASSERT_EQ(convert(expected), 0u);
+        GuardedImage dst = expected.Fresh();
+        const auto before = dst.Pixels(), wanted = expected.Pixels();
+        const auto attempt = [&](long first, long count) {
+            dst.SetPixels(before);
+            prepare();
+            FailAllocations(first, count);
+            const uint32_t result = convert(dst);
+            const long failed = StopFailing();
+            EXPECT_TRUE(result == 0 || (failed && result == noMemory)) << std::hex << result;
+            EXPECT_TRUE(result == 0 ? dst.Pixels() == wanted : dst.Untouched());
+            EXPECT_LE(LeakedBlocks(), mayKeep);
+            EXPECT_EQ(convert(dst), 0u) << "once there is memory";
+            EXPECT_TRUE(dst.GuardsIntact() && dst.Pixels() == wanted);
+            if (HasFailure()) ADD_FAILURE() << "allocations " << first << " on";
+            return failed;
+        };
+        FailEach(attempt, atLeast);
+    }
+
+private:
+    static inline long s_injected = 0;
+    int m_threads = omp_get_max_threads();
+};
+
+constexpr int kTrueSenseAlgorithms[] = {KvxTrueSenseAlgorithm_Fast, KvxTrueSenseAlgorithm_BayerLike,
+                                        KvxTrueSenseAlgorithm_Kodak};
+
+TEST_F(ConversionMemory, OfBayerComponents) {
+    for (const int algorithm : {0, 1, 2}) {
+        LifeCycle<BayerCalls>(KvxFormat_BayerRG8, 8, KvxFormat_RGB8, 1, algorithm);
+        LifeCycle<BayerCalls>(KvxFormat_BayerGR12, 12, KvxFormat_BGR12, 2, algorithm);
+        LifeCycle<BayerCalls>(KvxFormat_BayerGR12, 12, KvxFormat_RGB8, 1, algorithm);
+    }
+}
+
+TEST_F(ConversionMemory, OfTrueSenseComponents) {
+    for (const int algorithm : kTrueSenseAlgorithms) {
+        LifeCycle<TrueSenseCalls>(KvxFormat_TrueSense_BGGR_WBBW_0_8, 8, KvxFormat_RGB8, 1, algorithm);
+        LifeCycle<TrueSenseCalls>(KvxFormat_TrueSense_BGGR_WBBW_1_12, 12, KvxFormat_BGR12, 2, algorithm);
+        LifeCycle<TrueSenseCalls>(KvxFormat_TrueSense_BGGR_WBBW_1_12, 12, KvxFormat_RGB8, 1, algorithm);
+    }
+}
+
+TEST_F(ConversionMemory, OfFlatBayerFunctions) {
+    for (const int algorithm : {0, 1, 2}) {
+        GuardedImage src = Source(KvxFormat_BayerGB12, 12);
+        const auto convert = [&](GuardedImage& dst) { return BayerToColor(&src.Record(), &dst.Record(), algorithm); };
+        const long atLeast = algorithm == 1 ? 2 : 0;
+        Flat(convert, Destination(KvxFormat_RGB12, 2), kBayerNoMemory, 0, atLeast);
+        Flat(convert, Destination(KvxFormat_RGB8, 1), kBayerNoMemory, 0, atLeast);
+    }
+}
+
+TEST_F(ConversionMemory, OfFlatTrueSenseFunctions) {
+    GuardedImage src = Source(KvxFormat_TrueSense_BGGR_WBBW_2_12, 12);
+    GuardedImage small =
+        MakeSource(KvxFormat_TrueSense_BGGR_WBBW_2_12, 12, 20, 8, 0, MakeSamples(Fill::Noise, 20, 8, 12, 1));
+    for (const int algorithm : kTrueSenseAlgorithms)
+        for (const bool temporary : {true, false}) {
+            const auto convert = [&](GuardedImage& dst) {
+                return TrueSenseToColor(&src.Record(), &dst.Record(), nullptr, algorithm, temporary);
+            };
+            const auto convertSmallOne = [&] {  // the function's own object gives back what the other frame needs
+                GuardedImage dst(KvxFormat_RGB12, 20, 8, 20 * 6, 20 * 6);
+                EXPECT_EQ(TrueSenseToColor(&small.Record(), &dst.Record(), nullptr, algorithm, temporary), 0u);
+            };
+            const long lost = algorithm == KvxTrueSenseAlgorithm_BayerLike ? kLostByOpenCv : 0;
+            Flat(convert, Destination(KvxFormat_RGB12, 2), kTrueSenseNoMemory, temporary ? lost : LONG_MAX, 1,
+                 convertSmallOne);
+        }
+}
+
+/** The image-processing library's allocator, throwing what its makers may think of. */
+class ThrowingAllocator : public cv::MatAllocator {
+public:
+    enum What { OpenCvs, Foreign };
+    ThrowingAllocator(int good, What what) : m_good(good), m_what(what) {
+        cv::Mat::setDefaultAllocator(this);
+    }
+    ~ThrowingAllocator() override {
+        cv::Mat::setDefaultAllocator(nullptr);
+    }
+    bool HasThrown() const {
+        return m_good < 0;
+    }
+    cv::UMatData* allocate(int dims, const int* sizes, int type, void* data, size_t* step, cv::AccessFlag flags,
+                           cv::UMatUsageFlags usage) const override {
+        if (m_good-- > 0) return cv::Mat::getStdAllocator()->allocate(dims, sizes, type, data, step, flags, usage);
+        m_good = -1;
+        if (m_what == Foreign) throw 42;
+        throw cv::Exception(cv::Error::StsInternal, "not today", "allocate", __FILE__, __LINE__);
+    }
+    bool allocate(cv::UMatData* data, cv::AccessFlag, cv::UMatUsageFlags) const override {
+        return data != nullptr;
+    }
+    void deallocate(cv::UMatData* data) const override {
+        cv::Mat::getStdAllocator()->deallocate(data);
+    }
+
+private:
+    mutable int m_good;
+    What m_what;
+};
+
+TEST_F(ConversionMemory, ExceptionsOfTheImageLibraryStopAtTheEdge) {
+    GuardedImage src = Source(KvxFormat_TrueSense_BGGR_WBBW_0_12, 12);
+    for (const auto what : {ThrowingAllocator::OpenCvs, ThrowingAllocator::Foreign}) {
+        int thrown = 0;
+        for (bool hasThrown = true; hasThrown;) {
+            GuardedImage dst = Destination(KvxFormat_RGB12, 2);
+            const ThrowingAllocator allocator(thrown, what);
+            const uint32_t result =
+                TrueSenseToColor(&src.Record(), &dst.Record(), nullptr, KvxTrueSenseAlgorithm_BayerLike, true);
+            hasThrown = allocator.HasThrown();
+            ASSERT_EQ(result, hasThrown ? kTrueSenseNoMemory : 0u) << "matrix " << thrown;
+            ASSERT_EQ(dst.Untouched(), hasThrown);
+            thrown += hasThrown;
+        }
+        EXPECT_GE(thrown, 6) << "matrices";
+    }
+}
+
+}  // namespace
+}  // namespace kvx::test

@@ -1,0 +1,80 @@
+/** A source of frames for tests of what happens from frame to frame. */
+#pragma once
+
+#include "KvxDemosaicing/KvxPipeline.h"
+#include "KvxDemosaicing/KvxTrueSense.h"
+#include "support/BayerFrames.h"
+
+namespace kvx::test {
+
+struct Stream {
+    const char* what;
+    uint32_t srcType, dstType;
+    int depth, algorithm;
+    size_t dstSampleSize, padding;
+};
+inline constexpr Stream kStreams[] = {
+    {"8 bits", KvxFormat_BayerRG8, KvxFormat_RGB8, 8, 0, 1, 0},
+    {"12 bits", KvxFormat_BayerGR12, KvxFormat_BGR12, 12, 0, 2, 0},
+    {"12 bits edge-aware", KvxFormat_BayerGR12, KvxFormat_BGR12, 12, 2, 2, 0},
+    {"12 bits edge-aware, padded rows", KvxFormat_BayerGR12, KvxFormat_BGR12, 12, 2, 2, 10},
+    {"8 bits in-house", KvxFormat_BayerGB8, KvxFormat_BGR8, 8, 1, 1, 0},
+    {"12 bits in-house, padded rows", KvxFormat_BayerGR12, KvxFormat_RGB12, 12, 1, 2, 6},
+    {"12 bits to bytes", KvxFormat_BayerGR12, KvxFormat_RGB8, 12, 0, 1, 3},
+};
+
+inline constexpr Stream kTrueSenseStreams[] = {
+    {"TrueSense 8 bits", KvxFormat_TrueSense_BGGR_WBBW_1_8, KvxFormat_RGB8, 8, 0, 1, 0},
+    {"TrueSense 12 bits", KvxFormat_TrueSense_GBRG_WGGW_2_12, KvxFormat_BGR12, 12, 0, 2, 6},
+    {"TrueSense 8 bits Bayer-like", KvxFormat_TrueSense_RGGB_WRRW_0_8, KvxFormat_BGR8, 8, 2, 1, 3},
+    {"TrueSense 14 bits Bayer-like", KvxFormat_TrueSense_BGGR_WBBW_3_14, KvxFormat_RGB8, 14, 2, 1, 0},
+    {"TrueSense 8 bits, noise reduced", KvxFormat_TrueSense_GRBG_WGGW_2_8, KvxFormat_RGB8, 8, 4, 1, 0},
+    {"TrueSense 12 bits, noise reduced", KvxFormat_TrueSense_BGGR_WBBW_0_12, KvxFormat_RGB12, 12, 4, 2, 0},
+};
+
+/** The streams of both families. */
+inline std::vector<Stream> AllStreams() {
+    std::vector<Stream> streams(std::begin(kStreams), std::end(kStreams));
+    streams.insert(streams.end(), std::begin(kTrueSenseStreams), std::end(kTrueSenseStreams));
+    return streams;
+}
+
+/** A component of the stream's family, and a frame for it. */
+class Camera {
+public:
+    explicit Camera(const Stream& stream, unsigned seed = 1, uint32_t width = 640, uint32_t height = 480)
+        : m_src(MakeSource(stream.srcType, stream.depth, width, height, stream.padding,
+                           MakeSamples(Fill::Noise, width, height, stream.depth, seed))),
+          m_dst(stream.dstType, width, height, width * 3 * stream.dstSampleSize,
+                width * 3 * stream.dstSampleSize + stream.padding) {
+        if (PixelTypeToTruesenseGrid(stream.srcType) == -1)
+            m_bayer = KvxBayer_CreateComponent();
+        else
+            m_trueSense = KvxTrueSense_CreateComponent();
+        KvxComponent_SetParamInt(KvxBayer_GetComponent(m_bayer), "BayerAlgType", stream.algorithm);
+        KvxComponent_SetParamInt(KvxTrueSense_GetComponent(m_trueSense), "TrueSenseAlgType", stream.algorithm);
+    }
+    Camera(const Camera&) = delete;
+    ~Camera() {
+        KvxBayer_DeleteComponent(m_bayer);
+        KvxTrueSense_DeleteComponent(m_trueSense);
+    }
+    uint32_t Frame() {
+        return m_bayer ? KvxBayer_ConvertImage(m_bayer, &m_src.Record(), &m_dst.Record())
+                       : KvxTrueSense_ConvertImage(m_trueSense, &m_src.Record(), &m_dst.Record());
+    }
+    std::vector<uint8_t> Picture() {
+        return m_dst.Pixels();
+    }
+    uint32_t Hash() {
+        const auto picture = Picture();
+        return calcHash(picture.data(), static_cast<int32_t>(picture.size()), 1, 0);
+    }
+
+private:
+    KvxBayer* m_bayer = nullptr;
+    KvxTrueSense* m_trueSense = nullptr;
+    GuardedImage m_src, m_dst;
+};
+
+}  // namespace kvx::test
