@@ -147,7 +147,8 @@ private:
     int m_threads = omp_get_max_threads();
 };
 
-constexpr int kTrueSenseAlgorithms[] = {KvxTrueSenseAlgorithm_Fast, KvxTrueSenseAlgorithm_BayerLike,
+constexpr int kTrueSenseAlgorithms[] = {KvxTrueSenseAlgorithm_Fast, KvxTrueSenseAlgorithm_Simple,
+                                        KvxTrueSenseAlgorithm_BayerLike, KvxTrueSenseAlgorithm_KodakLike,
                                         KvxTrueSenseAlgorithm_Kodak};
 
 TEST_F(ConversionMemory, OfBayerComponents) {

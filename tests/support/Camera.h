@@ -30,6 +30,10 @@ inline constexpr Stream kTrueSenseStreams[] = {
     {"TrueSense 14 bits Bayer-like", KvxFormat_TrueSense_BGGR_WBBW_3_14, KvxFormat_RGB8, 14, 2, 1, 0},
     {"TrueSense 8 bits, noise reduced", KvxFormat_TrueSense_GRBG_WGGW_2_8, KvxFormat_RGB8, 8, 4, 1, 0},
     {"TrueSense 12 bits, noise reduced", KvxFormat_TrueSense_BGGR_WBBW_0_12, KvxFormat_RGB12, 12, 4, 2, 0},
+    {"TrueSense 12 bits, noise reduced fast", KvxFormat_TrueSense_BGGR_WBBW_1_12, KvxFormat_RGB8, 12, 3, 1, 5},
+    {"TrueSense 10 bits, noise reduced fast", KvxFormat_TrueSense_RGGB_WRRW_3_10, KvxFormat_BGR10, 10, 3, 2, 0},
+    {"TrueSense 8 bits, light", KvxFormat_TrueSense_GBRG_WGGW_1_8, KvxFormat_RGB8, 8, 1, 1, 0},
+    {"TrueSense 14 bits, light", KvxFormat_TrueSense_GRBG_WGGW_0_14, KvxFormat_RGB14, 14, 1, 2, 2},
 };
 
 /** The streams of both families. */
