@@ -6,8 +6,12 @@
 namespace kvx {
 namespace {
 
-void SubtractFloor(int32_t darkFloor, size_t count, uint16_t* samples) {
+void CalculateDarkFloorSubtract(int32_t darkFloor, size_t count, uint16_t* samples) {
     for (size_t i = 0; i < count; ++i) samples[i] = static_cast<uint16_t>(SubtractedFloor(samples[i], darkFloor));
+}
+
+int32_t CalculateGlobalGain(int32_t sample, float gain) {
+    return gain > 1.0F ? Gained(sample, gain) : sample;
 }
 
 }  // namespace
@@ -15,7 +19,7 @@ void SubtractFloor(int32_t darkFloor, size_t count, uint16_t* samples) {
 void MakeRawTables(const ImageProcessParam& param, RawTables& tables) noexcept {
     tables.darkFloor = param.darkFloor;
     for (int32_t i = 0; i < RawTables::kValues; ++i) {
-        const int32_t sample = param.globalGain > 1.0F ? Gained(i, param.globalGain) : i;
+        const int32_t sample = CalculateGlobalGain(i, param.globalGain);
         tables.pan[i] = static_cast<uint16_t>(Linear12toGamma10[Balanced(sample, param.panBalance)]);
         tables.red[i] = static_cast<uint16_t>(Balanced(sample, param.redBalance));
         tables.green[i] = static_cast<uint16_t>(Balanced(sample, param.greenBalance));
@@ -25,8 +29,8 @@ void MakeRawTables(const ImageProcessParam& param, RawTables& tables) noexcept {
 
 void TakeCells(const RawTables& tables, int row, uint16_t* upper, uint16_t* lower, size_t cells, int16_t* pan0,
                int16_t* pan1, int16_t* colour) noexcept {
-    SubtractFloor(tables.darkFloor, 2 * cells, upper);
-    SubtractFloor(tables.darkFloor, 2 * cells, lower);
+    CalculateDarkFloorSubtract(tables.darkFloor, 2 * cells, upper);
+    CalculateDarkFloorSubtract(tables.darkFloor, 2 * cells, lower);
     // Pairs of cells are blue and green in the tile's first two rows, green and red in the others.
     const bool isBlueFirst = row % 4 == 0;
     const RawTables::Table& first = isBlueFirst ? tables.blue : tables.green;

@@ -90,7 +90,7 @@ void SpreadDown(const int32_t* up, const int32_t* row, const int32_t* down, bool
         HWY_DYNAMIC_DISPATCH(DownRow4)(up, row, down, cells, spread);
 }
 
-void DoubleAcross(const int32_t* row, size_t cells, float* doubled) noexcept {
+void CalculateConvolveSimple1D(const int32_t* row, size_t cells, float* doubled) noexcept {
     HWY_DYNAMIC_DISPATCH(DoubleRow)(row, cells, doubled);
     doubled[0] = static_cast<float>(row[0]);
     doubled[2 * cells - 1] = static_cast<float>(row[cells - 1]);

@@ -24,7 +24,7 @@ void SpreadDown(const int32_t* up, const int32_t* row, const int32_t* down, bool
                 int32_t* spread) noexcept;
 
 /** Doubles a row and smoothes it, weights 1/4 1/2 1/4. A vector beside the row may be read. */
-void DoubleAcross(const int32_t* row, size_t cells, float* doubled) noexcept;
+void CalculateConvolveSimple1D(const int32_t* row, size_t cells, float* doubled) noexcept;
 
 /** A full-resolution row: doubled rows with weights 1/4 1/2 1/4. */
 struct DoubledRows {

@@ -46,7 +46,8 @@ DoubledRows UpSampler::RowsAbout(int plane, int row) const {
 void UpSampler::LowPanUpSample(int row, int32_t* values, int16_t* codes) noexcept {
     const int last = std::min(row / 2 + row % 2, m_planes.cellRows - 1);
     for (; m_nextPan <= last; ++m_nextPan)
-        DoubleAcross(m_planes.lowPan->Row(m_nextPan), static_cast<size_t>(m_planes.cells), Doubled(kPan, m_nextPan));
+        CalculateConvolveSimple1D(m_planes.lowPan->Row(m_nextPan), static_cast<size_t>(m_planes.cells),
+                                  Doubled(kPan, m_nextPan));
     FinishLowPan(RowsAbout(kPan, row), 2 * static_cast<size_t>(m_planes.cells), values, codes);
 }
 
@@ -72,7 +73,7 @@ void UpSampler::DoubleColours(int cellRow) {
         const int32_t* up = isBorder ? nullptr : Sums(colour, cellRow - 1);
         const int32_t* down = isBorder ? nullptr : Sums(colour, cellRow + 1);
         SpreadDown(up, Sums(colour, cellRow), down, colour == kGreen, static_cast<size_t>(m_planes.cells), spread);
-        DoubleAcross(spread, static_cast<size_t>(m_planes.cells), Doubled(colour, cellRow));
+        CalculateConvolveSimple1D(spread, static_cast<size_t>(m_planes.cells), Doubled(colour, cellRow));
     }
 }
 
