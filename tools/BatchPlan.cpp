@@ -67,6 +67,7 @@ std::vector<FileTask> PlanFiles(const std::vector<std::string>& files, const std
     }
     const PictureKind kind = PictureKindFor(pattern);
     std::vector<FileTask> tasks;
+    tasks.reserve(files.size());
     for (const std::string& input : files) {
         tasks.push_back({input, Filled(pattern, input), kind});
     }

@@ -59,9 +59,10 @@ frame::Format RequireDestination(const std::string& name) {
 }
 
 _KvxRect ParseCrop(const std::string& text) {
+    const std::array<double, 4> given = ParseNumbers<4>("--crop", text);
     std::array<uint32_t, 4> numbers{};
     for (size_t index = 0; index < numbers.size(); ++index) {
-        const double number = ParseNumbers<4>("--crop", text)[index];
+        const double number = given[index];
         if (number < 0 || number > INT32_MAX || number != static_cast<uint32_t>(number)) {
             Fail(ExitCode::Usage, "--crop: '{}' is no region: give X,Y,WIDTH,HEIGHT in pixels", text);
         }
