@@ -5,8 +5,6 @@
 #include <opencv2/imgproc.hpp>
 #include <vector>
 
-#include "tools/FilterTile.h"
-
 namespace kvx::tool {
 namespace {
 
@@ -42,14 +40,31 @@ private:
     std::vector<double> m_light;
 };
 
-/** Shares of blue, green and red, in the order of a pixel, behind each filter. */
+/** Shares of blue, green and red, in the order of a pixel, behind the filter at each site of a mosaic. */
 class Filters {
 public:
-    explicit Filters(const std::array<double, 3>& panWeights) {
+    Filters(const frame::Format& format, const std::array<double, 3>& panWeights) {
         const double sum = panWeights[0] + panWeights[1] + panWeights[2];
-        m_clear = {panWeights[2] / sum, panWeights[1] / sum, panWeights[0] / sum};
+        const cv::Vec3d clear(panWeights[2] / sum, panWeights[1] / sum, panWeights[0] / sum);
+        for (uint32_t row = 0; row < kSide; ++row) {
+            for (uint32_t column = 0; column < kSide; ++column) {
+                const char letter = frame::FilterAt(format, row, column);
+                m_shares[row * kSide + column] = Behind(letter, clear);
+                m_isClear[row * kSide + column] = letter != 'R' && letter != 'G' && letter != 'B';
+            }
+        }
     }
-    cv::Vec3d Behind(char letter) const {
+    const cv::Vec3d& At(uint32_t row, uint32_t column) const {
+        return m_shares[row % kSide * kSide + column % kSide];
+    }
+    bool IsClear(uint32_t row, uint32_t column) const {
+        return m_isClear[row % kSide * kSide + column % kSide];
+    }
+
+private:
+    static constexpr uint32_t kSide = 4;  // of the largest tile, and a multiple of the others'
+
+    static cv::Vec3d Behind(char letter, const cv::Vec3d& clear) {
         switch (letter) {
             case 'B':
                 return {1, 0, 0};
@@ -58,12 +73,12 @@ public:
             case 'R':
                 return {0, 0, 1};
             default:
-                return m_clear;
+                return clear;
         }
     }
 
-private:
-    cv::Vec3d m_clear;
+    std::array<cv::Vec3d, kSide * kSide> m_shares;
+    std::array<bool, kSide * kSide> m_isClear{};
 };
 
 /** Halves go up; shares such as 1/3 may leave a half a hair short of it. */
@@ -78,18 +93,13 @@ double Noisy(double share, const NoiseLine& line, NormalDeviates& deviates) {
     return std::clamp(share + line.DeviationAt(share * kModelWhite) / kModelWhite * deviates.Next(), 0.0, 1.0);
 }
 
-bool IsColour(char filter) {
-    return filter == 'R' || filter == 'G' || filter == 'B';
-}
-
 }  // namespace
 
-RawFrame MakeMosaic(const Picture& picture, const PixelFormat& format, const Sensor& sensor) {
+RawFrame MakeMosaic(const Picture& picture, const frame::Format& format, const Sensor& sensor) {
     const cv::Mat words = AsColourWords(picture.pixels);
-    const FilterTile tile(format);
-    const Filters filters(sensor.panWeights);
+    const Filters filters(format, sensor.panWeights);
     const LightTable light(picture.maximum, sensor.isLinear);
-    const double white = LargestSample(format);
+    const double white = frame::White(format);
     cv::Mat samples(words.size(), CV_16UC1);
 #pragma omp parallel for
     for (int row = 0; row < words.rows; ++row) {
@@ -99,18 +109,17 @@ RawFrame MakeMosaic(const Picture& picture, const PixelFormat& format, const Sen
         for (int column = 0; column < words.cols; ++column) {
             const cv::Vec3w& pixel = pixels[column];
             const cv::Vec3d colours(light(pixel[0]), light(pixel[1]), light(pixel[2]));
-            const char filter = tile.At(row, column);
-            double share = colours.dot(filters.Behind(filter));
+            double share = colours.dot(filters.At(row, column));
             if (sensor.noise) {
-                share = Noisy(share, IsColour(filter) ? sensor.noise->colour : sensor.noise->pan, deviates);
+                share = Noisy(share, filters.IsClear(row, column) ? sensor.noise->pan : sensor.noise->colour, deviates);
             }
             out[column] = RoundedSample(white * share);
         }
     }
-    if (BytesPerSample(format) == 1) {
+    if (format.bits == 8) {
         samples.convertTo(samples, CV_8U);
     }
-    return {&format, samples};
+    return {frame::Unpacked(format), samples};
 }
 
 }  // namespace kvx::tool

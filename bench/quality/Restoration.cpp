@@ -26,7 +26,8 @@ constexpr Algorithm kAlgorithms[] = {
     {"kodak", Family::TrueSense, KvxTrueSenseAlgorithm_Kodak},
 };
 
-_KvxImage RecordOf(const cv::Mat& image, const _KvxPixelFormat& format) {
+_KvxImage RecordOf(const cv::Mat& image, const char* formatName) {
+    const _KvxPixelFormat& format = *KvxPixelFormat_ByName(formatName);
     _KvxImage record{};
     record.structSize = sizeof record;
     record.structVersion = KVX_IMAGE_VERSION;
@@ -137,11 +138,11 @@ cv::Mat Restored(const tool::Picture& picture, const Setting& setting) {
         sensor.noise = tool::NoiseAt(params, *setting.analogGain);
         sensor.noiseSeed = setting.seed;
     }
-    const auto frame =
-        tool::MakeMosaic(picture, tool::RequireFormat(isBayer ? "BayerRG8" : "TrueSense_BGGR_WBBW_0_12"), sensor);
-    cv::Mat result(frame.samples.size(), CV_8UC3);
-    const _KvxImage src = RecordOf(frame.samples, *frame.format);
-    _KvxImage dst = RecordOf(result, tool::RequireFormat("BGR8"));
+    const char* format = isBayer ? "BayerRG8" : "TrueSense_BGGR_WBBW_0_12";
+    const cv::Mat samples = tool::MakeMosaic(picture, frame::FormatByName(format), sensor).samples;
+    cv::Mat result(samples.size(), CV_8UC3);
+    const _KvxImage src = RecordOf(samples, format);
+    _KvxImage dst = RecordOf(result, "BGR8");
     const uint32_t refusal = isBayer ? BayerToColor(&src, &dst, algorithm.number)
                                      : TrueSenseToColor(&src, &dst, &params, algorithm.number, true);
     if (refusal) throw std::runtime_error(std::string("algorithm ") + algorithm.name + ": " + KvxResult_Text(refusal));
