@@ -12,6 +12,7 @@
 #include "tools/MosaicCommand.h"
 #include "tools/ParamsCommand.h"
 #include "tools/ToolError.h"
+#include "tools/look/ExplainCommand.h"
 
 namespace kvx::tool {
 namespace {
@@ -53,6 +54,7 @@ int RunTool(int argc, char** argv) {
     AddFormatsCommand(tool);
     AddParamsCommand(tool);
     AddDemoCommand(tool);
+    AddExplainCommand(tool);
     try {
         tool.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
