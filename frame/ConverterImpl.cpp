@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "frame/Balance.h"
 #include "frame/Fail.h"
 
 namespace kvx::frame {
@@ -94,9 +95,7 @@ void ConverterImpl::Check(const SourceView& source, const DestinationView& desti
     if (source.width != destination.width || source.height != destination.height)
         Fail(KvxResult_InvalidArgument, "the source has {} x {} pixels, the destination {} x {}: make them equal",
              source.width, source.height, destination.width, destination.height);
-    if (finish && finish->blackLevel >= White(source.format))
-        Fail(KvxResult_InvalidArgument, "a black level of {} leaves nothing of {}: white is {}", finish->blackLevel,
-             Name(source.format), White(source.format));
+    if (finish) CheckLevels(source, *finish);
     if (Overlap(source, destination))
         Fail(KvxResult_InvalidArgument, "source and destination share memory: convert into another buffer");
 }
@@ -113,7 +112,7 @@ SourceView ConverterImpl::WithMirrorParameters(SourceView source) const {
 Gains ConverterImpl::GainsFor(const SourceView& source) {
     if (!finish) return {};
     if (finish->whiteBalance == WhiteBalance::Given) return finish->gains;
-    const Gains found = m_meter.Measure(source, finish->blackLevel, finish->whiteBalance);
+    const Gains found = m_meter.Measure(source, *finish);
     return {found.red * finish->gains.red, found.green * finish->gains.green, found.blue * finish->gains.blue,
             found.pan * finish->gains.pan};
 }

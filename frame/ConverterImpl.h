@@ -16,7 +16,7 @@ class ConverterImpl {
 public:
     explicit ConverterImpl(Family family);
 
-    void Convert(const SourceView& source, const DestinationView& destination);
+    void Convert(const SourceView& given, const DestinationView& destination);
     void Release() noexcept;
 
     Family family;

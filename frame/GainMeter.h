@@ -1,6 +1,7 @@
 /** Finds the white balance of frames; keeps its memory from frame to frame. */
 #pragma once
 
+#include <array>
 #include <vector>
 
 #include "KvxFrame/Finish.h"
@@ -9,22 +10,24 @@ namespace kvx::frame {
 
 class GainMeter {
 public:
-    /** As MeasureGains(), of a valid view. */
-    Gains Measure(const SourceView& source, uint32_t blackLevel, WhiteBalance method);
+    /** As MeasureGains(), of a valid view and levels that fit it. */
+    Gains Measure(const SourceView& source, const Finish& finish);
 
 private:
     static constexpr int kBins = 4096;
     static constexpr int kColours = 3;
 
-    void Count(const SourceView& source, uint32_t firstRow, uint32_t black);
-    double Mean(int colour) const;
-    double Percentile(int colour) const;
+    /** Tiles that are equally bright: means of their colours, above black and of 16 bits, added up. */
+    struct Bin {
+        std::array<uint64_t, kColours> sums;
+        uint64_t count;
+    };
+
+    void Count(const SourceView& source, uint32_t firstRow, uint32_t black, uint32_t clipped);
+    Bin Brightest(double share) const;
 
     std::vector<uint16_t> m_rows;
-    std::vector<uint32_t> m_histograms;  // kColours x kBins
-    struct {
-        uint64_t sum, count;
-    } m_totals[kColours];
+    std::vector<Bin> m_bins;  // by brightness
 };
 
 }  // namespace kvx::frame

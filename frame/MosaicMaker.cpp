@@ -39,7 +39,7 @@ SourceView MosaicMaker::Make(const SourceView& source, const Format& format, con
         return mosaic;
     }
     std::optional<Balance> balance;
-    if (finish) balance.emplace(source, finish->blackLevel, gains, format.bits);
+    if (finish) balance.emplace(source, *finish, gains, format.bits);
     const bool widens = !finish && source.format.bits < format.bits;
 #pragma omp parallel for schedule(static)
     for (int64_t row = 0; row < int64_t{source.height}; ++row) {

@@ -12,6 +12,7 @@ namespace kvx::frame {
 namespace {
 
 constexpr size_t kBandSamples = 1 << 16;  // fewer are not worth a thread
+constexpr int kMaxThreads = 1024;
 
 [[noreturn]] void RefuseNull(const char* sentence) {
     throw Error(KvxResult_Of(kComponentType, KvxResult_NullPointer), sentence);
@@ -34,7 +35,8 @@ void CheckImages(const PackedImage& image, const void* packed, size_t packedSize
     CheckImageFits(image, packedSize);
     CheckWords(image, words, wordsStep);
     if (packed == nullptr) RefuseNull("the packed image is a null pointer");
-    if (threads < 0) Refuse("there cannot be " + std::to_string(threads) + " threads");
+    if (threads < 0 || threads > kMaxThreads)
+        Refuse("threads are 1 to 1024, or 0: as OpenMP is set; not " + std::to_string(threads));
 }
 
 void CheckRange(Packing packing, const void* packed, size_t packedSize, size_t first, size_t count,

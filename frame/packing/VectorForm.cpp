@@ -1,5 +1,7 @@
 #include "frame/packing/VectorForm.h"
 
+#include <bit>
+
 #include "frame/packing/VectorTables.h"
 
 #undef HWY_TARGET_INCLUDE
@@ -60,8 +62,6 @@ size_t Pack(const PackTable& table, const uint8_t* samples, size_t count, uint8_
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-#include <bit>
-
 namespace kvx::frame {
 namespace {
 

@@ -145,7 +145,8 @@ KVX_API PackedImage PackedImageOfSize(Packing packing, uint32_t width, uint32_t 
  * @param words      the first sample of the first row; at any address. Only samples are written, no padding of rows
  * @param wordsStep  bytes from the start of a row to that of the next; negative for rows from the bottom up. Its
  *                   magnitude is at least 2 * width, unless there is one row
- * @param threads    threads to use at most, small images take fewer; 0: as many as OpenMP is set to. That setting stays
+ * @param threads    threads to use at most, 1 to 1024, small images take fewer; 0: as many as OpenMP is set to. That
+ *                   setting stays as it is
  * @throws Error 0x80070008 for a null pointer; 0x80070007 for a number out of range, or a buffer smaller than the
  *         image, with the sizes by either padding in what()
  */

@@ -170,16 +170,16 @@ TEST(MeasureGains, FindsTheCast) {
                                      0.02 * (static_cast<double>(random() % 1000) / 1000 - 0.5);
                 return static_cast<uint16_t>(std::min(white, std::round(black + cast * light * (white - black))));
             });
-            const Gains gains = MeasureGains(frame.view, static_cast<uint32_t>(black), method);
+            Finish finish;
+            finish.blackLevel = static_cast<uint32_t>(black);
+            finish.whiteBalance = method;
+            const Gains gains = MeasureGains(frame.view, finish);
             EXPECT_NEAR(gains.red, 1.6, 0.04);
             EXPECT_NEAR(gains.green, 1, 1e-9);
             EXPECT_NEAR(gains.blue, 2, 0.05);
             EXPECT_EQ(gains.pan, gains.green);
 
             Converter converter(format.family);
-            Finish finish;
-            finish.blackLevel = static_cast<uint32_t>(black);
-            finish.whiteBalance = method;
             converter.SetFinish(finish);
             TestPicture picture(FormatByName("RGB8"), 128, 96);
             converter.Convert(frame.view, picture.View());
@@ -188,13 +188,28 @@ TEST(MeasureGains, FindsTheCast) {
                 EXPECT_NEAR(picture.At(60, 60, 0), picture.At(60, 60, 2), 6);
             }
         }
-    // Nothing to go by: black frames, clipped frames, frames smaller than a tile.
-    const Format format = FormatByName("BayerRG8");
-    for (const Levels& levels : {Levels{0, 0, 0}, Levels{1, 1, 1}})
-        EXPECT_EQ(MeasureGains(MakeFlat(format, 8, 8, levels).view, 0, WhiteBalance::GreyWorld).red, 1);
-    EXPECT_EQ(MeasureGains(MakeFlat(format, 1, 1, {0.5, 0.5, 0.5}).view, 0, WhiteBalance::WhitePatch).blue, 1);
-    EXPECT_EQ(MeasureGains(MakeFlat(FormatByName("Mono8"), 8, 8, {0.5, 0.5, 0.5}).view, 0, WhiteBalance::GreyWorld).red,
-              1);
+    // Nothing to go by: black frames, clipped frames, frames smaller than a tile, mono.
+    for (const WhiteBalance method : {WhiteBalance::GreyWorld, WhiteBalance::WhitePatch}) {
+        Finish finish;
+        finish.whiteBalance = method;
+        for (const Levels& levels : {Levels{0, 0, 0}, Levels{1, 1, 1}})
+            EXPECT_EQ(MeasureGains(MakeFlat(FormatByName("BayerRG8"), 8, 8, levels).view, finish).red, 1);
+        EXPECT_EQ(MeasureGains(MakeFlat(FormatByName("BayerRG8"), 1, 1, {0.5, 0.5, 0.5}).view, finish).blue, 1);
+        EXPECT_EQ(MeasureGains(MakeFlat(FormatByName("Mono8"), 8, 8, {0.5, 0.5, 0.5}).view, finish).red, 1);
+    }
+}
+
+TEST(Finish, TakesTheWhiteLevelForWhite) {
+    Options options;
+    options.finish.emplace();
+    options.finish->blackLevel = 600;
+    options.finish->whiteLevel = 15520;
+    for (const uint16_t sample : std::initializer_list<uint16_t>{15520, 16383, 8060}) {
+        TestFrame frame = MakeFrame(FormatByName("BayerRG14"), 8, 8, [&](uint32_t, uint32_t) { return sample; });
+        TestPicture picture(FormatByName("RGB8"), 8, 8);
+        Convert(frame.view, picture.View(), options);
+        EXPECT_EQ(picture.At(3, 3, 1), sample == 8060 ? 128u : 255u) << sample;
+    }
 }
 
 }  // namespace

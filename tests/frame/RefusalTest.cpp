@@ -84,6 +84,13 @@ INSTANTIATE_TEST_SUITE_P(
                 },
                 0x80000004, "0 to 4"},
         Refusal{"BlackLevel", [](Job& j) { j.options.finish.emplace().blackLevel = 4095; }, kInvalid, "white is 4095"},
+        Refusal{"WhiteLevel", [](Job& j) { j.options.finish.emplace().whiteLevel = 4096; }, kInvalid, "ends at 4095"},
+        Refusal{"Levels",
+                [](Job& j) {
+                    j.options.finish.emplace().whiteLevel = 100;
+                    j.options.finish->blackLevel = 100;
+                },
+                kInvalid, "white is 100"},
         Refusal{"Gain", [](Job& j) { j.options.finish.emplace().gains.red = 0; }, kRange, "gain of 0"},
         Refusal{"NanGain", [](Job& j) { j.options.finish.emplace().gains.pan = std::nan(""); }, kRange, "gain of nan"},
         Refusal{"Matrix", [](Job& j) { j.options.finish.emplace().matrix[3] = INFINITY; }, kRange, "coefficient"},

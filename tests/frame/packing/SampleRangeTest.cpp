@@ -117,6 +117,7 @@ TEST(SampleRange, RefusesWhatDoesNotFit) {
         {5, packed.data(), 8, 4, 1, words.data(), kInvalid},   // the second group is not whole
         {8, packed.data(), 8, SIZE_MAX, 2, words.data(), kInvalid},
         {8, packed.data(), SIZE_MAX, SIZE_MAX, 1, words.data(), kInvalid},
+        {0, packed.data(), SIZE_MAX, PTRDIFF_MAX, PTRDIFF_MAX, words.data(), kInvalid},
         {8, packed.data(), 8, 1, SIZE_MAX, words.data(), kInvalid},
     };
     for (const auto& c : cases) {
