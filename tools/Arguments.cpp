@@ -18,22 +18,26 @@ uint64_t ParseNumber(const std::string& option, const std::string& text, uint64_
     return number;
 }
 
-std::array<double, 3> ParseWeights(const std::string& option, const std::string& text) {
-    std::array<double, 3> weights{};
+std::vector<double> ParseNumbers(const std::string& option, const std::string& text, size_t count) {
+    std::vector<double> numbers(count);
     const char* next = text.data();
     const char* end = next + text.size();
-    double sum = 0;
-    for (size_t index = 0; index < weights.size(); ++index) {
-        const auto [stop, error] = std::from_chars(next, end, weights[index]);
-        const bool isSeparated = index + 1 < weights.size() ? stop != end && *stop == ',' : stop == end;
-        if (error != std::errc() || !isSeparated || !(weights[index] >= 0)) {
-            sum = 0;
-            break;
+    for (size_t index = 0; index < count; ++index) {
+        const auto [stop, error] = std::from_chars(next, end, numbers[index]);
+        const bool isSeparated = index + 1 < count ? stop != end && *stop == ',' : stop == end;
+        if (error != std::errc() || !isSeparated || !std::isfinite(numbers[index])) {
+            Fail(ExitCode::Usage, "{}: '{}' are not {} numbers with commas between, such as 0.3,0.6,0.1", option, text,
+                 count);
         }
-        sum += weights[index];
         next = stop + 1;
     }
-    if (!(sum > 0) || !std::isfinite(sum)) {
+    return numbers;
+}
+
+std::array<double, 3> ParseWeights(const std::string& option, const std::string& text) {
+    const std::array<double, 3> weights = ParseNumbers<3>(option, text);
+    const auto [smallest, largest] = std::minmax_element(weights.begin(), weights.end());
+    if (*smallest < 0 || *largest == 0) {
         Fail(ExitCode::Usage, "{}: '{}' are no weights: give three numbers such as 0.3,0.6,0.1, none below 0", option,
              text);
     }

@@ -1,136 +1,142 @@
 #include "tools/ConvertCommand.h"
 
-#include <fmt/ranges.h>
-#include <omp.h>
-
 #include <memory>
 
 #include "tools/Arguments.h"
+#include "tools/Batch.h"
 #include "tools/Console.h"
-#include "tools/FrameConversion.h"
-#include "tools/FrameReader.h"
-#include "tools/OutputFile.h"
-#include "tools/PictureEncoder.h"
-#include "tools/ToolError.h"
+#include "tools/ConvertReport.h"
+#include "tools/Formats.h"
+#include "tools/FrameOptions.h"
+#include "tools/Progress.h"
 
 namespace kvx::tool {
 namespace {
 
-constexpr const char* kFooter = R"(Size and format are taken from names such as scene_1920x1200_BayerRG12.raw; PGM,
-PNG and TIFF files (grey, 8 or 16 bits) are recognised by their content and know
-their size. Options win over the name. A frame's values are right-aligned.
+constexpr const char* kFooter = R"(Size and format are taken from the options; else from a sidecar, FRAME.json or the
+frame's name with .json as its extension; else from names such as
+scene_1920x1200_BayerRG12.raw. PGM, PNG and TIFF files (grey, 8 or 16 bits) are
+recognised by their content and know their size; their values are right-aligned.
 
-TrueSense frames are taken for linear light: the component applies its tone curve and
-colour matrix (--set RR=1 and so on change it).
+Every frame becomes a picture of 8 bits (--to RGB8) or 16 (--to RGB16, or RGB10 and
+so on), always with the full range, so that white is white. The colours in the file are
+right for RGB and BGR alike.
 
-Conversions: every depth to RGB8 or BGR8; 10 to 16 bits also to the same depth
-and to RGB16 or BGR16. Results of 10 to 14 bits are scaled to the full 16-bit
-range of the picture file, so that white is white: v * 65535 / (2^n - 1), rounded.
-The colours in the file are right for RGB and BGR alike.
+A finish, asked for by any of --white-balance, --black-level, --white-level, --matrix
+and --tone, takes what these options leave open from the sidecar. "auto" is white-patch.
+Without a finish values stay linear; TrueSense frames, taken for linear light, then go
+through the component's tone curve and colour matrix (--set RR=1 and so on change it).
+
+Of several frames a failing one does not stop the others. --json prints a line for each
+frame when it is done: an object with input, output, status (converted or failed),
+seconds, and format, width, height, algorithm, gains, inferred; or exitCode and error.
 
 Examples:
   kvx-demosaic convert scene_1920x1200_BayerRG12.raw scene.png
-  kvx-demosaic convert frame.pgm frame.tif --format BayerGB10 --to RGB10 --algorithm edge-aware
+  kvx-demosaic convert frame.raw frame.png --white-balance auto --tone srgb
+  kvx-demosaic convert *.raw --output pictures/
+  kvx-demosaic convert *.raw --output 'pictures/{stem}.tif' --to RGB16 --algorithm ipp
   grab | kvx-demosaic convert - - --format BayerRG8 --width 640 --height 480 | display)";
 
 constexpr uint64_t kMaximumThreads = 1024;
 
 struct ConvertOptions {
-    std::string input;
+    std::vector<std::string> files;
     std::string output;
-    std::string format;
-    FrameRequest request;
     std::string destination = "RGB8";
-    std::string algorithm;
-    std::vector<std::string> settings;
+    ConvertSettings settings;
+    std::optional<uint64_t> jobs;
     std::optional<uint64_t> threads;
+    bool asJson = false;
 };
 
-void UseThreads(int count) {
-    if (count > 0) {
-        omp_set_num_threads(count);
-        cv::setNumThreads(count);
-    }
-}
-
-/** Applies "NAME=VALUE" texts in their order. */
-void ApplySettings(frame::Converter& converter, const std::vector<std::string>& settings) {
-    for (const std::string& setting : settings) {
-        const size_t sign = setting.find('=');
-        if (sign == std::string::npos || sign == 0) {
-            Fail(ExitCode::Usage, "--set: '{}' is not of the form NAME=VALUE", setting);
-        }
-        OrExit(ExitCode::Library, "--set",
-               [&] { converter.SetParameter(setting.substr(0, sign), setting.substr(sign + 1)); });
-    }
-}
-
-const PixelFormat& RequireDestination(const std::string& name) {
-    const PixelFormat& format = RequireFormat(name);
+frame::Format RequireDestination(const std::string& name) {
+    const frame::Format format = RequireFormat(name);
     if (!IsConvertDestination(format)) {
         Fail(ExitCode::Usage, "--to {}: convert makes RGB8 to RGB16 and BGR8 to BGR16 only", name);
     }
     return format;
 }
 
-void RequirePair(const PixelFormat& source, const PixelFormat& destination) {
-    if (CanConvert(source, destination)) {
-        return;
-    }
-    std::vector<const char*> possible;
-    for (const PixelFormat* format : AllFormats()) {
-        if (IsConvertDestination(*format) && CanConvert(source, *format)) {
-            possible.push_back(format->name);
+_KvxRect ParseCrop(const std::string& text) {
+    std::array<uint32_t, 4> numbers{};
+    for (size_t index = 0; index < numbers.size(); ++index) {
+        const double number = ParseNumbers<4>("--crop", text)[index];
+        if (number < 0 || number > INT32_MAX || number != static_cast<uint32_t>(number)) {
+            Fail(ExitCode::Usage, "--crop: '{}' is no region: give X,Y,WIDTH,HEIGHT in pixels", text);
         }
+        numbers[index] = static_cast<uint32_t>(number);
     }
-    Fail(ExitCode::Usage, "--to {}: {} frames become {} only", destination.name, source.name,
-         fmt::join(possible, ", "));
+    return {numbers[0], numbers[1], numbers[2], numbers[3]};
 }
 
-void Convert(const ConvertOptions& options) {
-    const PictureKind kind = PictureKindFor(options.output);
-    const PixelFormat& destination = RequireDestination(options.destination);
-    FrameRequest request = options.request;
-    request.format = options.format.empty() ? nullptr : &RequireFormat(options.format);
-    RequireDistinct(options.input, options.output);
-    UseThreads(static_cast<int>(options.threads.value_or(0)));
+void Convert(ConvertOptions& options) {
+    const std::vector<FileTask> tasks = PlanFiles(options.files, options.output);
+    options.settings.destination = RequireDestination(options.destination);
+    if (options.asJson && tasks.front().output == "-") {
+        Fail(ExitCode::Usage, "--json: standard output takes the picture already: give the picture a file");
+    }
+    const Workforce workforce = ShareThreads(tasks.size(), static_cast<int>(options.jobs.value_or(0)),
+                                             static_cast<int>(options.threads.value_or(0)));
+    options.settings.threads = workforce.threads;
+    cv::setNumThreads(workforce.threads);
 
-    const FrameInput input = ReadFrame(options.input, request);
-    RequirePair(*input.frame.format, destination);
-    frame::Converter converter(FamilyOf(*input.frame.format));
-    ApplySettings(converter, options.settings);
-    if (!options.algorithm.empty()) {
-        OrExit(ExitCode::Usage, "--algorithm", [&] { converter.SetAlgorithm(options.algorithm); });
+    std::vector<FileReport> reports;
+    {
+        Progress progress(tasks.size());
+        reports = RunBatch(tasks, options.settings, workforce.jobs, [&](const FileReport& report) {
+            if (options.asJson) {
+                PrintText(ReportLine(report));
+            }
+            progress.Advance();
+        });
     }
-    const Picture picture = ConvertFrame(converter, input.frame, destination, InputName(options.input));
-    WriteOutput(options.output, EncodePicture(picture, kind));
-    if (!input.inferred.empty()) {
-        PrintMessage(fmt::format("{}: {} taken from its name", options.input, input.inferred));
+    if (const ExitCode code = Conclude(reports); code != ExitCode::Success) {
+        throw CLI::RuntimeError(static_cast<int>(code));
     }
+}
+
+void AddOutputOptions(CLI::App& command, ConvertOptions& options) {
+    command
+        .add_option("-o,--output", options.output,
+                    "Directory, pattern with {stem}, or picture; then all FILES are frames")
+        ->type_name("OUT");
+    command.add_option("--to", options.destination, "Format of the picture; default: RGB8")->type_name("NAME");
+    command
+        .add_option_function<std::string>(
+            "--crop", [&options](const std::string& text) { options.settings.crop = ParseCrop(text); },
+            "Convert this part of the frame only")
+        ->type_name("X,Y,W,H")
+        ->allow_extra_args(false);
+    AddChoice<std::optional<int>, int>(command, "--flip", options.settings.flip,
+                                       {{"vertical", 0}, {"horizontal", 1}, {"both", -1}},
+                                       "Mirror the picture: horizontal, vertical or both");
+    command.add_flag("--json", options.asJson, "Print a line of JSON about each frame");
 }
 
 }  // namespace
 
 void AddConvertCommand(CLI::App& tool) {
     const auto options = std::make_shared<ConvertOptions>();
-    CLI::App* command = tool.add_subcommand("convert", "Convert a raw Bayer or TrueSense frame to a colour picture");
-    command->add_option("IN", options->input, "Headerless raw, PGM, PNG or TIFF file; - is standard input")->required();
-    command->add_option("OUT", options->output, ".png, .tif, .tiff, .ppm or .pnm; - is standard output, as PPM")
-        ->required();
-    command->add_option("--format", options->format, "Format of the frame, such as BayerRG12")->type_name("NAME");
-    AddNumber(*command, "--width", options->request.width, "Pixels in a row");
-    AddNumber(*command, "--height", options->request.height, "Rows");
-    AddNumber(*command, "--stride", options->request.stride, "Bytes from row to row; default: rows without padding");
-    AddNumber(*command, "--skip-bytes", options->request.skipBytes, "Bytes in front of the first row");
-    command->add_option("--to", options->destination, "Format of the picture; default: RGB8")->type_name("NAME");
+    CLI::App* command = tool.add_subcommand("convert", "Convert raw frames to colour pictures");
     command
-        ->add_option("--algorithm", options->algorithm,
+        ->add_option("FILES", options->files,
+                     "IN OUT: a headerless raw, PGM, PNG or TIFF file, and a .png, .tif, .tiff, .ppm or .pnm file; - "
+                     "is standard input, and output as PPM. With --output: frames")
+        ->required();
+    AddOutputOptions(*command, *options);
+    AddFrameOptions(*command, options->settings.request);
+    AddFinishOptions(*command, options->settings.finish);
+    command
+        ->add_option("--algorithm", options->settings.algorithm,
                      "Bayer: bilinear (0, default), ipp (1), edge-aware (2); TrueSense: fast (0, default), "
                      "bayer-like (2); or the number; wins over --set")
         ->type_name("NAME|N");
-    command->add_option("--set", options->settings, "Set a parameter of the component; repeatable, see params")
+    command->add_option("--set", options->settings.settings, "Set a parameter of the component; repeatable, see params")
         ->type_name("PARAM=VALUE")
         ->allow_extra_args(false);
+    AddNumber(*command, "--jobs", options->jobs, "Frames to work on at a time; 0, the default, is one for each thread",
+              kMaximumThreads);
     AddNumber(*command, "--threads", options->threads, "Threads to work with; 0, the default, is one for each core",
               kMaximumThreads);
     command->footer(kFooter);

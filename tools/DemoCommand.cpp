@@ -5,11 +5,13 @@
 #include <memory>
 
 #include "tools/Console.h"
+#include "tools/Formats.h"
 #include "tools/FrameConversion.h"
 #include "tools/FrameName.h"
 #include "tools/Mosaic.h"
 #include "tools/OutputFile.h"
 #include "tools/PictureEncoder.h"
+#include "tools/RawFrame.h"
 #include "tools/Scene.h"
 #include "tools/ToolError.h"
 
@@ -40,14 +42,14 @@ void LeaveColours(frame::Converter& converter) {
 }
 
 void WriteConversions(const fs::path& directory, const RawFrame& frame) {
-    frame::Converter converter(FamilyOf(*frame.format));
-    if (IsTrueSense(*frame.format)) {
+    frame::Converter converter(frame.format.family);
+    if (frame.format.family == frame::Family::TrueSense) {
         LeaveColours(converter);
     }
     for (const frame::Algorithm& algorithm : frame::AlgorithmsOf(converter.SourceFamily())) {
         converter.SetAlgorithm(algorithm.name);
-        const fs::path path = directory / fmt::format("scene_{}_{}.png", frame.format->name, algorithm.name);
-        const Picture picture = ConvertFrame(converter, frame, RequireFormat("RGB8"), path.string());
+        const fs::path path = directory / fmt::format("scene_{}_{}.png", frame::Name(frame.format), algorithm.name);
+        const Picture picture = ConvertFrame(converter, ViewOf(frame), RequireFormat("RGB8"), path.string());
         WriteAndTell(path, EncodePicture(picture, PictureKind::Png));
     }
 }
@@ -62,10 +64,10 @@ void Demo(const fs::path& directory) {
     WriteAndTell(directory / "scene.png", EncodePicture(scene, PictureKind::Png));
     const FrameSize size{static_cast<uint64_t>(scene.pixels.cols), static_cast<uint64_t>(scene.pixels.rows)};
     for (const char* formatName : kFormats) {
-        const PixelFormat& format = RequireFormat(formatName);
+        const frame::Format format = RequireFormat(formatName);
         // A TrueSense component takes frames for linear light.
-        const RawFrame frame = MakeMosaic(scene, format, {.isLinear = IsTrueSense(format)});
-        WriteAndTell(directory / MakeFrameName("scene", size, *frame.format), EncodeRaw(frame.samples));
+        const RawFrame frame = MakeMosaic(scene, format, {.isLinear = format.family == frame::Family::TrueSense});
+        WriteAndTell(directory / MakeFrameName("scene", size, frame.format), EncodeRaw(frame.samples));
         WriteConversions(directory, frame);
     }
 }

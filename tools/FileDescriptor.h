@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <utility>
+
 namespace kvx::tool {
 
 /** Owns an open file; a negative number stands for one that could not be opened. */
@@ -10,6 +12,10 @@ public:
     explicit FileDescriptor(int descriptor) : m_descriptor(descriptor) {}
     FileDescriptor(const FileDescriptor&) = delete;
     FileDescriptor& operator=(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+        std::swap(m_descriptor, other.m_descriptor);
+        return *this;
+    }
     ~FileDescriptor() {
         Close();
     }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "KvxDemosaicing/KvxPixelFormat.h"
+#include "KvxFrame/Format.h"
 
 namespace kvx::tool {
 
@@ -14,31 +14,12 @@ using PixelFormat = _KvxPixelFormat;
 const std::vector<const PixelFormat*>& AllFormats();
 
 /** The format with this name, in any naming scheme. Throws ExitCode::Usage with the nearest names. */
-const PixelFormat& RequireFormat(const std::string& name);
+frame::Format RequireFormat(const std::string& name);
 
-/** One colour sample at each pixel, in a byte or word of its own: what `mosaic` can write. */
-bool IsUnpackedMosaic(const PixelFormat& format);
+/** The same for a format of mono, Bayer or TrueSense frames; `option` is for the message. */
+frame::Format RequireFrameFormat(const std::string& option, const std::string& name);
 
-/** Unpacked Bayer or TrueSense: what `convert` reads. */
-bool IsConvertSource(const PixelFormat& format);
-
-bool IsTrueSense(const PixelFormat& format);
-
-/** Unpacked three-channel colour: what `convert` makes. */
-bool IsConvertDestination(const PixelFormat& format);
-
-/** Whether `convert` makes `destination` from `source`, two formats that the predicates above accept. */
-bool CanConvert(const PixelFormat& source, const PixelFormat& destination);
-
-bool IsBlueFirst(const PixelFormat& colour);
-
-/** White: all bits of the depth set. */
-uint32_t LargestSample(const PixelFormat& format);
-
-/** 1 or 2; for unpacked formats. */
-uint32_t BytesPerSample(const PixelFormat& format);
-
-/** The mosaic format of the same colours, phase and packing with `bits` bits, or null. */
-const PixelFormat* WithDepth(const PixelFormat& format, uint32_t bits);
+/** Three-channel colour: what `convert` makes. */
+bool IsConvertDestination(const frame::Format& format);
 
 }  // namespace kvx::tool

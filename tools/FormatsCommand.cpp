@@ -12,17 +12,27 @@
 namespace kvx::tool {
 namespace {
 
-constexpr const char* kFooter = R"(source: convert reads it; destination: convert makes it (--to). mosaic makes every
-unpacked mono, Bayer and TrueSense format.)";
+constexpr const char* kFooter = R"(source: convert reads it, mosaic and pack make it; destination: convert makes it
+(--to). Options take the names of PFNC, GStreamer, V4L2 and OpenCV, too, and those of
+the frame layer for mosaics of any phase and layout, such as CFA_WBWG_BWGW_WGWR_GWRW_12p.)";
 
 std::string CodeText(const PixelFormat& format) {
     return fmt::format("0x{:08X}", format.pixelType);
 }
 
+/** The frame layer's counterpart of a row, for which the listing's predicates ask. */
+template <typename Predicate>
+bool Is(const Predicate& predicate, const PixelFormat& format) {
+    const std::optional<frame::Format> known = frame::FormatByLibraryCode(format.pixelType);
+    return known && predicate(*known);
+}
+
 std::string FormatTable() {
     TextTable table({"name", "code", "components", "bits", "convert"});
     for (const PixelFormat* format : AllFormats()) {
-        const char* use = IsConvertSource(*format) ? "source" : IsConvertDestination(*format) ? "destination" : "-";
+        const char* use = Is(frame::IsSource, *format)        ? "source"
+                          : Is(IsConvertDestination, *format) ? "destination"
+                                                              : "-";
         table.AddRow(
             {format->name, CodeText(*format), format->components, std::to_string(format->bitsPerComponent), use});
     }
@@ -36,8 +46,8 @@ std::string FormatJson() {
                         {"code", CodeText(*format)},
                         {"components", format->components},
                         {"bits", format->bitsPerComponent},
-                        {"source", IsConvertSource(*format)},
-                        {"destination", IsConvertDestination(*format)}});
+                        {"source", Is(frame::IsSource, *format)},
+                        {"destination", Is(IsConvertDestination, *format)}});
     }
     return rows.dump(2) + "\n";
 }

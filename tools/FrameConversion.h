@@ -4,25 +4,18 @@
 
 #include "KvxFrame/Converter.h"
 #include "tools/Picture.h"
-#include "tools/RawFrame.h"
 #include "tools/ToolError.h"
 
 namespace kvx::tool {
 
-/** The family of a frame's format, which IsConvertSource() accepts. */
-frame::Family FamilyOf(const PixelFormat& source);
-
 /** The family called "bayer" or "truesense". Throws ExitCode::Usage. */
 frame::Family FamilyNamed(const std::string& name);
 
-/** A view of the frame's samples. */
-frame::SourceView ViewOf(const RawFrame& frame);
-
 /**
- * Converts a frame for a destination that CanConvert() accepts. The picture has the full range of its 8 or 16-bit
- * samples, as files want it. Throws ExitCode::Library; `name` is for messages.
+ * Converts a frame for a destination that IsConvertDestination() accepts. The picture has the full range of its 8 or
+ * 16-bit samples, as files want it. Throws ExitCode::Library; `name` is for messages.
  */
-Picture ConvertFrame(frame::Converter& converter, const RawFrame& frame, const PixelFormat& destination,
+Picture ConvertFrame(frame::Converter& converter, const frame::SourceView& source, const frame::Format& destination,
                      const std::string& name);
 
 /** Runs `action`; what the frame layer refuses in it ends the command with `code`. */

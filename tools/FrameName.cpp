@@ -55,17 +55,38 @@ std::optional<FrameSize> FindSize(std::string_view name) {
     return found;
 }
 
-const PixelFormat* FindFormat(std::string_view name) {
-    const PixelFormat* found = nullptr;
-    size_t length = 0;
-    for (const PixelFormat* format : AllFormats()) {
-        const std::string_view token = format->name;
-        if (token.size() >= length && HoldsToken(name, token)) {
-            found = token.size() > length ? format : nullptr;
-            length = token.size();
+struct NamedFormat {
+    std::string name;
+    frame::Format format;
+};
+
+/** Names that say enough to be looked for anywhere: those of drivers and frameworks are a few common letters. */
+const std::vector<NamedFormat>& LongNames() {
+    static const std::vector<NamedFormat> names = [] {
+        std::vector<NamedFormat> all;
+        for (const frame::Format& format : frame::AllFormats()) {
+            for (const frame::FormatName& name : frame::NamesOf(format)) {
+                if (name.scheme <= frame::Scheme::Frame) {
+                    all.push_back({name.name, format});
+                }
+            }
+        }
+        return all;
+    }();
+    return names;
+}
+
+std::optional<frame::Format> FindFormat(std::string_view name) {
+    const NamedFormat* longest = nullptr;
+    bool isAmbiguous = false;
+    for (const NamedFormat& known : LongNames()) {
+        const size_t length = longest == nullptr ? 0 : longest->name.size();
+        if (known.name.size() >= length && HoldsToken(name, known.name)) {
+            isAmbiguous = known.name.size() == length && (isAmbiguous || longest->format != known.format);
+            longest = &known;
         }
     }
-    return found;
+    return longest == nullptr || isAmbiguous ? std::nullopt : std::optional(longest->format);
 }
 
 }  // namespace
@@ -75,8 +96,8 @@ FrameName ParseFrameName(const std::string& path) {
     return {FindSize(name), FindFormat(name)};
 }
 
-std::string MakeFrameName(const std::string& stem, FrameSize size, const PixelFormat& format) {
-    return fmt::format("{}_{}x{}_{}.raw", stem, size.width, size.height, format.name);
+std::string MakeFrameName(const std::string& stem, FrameSize size, const frame::Format& format) {
+    return fmt::format("{}_{}x{}_{}.raw", stem, size.width, size.height, frame::Name(format));
 }
 
 }  // namespace kvx::tool

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "tools/Formats.h"
+#include "KvxFrame/Format.h"
 
 namespace kvx::tool {
 
@@ -18,16 +18,17 @@ struct FrameSize {
 /** What the name of a raw file tells about its content, as in "scene_1920x1200_BayerRG12.raw". */
 struct FrameName {
     std::optional<FrameSize> size;
-    const PixelFormat* format = nullptr;
+    std::optional<frame::Format> format;
 };
 
 /**
  * Reads the last component of a path. A token ends where letters and digits end. Of several formats the longest name
- * counts; what stays ambiguous (two sizes, two formats of equal length) is not taken.
+ * counts, of those that the library, PFNC and the frame layer use; what stays ambiguous (two sizes, two formats of
+ * equal length) is not taken.
  */
 FrameName ParseFrameName(const std::string& path);
 
 /** The name that ParseFrameName() understands: "<stem>_<width>x<height>_<format>.raw". */
-std::string MakeFrameName(const std::string& stem, FrameSize size, const PixelFormat& format);
+std::string MakeFrameName(const std::string& stem, FrameSize size, const frame::Format& format);
 
 }  // namespace kvx::tool

@@ -5,24 +5,28 @@
 #include <string>
 
 #include "tools/RawFrame.h"
+#include "tools/Sidecar.h"
 
 namespace kvx::tool {
 
-/** What the user says about a frame; the rest comes from the file, or from its name. */
+/** What the user says about a frame; the rest comes from its sidecar, from its name, or from the file itself. */
 struct FrameRequest {
-    const PixelFormat* format = nullptr;
+    std::optional<frame::Format> format;
     std::optional<uint64_t> width;
     std::optional<uint64_t> height;
     std::optional<uint64_t> stride;
     std::optional<uint64_t> skipBytes;
+    bool useSidecar = true;
 };
 
 struct FrameInput {
     RawFrame frame;
-    std::string inferred;  ///< what was taken from the name, for the user; often empty
+    frame::Format fileFormat;  ///< as the file has it, packed or not
+    Sidecar sidecar;
+    std::string inferred;  ///< what was taken from the sidecar and the name, for the user; often empty
 };
 
-/** Reads a frame that `convert` takes, from a headerless or a picture file, or from standard input for "-". */
+/** Reads a frame from a headerless or a picture file, or from standard input for "-". */
 FrameInput ReadFrame(const std::string& path, const FrameRequest& request);
 
 }  // namespace kvx::tool

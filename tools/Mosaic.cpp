@@ -4,8 +4,6 @@
 #include <opencv2/imgproc.hpp>
 #include <vector>
 
-#include "tools/FilterTile.h"
-
 namespace kvx::tool {
 namespace {
 
@@ -41,14 +39,26 @@ private:
     std::vector<double> m_light;
 };
 
-/** Shares of blue, green and red, in the order of a pixel, behind each filter. */
+/** Shares of blue, green and red, in the order of a pixel, behind the filter at each site of a mosaic. */
 class Filters {
 public:
-    explicit Filters(const std::array<double, 3>& panWeights) {
+    Filters(const frame::Format& format, const std::array<double, 3>& panWeights) {
         const double sum = panWeights[0] + panWeights[1] + panWeights[2];
-        m_clear = {panWeights[2] / sum, panWeights[1] / sum, panWeights[0] / sum};
+        const cv::Vec3d clear(panWeights[2] / sum, panWeights[1] / sum, panWeights[0] / sum);
+        for (uint32_t row = 0; row < kSide; ++row) {
+            for (uint32_t column = 0; column < kSide; ++column) {
+                m_shares[row * kSide + column] = Behind(frame::FilterAt(format, row, column), clear);
+            }
+        }
     }
-    cv::Vec3d Behind(char letter) const {
+    const cv::Vec3d& At(uint32_t row, uint32_t column) const {
+        return m_shares[row % kSide * kSide + column % kSide];
+    }
+
+private:
+    static constexpr uint32_t kSide = 4;  // of the largest tile, and a multiple of the others'
+
+    static cv::Vec3d Behind(char letter, const cv::Vec3d& clear) {
         switch (letter) {
             case 'B':
                 return {1, 0, 0};
@@ -57,12 +67,11 @@ public:
             case 'R':
                 return {0, 0, 1};
             default:
-                return m_clear;
+                return clear;
         }
     }
 
-private:
-    cv::Vec3d m_clear;
+    std::array<cv::Vec3d, kSide * kSide> m_shares;
 };
 
 /** Halves go up; shares such as 1/3 may leave a half a hair short of it. */
@@ -73,12 +82,11 @@ uint16_t RoundedSample(double sample) {
 
 }  // namespace
 
-RawFrame MakeMosaic(const Picture& picture, const PixelFormat& format, const Sensor& sensor) {
+RawFrame MakeMosaic(const Picture& picture, const frame::Format& format, const Sensor& sensor) {
     const cv::Mat words = AsColourWords(picture.pixels);
-    const FilterTile tile(format);
-    const Filters filters(sensor.panWeights);
+    const Filters filters(format, sensor.panWeights);
     const LightTable light(picture.maximum, sensor.isLinear);
-    const double white = LargestSample(format);
+    const double white = frame::White(format);
     cv::Mat samples(words.size(), CV_16UC1);
 #pragma omp parallel for
     for (int row = 0; row < words.rows; ++row) {
@@ -87,13 +95,13 @@ RawFrame MakeMosaic(const Picture& picture, const PixelFormat& format, const Sen
         for (int column = 0; column < words.cols; ++column) {
             const cv::Vec3w& pixel = pixels[column];
             const cv::Vec3d colours(light(pixel[0]), light(pixel[1]), light(pixel[2]));
-            out[column] = RoundedSample(white * colours.dot(filters.Behind(tile.At(row, column))));
+            out[column] = RoundedSample(white * colours.dot(filters.At(row, column)));
         }
     }
-    if (BytesPerSample(format) == 1) {
+    if (format.bits == 8) {
         samples.convertTo(samples, CV_8U);
     }
-    return {&format, samples};
+    return {frame::Unpacked(format), samples};
 }
 
 }  // namespace kvx::tool

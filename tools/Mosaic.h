@@ -13,7 +13,7 @@ struct Sensor {
     bool isLinear = false;                         ///< the picture's sRGB encoding is undone first
 };
 
-/** What a sensor of this unpacked mosaic format would see of the picture. */
-RawFrame MakeMosaic(const Picture& picture, const PixelFormat& format, const Sensor& sensor = {});
+/** What a sensor of this mono or mosaic format would see of the picture, its samples not packed. */
+RawFrame MakeMosaic(const Picture& picture, const frame::Format& format, const Sensor& sensor = {});
 
 }  // namespace kvx::tool

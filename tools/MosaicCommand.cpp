@@ -1,25 +1,22 @@
 #include "tools/MosaicCommand.h"
 
-#include <filesystem>
 #include <memory>
 
 #include "tools/Arguments.h"
 #include "tools/Console.h"
-#include "tools/FrameName.h"
+#include "tools/Formats.h"
+#include "tools/FrameWriter.h"
 #include "tools/InputFile.h"
 #include "tools/Mosaic.h"
 #include "tools/OutputFile.h"
 #include "tools/PictureDecoder.h"
-#include "tools/PictureEncoder.h"
-#include "tools/Pnm.h"
-#include "tools/ToolError.h"
 
 namespace kvx::tool {
 namespace {
 
-constexpr const char* kFooter = R"(Formats: every unpacked mono, Bayer or TrueSense format; clear and mono sites take
-the mean of red, green and blue, or what --pan-weights says. Samples are bytes, or
-little-endian 16-bit words with the value right-aligned; rows have no padding.
+constexpr const char* kFooter = R"(Formats: every mono, Bayer or TrueSense format, packed ones too; clear and mono sites
+take the mean of red, green and blue, or what --pan-weights says. Rows have no padding.
+RAW.json, written next to the frame, tells other commands its format and size.
 TrueSense frames are converted as linear light: --linear makes such frames.
 
 Examples:
@@ -33,36 +30,16 @@ struct MosaicOptions {
     std::string format;
     std::string panWeights = "1,1,1";
     bool isLinear = false;
+    bool hasSidecar = true;
 };
 
-bool IsPgmName(const std::string& path) {
-    return LowerExtension(path) == ".pgm";
-}
-
-/** A headerless file is best found again with its layout in its name. */
-void SuggestName(const std::string& path, const RawFrame& frame) {
-    const FrameName name = ParseFrameName(path);
-    const FrameSize size{static_cast<uint64_t>(frame.samples.cols), static_cast<uint64_t>(frame.samples.rows)};
-    if (path == "-" || IsPgmName(path) || (name.size == size && name.format == frame.format)) {
-        return;
-    }
-    const std::string stem = std::filesystem::path(path).stem().string();
-    PrintMessage(fmt::format("{}: its size and format could be told from a name such as {}", path,
-                             MakeFrameName(stem, size, *frame.format)));
-}
-
 void Mosaic(const MosaicOptions& options) {
-    const PixelFormat& format = RequireFormat(options.format);
-    if (!IsUnpackedMosaic(format)) {
-        Fail(ExitCode::Usage, "--format {}: mosaic makes unpacked mono, Bayer and TrueSense formats only", format.name);
-    }
+    const frame::Format format = RequireFrameFormat("--format", options.format);
     RequireDistinct(options.input, options.output);
     const Sensor sensor{ParseWeights("--pan-weights", options.panWeights), options.isLinear};
     const Picture picture = DecodePicture(ReadInput(options.input), InputName(options.input));
-    const RawFrame frame = MakeMosaic(picture, format, sensor);
-    WriteOutput(options.output, IsPgmName(options.output) ? EncodePnm({frame.samples, LargestSample(format)})
-                                                          : EncodeRaw(frame.samples));
-    SuggestName(options.output, frame);
+    WriteFrame({.path = options.output, .layout = format.layout, .hasSidecar = options.hasSidecar},
+               MakeMosaic(picture, format, sensor));
 }
 
 }  // namespace
@@ -79,6 +56,8 @@ void AddMosaicCommand(CLI::App& tool) {
     command->add_option("--pan-weights", options->panWeights, "Weights of red, green and blue at clear sites")
         ->type_name("R,G,B");
     command->add_flag("--linear", options->isLinear, "Undo the picture's sRGB encoding first");
+    command->add_flag_callback(
+        "--no-sidecar", [options] { options->hasSidecar = false; }, "Do not write the JSON file next to the frame");
     command->footer(kFooter);
     command->callback([options] { Mosaic(*options); });
 }

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -32,16 +33,23 @@ void WriteAll(int descriptor, const Bytes& content, const std::string& name) {
     }
 }
 
-/** A file that is gone again unless it is moved to its final name. */
+/**
+ * A file that is gone again unless it is moved to its final name. It has no name at first, so that not even a killed
+ * process leaves anything behind; on file systems that cannot do this it has a hidden one.
+ */
 class TemporaryFile {
 public:
     explicit TemporaryFile(const fs::path& directory)
-        : m_path(UnusedName(directory)),
-          m_file(::open(m_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666)) {}
+        : m_directory(directory), m_file(::open(Folder().c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0666)) {
+        if (m_file.Get() < 0 || ::access(Self().c_str(), F_OK) != 0) {
+            m_path = UnusedName();
+            m_file = FileDescriptor(::open(m_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+        }
+    }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile() {
-        if (m_isPending && m_file.Get() >= 0) {
+        if (!m_path.empty() && m_file.Get() >= 0) {
             ::unlink(m_path.c_str());
         }
     }
@@ -51,31 +59,55 @@ public:
     }
 
     bool MoveTo(const fs::path& target) {
-        const bool isClosed = m_file.Close();
-        m_isPending = !isClosed || ::rename(m_path.c_str(), target.c_str()) != 0;
-        if (m_isPending) {
+        if (m_path.empty() && LinkTo(target)) {
+            const bool isClosed = m_file.Close();
+            if (!isClosed) {
+                ::unlink(target.c_str());
+            }
+            return isClosed;
+        }
+        // There is an old file: only a rename replaces it in one step.
+        if (m_path.empty() && (errno != EEXIST || !LinkTo(m_path = UnusedName()))) {
+            m_path.clear();
+            return false;
+        }
+        const bool isMoved = m_file.Close() && ::rename(m_path.c_str(), target.c_str()) == 0;
+        if (!isMoved) {
             const int reason = errno;
             ::unlink(m_path.c_str());
             errno = reason;
         }
-        return !m_isPending;
+        return isMoved;
     }
 
 private:
+    fs::path Folder() const {
+        return m_directory.empty() ? "." : m_directory;
+    }
+
+    /** The way to the file while it has no name. */
+    std::string Self() const {
+        return fmt::format("/proc/self/fd/{}", m_file.Get());
+    }
+
+    bool LinkTo(const fs::path& name) const {
+        return ::linkat(AT_FDCWD, Self().c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+    }
+
     /** The leftover of a killed process may bear the same process number. */
-    static fs::path UnusedName(const fs::path& directory) {
+    fs::path UnusedName() const {
+        static std::atomic<unsigned> count = 0;
         fs::path name;
         std::error_code error;
-        int attempt = 0;
         do {
-            name = directory / fmt::format(".kvx-demosaic.{}.{}.tmp", ::getpid(), attempt++);
+            name = m_directory / fmt::format(".kvx-demosaic.{}.{}.tmp", ::getpid(), count++);
         } while (fs::exists(name, error));
         return name;
     }
 
-    fs::path m_path;
+    fs::path m_directory;
+    fs::path m_path;  // empty while the file has no name
     FileDescriptor m_file;
-    bool m_isPending = true;
 };
 
 /** Renaming would bypass the old file's write protection and lose its mode: both are kept as with plain writing. */

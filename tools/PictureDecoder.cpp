@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <mutex>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 #include <string_view>
@@ -20,32 +21,51 @@ using namespace std::string_view_literals;
 
 constexpr std::array kSignatures = {"\x89PNG\r\n\x1a\n"sv, "II\x2a\0"sv, "MM\0\x2a"sv, "II\x2b\0"sv, "MM\0\x2b"sv};
 
-/** Keeps the decoders' own complaints off standard error, where the user gets one line of ours instead. */
+/**
+ * Keeps the decoders' own complaints off standard error, where the user gets one line of ours instead. The stream is
+ * the process's: of threads that decode at the same time the first redirects it and the last puts it back.
+ */
 class QuietStandardError {
 public:
     QuietStandardError() {
+        const std::lock_guard lock(s_mutex);
+        if (s_users++ == 0) {
+            Redirect();
+        }
+    }
+    QuietStandardError(const QuietStandardError&) = delete;
+    QuietStandardError& operator=(const QuietStandardError&) = delete;
+    ~QuietStandardError() {
+        const std::lock_guard lock(s_mutex);
+        if (--s_users == 0) {
+            PutBack();
+        }
+    }
+
+private:
+    static void Redirect() {
         std::fflush(stderr);
-        m_saved = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0);
+        s_saved = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0);
         const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
-        if (m_saved >= 0 && nowhere >= 0) {
+        if (s_saved >= 0 && nowhere >= 0) {
             ::dup2(nowhere, STDERR_FILENO);
         }
         if (nowhere >= 0) {
             ::close(nowhere);
         }
     }
-    QuietStandardError(const QuietStandardError&) = delete;
-    QuietStandardError& operator=(const QuietStandardError&) = delete;
-    ~QuietStandardError() {
+
+    static void PutBack() {
         std::fflush(stderr);
-        if (m_saved >= 0) {
-            ::dup2(m_saved, STDERR_FILENO);
-            ::close(m_saved);
+        if (s_saved >= 0) {
+            ::dup2(s_saved, STDERR_FILENO);
+            ::close(s_saved);
         }
     }
 
-private:
-    int m_saved = -1;
+    static inline std::mutex s_mutex;  // of what follows
+    static inline int s_users = 0;
+    static inline int s_saved = -1;
 };
 
 cv::Mat Decode(const Bytes& content, const std::string& name) {

@@ -1,11 +1,11 @@
 #include "tools/Pnm.h"
 
-#include <opencv2/core.hpp>
-
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <opencv2/imgproc.hpp>
 
+#include "tools/RawFrame.h"
 #include "tools/RawLayout.h"
 #include "tools/ToolError.h"
 
@@ -141,23 +141,20 @@ Picture DecodePnm(const Bytes& content, const PnmHeader& header, const std::stri
 }
 
 Bytes EncodePnm(const Picture& picture) {
-    const cv::Mat& pixels = picture.pixels;
-    const int channels = pixels.channels();
-    const std::string header =
-        fmt::format("P{}\n{} {}\n{}\n", channels == 1 ? 5 : 6, pixels.cols, pixels.rows, picture.maximum);
-    Bytes content(header.begin(), header.end());
-    content.reserve(content.size() + pixels.total() * channels * 2);
-    for (int row = 0; row < pixels.rows; ++row) {
-        for (int index = 0; index < pixels.cols * channels; ++index) {
-            const int redFirst = index + (channels == 3 ? 2 - 2 * (index % 3) : 0);
-            const bool isWide = pixels.depth() == CV_16U;
-            const uint32_t sample = isWide ? pixels.ptr<uint16_t>(row)[redFirst] : pixels.ptr<uint8_t>(row)[redFirst];
-            if (picture.maximum > 255) {
-                content.push_back(static_cast<uint8_t>(sample >> 8));
-            }
-            content.push_back(static_cast<uint8_t>(sample));
-        }
+    const bool isColour = picture.pixels.channels() == 3;
+    const bool isWide = picture.maximum > 255;
+    cv::Mat pixels;
+    picture.pixels.convertTo(pixels, isWide ? CV_16U : CV_8U);
+    if (isColour) {
+        cv::cvtColor(pixels, pixels, cv::COLOR_BGR2RGB);
     }
+    frame::Format words;
+    words.bits = 16;
+    words.layout = frame::Layout::BigEndian;
+    Bytes content = isWide ? EncodePacked(pixels, words, frame::RowPadding::Line) : EncodeRaw(pixels);
+    const std::string header =
+        fmt::format("P{}\n{} {}\n{}\n", isColour ? 6 : 5, pixels.cols, pixels.rows, picture.maximum);
+    content.insert(content.begin(), header.begin(), header.end());
     return content;
 }
 

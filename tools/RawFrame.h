@@ -2,18 +2,28 @@
 
 #include <opencv2/core.hpp>
 
+#include "KvxFrame/Packing.h"
+#include "KvxFrame/View.h"
 #include "tools/Bytes.h"
-#include "tools/Formats.h"
 
 namespace kvx::tool {
 
-/** A frame of an unpacked mosaic format: CV_8UC1 or CV_16UC1, samples right-aligned. */
+/** A frame in memory: CV_8UC1 or CV_16UC1, samples right-aligned. */
 struct RawFrame {
-    const PixelFormat* format;
+    frame::Format format;  ///< Layout::Plain
     cv::Mat samples;
 };
 
+/** A view of the frame's samples. */
+frame::SourceView ViewOf(const RawFrame& frame);
+
 /** The samples row by row without padding: bytes, or little-endian words. */
 Bytes EncodeRaw(const cv::Mat& samples);
+
+/** The same in the layout of `format`, which has the depth of the samples, with rows that start with a byte or not. */
+Bytes EncodePacked(const cv::Mat& samples, const frame::Format& format, frame::RowPadding padding);
+
+/** The frame behind a valid view of any layout, on its own. */
+RawFrame UnpackFrame(const frame::SourceView& packed);
 
 }  // namespace kvx::tool

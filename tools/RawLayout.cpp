@@ -1,7 +1,6 @@
 #include "tools/RawLayout.h"
 
 #include <climits>
-#include <cstring>
 
 #include "tools/ToolError.h"
 
@@ -12,23 +11,36 @@ namespace {
 constexpr uint64_t kMaximumPixelBytes = 6;
 
 uint64_t RowBytes(const RawLayout& layout) {
-    return layout.width * BytesPerSample(*layout.format);
+    return frame::RowBytes(layout.format, static_cast<uint32_t>(layout.width));
 }
 
-/** Samples of the other width, bytes for words or words for bytes, are the commonest mistake. */
-bool IsSizeWith(uint64_t bytesPerSample, const RawLayout& layout, uint64_t actual) {
-    return actual == layout.skipBytes + layout.width * layout.height * bytesPerSample;
+uint64_t Stride(const RawLayout& layout) {
+    return layout.stride.value_or(RowBytes(layout));
+}
+
+/** Bytes of the frame when its rows follow each other without a gap, even within bytes. */
+uint64_t DenseBytes(const RawLayout& layout, const frame::Format& format) {
+    return frame::ImageBytes(format, static_cast<uint32_t>(layout.width), static_cast<uint32_t>(layout.height), 0);
+}
+
+/** A format of the same mosaic, with samples in another layout or of another width, that has the size of the file. */
+std::optional<std::string> FittingFormat(const RawLayout& layout, uint64_t actual) {
+    for (const frame::Format& other : frame::AllFormats()) {
+        const bool isSameMosaic = other.family == layout.format.family && other.phase == layout.format.phase;
+        if (isSameMosaic && (other.bits == layout.format.bits || other.layout == frame::Layout::Plain) &&
+            actual == layout.skipBytes + DenseBytes(layout, other)) {
+            return fmt::format("the size is that of {}: give another --format", frame::Name(other));
+        }
+    }
+    return std::nullopt;
 }
 
 /** How to get along with a file that is too long. */
 std::string AdviceToShorten(const RawLayout& layout, uint64_t actual, uint64_t needed) {
-    if (BytesPerSample(*layout.format) == 1 && IsSizeWith(2, layout, actual)) {
-        return "two bytes per pixel are there: give a --format of 10 to 16 bits";
-    }
     const uint64_t rest = actual - layout.skipBytes;
     std::string advice = fmt::format("for a header add --skip-bytes {}", layout.skipBytes + actual - needed);
-    if (rest % layout.stride == 0) {
-        advice += fmt::format(", for more rows --height {}", rest / layout.stride);
+    if (rest % Stride(layout) == 0) {
+        advice += fmt::format(", for more rows --height {}", rest / Stride(layout));
     }
     if (rest % layout.height == 0) {
         advice += fmt::format(", for padded rows --stride {}", rest / layout.height);
@@ -38,34 +50,33 @@ std::string AdviceToShorten(const RawLayout& layout, uint64_t actual, uint64_t n
 
 /** How to get along with a file that is too short. */
 std::string AdviceToLengthen(const RawLayout& layout, uint64_t actual) {
-    if (BytesPerSample(*layout.format) == 2 && IsSizeWith(1, layout, actual)) {
-        return "one byte per pixel is there: give an 8-bit --format";
-    }
     const uint64_t rest = actual - layout.skipBytes;
-    const bool isWholeRows = rest > 0 && rest % layout.stride == 0;
-    return isWholeRows ? fmt::format("--height {} fits, if the width is right", rest / layout.stride)
+    const bool isWholeRows = rest > 0 && rest % Stride(layout) == 0;
+    return isWholeRows ? fmt::format("--height {} fits, if the width is right", rest / Stride(layout))
                        : "check --width, --height and --format";
 }
 
 void CheckContentSize(uint64_t actual, const RawLayout& layout, const std::string& name) {
-    const uint64_t whole = layout.skipBytes + layout.stride * layout.height;
-    const uint64_t needed = whole - layout.stride + RowBytes(layout);
+    const uint64_t whole = layout.skipBytes + Stride(layout) * layout.height;
+    const uint64_t needed = whole - Stride(layout) + RowBytes(layout);
     if (actual == needed || actual == whole) {
         return;
     }
     const std::string behind =
         layout.skipBytes == 0 ? std::string() : fmt::format(" behind {} bytes", layout.skipBytes);
+    const std::string advice =
+        FittingFormat(layout, actual)
+            .value_or(actual < needed ? AdviceToLengthen(layout, actual) : AdviceToShorten(layout, actual, needed));
     Fail(ExitCode::Frame, "{}: holds {} bytes, but {}x{} pixels of {} with {} bytes per row{} need {}: {}", name,
-         actual, layout.width, layout.height, layout.format->name, layout.stride, behind, needed,
-         actual < needed ? AdviceToLengthen(layout, actual) : AdviceToShorten(layout, actual, needed));
+         actual, layout.width, layout.height, frame::Name(layout.format), Stride(layout), behind, needed, advice);
 }
 
 /** Afterwards no sum or product of the layout's numbers overflows. */
 void CheckLayout(const RawLayout& layout, uint64_t actual, const std::string& name) {
     CheckFrameSize(layout.width, layout.height, name);
-    if (layout.stride < RowBytes(layout) || layout.stride > INT_MAX) {
+    if (Stride(layout) < RowBytes(layout) || Stride(layout) > INT_MAX) {
         Fail(ExitCode::Frame, "{}: --stride {} does not suit rows of {} {} pixels: give {} to {} bytes", name,
-             layout.stride, layout.width, layout.format->name, RowBytes(layout), INT_MAX);
+             Stride(layout), layout.width, frame::Name(layout.format), RowBytes(layout), INT_MAX);
     }
     if (layout.skipBytes > actual) {
         Fail(ExitCode::Frame, "{}: holds {} bytes, fewer than --skip-bytes {}: give a smaller number", name, actual,
@@ -87,14 +98,16 @@ void CheckFrameSize(uint64_t width, uint64_t height, const std::string& name) {
 
 RawFrame CutFrame(const Bytes& content, const RawLayout& layout, const std::string& name) {
     CheckLayout(layout, content.size(), name);
-    CheckContentSize(content.size(), layout, name);
-    const int type = BytesPerSample(*layout.format) == 2 ? CV_16UC1 : CV_8UC1;
-    RawFrame frame{layout.format, cv::Mat(static_cast<int>(layout.height), static_cast<int>(layout.width), type)};
-    for (int row = 0; row < frame.samples.rows; ++row) {
-        const uint8_t* start = content.data() + layout.skipBytes + row * layout.stride;
-        std::memcpy(frame.samples.ptr(row), start, RowBytes(layout));
+    const bool isDense = !layout.stride && content.size() == layout.skipBytes + DenseBytes(layout, layout.format);
+    if (!isDense) {
+        CheckContentSize(content.size(), layout, name);
     }
-    return frame;
+    return UnpackFrame({.data = content.data() + layout.skipBytes,
+                        .width = static_cast<uint32_t>(layout.width),
+                        .height = static_cast<uint32_t>(layout.height),
+                        .stride = isDense ? 0 : static_cast<ptrdiff_t>(Stride(layout)),
+                        .capacity = content.size() - layout.skipBytes,
+                        .format = layout.format});
 }
 
 }  // namespace kvx::tool

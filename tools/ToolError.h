@@ -18,6 +18,7 @@ enum class ExitCode {
     Frame = 4,
     Output = 5,
     Library = 6,
+    SomeFailed = 7,
 };
 
 /** A failure that ends the command: one line for the user, and the exit code. */
@@ -32,6 +33,9 @@ public:
 private:
     ExitCode m_code;
 };
+
+/** The exception that is being handled, whatever it is, as the command tells it. */
+ToolError CurrentFailure();
 
 template <typename... Args>
 [[noreturn]] void Fail(ExitCode code, fmt::format_string<Args...> message, Args&&... args) {

@@ -1,8 +1,5 @@
 #include <CLI/CLI.hpp>
 #include <csignal>
-#include <exception>
-#include <new>
-#include <opencv2/core.hpp>
 #include <sstream>
 
 #include "tools/Console.h"
@@ -10,6 +7,7 @@
 #include "tools/DemoCommand.h"
 #include "tools/FormatsCommand.h"
 #include "tools/MosaicCommand.h"
+#include "tools/PackCommand.h"
 #include "tools/ParamsCommand.h"
 #include "tools/ToolError.h"
 #include "tools/look/ExplainCommand.h"
@@ -21,11 +19,14 @@ constexpr const char* kFooter = R"('kvx-demosaic COMMAND --help' tells more abou
 
 Exit codes: 0 success; 2 wrong usage; 3 the input cannot be read or is no picture;
 4 the frame does not fit (size, stride, depth, memory); 5 the output cannot be written;
-6 the library refused, its code is printed; 1 anything unexpected.
+6 the library refused, its code is printed; 7 some of several files failed;
+1 anything unexpected.
 
 Examples:
   kvx-demosaic demo
   kvx-demosaic convert kvx-demo/scene_768x512_BayerRG12.raw scene.png --algorithm edge-aware
+  kvx-demosaic convert frame.raw frame.png --white-balance auto --tone srgb
+  kvx-demosaic convert *.raw --output pictures/ --json
   kvx-demosaic mosaic kvx-demo/scene.png scene.pgm --format BayerGR14)";
 
 int Finish(ExitCode code, const std::string& message) {
@@ -51,12 +52,15 @@ int RunTool(int argc, char** argv) {
     tool.footer(kFooter);
     AddConvertCommand(tool);
     AddMosaicCommand(tool);
+    AddPackCommands(tool);
     AddFormatsCommand(tool);
     AddParamsCommand(tool);
     AddDemoCommand(tool);
     AddExplainCommand(tool);
     try {
         tool.parse(argc, argv);
+    } catch (const CLI::RuntimeError& failure) {
+        return failure.get_exit_code();  // of a command that has told what failed
     } catch (const CLI::ParseError& error) {
         return FinishParsing(tool, error);
     }
@@ -64,18 +68,11 @@ int RunTool(int argc, char** argv) {
 }
 
 int RunGuarded(int argc, char** argv) {
-    constexpr const char* kNoMemory = "not enough memory for a frame of this size: free some, or check the size";
     try {
         return RunTool(argc, argv);
-    } catch (const ToolError& error) {
-        return Finish(error.Code(), error.what());
-    } catch (const std::bad_alloc&) {
-        return Finish(ExitCode::Frame, kNoMemory);
-    } catch (const cv::Exception& error) {
-        return error.code == cv::Error::StsNoMem ? Finish(ExitCode::Frame, kNoMemory)
-                                                 : Finish(ExitCode::Unexpected, error.what());
-    } catch (const std::exception& error) {
-        return Finish(ExitCode::Unexpected, error.what());
+    } catch (...) {
+        const ToolError failure = CurrentFailure();
+        return Finish(failure.Code(), failure.what());
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "TemporaryDirectory.h"
 #include "ToolRun.h"
+#include "tools/Formats.h"
 #include "tools/Mosaic.h"
 #include "tools/PictureDecoder.h"
 #include "tools/PictureEncoder.h"

@@ -21,53 +21,19 @@ TEST(Formats, UnknownNamesBringTheNearest) {
 
 TEST(Formats, AreKnownByEveryScheme) {
     for (const char* name : {"bayerrg12", "rggb12le", "RG12", "CFA_RG_GB_12"}) {
-        EXPECT_STREQ(RequireFormat(name).name, "BayerRG12") << name;
+        EXPECT_EQ(frame::Name(RequireFormat(name)), "BayerRG12") << name;
     }
-    ExpectToolError(ExitCode::Usage, "no such format", [] { RequireFormat("pRCC"); });
+    ExpectToolError(ExitCode::Usage, "no format of frames", [] { RequireFormat("YUV444_8"); });
 }
 
-TEST(Formats, OnlyUnpackedFormatsAreUsed) {
-    struct Case {
-        const char* name;
-        bool isMosaic;
-        bool isSource;
-        bool isDestination;
-    };
-    const std::vector<Case> cases = {
-        {"Mono16", true, false, false},
-        {"Mono10p", false, false, false},
-        {"BayerBG14", true, true, false},
-        {"BayerBG12Packed", false, false, false},
-        {"BayerGR10p", false, false, false},
-        {"TrueSense_RGGB_WRRW_1_12", true, true, false},
-        {"BGR12", false, false, true},
-        {"RGBa8", false, false, false},
-        {"RGB_8_FLEX_Packed", false, false, false},
-        {"YUV444_8", false, false, false},
-    };
-    for (const Case& expected : cases) {
-        const PixelFormat& format = RequireFormat(expected.name);
-        EXPECT_EQ(IsUnpackedMosaic(format), expected.isMosaic) << expected.name;
-        EXPECT_EQ(IsConvertSource(format), expected.isSource) << expected.name;
-        EXPECT_EQ(IsConvertDestination(format), expected.isDestination) << expected.name;
+TEST(Formats, FramesAndPicturesHaveTheirOwn) {
+    EXPECT_EQ(RequireFrameFormat("--format", "BayerBG12Packed").layout, frame::Layout::GigE);
+    for (const char* name : {"RGB8", "SCF1WBWG16"}) {
+        ExpectToolError(ExitCode::Usage, "--format", [name] { RequireFrameFormat("--format", name); });
     }
-}
-
-TEST(Formats, DepthsThatBecomeEachOther) {
-    const std::vector<std::pair<const char*, std::string>> cases = {
-        {"BayerRG8", "RGB8 BGR8 "},
-        {"BayerRG10", "RGB8 BGR8 RGB10 BGR10 RGB16 BGR16 "},
-        {"BayerRG14", "RGB8 BGR8 RGB14 BGR14 RGB16 BGR16 "},
-        {"BayerRG16", "RGB8 BGR8 RGB16 BGR16 "},
-    };
-    for (const auto& [source, expected] : cases) {
-        std::string possible;
-        for (const PixelFormat* format : AllFormats()) {
-            const bool isPossible = IsConvertDestination(*format) && CanConvert(RequireFormat(source), *format);
-            possible += isPossible ? std::string(format->name) + " " : "";
-        }
-        EXPECT_EQ(possible, expected) << source;
-    }
+    EXPECT_TRUE(IsConvertDestination(RequireFormat("BGR12")));
+    EXPECT_FALSE(IsConvertDestination(RequireFormat("RGBa8")));
+    EXPECT_FALSE(IsConvertDestination(RequireFormat("Mono8")));
 }
 
 TEST(Arguments, NumbersAreDecimalAndWhole) {

@@ -5,11 +5,13 @@
 #include <cmath>
 #include <map>
 
+#include "tools/Formats.h"
+
 namespace kvx::tool {
 namespace {
 
 /** Letters of the filters over the top left 4x4 pixels, found from what they let through. */
-std::string FiltersSeen(const PixelFormat& format) {
+std::string FiltersSeen(const frame::Format& format) {
     const Picture picture{cv::Mat(6, 6, CV_8UC3, cv::Scalar(60, 90, 240)), 255};
     const std::map<uint32_t, char> letters = {{60, 'B'}, {90, 'G'}, {240, 'R'}, {130, 'W'}};
     const RawFrame frame = MakeMosaic(picture, format);
@@ -18,7 +20,7 @@ std::string FiltersSeen(const PixelFormat& format) {
         cv::Mat sample;
         frame.samples(cv::Rect(site % 4, site / 4, 1, 1)).convertTo(sample, CV_16U);
         const uint32_t value =
-            static_cast<uint32_t>(std::lround(sample.at<uint16_t>(0, 0) * 255.0 / LargestSample(format)));
+            static_cast<uint32_t>(std::lround(sample.at<uint16_t>(0, 0) * 255.0 / frame::White(format)));
         seen += letters.contains(value) ? letters.at(value) : '?';
         seen += site % 4 == 3 ? " " : "";
     }
@@ -43,8 +45,8 @@ TEST(Mosaic, FiltersOfEveryLayout) {
     };
     for (const auto& [stem, filters] : cases) {
         for (const char* bits : {"8", "10", "12", "14"}) {
-            const PixelFormat& format = RequireFormat(std::string(stem) + bits);
-            EXPECT_EQ(FiltersSeen(format), filters) << format.name;
+            const frame::Format format = RequireFormat(std::string(stem) + bits);
+            EXPECT_EQ(FiltersSeen(format), filters) << frame::Name(format);
         }
     }
 }

@@ -1,7 +1,13 @@
 #include "tools/OutputFile.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
 
 #include "ExpectToolError.h"
 #include "TemporaryDirectory.h"
@@ -46,6 +52,31 @@ TEST(OutputFile, DevicesStayDevices) {
     EXPECT_EQ(reader.get(), 7);
     EXPECT_EQ(reader.get(), 8);
     EXPECT_TRUE(fs::is_fifo(fifo));
+}
+
+TEST(OutputFile, KilledInTheMiddleOfAFileNothingIsLeft) {
+    const TemporaryDirectory directory;
+    const int probe = ::open(directory.Path(".").c_str(), O_WRONLY | O_TMPFILE, 0600);
+    if (probe < 0) {
+        GTEST_SKIP() << "this file system has no files without a name";
+    }
+    ::close(probe);
+    const std::string old = directory.Write("old", {1});
+    for (const std::string& path : {old, directory.Path("new")}) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            constexpr rlimit kLimit{4096, 4096};
+            ::setrlimit(RLIMIT_FSIZE, &kLimit);
+            std::signal(SIGXFSZ, SIG_DFL);  // ends the process when it writes on
+            WriteOutput(path, Bytes(8192));
+            ::_exit(0);
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        EXPECT_TRUE(WIFSIGNALED(status));
+        EXPECT_EQ(directory.Entries(), std::set<std::string>{"old"});
+        EXPECT_EQ(directory.Read("old"), Bytes{1});
+    }
 }
 
 TEST(OutputFile, FailuresNameTheFileAndLeaveNothing) {

@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "ExpectToolError.h"
+#include "tools/Formats.h"
 
 namespace kvx::tool {
 namespace {
@@ -16,8 +17,9 @@ Bytes CountingBytes(size_t count) {
     return bytes;
 }
 
-RawLayout Layout(const char* format, uint64_t width, uint64_t height, uint64_t stride, uint64_t skipBytes = 0) {
-    return {&RequireFormat(format), width, height, stride, skipBytes};
+RawLayout Layout(const char* format, uint64_t width, uint64_t height, std::optional<uint64_t> stride,
+                 uint64_t skipBytes = 0) {
+    return {RequireFormat(format), width, height, stride, skipBytes};
 }
 
 TEST(RawLayout, TakesSamplesFromBehindHeaderAndPadding) {
@@ -32,6 +34,17 @@ TEST(RawLayout, TakesSamplesFromBehindHeaderAndPadding) {
     EXPECT_EQ(words.samples.at<uint16_t>(1, 1), 0x0D0C);
 }
 
+TEST(RawLayout, SizeTellsWhetherPackedRowsStartWithAByte) {
+    // Three samples of 12 bits take four and a half bytes.
+    const Bytes dense = {0x01, 0x20, 0x00, 0x03, 0x40, 0x00, 0x05, 0x60, 0x00};
+    const Bytes aligned = {0x01, 0x20, 0x00, 0x03, 0x00, 0x04, 0x50, 0x00, 0x06, 0x00};
+    for (const Bytes& content : {dense, aligned}) {
+        const RawFrame frame = CutFrame(content, Layout("BayerRG12p", 3, 2, {}), "f");
+        EXPECT_EQ(frame.format, RequireFormat("BayerRG12"));
+        EXPECT_EQ(EncodeRaw(frame.samples), (Bytes{1, 0, 2, 0, 3, 0, 4, 0, 5, 0, 6, 0})) << content.size();
+    }
+}
+
 TEST(RawLayout, WrongFileSizesAreToldWithTheFix) {
     struct Case {
         size_t size;
@@ -41,8 +54,10 @@ TEST(RawLayout, WrongFileSizesAreToldWithTheFix) {
     const std::vector<Case> cases = {
         {11, Layout("BayerRG8", 3, 4, 3), "holds 11 bytes, but 3x4 pixels of BayerRG8 with 3 bytes per row need 12"},
         {9, Layout("BayerRG8", 3, 4, 3), "--height 3 fits"},
-        {12, Layout("BayerRG12", 3, 4, 6), "give an 8-bit --format"},
-        {24, Layout("BayerRG8", 3, 4, 3), "give a --format of 10 to 16 bits"},
+        {12, Layout("BayerRG12", 3, 4, 6), "the size is that of BayerRG8"},
+        {24, Layout("BayerRG8", 3, 4, 3), "the size is that of BayerRG10"},
+        {12, Layout("BayerRG12", 4, 2, {}), "the size is that of BayerRG12p"},
+        {13, Layout("BayerRG12p", 3, 2, {}), "with 5 bytes per row need 10"},
         {0, Layout("BayerRG8", 3, 4, 3), "holds 0 bytes"},
         {13, Layout("BayerRG8", 3, 4, 3), "--skip-bytes 1"},
         {20, Layout("BayerRG8", 3, 4, 3, 5),

@@ -48,7 +48,7 @@ TEST(RoundTrip, PictureToMosaicAndBackForEveryPatternAndDepth) {
             const std::string format = fmt::format("Bayer{}{}", pattern, bits);
             const std::string raw = directory.Path(fmt::format("waves_128x96_{}.raw", format));
             const ToolResult mosaic = RunSuccessfully({"mosaic", picture, raw, "--format", format});
-            EXPECT_EQ(mosaic.standardError, "") << "the name says all";
+            EXPECT_EQ(mosaic.standardError, "");
             for (const auto& [destination, algorithm] : {std::pair<std::string, const char*>{"RGB8", "bilinear"},
                                                          {fmt::format("BGR{}", bits), "edge-aware"}}) {
                 const std::string out = directory.Path("again.png");

@@ -78,9 +78,13 @@ ToolResult RunTool(const std::vector<std::string>& arguments, const ToolSurround
         BecomeTool(arguments, surroundings);
     }
     int status = 0;
-    ::waitpid(child, &status, 0);
+    rusage usage{};
+    ::wait4(child, &status, 0, &usage);
     const Bytes messages = error.Content();
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output.Content(), {messages.begin(), messages.end()}};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
+            output.Content(),
+            {messages.begin(), messages.end()},
+            usage.ru_maxrss};
 }
 
 ToolResult RunSuccessfully(const std::vector<std::string>& arguments, const ToolSurroundings& surroundings) {

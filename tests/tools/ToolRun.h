@@ -13,6 +13,7 @@ struct ToolResult {
     int exitCode;  ///< -1 when a signal ended the process
     Bytes standardOutput;
     std::string standardError;
+    long peakKilobytes;  ///< of memory that was in use at once
 };
 
 /** What a run gets besides its arguments. */
