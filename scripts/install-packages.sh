@@ -8,6 +8,7 @@ packages=(
     libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libhwy-dev
     libcli11-dev libfmt-dev nlohmann-json3-dev
     libgtest-dev libbenchmark-dev libraw-dev abigail-tools help2man bash-completion
+    libaravis-dev libusb-1.0-0-dev
 )
 [ "${1-}" = develop ] && packages+=(clang libomp-dev clang-format clang-tidy python3)
 

@@ -1,5 +1,7 @@
 #include "tools/FrameReader.h"
 
+#include <algorithm>
+
 #include "KvxFrame/SampleDepth.h"
 #include "tools/Console.h"
 #include "tools/FrameConversion.h"
@@ -47,6 +49,19 @@ public:
         return m_sidecar;
     }
 
+    /** What was asked for so far; the size where only the file's header tells it. */
+    std::vector<FrameFact> Facts(const cv::Mat& samples) const {
+        std::vector<FrameFact> facts = m_facts;
+        const auto isTold = [&facts](const char* name) {
+            return std::any_of(facts.begin(), facts.end(), [name](const FrameFact& fact) { return fact.name == name; });
+        };
+        if (!isTold("width")) {
+            facts.push_back({"width", std::to_string(samples.cols), "header"});
+            facts.push_back({"height", std::to_string(samples.rows), "header"});
+        }
+        return facts;
+    }
+
     std::string Inferred() const {
         std::string text = m_inSidecar.empty() ? "" : fmt::format("{} taken from {}", m_inSidecar, m_sidecar.path);
         if (!m_inName.empty()) {
@@ -70,6 +85,10 @@ private:
                                const std::optional<Value>& fromSidecar, const std::optional<Value>& fromName,
                                const Describe& describe) {
         const std::optional<Value>& value = given ? given : fromSidecar ? fromSidecar : fromName;
+        if (value) {
+            m_facts.push_back(
+                {word, fmt::format("{}", describe(*value)), given ? "options" : fromSidecar ? "sidecar" : "name"});
+        }
         if (value && !given) {
             std::string& texts = fromSidecar ? m_inSidecar : m_inName;
             texts += fmt::format("{}{} {}", texts.empty() ? "" : ", ", word, describe(*value));
@@ -80,6 +99,7 @@ private:
     const FrameRequest& m_request;
     Sidecar m_sidecar;
     FrameName m_fromName;
+    std::vector<FrameFact> m_facts;
     std::string m_inSidecar;
     std::string m_inName;
 };
@@ -153,7 +173,8 @@ FrameInput ReadFrame(const std::string& path, const FrameRequest& request) {
     RawFrame frame = IsPictureFile(content) ? FrameFromPicture(content, format, inference, request, name)
                                             : FrameFromSamples(content, format, inference, name);
     OrExit(ExitCode::Frame, name, [&] { frame::CheckSampleDepth(ViewOf(frame)); });
-    return {std::move(frame), format, inference.FromSidecar(), inference.Inferred()};
+    std::vector<FrameFact> facts = inference.Facts(frame.samples);
+    return {std::move(frame), format, inference.FromSidecar(), std::move(facts), inference.Inferred()};
 }
 
 }  // namespace kvx::tool

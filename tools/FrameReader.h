@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "tools/RawFrame.h"
 #include "tools/Sidecar.h"
@@ -19,10 +20,18 @@ struct FrameRequest {
     bool useSidecar = true;
 };
 
+/** A fact about a frame that had to be found out. */
+struct FrameFact {
+    std::string name;  ///< "format", "width", "height", "stride" or "offset"
+    std::string value;
+    std::string origin;  ///< "options", "sidecar", "name" or "header"
+};
+
 struct FrameInput {
     RawFrame frame;
     frame::Format fileFormat;  ///< as the file has it, packed or not
     Sidecar sidecar;
+    std::vector<FrameFact> facts;
     std::string inferred;  ///< what was taken from the sidecar and the name, for the user; often empty
 };
 

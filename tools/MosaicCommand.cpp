@@ -1,6 +1,5 @@
 #include "tools/MosaicCommand.h"
 
-#include <cmath>
 #include <memory>
 
 #include "tools/Arguments.h"
@@ -41,10 +40,13 @@ struct MosaicOptions {
 };
 
 Sensor SensorOf(const MosaicOptions& options) {
+    if (options.seed && !options.analogGain) {
+        Fail(ExitCode::Usage, "--seed: there is no noise without --analog-gain");
+    }
     Sensor sensor{ParseWeights("--pan-weights", options.panWeights), options.isLinear};
     if (options.analogGain) {
-        if (std::isnan(*options.analogGain)) {
-            Fail(ExitCode::Usage, "--analog-gain: nan is no gain");
+        if (!(*options.analogGain >= 0)) {  // nor is what is not a number
+            Fail(ExitCode::Usage, "--analog-gain {}: a gain is not negative", *options.analogGain);
         }
         tagTrueSenseParam params;
         TrueSense_DefaultValues(&params);
@@ -77,10 +79,8 @@ void AddMosaicCommand(CLI::App& tool) {
     command->add_option("--pan-weights", options->panWeights, "Weights of red, green and blue at clear sites")
         ->type_name("R,G,B");
     command->add_flag("--linear", options->isLinear, "Undo the picture's sRGB encoding first");
-    CLI::Option* gain = command->add_option("--analog-gain", options->analogGain, "Add the noise of this analog gain");
-    gain->type_name("G")->check(CLI::NonNegativeNumber);
+    command->add_option("--analog-gain", options->analogGain, "Add the noise of this analog gain")->type_name("G");
     AddNumber(*command, "--seed", options->seed, "Seed of the noise: other seeds, other noise (default 1)");
-    command->get_option("--seed")->needs(gain);
     command->add_flag_callback(
         "--no-sidecar", [options] { options->hasSidecar = false; }, "Do not write the JSON file next to the frame");
     command->footer(kFooter);

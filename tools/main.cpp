@@ -10,6 +10,11 @@
 #include "tools/PackCommand.h"
 #include "tools/ParamsCommand.h"
 #include "tools/ToolError.h"
+#include "tools/look/BenchCommand.h"
+#include "tools/look/CompareCommand.h"
+#include "tools/look/ExplainCommand.h"
+#include "tools/look/GuessCommand.h"
+#include "tools/look/InfoCommand.h"
 
 namespace kvx::tool {
 namespace {
@@ -55,6 +60,11 @@ int RunTool(int argc, char** argv) {
     AddFormatsCommand(tool);
     AddParamsCommand(tool);
     AddDemoCommand(tool);
+    AddInfoCommand(tool);
+    AddExplainCommand(tool);
+    AddGuessCommand(tool);
+    AddCompareCommand(tool);
+    AddBenchCommand(tool);
     try {
         tool.parse(argc, argv);
     } catch (const CLI::RuntimeError& failure) {

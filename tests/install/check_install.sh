@@ -25,6 +25,11 @@ cmake --build "$work/cmake" >> "$work/log"
 expect c "$work/cmake/convert_c"
 expect cpp "$work/cmake/convert_cpp"
 expect frame "$work/cmake/frame"
+if [ -e "$work/cmake/aravis" ]; then
+    "$source/tests/install/check_aravis.sh" "$work/cmake/aravis"
+else
+    grep 'live camera is left out' "$work/log"
+fi
 
 PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name KvxDemosaicing.pc)")
 export PKG_CONFIG_PATH

@@ -38,7 +38,7 @@ TEST(SensorNoise, ModelBetweenAndBeyondItsPoints) {
 /** A flat frame whose samples before noise are 16 x `byte` and a little. */
 RawFrame Flat(const char* format, int byte, double gain, uint64_t seed, int side = 512) {
     const Picture picture{cv::Mat(side, side, CV_8UC3, cv::Scalar::all(byte)), 255};
-    return MakeMosaic(picture, RequireFormat(format), {.noise = DefaultNoiseAt(gain), .noiseSeed = seed});
+    return MakeMosaic(picture, frame::FormatByName(format), {.noise = DefaultNoiseAt(gain), .noiseSeed = seed});
 }
 
 TEST(SensorNoise, FramesCarryTheModelsVarianceAtEachKindOfSite) {
@@ -52,12 +52,12 @@ TEST(SensorNoise, FramesCarryTheModelsVarianceAtEachKindOfSite) {
           Case{"BayerRG14", 1, 0, false}, Case{"Mono16", 0, 0, true}})
         for (const double gain : {11.04, 23.96, 36.77})
             for (const int byte : {40, 128}) {
-                const RawFrame frame = Flat(sites.format, byte, gain, 7, 1024);
-                const double white = LargestSample(*frame.format), scale = 4095 / white, signal = 4095 * byte / 255.0;
+                const RawFrame rawFrame = Flat(sites.format, byte, gain, 7, 1024);
+                const double white = frame::White(rawFrame.format), scale = 4095 / white, signal = 4095 * byte / 255.0;
                 double sum = 0, squares = 0, count = 0;
                 for (int row = sites.firstRow; row < 1024; row += 4)
                     for (int column = sites.firstColumn; column < 1024; column += 4, ++count) {
-                        const double error = scale * frame.samples.at<uint16_t>(row, column) - signal;
+                        const double error = scale * rawFrame.samples.at<uint16_t>(row, column) - signal;
                         sum += error;
                         squares += error * error;
                     }
@@ -99,7 +99,7 @@ TEST(SensorNoise, StaysWithinTheFormat) {
         for (const int byte : {0, 255}) {
             cv::Mat samples;
             Flat(format, byte, 36.77, 1, 64).samples.convertTo(samples, CV_32S);
-            const int white = static_cast<int>(LargestSample(RequireFormat(format)));
+            const int white = static_cast<int>(frame::White(frame::FormatByName(format)));
             double least = 0, largest = 0;
             cv::minMaxLoc(samples, &least, &largest);
             const double end = byte == 0 ? least : largest;

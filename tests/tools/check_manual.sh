@@ -46,7 +46,7 @@ for option in --to --algorithm --white-balance --tone --flip --layout; do
         case $option,$value in
             --to,RGB[0-9]* | --to,BGR[0-9]*) ;;
             --to,* | --white-balance,sidecar) continue ;;
-            --algorithm,fast | --algorithm,bayer-like) format=TrueSense_RGGB_WRRW_0_8 ;;
+            --algorithm,fast | --algorithm,simple | --algorithm,bayer-like | --algorithm,kodak*) format=TrueSense_RGGB_WRRW_0_8 ;;
             --layout,*) command=pack format=BayerRG10 ;;
         esac
         [ $format = BayerRG10 ] && height=2 || height=4

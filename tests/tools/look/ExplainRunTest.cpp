@@ -1,0 +1,53 @@
+#include <gtest/gtest.h>
+
+#include "ToolRun.h"
+#include "tools/look/FormatDrawing.h"
+
+namespace kvx::tool {
+namespace {
+
+std::string Explained(const std::string& format) {
+    const Bytes output = RunSuccessfully({"explain", format}).standardOutput;
+    return {output.begin(), output.end()};
+}
+
+TEST(ExplainRun, DrawsTilesBitsAndNames) {
+    struct Case {
+        const char* format;
+        std::vector<const char*> fragments;
+    };
+    const std::vector<Case> cases = {
+        {"BayerGB8", {"\n   G  B\n   R  G\n", "gbrg", "0x0108000A", "COLOR_BayerGR2BGR", "would swap red and blue"}},
+        {"pgAA",
+         {"BayerGR10mipi: ", "byte 4    d1   d0   c1   c0   b1   b0   a1   a0\n", "CFA_GR_BG_10mipi",
+          "COLOR_BayerGR2BGR is for a BayerGB sensor"}},
+        {"0x010C0059", {"byte 1    b3   b2   b1   b0  a11  a10   a9   a8\n", "0x030C2323  BayerRG12p\n"}},
+        {"0x030C1324", {"BayerRG12Packed: ", "byte 1    b3   b2   b1   b0   a3   a2   a1   a0\n"}},
+        {"Mono10msb", {"\n   Y\n", "byte 0    a1   a0    -    -    -    -    -    -\n"}},
+        {"BayerRG12be", {"byte 0     -    -    -    -  a11  a10   a9   a8\n"}},
+        {"TrueSense_RGGB_WRRW_0_8", {"\n   W  R  W  G\n   R  W  G  W\n   W  G  W  B\n   G  W  B  W\n", "SCF1WRWG8"}},
+        {"BGRx", {"\n   B  G  R  X\n"}}};
+    for (const Case& one : cases) {
+        const std::string text = Explained(one.format);
+        for (const char* fragment : one.fragments) {
+            EXPECT_NE(text.find(fragment), std::string::npos) << fragment << "\n" << text;
+        }
+        EXPECT_EQ(text.find('\033'), std::string::npos) << "colours without a terminal";
+    }
+    EXPECT_EQ(Explained("Mono8").find("OpenCV's"), std::string::npos);
+}
+
+TEST(ExplainRun, UnknownNamesGetTheNearest) {
+    ExpectRefusal(RunTool({"explain", "BayerRG11"}), 2, {"BayerRG11", "BayerRG10"});
+    ExpectRefusal(RunTool({"explain", "0x01020304"}), 2, {"0x01020304", "code"});
+}
+
+TEST(FormatDrawing, ColoursFollowTheFilters) {
+    const frame::Format format = frame::FormatByName("BayerGR12p");
+    EXPECT_EQ(DrawTile(format, Paint(true)),
+              "  \033[42;30m G \033[0m\033[41;97m R \033[0m\n  \033[44;97m B \033[0m\033[42;30m G \033[0m\n");
+    EXPECT_NE(DrawBits(format, Paint(true)).find("\033[41;97m  b0 \033[0m\033[42;30m a11 \033[0m"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace kvx::tool

@@ -1,0 +1,111 @@
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "TemporaryDirectory.h"
+#include "ToolRun.h"
+#include "tools/PictureDecoder.h"
+#include "tools/PictureEncoder.h"
+#include "tools/Scene.h"
+#include "tools/look/BusyPlaces.h"
+#include "tools/look/SampleStatistics.h"
+
+namespace kvx::tool {
+namespace {
+
+nlohmann::json JsonOf(const std::vector<std::string>& arguments) {
+    return nlohmann::json::parse(RunSuccessfully(arguments).standardOutput);
+}
+
+/** A directory with the demo scene and a mosaic of it. */
+class LookRun : public testing::Test {
+protected:
+    void SetUp() override {
+        m_scene = m_directory.Write("scene.png", EncodePicture(DrawScene(), PictureKind::Png));
+        m_raw = m_directory.Path("a_768x512_BayerGB12p.raw");
+        RunSuccessfully({"mosaic", m_scene, m_raw, "--format", "BayerGB12p"});
+    }
+
+    cv::Size SizeOf(const std::string& name) const {
+        return DecodePicture(m_directory.Read(name), name).pixels.size();
+    }
+
+    TemporaryDirectory m_directory;
+    std::string m_scene;
+    std::string m_raw;
+};
+
+TEST_F(LookRun, InfoTellsFactsAndWhereTheyComeFrom) {
+    const nlohmann::json info = JsonOf({"info", m_raw, "--height", "512", "--json"});
+    EXPECT_EQ(info["format"], "BayerGB12p");
+    EXPECT_EQ(info["width"], 768);
+    EXPECT_EQ(info["origins"]["height"], "options");
+    EXPECT_EQ(info["origins"]["format"], "sidecar");  // which mosaic wrote
+    EXPECT_EQ(info["largest"], 4095);
+    EXPECT_EQ(info["likely_depth"], "12 bits");
+    EXPECT_GT(info["clipped_share"], 0.01);
+    ExpectRefusal(RunTool({"info", m_raw, "--height", "511"}), 4, {"589824 bytes", "511"});
+}
+
+TEST_F(LookRun, CompareMeasuresAndDraws) {
+    const std::string sheet = m_directory.Path("sheet.png");
+    const nlohmann::json result =
+        JsonOf({"compare", m_raw, "--reference", m_scene, "--output", sheet, "--crop", "10,20,64x32", "--json"});
+    ASSERT_EQ(result["algorithms"].size(), 3u);
+    double best = 0;
+    for (const auto& row : result["algorithms"]) {
+        EXPECT_GT(row["seconds"], 0);
+        EXPECT_GT(row["psnr"], 15);
+        best = std::max(best, row["psnr"].get<double>());
+    }
+    EXPECT_EQ(best, result["algorithms"][1]["psnr"]);  // ipp
+    EXPECT_GT(SizeOf("sheet.png").width, 4 * 448);     // the reference and three algorithms
+    ExpectRefusal(RunTool({"compare", m_raw, "--crop", "700,0,69x1", "--output", sheet}), 2, {"--crop", "768x512"});
+    ExpectRefusal(RunTool({"compare", m_raw, "--reference", sheet, "--output", m_directory.Path("b.png")}), 4,
+                  {"reference", "768x512"});
+}
+
+TEST_F(LookRun, GuessDrawsASheet) {
+    const std::string sheet = m_directory.Path("sheet.png");
+    const std::string unnamed = m_directory.Write("x", m_directory.Read("a_768x512_BayerGB12p.raw"));
+    const nlohmann::json result = JsonOf({"guess", unnamed, "--output", sheet, "--json"});
+    const nlohmann::json first = result["ranking"][0];
+    EXPECT_TRUE(first["format"] == "BayerGB12p" || first["format"] == "BayerGR12p") << first;
+    EXPECT_EQ(first["width"], 768);
+    EXPECT_GT(SizeOf("sheet.png").width, 4 * 384);
+    ExpectRefusal(RunTool({"guess", m_directory.Write("y", Bytes(1009)), "--output", sheet}), 4, {"--width"});
+}
+
+TEST(BenchRun, MeasuresWhatIsAskedFor) {
+    const nlohmann::json result = JsonOf({"bench", "--format", "BayerRG12p", "--format", "Mono8", "--size", "64x48",
+                                          "--algorithm", "ipp", "--milliseconds", "1", "--json"});
+    ASSERT_EQ(result["results"].size(), 2u);
+    EXPECT_EQ(result["results"][0]["algorithm"], "ipp");
+    EXPECT_NEAR(result["results"][0]["bytes_per_second"].get<double>(),
+                1.5 * result["results"][0]["pixels_per_second"].get<double>(), 1);
+    ExpectRefusal(RunTool({"bench", "--algorithm", "magic"}), 2, {"magic"});
+    ExpectRefusal(RunTool({"bench", "--format", "RGB8"}), 2, {"RGB8"});
+}
+
+TEST(BusyPlaces, AreWherePicturesDiffer) {
+    const cv::Mat even(60, 80, CV_8UC3, cv::Scalar::all(9));
+    cv::Mat other = even.clone();
+    other(cv::Rect(50, 30, 4, 4)).setTo(200);
+    const std::vector<cv::Rect> places = BusyPlaces({even, other}, {10, 10}, 3);
+    ASSERT_EQ(places.size(), 3u);
+    EXPECT_EQ(places[0] & cv::Rect(50, 30, 4, 4), cv::Rect(50, 30, 4, 4));
+    EXPECT_TRUE((places[0] & places[1]).empty());
+    EXPECT_EQ(BusyPlaces({even}, {100, 100}, 3), std::vector<cv::Rect>{cv::Rect(0, 0, 80, 60)});
+}
+
+TEST(SampleStatistics, RangeBitsAndShares) {
+    const cv::Mat samples = (cv::Mat_<uint16_t>(1, 4) << 0, 64, 1023, 1023);
+    const SampleStatistics statistics = MeasureSamples({frame::FormatByName("BayerRG10"), samples});
+    EXPECT_EQ(statistics.largest, 1023u);
+    EXPECT_EQ(statistics.highestBit, 10u);
+    EXPECT_EQ(statistics.clippedShare, 0.5);
+    EXPECT_EQ(statistics.blackShare, 0.25);
+}
+
+}  // namespace
+}  // namespace kvx::tool

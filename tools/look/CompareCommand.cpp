@@ -1,0 +1,164 @@
+#include "tools/look/CompareCommand.h"
+
+#include <fmt/format.h>
+
+#include <charconv>
+#include <cmath>
+#include <filesystem>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "tools/Console.h"
+#include "tools/FinishOptions.h"
+#include "tools/FrameConversion.h"
+#include "tools/FrameOptions.h"
+#include "tools/FrameReader.h"
+#include "tools/InputFile.h"
+#include "tools/OutputFile.h"
+#include "tools/PictureDecoder.h"
+#include "tools/PictureEncoder.h"
+#include "tools/TextTable.h"
+#include "tools/look/BusyPlaces.h"
+#include "tools/look/CompareSheet.h"
+
+namespace kvx::tool {
+namespace {
+
+constexpr const char* kFooter =
+    R"(Converts the frame to 8 bits by every algorithm of its family, prints times (the median
+of several conversions, without reading and writing files), and writes a sheet with the
+whole pictures and enlarged crops: those given, or the three places where the algorithms
+differ most. With a reference also the PSNR over the whole picture (peak 255) and maps of
+the difference; the reference must have the light that the conversion gives.
+
+Examples:
+  kvx-demosaic compare scene_768x512_BayerRG12.raw --reference scene.png
+  kvx-demosaic compare frame.pgm --white-balance auto --tone srgb --crop 600,400,120x80)";
+
+const cv::Size kCropSize(120, 80);
+constexpr size_t kCropCount = 3;
+
+struct CompareOptions {
+    std::string input;
+    std::string reference;
+    std::string output = "compare.png";
+    FrameRequest request;
+    FinishRequest finish;
+    std::vector<std::string> crops;
+    bool asJson = false;
+};
+
+/** "X,Y,WIDTHxHEIGHT" inside a picture. */
+cv::Rect ParseCrop(const std::string& text, cv::Size size) {
+    constexpr std::array kSeparators = {',', ',', 'x', '\0'};
+    std::array<int, 4> numbers{};
+    const char* next = text.c_str();
+    const char* end = next + text.size();
+    for (size_t index = 0; index < numbers.size(); ++index) {
+        const auto [stop, error] = std::from_chars(next, end, numbers[index]);
+        if (error != std::errc() || *stop != kSeparators[index]) {
+            Fail(ExitCode::Usage, "--crop: '{}' is not of the form X,Y,WIDTHxHEIGHT", text);
+        }
+        next = stop + 1;
+    }
+    const auto [x, y, width, height] = numbers;
+    if (x < 0 || y < 0 || width < 1 || height < 1 || width > size.width - x || height > size.height - y) {
+        Fail(ExitCode::Usage, "--crop: '{}' is not inside the frame's {}x{} pixels", text, size.width, size.height);
+    }
+    return {x, y, width, height};
+}
+
+std::vector<cv::Rect> Crops(const CompareOptions& options, const std::vector<AlgorithmResult>& results) {
+    std::vector<cv::Rect> crops;
+    for (const std::string& text : options.crops) {
+        crops.push_back(ParseCrop(text, results.front().picture.size()));
+    }
+    if (crops.empty()) {
+        std::vector<cv::Mat> pictures;
+        for (const AlgorithmResult& result : results) {
+            pictures.push_back(result.picture);
+        }
+        crops = BusyPlaces(pictures, kCropSize, kCropCount);
+    }
+    return crops;
+}
+
+cv::Mat ReadReference(const std::string& path, cv::Size size) {
+    if (path.empty()) {
+        return {};
+    }
+    const Picture picture = DecodePicture(ReadInput(path), InputName(path));
+    if (picture.pixels.size() != size || picture.pixels.channels() != 3) {
+        Fail(ExitCode::Frame, "{}: the reference must be a colour picture of the frame's {}x{} pixels", InputName(path),
+             size.width, size.height);
+    }
+    cv::Mat bytes;
+    picture.pixels.convertTo(bytes, CV_8U, 255.0 / picture.maximum);
+    return bytes;
+}
+
+std::string ResultTable(const std::vector<AlgorithmResult>& results) {
+    TextTable table({"algorithm", "ms", "Mpixel/s", "PSNR/dB"});
+    for (const AlgorithmResult& result : results) {
+        table.AddRow({result.name, fmt::format("{:.2f}", 1e3 * result.seconds),
+                      fmt::format("{:.0f}", 1e-6 * static_cast<double>(result.picture.total()) / result.seconds),
+                      result.psnr ? fmt::format("{:.2f}", *result.psnr) : "-"});
+    }
+    return table.Text();
+}
+
+std::string ResultJson(const std::vector<AlgorithmResult>& results, const std::vector<cv::Rect>& crops) {
+    auto rows = nlohmann::ordered_json::array();
+    for (const AlgorithmResult& result : results) {
+        rows.push_back({{"algorithm", result.name}, {"seconds", result.seconds}});
+        if (result.psnr) {
+            // JSON has no infinity: null means equal to the reference.
+            rows.back()["psnr"] = std::isfinite(*result.psnr) ? nlohmann::json(*result.psnr) : nlohmann::json();
+        }
+    }
+    auto places = nlohmann::ordered_json::array();
+    for (const cv::Rect& crop : crops) {
+        places.push_back({{"x", crop.x}, {"y", crop.y}, {"width", crop.width}, {"height", crop.height}});
+    }
+    return nlohmann::ordered_json{{"algorithms", rows}, {"crops", places}}.dump(2) + "\n";
+}
+
+void Compare(const CompareOptions& options) {
+    const PictureKind kind = PictureKindFor(options.output);
+    RequireDistinct(options.input, options.output);
+    RequireDistinct(options.reference, options.output);
+    const std::string name = InputName(options.input);
+    const FrameInput input = ReadFrame(options.input, options.request);
+    const cv::Mat reference = ReadReference(options.reference, input.frame.samples.size());
+    const auto finish = MakeFinish(options.finish, input.sidecar, input.frame.format, name);
+    const auto results =
+        OrExit(ExitCode::Library, name, [&] { return CompareAlgorithms(ViewOf(input.frame), finish, reference); });
+    const std::vector<cv::Rect> crops = Crops(options, results);
+    const std::string title =
+        fmt::format("{}  {}x{}  {}", std::filesystem::path(name).filename().string(), input.frame.samples.cols,
+                    input.frame.samples.rows, frame::Name(input.fileFormat));
+    const cv::Mat sheet = DrawComparison(title, results, reference, crops);
+    WriteOutput(options.output, EncodePicture({sheet, 255}, kind));
+    PrintText(options.asJson ? ResultJson(results, crops) : ResultTable(results));
+}
+
+}  // namespace
+
+void AddCompareCommand(CLI::App& tool) {
+    const auto options = std::make_shared<CompareOptions>();
+    CLI::App* command = tool.add_subcommand("compare", "Show what each algorithm makes of a frame");
+    command->add_option("FRAME", options->input, "Headerless raw, PGM, PNG or TIFF file; - is standard input")
+        ->required();
+    command->add_option("--reference", options->reference, "The true picture, of the frame's size")->type_name("FILE");
+    command->add_option("--output", options->output, "The sheet; default: compare.png")->type_name("FILE");
+    AddFrameOptions(*command, options->request);
+    AddFinishOptions(*command, options->finish);
+    command->add_option("--crop", options->crops, "Where to look closely; repeatable")
+        ->type_name("X,Y,WxH")
+        ->allow_extra_args(false);
+    command->add_flag("--json", options->asJson, "Print JSON instead of a table");
+    command->footer(kFooter);
+    command->callback([options] { Compare(*options); });
+}
+
+}  // namespace kvx::tool

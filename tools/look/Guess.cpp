@@ -1,0 +1,73 @@
+#include "tools/look/Guess.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "tools/look/TileAnalysis.h"
+
+namespace kvx::tool {
+namespace {
+
+/** Below, a tile's sites differ by less than one in a hundred: as good as grey. */
+constexpr double kLeastContrast = 0.01;
+/** Of the score, between the best mosaic and the next one that is not the same with red and blue exchanged. */
+constexpr double kLeastLead = 0.05;
+
+/** Scores are compared, and shown, in hundredths of a per cent. */
+double Rounded(double score) {
+    return std::round(score * 1e4) / 1e4;
+}
+
+std::vector<frame::Format> MosaicsOf(const frame::Format& layout) {
+    std::vector<frame::Format> formats;
+    for (const auto family : {frame::Family::Bayer, frame::Family::TrueSense}) {
+        for (uint8_t phase = 0; phase < (family == frame::Family::Bayer ? 4 : 16); ++phase) {
+            const frame::Format format{family, layout.bits, layout.layout, phase};
+            if (frame::IsSource(format) && frame::IsValid(format)) {
+                formats.push_back(format);
+            }
+        }
+    }
+    return formats;
+}
+
+void AddGuesses(const Reading& reading, const TileAnalysis& analysis, std::vector<Guess>& guesses) {
+    const double continuity = Rounded(std::max(0.0, reading.continuity));
+    double largest = 0;
+    const auto add = [&](const frame::Format& format, double explained, double warmth) {
+        guesses.push_back({format, reading.samples, Rounded(continuity * explained), continuity, explained, warmth});
+    };
+    for (const frame::Format& format : MosaicsOf(reading.layout)) {
+        const double explained = Rounded(std::max(0.0, analysis.Explained(format)));
+        add(format, explained, analysis.Warmth(format));
+        largest = std::max(largest, explained);
+    }
+    add(reading.layout, Rounded((1 - largest) * analysis.Evenness()), 0);
+}
+
+bool IsBefore(const Guess& a, const Guess& b) {
+    return a.score != b.score ? a.score > b.score : a.warmth > b.warmth;
+}
+
+}  // namespace
+
+Guesses RankFormats(const std::vector<Reading>& readings) {
+    Guesses guesses{{}, false};
+    std::vector<Guess>& ranking = guesses.ranking;
+    double contrast = 0;
+    for (const Reading& reading : readings) {
+        const TileAnalysis analysis(reading.samples);
+        if (&reading == &readings.front()) {
+            contrast = analysis.Contrast();
+        }
+        AddGuesses(reading, analysis, ranking);
+    }
+    std::stable_sort(ranking.begin(), ranking.end(), IsBefore);
+    // The second of a known pattern is the same with red and blue exchanged.
+    guesses.isPatternKnown = contrast >= kLeastContrast && ranking.size() > 2 &&
+                             ranking[0].format.family != frame::Family::Mono && ranking[1].score == ranking[0].score &&
+                             ranking[0].score - ranking[2].score >= kLeastLead;
+    return guesses;
+}
+
+}  // namespace kvx::tool

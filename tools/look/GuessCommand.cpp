@@ -1,0 +1,177 @@
+#include "tools/look/GuessCommand.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "KvxFrame/Converter.h"
+#include "tools/Arguments.h"
+#include "tools/Console.h"
+#include "tools/InputFile.h"
+#include "tools/OutputFile.h"
+#include "tools/PictureDecoder.h"
+#include "tools/PictureEncoder.h"
+#include "tools/TextTable.h"
+#include "tools/ToolError.h"
+#include "tools/look/Guess.h"
+#include "tools/look/PictureView.h"
+#include "tools/look/Sheet.h"
+#include "tools/look/TileAnalysis.h"
+
+namespace kvx::tool {
+namespace {
+
+constexpr const char* kFooter = R"(Without --width and --height every size that fills the file is tried: widths that are
+multiples of 4, one to 2.4 times as wide as high. PGM, PNG and TIFF files know their size.
+
+How it works: 'continuity' is how much more alike samples two and four sites apart are
+than any two; a wrong layout or width destroys it. 'explained' is the share of the
+differences between the sites of a tile that disappears when sites behind one colour are
+compared with each other only. The score is their product.
+
+What cannot be known: exchanging red and blue changes nothing of that. Such pairs score
+the same; the one with more strong warm than strong cold colours comes first, which is
+right for most scenes and no more. A scene without colours tells no pattern.
+
+Examples:
+  kvx-demosaic guess unknown.raw
+  kvx-demosaic guess unknown.raw --width 1936 --height 1216 --output sheet.png)";
+
+constexpr size_t kReadings = 4;
+constexpr size_t kShown = 8;
+
+struct GuessOptions {
+    std::string input;
+    std::string output = "guess.png";
+    KnownFacts known;
+    std::optional<uint64_t> skipBytes;
+    bool asJson = false;
+};
+
+std::vector<Reading> ReadingsOfFile(const GuessOptions& options, const std::string& name) {
+    Bytes content = ReadInput(options.input);
+    if (IsPictureFile(content)) {
+        const cv::Mat samples = DecodePicture(content, name).pixels;
+        if (samples.channels() != 1) {
+            Fail(ExitCode::Input, "{}: is a colour picture, not a raw frame", name);
+        }
+        const uint64_t bits = options.known.bits.value_or(BitsUsed(samples));
+        return {{{frame::Family::Mono, static_cast<uint8_t>(bits)}, samples, Continuity(samples)}};
+    }
+    const uint64_t skipBytes = options.skipBytes.value_or(0);
+    if (skipBytes >= content.size()) {
+        Fail(ExitCode::Frame, "{}: holds {} bytes, no frame behind --skip-bytes {}", name, content.size(), skipBytes);
+    }
+    content.erase(content.begin(), content.begin() + static_cast<ptrdiff_t>(skipBytes));
+    return ReadingsOf(content, options.known, kReadings);
+}
+
+Guesses GuessFile(const GuessOptions& options) {
+    const std::string name = InputName(options.input);
+    std::vector<Reading> readings = ReadingsOfFile(options, name);
+    const auto isSmall = [](const Reading& reading) {
+        return std::min(reading.samples.rows, reading.samples.cols) < TileAnalysis::kSmallestSide;
+    };
+    readings.erase(std::remove_if(readings.begin(), readings.end(), isSmall), readings.end());
+    if (readings.empty()) {
+        Fail(ExitCode::Frame,
+             "{}: no frame of at least {} rows and columns fills its bytes: give --width and --height, --depth if it "
+             "is known, and --skip-bytes for a header",
+             name, TileAnalysis::kSmallestSide);
+    }
+    return RankFormats(readings);
+}
+
+std::string SizeText(const Guess& guess) {
+    return fmt::format("{}x{}", guess.samples.cols, guess.samples.rows);
+}
+
+/** The frame as a picture to be looked at: balanced by grey world, for a display. */
+cv::Mat Developed(const Guess& guess) {
+    cv::Mat picture(guess.samples.size(), CV_8UC3);
+    const RawFrame raw{frame::Unpacked(guess.format), guess.samples};
+    frame::Options options;
+    options.finish.emplace();
+    options.finish->whiteBalance = frame::WhiteBalance::GreyWorld;
+    options.finish->tone = frame::ToneCurve::Srgb;
+    frame::Convert(ViewOf(raw), PictureView(picture), options);
+    return picture;
+}
+
+cv::Mat DrawGuesses(const std::string& name, const std::vector<Guess>& ranking) {
+    constexpr int kWidth = 400;
+    constexpr size_t kColumns = 4;
+    std::vector<std::vector<SheetCell>> rows;
+    for (size_t index = 0; index < std::min(ranking.size(), kShown); ++index) {
+        const Guess& guess = ranking[index];
+        if (index % kColumns == 0) {
+            rows.emplace_back();
+        }
+        rows.back().push_back({FittedToWidth(Developed(guess), kWidth),
+                               fmt::format("{}. {}", index + 1, frame::Name(guess.format)),
+                               fmt::format("{}, score {:.2f} %", SizeText(guess), 100 * guess.score)});
+    }
+    return DrawSheet("guesses for " + name, rows);
+}
+
+std::string Verdict(const Guesses& guesses) {
+    return guesses.isPatternKnown
+               ? "1 and 2 differ in red and blue only: 1 has the warmer colours. Look at the sheet.\n"
+               : "Not certain: a mono frame, or a scene whose colours do not tell the pattern or the size.\n";
+}
+
+std::string GuessTable(const Guesses& guesses) {
+    TextTable table({"rank", "format", "size", "score", "continuity", "explained", "warmth"});
+    for (size_t index = 0; index < std::min(guesses.ranking.size(), kShown); ++index) {
+        const Guess& guess = guesses.ranking[index];
+        table.AddRow({std::to_string(index + 1), frame::Name(guess.format), SizeText(guess),
+                      fmt::format("{:.2f} %", 100 * guess.score), fmt::format("{:.2f} %", 100 * guess.continuity),
+                      fmt::format("{:.2f} %", 100 * guess.explained), fmt::format("{:+.3f}", guess.warmth)});
+    }
+    return table.Text() + Verdict(guesses);
+}
+
+std::string GuessJson(const Guesses& guesses) {
+    auto rows = nlohmann::ordered_json::array();
+    for (const Guess& guess : guesses.ranking) {
+        rows.push_back({{"format", frame::Name(guess.format)},
+                        {"width", guess.samples.cols},
+                        {"height", guess.samples.rows},
+                        {"score", guess.score},
+                        {"continuity", guess.continuity},
+                        {"explained", guess.explained},
+                        {"warmth", guess.warmth}});
+    }
+    return nlohmann::ordered_json{{"pattern_known", guesses.isPatternKnown}, {"ranking", rows}}.dump(2) + "\n";
+}
+
+void RunGuess(const GuessOptions& options) {
+    const PictureKind kind = PictureKindFor(options.output);
+    RequireDistinct(options.input, options.output);
+    const Guesses guesses = GuessFile(options);
+    const cv::Mat sheet = DrawGuesses(InputName(options.input), guesses.ranking);
+    WriteOutput(options.output, EncodePicture({sheet, 255}, kind));
+    PrintText(options.asJson ? GuessJson(guesses) : GuessTable(guesses));
+}
+
+}  // namespace
+
+void AddGuessCommand(CLI::App& tool) {
+    const auto options = std::make_shared<GuessOptions>();
+    CLI::App* command = tool.add_subcommand("guess", "Find out the format of a frame by trying");
+    command->add_option("FRAME", options->input, "Headerless raw, PGM, PNG or TIFF file; - is standard input")
+        ->required();
+    AddNumber(*command, "--width", options->known.width, "Pixels in a row");
+    AddNumber(*command, "--height", options->known.height, "Rows");
+    AddNumber(*command, "--depth", options->known.bits, "Bits of a sample", 16);
+    AddNumber(*command, "--skip-bytes", options->skipBytes, "Bytes in front of the first row");
+    command->add_option("--output", options->output, "Sheet of the best guesses; default: guess.png")
+        ->type_name("FILE");
+    command->add_flag("--json", options->asJson, "Print JSON instead of a table");
+    command->footer(kFooter);
+    command->callback([options] { RunGuess(*options); });
+}
+
+}  // namespace kvx::tool

@@ -1,0 +1,127 @@
+#include "tools/look/InfoCommand.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "KvxFrame/Converter.h"
+#include "tools/Console.h"
+#include "tools/FrameOptions.h"
+#include "tools/FrameReader.h"
+#include "tools/TextTable.h"
+#include "tools/look/FormatDrawing.h"
+#include "tools/look/Readings.h"
+#include "tools/look/SampleStatistics.h"
+
+namespace kvx::tool {
+namespace {
+
+constexpr const char* kFooter = R"(Reads the frame as convert does, and fails with the same sentence and exit code where
+convert would: for a file of the wrong size, for samples beyond the depth. 'likely depth'
+is the smallest that holds all samples, or those above low bits that are never set.
+
+Examples:
+  kvx-demosaic info scene_1920x1200_BayerRG12.raw
+  kvx-demosaic info frame.pgm --format BayerRG14 --json)";
+
+struct InfoOptions {
+    std::string input;
+    FrameRequest request;
+    bool asJson = false;
+};
+
+/** Words of 16 bits whose low bits are never set are most likely left-aligned. */
+std::string LikelyDepth(const RawFrame& frame, const SampleStatistics& statistics) {
+    const unsigned unused = statistics.lowestBit;
+    if (frame.format.bits == 16 && unused >= 2) {
+        return fmt::format("{} bits in the high bits of words", 16 - unused);
+    }
+    return fmt::format("{} bits", BitsUsed(frame.samples));
+}
+
+std::string AlgorithmText(frame::Family family) {
+    const auto& algorithms = frame::AlgorithmsOf(family);
+    return algorithms.empty() ? "none, mono becomes grey" : algorithms.front().name;
+}
+
+nlohmann::ordered_json InfoJson(const FrameInput& input, const std::string& name) {
+    const RawFrame& frame = input.frame;
+    const SampleStatistics statistics = MeasureSamples(frame);
+    nlohmann::ordered_json origins = nlohmann::ordered_json::object();
+    for (const FrameFact& fact : input.facts) {
+        origins[fact.name] = fact.origin;
+    }
+    return {{"file", name},
+            {"format", frame::Name(input.fileFormat)},
+            {"description", DescribeFormat(input.fileFormat)},
+            {"width", frame.samples.cols},
+            {"height", frame.samples.rows},
+            {"file_size", "fits"},
+            {"origins", origins},
+            {"smallest", statistics.smallest},
+            {"largest", statistics.largest},
+            {"mean", statistics.mean},
+            {"white", frame::White(frame.format)},
+            {"bits_used", statistics.highestBit},
+            {"likely_depth", LikelyDepth(frame, statistics)},
+            {"clipped_share", statistics.clippedShare},
+            {"black_share", statistics.blackShare},
+            {"destination", "RGB8"},
+            {"algorithm", AlgorithmText(frame.format.family)}};
+}
+
+std::string OriginText(const FrameInput& input, const std::string& factName) {
+    for (const FrameFact& fact : input.facts) {
+        if (fact.name == factName) {
+            return fmt::format(" (from the {})", fact.origin);
+        }
+    }
+    return "";
+}
+
+std::string InfoText(const FrameInput& input, const nlohmann::ordered_json& info) {
+    TextTable table({"file", info["file"]});
+    const auto percent = [](double share) { return fmt::format("{:.3f} %", 100 * share); };
+    table.AddRow({"format", fmt::format("{}{}", frame::Name(input.fileFormat), OriginText(input, "format"))});
+    table.AddRow({"", info["description"]});
+    table.AddRow({"width", fmt::format("{}{}", input.frame.samples.cols, OriginText(input, "width"))});
+    table.AddRow({"height", fmt::format("{}{}", input.frame.samples.rows, OriginText(input, "height"))});
+    for (const FrameFact& fact : input.facts) {
+        if (fact.name == "stride" || fact.name == "offset") {
+            table.AddRow({fact.name, fmt::format("{}{}", fact.value, OriginText(input, fact.name))});
+        }
+    }
+    table.AddRow({"file size", "fits"});
+    table.AddRow({"samples", fmt::format("{} to {}, mean {:.1f}, white is {}", info["smallest"].get<uint32_t>(),
+                                         info["largest"].get<uint32_t>(), info["mean"].get<double>(),
+                                         info["white"].get<uint32_t>())});
+    table.AddRow({"bits used", fmt::format("{}", info["bits_used"].get<unsigned>())});
+    table.AddRow({"likely depth", info["likely_depth"]});
+    table.AddRow({"clipped", percent(info["clipped_share"])});
+    table.AddRow({"black", percent(info["black_share"])});
+    table.AddRow({"becomes", fmt::format("{} by default", info["destination"].get<std::string>())});
+    table.AddRow({"algorithm", fmt::format("{} by default", info["algorithm"].get<std::string>())});
+    return table.Text();
+}
+
+void Info(const InfoOptions& options) {
+    const FrameInput input = ReadFrame(options.input, options.request);
+    const auto info = InfoJson(input, InputName(options.input));
+    PrintText(options.asJson ? info.dump(2) + "\n" : InfoText(input, info));
+}
+
+}  // namespace
+
+void AddInfoCommand(CLI::App& tool) {
+    const auto options = std::make_shared<InfoOptions>();
+    CLI::App* command = tool.add_subcommand("info", "Tell what convert would do with a frame, and why");
+    command->add_option("FRAME", options->input, "Headerless raw, PGM, PNG or TIFF file; - is standard input")
+        ->required();
+    AddFrameOptions(*command, options->request);
+    command->add_flag("--json", options->asJson, "Print JSON instead of a table");
+    command->footer(kFooter);
+    command->callback([options] { Info(*options); });
+}
+
+}  // namespace kvx::tool

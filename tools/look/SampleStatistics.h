@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+
+#include "tools/RawFrame.h"
+
+namespace kvx::tool {
+
+/** What the samples of a frame tell. */
+struct SampleStatistics {
+    uint32_t smallest;
+    uint32_t largest;
+    double mean;
+    unsigned highestBit;  ///< bits up to the highest that is set in any sample; 0 for a black frame
+    unsigned lowestBit;   ///< number of the lowest bit that is set in any sample; 0 for a black frame
+    double clippedShare;  ///< of samples at white, from 0 to 1
+    double blackShare;    ///< of samples that are 0
+};
+
+SampleStatistics MeasureSamples(const RawFrame& frame);
+
+}  // namespace kvx::tool
