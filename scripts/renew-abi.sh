@@ -12,4 +12,5 @@ for library in KvxDemosaicing KvxMisc; do
         --type-id-style hash --exported-interfaces-only --drop-private-types \
         --headers-dir include/KvxDemosaicing --headers-dir src/KvxMisc \
         --out-file "tests/abi/$library.abi" "build/release/src/lib$library.so"
+    sed -i "s#path='$PWD/#path='#" "tests/abi/$library.abi"
 done
