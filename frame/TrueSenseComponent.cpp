@@ -60,7 +60,11 @@ public:
 
     explicit TrueSenseComponent(Handle component)
         : Component(Family::TrueSense, "TrueSenseAlgType", KvxTrueSense_GetComponent(component.get())),
-          m_component(std::move(component)) {}
+          m_component(std::move(component)) {
+        // The noise-reducing algorithms take detail from here alone; a component starts without.
+        for (const char* name : {"sharpnessEnable", "impulseFilterEnable"})
+            KvxComponent_SetParamInt(KvxTrueSense_GetComponent(m_component.get()), name, 1);
+    }
 
     /** White is the end of a tone curve of 12 bits, brought to the depth by a shift. */
     Route RouteFor(const Format& source, uint8_t destinationBits, bool isFinished) const override {

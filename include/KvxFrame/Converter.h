@@ -9,6 +9,8 @@
  * - Padding and everything else outside the pixels keeps its content; what is refused leaves the whole picture alone.
  * - The picture is the same for any number of threads and any instruction set. OpenMP's settings stay as they are.
  * - A TrueSense frame without a Finish gets the colour matrix and the tone curve of the component's parameters.
+ * - The TrueSense parameters "sharpnessEnable" and "impulseFilterEnable" start as 1, as in TrueSense_DefaultValues():
+ *   without sharpening the noise-reducing algorithms have the sharpness of half the resolution.
  */
 #ifndef KVXFRAME_CONVERTER_H
 #define KVXFRAME_CONVERTER_H

@@ -150,7 +150,7 @@ void AddCompareCommand(CLI::App& tool) {
     command->add_option("FRAME", options->input, "Headerless raw, PGM, PNG or TIFF file; - is standard input")
         ->required();
     command->add_option("--reference", options->reference, "The true picture, of the frame's size")->type_name("FILE");
-    command->add_option("--output", options->output, "The sheet; default: compare.png")->type_name("FILE");
+    command->add_option("-o,--output", options->output, "The sheet; default: compare.png")->type_name("FILE");
     AddFrameOptions(*command, options->request);
     AddFinishOptions(*command, options->finish);
     command->add_option("--crop", options->crops, "Where to look closely; repeatable")

@@ -167,7 +167,7 @@ void AddGuessCommand(CLI::App& tool) {
     AddNumber(*command, "--height", options->known.height, "Rows");
     AddNumber(*command, "--depth", options->known.bits, "Bits of a sample", 16);
     AddNumber(*command, "--skip-bytes", options->skipBytes, "Bytes in front of the first row");
-    command->add_option("--output", options->output, "Sheet of the best guesses; default: guess.png")
+    command->add_option("-o,--output", options->output, "Sheet of the best guesses; default: guess.png")
         ->type_name("FILE");
     command->add_flag("--json", options->asJson, "Print JSON instead of a table");
     command->footer(kFooter);
