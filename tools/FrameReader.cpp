@@ -86,8 +86,10 @@ private:
                                const Describe& describe) {
         const std::optional<Value>& value = given ? given : fromSidecar ? fromSidecar : fromName;
         if (value) {
-            m_facts.push_back(
-                {word, fmt::format("{}", describe(*value)), given ? "options" : fromSidecar ? "sidecar" : "name"});
+            m_facts.push_back({word, fmt::format("{}", describe(*value)),
+                               given         ? "options"
+                               : fromSidecar ? "sidecar"
+                                             : "name"});
         }
         if (value && !given) {
             std::string& texts = fromSidecar ? m_inSidecar : m_inName;

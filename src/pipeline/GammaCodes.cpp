@@ -7,7 +7,10 @@ namespace {
 constexpr double Ln(double x) {
     constexpr double ln2 = 0.69314718055994530942;
     double result = 0;
-    for (; x > 1.5; x /= 2) result += ln2;
+    while (x > 1.5) {
+        x /= 2;
+        result += ln2;
+    }
     const double t = (x - 1) / (x + 1);
     double power = t;
     for (int n = 1; n < 24; n += 2, power *= t * t) result += 2 * power / n;

@@ -17,7 +17,7 @@ struct Phase {
         return size_t(width) * height;
     }
     size_t At(int32_t i, int32_t j, int32_t w2) const {
-        return size_t(2 * i + row) * w2 + 2 * j + column;
+        return (size_t{2} * i + row) * w2 + size_t{2} * j + column;
     }
 };
 

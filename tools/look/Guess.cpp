@@ -21,8 +21,8 @@ double Rounded(double score) {
 std::vector<frame::Format> MosaicsOf(const frame::Format& layout) {
     std::vector<frame::Format> formats;
     for (const auto family : {frame::Family::Bayer, frame::Family::TrueSense}) {
-        for (uint8_t phase = 0; phase < (family == frame::Family::Bayer ? 4 : 16); ++phase) {
-            const frame::Format format{family, layout.bits, layout.layout, phase};
+        for (int phase = 0; phase < (family == frame::Family::Bayer ? 4 : 16); ++phase) {
+            const frame::Format format{family, layout.bits, layout.layout, static_cast<uint8_t>(phase)};
             if (frame::IsSource(format) && frame::IsValid(format)) {
                 formats.push_back(format);
             }

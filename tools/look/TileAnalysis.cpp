@@ -25,7 +25,7 @@ cv::Mat SitePicture(const cv::Mat& samples, int tileSide, int row, int column) {
     for (int y = 0; y < picture.rows; ++y) {
         const auto* from = samples.ptr<float>(y * tileSide + row) + column;
         for (int x = 0; x < picture.cols; ++x) {
-            picture.at<float>(y, x) = from[x * tileSide];
+            picture.at<float>(y, x) = from[ptrdiff_t{x} * tileSide];
         }
     }
     const double middle = (tileSide - 1) / 2.0;
@@ -87,6 +87,7 @@ TileAnalysis::TileAnalysis(const cv::Mat& samples) {
     cv::Mat values;
     Middle(samples, kSide).convertTo(values, CV_32F);
     std::vector<cv::Mat> pictures;
+    pictures.reserve(size_t{kSide} * kSide);
     for (int site = 0; site < kSide * kSide; ++site) {
         pictures.push_back(SitePicture(values, kSide, site / kSide, site % kSide));
     }
