@@ -98,7 +98,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& param) { return param.param.name; });
 
 TEST(Converters, RefuseWhatIsNotTheirs) {
-    EXPECT_THROW(Converter(Family::Colour), Error);
+    EXPECT_THROW(Converter{Family::Colour}, Error);
     Converter mono(Family::Mono);
     EXPECT_THROW(mono.SetAlgorithm("ipp"), Error);
     EXPECT_THROW(mono.SetParameter("BayerAlgType", "1"), Error);
