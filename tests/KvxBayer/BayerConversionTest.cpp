@@ -1,6 +1,5 @@
 // The component and the flat functions give the bits of the library's own conversion of the whole frame.
 #include <gtest/gtest.h>
-#include <omp.h>
 
 #include "support/BayerFrames.h"
 #include "support/BayerFunctions.h"
@@ -90,43 +89,6 @@ TEST(BayerConversion, AFormatWithoutBlueFirstOrderIsWrittenRedFirst) {
         EXPECT_EQ(dst.Pixels(), BytesOf(LibraryConversion(samples, 8, 8, 6, 48)));
         EXPECT_TRUE(dst.GuardsIntact());
     }
-}
-
-TEST(BayerConversion, FlatColoursComeOutAsTheyWentIn) {
-    constexpr const char* patterns[4] = {"GRBG", "RGGB", "BGGR", "GBRG"};
-    for (const BayerDepth& depth : kBayerDepths)
-        for (int pattern = 0; pattern < 4; ++pattern)
-            for (const char colour : {'R', 'G', 'B'})
-                for (const int algorithm : {0, 2}) {
-                    const unsigned maximum = (1u << depth.depth) - 1;
-                    std::vector<uint8_t> samples;
-                    for (unsigned site = 0; site < 8 * 8; ++site) {
-                        const char filter = patterns[pattern][site / 8 % 2 * 2 + site % 2];
-                        for (size_t byte = 0; byte < depth.SampleSize(); ++byte)
-                            samples.push_back(static_cast<uint8_t>(filter == colour ? maximum >> (8 * byte) : 0));
-                    }
-                    GuardedImage src = MakeSource(depth.patterns[pattern], depth.depth, 8, 8, 0, samples);
-                    GuardedImage dst(depth.rgb, 8, 8, 24 * depth.SampleSize(), 24 * depth.SampleSize());
-                    ASSERT_EQ(ConvertByComponent(src, dst, algorithm), 0u);
-                    const cv::Mat result(8, 8, depth.depth == 8 ? CV_8UC3 : CV_16UC3, dst.Row(0));
-                    cv::Scalar expected(0, 0, 0);
-                    expected[colour == 'R' ? 0 : colour == 'G' ? 1 : 2] = maximum;
-                    EXPECT_EQ(cv::mean(result), expected) << patterns[pattern] << " " << colour;
-                }
-}
-
-TEST(BayerConversion, IsTheSameForEveryThreadCount) {
-    const int before = omp_get_max_threads();
-    const auto samples = MakeSamples(Fill::Noise, 701, 300, 12, 9);
-    GuardedImage src = MakeSource(KvxFormat_BayerGB12, 12, 701, 300, 6, samples);
-    const auto expected = BytesOf(LibraryConversion(samples, 12, 701, 300, kEdgeAwareCodes[3][0]));
-    for (const int threads : {1, 2, 3, 7}) {
-        omp_set_num_threads(threads);
-        GuardedImage dst(KvxFormat_RGB12, 701, 300, 701 * 6, 701 * 6 + 2);
-        ASSERT_EQ(ConvertByComponent(src, dst, 2), 0u);
-        EXPECT_EQ(dst.Pixels(), expected) << threads << " threads";
-    }
-    omp_set_num_threads(before);
 }
 
 }  // namespace

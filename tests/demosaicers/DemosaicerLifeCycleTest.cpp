@@ -4,7 +4,6 @@
 
 #include <climits>
 #include <functional>
-#include <thread>
 
 #include "demosaicers/TrueSenseBayerLike.h"
 #include "demosaicers/TrueSenseKodak.h"
@@ -129,27 +128,6 @@ TYPED_TEST(DemosaicerLifeCycle, AnObjectUsedBeforeGivesWhatAFreshOneGives) {
         ASSERT_EQ(fresh.Result(), again.Result()) << job;
         if (job.seed % 8 == 0) this->m_demosaicer.CleanMemory();
     }
-}
-
-TYPED_TEST(DemosaicerLifeCycle, TwoObjectsInTwoThreadsDoNotDisturbEachOther) {
-    const auto jobs = Jobs();
-    const auto convertAll = [&jobs] {
-        std::vector<std::vector<uint8_t>> results;
-        auto demosaicer = TestFixture::Make();
-        for (const TrueSenseJob& job : jobs) {
-            TrueSenseRun run(job);
-            EXPECT_EQ(run.Convert(static_cast<IDemConvertion<uint16_t>*>(&demosaicer)), 0);
-            results.push_back(run.Result());
-        }
-        return results;
-    };
-    const auto alone = convertAll();
-    std::vector<std::vector<uint8_t>> inThread;
-    std::thread other([&] { inThread = convertAll(); });
-    const auto beside = convertAll();
-    other.join();
-    EXPECT_EQ(beside, alone);
-    EXPECT_EQ(inThread, alone);
 }
 
 TYPED_TEST(DemosaicerLifeCycle, TheCallersThreadCountStaysAsItWas) {

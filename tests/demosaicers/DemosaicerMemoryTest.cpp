@@ -52,33 +52,6 @@ TEST(DemosaicerMemory, AFrameBeyondMemoryIsRefused) {
     ExpectFrameBeyondMemoryRefused<TrueSenseKodak>(7);  // the reference's sum of sizes is an int32_t
 }
 
-/** Whichever allocation fails: there is no memory, and the next call makes up for it. */
-template <template <class> class Demosaicer>
-void ExpectFailedAllocationsSurvived() {
-    const TrueSenseJob job{.width = 50, .height = 40, .grid = 6, .resultBytes = 2, .threads = 3};
-    TrueSenseRun expected(job);
-    ASSERT_EQ(expected.Convert<Demosaicer>(), 0);
-    for (long allowed = 0, result = 9; result != 0; ++allowed) {
-        auto demosaicer = MakeDemosaicer<Demosaicer<uint16_t>>(8);
-        TrueSenseRun small({.width = 20, .height = 9, .grid = 1, .resultBytes = 2}), run(job);
-        ASSERT_EQ(small.Convert<uint16_t>(&demosaicer), 0);
-        g_allocationsLeft = allowed;
-        result = run.Init<uint16_t>(&demosaicer);
-        g_allocationsLeft = -1;
-        ASSERT_TRUE(result == 0 || result == 9) << result;
-        EXPECT_EQ(demosaicer.Calculate(), result == 0 ? 0 : 7);
-        ASSERT_EQ(run.Convert<uint16_t>(&demosaicer), 0);
-        EXPECT_TRUE(run.Result() == expected.Result()) << allowed;
-    }
-}
-
-TEST(DemosaicerMemory, FailedAllocationsAreSurvived) {
-    ExpectFailedAllocationsSurvived<TrueSenseToRgb>();
-    ExpectFailedAllocationsSurvived<TrueSenseSimple>();
-    ExpectFailedAllocationsSurvived<TrueSenseKodakLike>();
-    ExpectFailedAllocationsSurvived<TrueSenseKodak>();
-}
-
 TEST(DemosaicerMemory, DoesNotGrowWithTheHeightOfAFrame) {
     size_t bytes[2];
     for (const bool isHigh : {false, true}) {

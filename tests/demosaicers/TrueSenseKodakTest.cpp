@@ -6,10 +6,8 @@
 #include <climits>
 #include <cmath>
 
-#include "KvxDemosaicing/KvxPixelFormat.h"
 #include "KvxTrueSense/TrueSenseParams.h"
 #include "pipeline/ToneScales.h"
-#include "support/BayerFrames.h"
 #include "support/PipelineFrame.h"
 #include "support/TrueSenseJobs.h"
 
@@ -110,23 +108,6 @@ TEST(TrueSenseKodak, EveryParameterReachesThePipeline) {
     params.sharpnessEnable = 0;
     const ImageProcessParam soft = PipelineParamOf({8, 12, 0, 0, 8, 12}, params);
     EXPECT_TRUE(std::ranges::all_of(soft.sharpness, [](float value) { return value == 0; }));
-}
-
-TEST(TrueSenseKodak, TwoComponentsInTwoThreadsDoNotDisturbEachOther) {
-    constexpr uint32_t width = 70, height = 46;
-    ExpectTheSameInTwoThreads([](unsigned seed) {
-        KvxTrueSense* component = KvxTrueSense_CreateComponent();
-        EXPECT_EQ(KvxTrueSense_GetComponent(component)->SetParamInt("TrueSenseAlgType", KvxTrueSenseAlgorithm_Kodak),
-                  0u);
-        GuardedImage src = MakeSource(KvxFormat_TrueSense_GBRG_WGGW_1_10, 10, width, height + seed, 0,
-                                      MakeSamples(Fill::Noise, width, height + seed, 10, seed));
-        GuardedImage dst(KvxFormat_BGR8, width, height + seed, width * 3, width * 3 + 5);
-        for (int frame = 0; frame < 10; ++frame)
-            EXPECT_EQ(KvxTrueSense_ConvertImage(component, &src.Record(), &dst.Record()), 0u);
-        EXPECT_TRUE(dst.GuardsIntact());
-        KvxTrueSense_DeleteComponent(component);
-        return dst.Pixels();
-    });
 }
 
 }  // namespace

@@ -27,6 +27,7 @@ TEST(Threads, NeitherTheirNumberNorTheInstructionSetChangesAPicture) {
                 Camera other(stream, 1, kWidth, kHeight);
                 ASSERT_EQ(other.Frame(), 0u);
                 ASSERT_EQ(other.Hash(), expected) << stream.what << ", " << threads << " threads";
+                ASSERT_EQ(omp_get_max_threads(), threads) << "the caller's own count";
             }
         });
     }

@@ -197,13 +197,5 @@ TEST(ImageProcess, FailuresAreExplainedAndLeaveTheOutput) {
     EXPECT_STREQ(frame.log, "");
 }
 
-TEST(ImageProcess, TwoThreadsDoNotDisturbEachOther) {
-    ExpectTheSameInTwoThreads([](unsigned seed) {
-        PipelineFrame frame(64, 36 + 4 * int(seed), seed);
-        for (int call = 0; call < 20; ++call) EXPECT_EQ(frame.Run(), 0);
-        return frame.Output();
-    });
-}
-
 }  // namespace
 }  // namespace kvx::test

@@ -1,4 +1,4 @@
-// Pan interpolation: laws that any good choice keeps, and a plain form of this one.
+// Pan interpolation: laws that any good choice keeps.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -154,80 +154,6 @@ TEST(PanNoise, TellsThresholdsFromSmoothBlocksAndLimitsThemByEachOther) {
         }
     }
     for (const float threshold : PanNoise().Thresholds()) EXPECT_EQ(threshold, .5F);
-}
-
-/** The same on whole planes, in double. */
-std::vector<double> SlowPan(const PanPicture& picture) {
-    const int width = picture.width, height = picture.height;
-    const auto mirrored = [](int place, int length) {
-        place = std::abs(place);
-        return place < length ? place : 2 * (length - 1) - place;
-    };
-    const auto place = [=](int row, int column) {
-        return size_t(mirrored(row, height)) * size_t(width) + size_t(mirrored(column, width));
-    };
-    const auto codeAt = [&](int row, int column) {
-        return picture.CodeAt(mirrored(row, height), mirrored(column, width));
-    };
-    const auto nearest = [&](int r, int c) {
-        return codeAt(r - 1, c - 1) + codeAt(r - 1, c + 1) + codeAt(r + 1, c - 1) + codeAt(r + 1, c + 1);
-    };
-    PanNoise noise;
-    for (int y = 0; y + 16 <= height; y += 16)
-        for (int x = 0; x + 16 <= width; x += 16) {
-            int level = 0, roughness = 0;
-            for (int r = y; r < y + 16; r += 2)
-                for (int c = x; c < x + 16; c += 2)
-                    level += codeAt(r, c), roughness += std::abs(4 * codeAt(r, c) - nearest(r, c));
-            noise.Count(level, roughness);
-        }
-    const PanThresholds thresholds = noise.Thresholds();
-    std::vector<double> pan(picture.pan.size());
-    const auto panAt = [&](int row, int column) { return pan[place(row, column)]; };
-    for (int r = 0; r < height; ++r)
-        for (int c = r % 2; c < width; c += 2) {
-            const int centre = codeAt(r, c);
-            const double threshold = thresholds[size_t((4 * centre + nearest(r, c) + 4) / 8)];
-            double sum = 0, weights = 0;
-            for (int i = r - 2; i <= r + 2; ++i)
-                for (int j = c - 2; j <= c + 2; ++j) {
-                    const double d = codeAt(i, j) - centre, weight = std::max(threshold * threshold - d * d, 0.);
-                    if ((i + j) % 2 == 0) sum += weight * d, weights += weight;
-                }
-            pan[place(r, c)] = std::floor(centre + sum / weights + .5);
-        }
-    for (int r = 0; r < height; ++r)
-        for (int c = 1 - r % 2; c < width; c += 2) {
-            double across = 6, down = 6;
-            for (int i = r - 2; i <= r + 2; ++i)
-                for (int j = c - 2; j <= c + 2; ++j) {
-                    if ((i + j - r - c) % 2 != 0) continue;
-                    across += std::abs(panAt(i, j - 1) - panAt(i, j + 1));
-                    down += std::abs(panAt(i - 1, j) - panAt(i + 1, j));
-                }
-            const double row = (9 * (panAt(r, c - 1) + panAt(r, c + 1)) - panAt(r, c - 3) - panAt(r, c + 3)) / 16;
-            const double column = (9 * (panAt(r - 1, c) + panAt(r + 1, c)) - panAt(r - 3, c) - panAt(r + 3, c)) / 16;
-            const double wRow = 1 / (across * across), wColumn = 1 / (down * down);
-            pan[place(r, c)] = std::clamp((row * wRow + column * wColumn) / (wRow + wColumn), 0., 1023.);
-        }
-    return pan;
-}
-
-TEST(InterpolatePan, IsWhatItsPlainFormSays) {
-    for (const auto& [width, height] : {std::pair{24, 20}, {4, 6}, {96, 96}}) {
-        std::mt19937 random(3);
-        std::normal_distribution<double> noise(0, width > 90 ? 25 : 800);  // the small ones are not filtered
-        const PanPicture picture(width, height, [&](int row, int column) {
-            return 330 + .3 * row + (column > 40 ? 900 : 0) + noise(random);
-        });
-        const std::vector<double> expected = SlowPan(picture);
-        int off = 0;
-        for (size_t i = 0; i < expected.size(); ++i) {
-            ASSERT_NEAR(picture.pan[i], expected[i], 1.01) << i;
-            off += std::abs(picture.pan[i] - expected[i]) > .501;
-        }
-        EXPECT_LE(off, int(expected.size() / 200));  // float and double round a few sites differently
-    }
 }
 
 }  // namespace

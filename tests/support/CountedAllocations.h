@@ -8,6 +8,5 @@ namespace kvx::test {
 
 extern std::atomic<long> g_allocations;
 extern std::atomic<size_t> g_allocatedBytes;
-extern std::atomic<long> g_allocationsLeft;  ///< before one fails; negative: none does
 
 }  // namespace kvx::test

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "demosaicers/PipelineParams.h"
@@ -98,17 +97,6 @@ private:
 /** Expects success of a stage. */
 inline void Succeed(int32_t result) {
     EXPECT_EQ(result, 0);
-}
-
-/** Expects `run(0)` and `run(1)` to give the same bytes one after the other and at the same time. */
-template <class Run>
-void ExpectTheSameInTwoThreads(const Run& run) {
-    const std::vector<uint8_t> alone[] = {run(0), run(1)};
-    std::vector<uint8_t> second;
-    std::thread other([&] { second = run(1); });
-    EXPECT_EQ(run(0), alone[0]);
-    other.join();
-    EXPECT_EQ(second, alone[1]);
 }
 
 }  // namespace kvx::test
