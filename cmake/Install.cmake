@@ -2,7 +2,9 @@
 include(CMakePackageConfigHelpers)
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/KvxDemosaicing DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
-install(TARGETS KvxDemosaicing KvxMisc EXPORT KvxDemosaicingTargets
+install(TARGETS KvxMisc EXPORT KvxDemosaicingTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT misc NAMELINK_COMPONENT dev)
+install(TARGETS KvxDemosaicing EXPORT KvxDemosaicingTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT dev)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/KvxFrame DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT frame-dev)
 install(TARGETS KvxFrame EXPORT KvxFrameTargets

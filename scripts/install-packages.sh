@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building and testing need, those that are missing (as root or through sudo). With the
-# argument "develop": also those for measuring, checking the sources and hunting data races.
+# argument "develop": also those for measuring, checking the sources and hunting data races; "package": also those for
+# making Debian packages.
 set -eu
 
 packages=(
@@ -10,7 +11,10 @@ packages=(
     libgtest-dev libbenchmark-dev libraw-dev abigail-tools help2man bash-completion
     libaravis-dev libusb-1.0-0-dev
 )
-[ "${1-}" = develop ] && packages+=(clang libomp-dev clang-format clang-tidy python3)
+case ${1-} in
+    develop) packages+=(clang libomp-dev clang-format clang-tidy python3) ;;
+    package) packages+=(dpkg-dev file lintian) ;;
+esac
 
 missing=()
 for package in "${packages[@]}"; do

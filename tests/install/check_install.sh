@@ -55,7 +55,7 @@ if objdump -p "$LD_LIBRARY_PATH/libKvxFrame.so" | grep -q 'NEEDED *libopencv'; t
 fi
 
 # Without the frame layer the library is a package of its own.
-for component in runtime dev; do
+for component in misc runtime dev; do
     cmake --install "$build" --prefix "$work/alone" --component $component >> "$work/log"
 done
 [ -z "$(find "$work/alone" -name '*KvxFrame*')" ]

@@ -1,0 +1,13 @@
+# CPack gives every package with a library scripts that call ldconfig. Debian wants a trigger instead, which these have,
+# and no script: the packages are made again without them.
+set(opened ${CPACK_TEMPORARY_DIRECTORY}/opened)
+foreach(package IN LISTS CPACK_PACKAGE_FILES)
+    file(REMOVE_RECURSE ${opened})
+    execute_process(COMMAND dpkg-deb --raw-extract ${package} ${opened} COMMAND_ERROR_IS_FATAL ANY)
+    if(EXISTS ${opened}/DEBIAN/triggers)
+        file(REMOVE ${opened}/DEBIAN/postinst ${opened}/DEBIAN/postrm)
+        execute_process(COMMAND dpkg-deb --root-owner-group --build ${opened} ${package}
+            OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+    endif()
+endforeach()
+file(REMOVE_RECURSE ${opened})

@@ -1,0 +1,21 @@
+# The tool alone: apt brings the libraries; demo frames become a picture; manual and completion are there.
+. /root/try/common
+get kvx-demosaic
+for library in libkvxmisc3 libkvxdemosaicing3 libkvxframe3; do
+    have $library || { echo "$library was not installed with the tool"; exit 1; }
+done
+kvx-demosaic demo /tmp/demo > /dev/null
+kvx-demosaic convert /tmp/demo/scene_768x512_BayerRG12.raw /tmp/demo/picture.png --algorithm ipp --tone srgb > /dev/null
+kvx-demosaic info /tmp/demo/picture.png
+[ "$(head -c 8 /tmp/demo/picture.png | tail -c 7 | head -c 3)" = PNG ]
+[ "$(stat -c %s /tmp/demo/picture.png)" -gt 50000 ]
+
+get man-db bash-completion
+man kvx-demosaic-convert | grep -q -e --algorithm
+bash -c '
+    source /usr/share/bash-completion/bash_completion
+    _completion_loader kvx-demosaic
+    COMP_WORDS=(kvx-demosaic conv) COMP_CWORD=1 COMP_LINE="kvx-demosaic conv" COMP_POINT=17
+    _kvx_demosaic kvx-demosaic conv kvx-demosaic
+    [ "${COMPREPLY[*]}" = convert ]'
+echo "the tool makes a picture, and has its manual and completion"

@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Before a release, after scripts/package.sh: installs the packages in a bare Debian 12 in a folder, uses them, and removes
+# them. As root; a few minutes.   scripts/try-packages.sh [MIRROR]
+set -eu
+cd "$(dirname "$0")/.."
+. scripts/bare-debian.sh
+bare_debian try-packages "${1:-http://deb.debian.org/debian}"
+
+# A source of packages beside the mirror, so that apt finds out what belongs together as it does for everybody.
+mkdir "$root/packages"
+cp build/package/*.deb "$root/packages"
+(cd "$root/packages" && dpkg-scanpackages --multiversion . > Packages 2> /dev/null)
+echo 'deb [trusted=yes] file:/packages ./' > "$root/etc/apt/sources.list.d/packages.list"
+cp -r examples packaging/try "$root/root"
+
+in_bare apt-get update -qq
+for trial in packaging/try/*.sh; do
+    echo "== $(basename "$trial" .sh)"
+    in_bare /bin/sh "/root/try/$(basename "$trial")"
+done
