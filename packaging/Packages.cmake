@@ -1,6 +1,7 @@
-# The Debian packages: `cpack` in a build directory of the preset `package` writes them (scripts/package.sh, docs/packages.md).
+# The Debian packages: `cpack` in a build directory of the preset `package` writes them (docs/packages.md).
 #
-#   kvx_package(component package SECTION ... SUMMARY ... DESCRIPTION ... [LIBRARY ...] [DEPENDS ...] [SUGGESTS ...] [SCRIPTS ...])
+#   kvx_package(COMPONENT PACKAGE SECTION ... SUMMARY ... DESCRIPTION ...
+#               [LIBRARY ...] [DEPENDS ...] [SUGGESTS ...] [SCRIPTS ...])
 #
 # says what the files of an install component become. A component without install rules gives no package.
 if(NOT KVX_PACKAGE_MAINTAINER)
