@@ -4,11 +4,10 @@ get kvx-demosaic
 for library in libkvxmisc3 libkvxdemosaicing3 libkvxframe3; do
     have $library || { echo "$library was not installed with the tool"; exit 1; }
 done
-kvx-demosaic demo /tmp/demo > /dev/null
-kvx-demosaic convert /tmp/demo/scene_768x512_BayerRG12.raw /tmp/demo/picture.png --algorithm ipp --tone srgb > /dev/null
-kvx-demosaic info /tmp/demo/picture.png
-[ "$(head -c 8 /tmp/demo/picture.png | tail -c 7 | head -c 3)" = PNG ]
-[ "$(stat -c %s /tmp/demo/picture.png)" -gt 50000 ]
+quiet kvx-demosaic demo /tmp/demo
+quiet kvx-demosaic convert /tmp/demo/scene_768x512_BayerRG12.raw /tmp/demo/picture.png --algorithm ipp --tone srgb
+quiet kvx-demosaic mosaic /tmp/demo/picture.png /tmp/demo/again.raw --format BayerRG8
+[ "$(stat -c %s /tmp/demo/again.raw)" -eq $((768 * 512)) ]
 
 get man-db bash-completion
 man kvx-demosaic-convert | grep -q -e --algorithm

@@ -8,7 +8,7 @@ for package in $packages; do
 done
 ldconfig -p | grep -q libKvxFrame.so.3
 # shellcheck disable=SC2086
-apt-get purge -y -qq --autoremove $packages > /tmp/apt.log 2>&1 || { cat /tmp/apt.log; exit 1; }
+quiet apt-get purge -y -qq --autoremove $packages
 left=$(find / -xdev -iname '*kvx*' -not -path '/packages/*' -not -path '/tmp/*' -not -path '/root/*' -not -path '/proc/*')
 [ -z "$left" ] || { echo "left behind: $left"; exit 1; }
 if ldconfig -p | grep Kvx; then echo "ldconfig still knows it"; exit 1; fi
