@@ -1,0 +1,85 @@
+#include "gstreamer/FrameMapping.h"
+
+#include "gstreamer/Refuse.h"
+
+namespace kvx::gst {
+namespace {
+
+/** Where the first row is and how the others follow. */
+struct Rows {
+    size_t offset = 0;
+    ptrdiff_t stride = 0;
+};
+
+template <class View>
+View MakeView(const MappedBuffer& buffer, const frame::Format& format, uint32_t width, uint32_t height, Rows rows) {
+    // Rows from bottom to top begin with the one that is highest in memory.
+    const uint64_t above = rows.stride < 0 ? static_cast<uint64_t>(-rows.stride) * (height - 1) : 0;
+    if (rows.offset > buffer.Size() || above > rows.offset) {
+        Refuse("the buffer's GstVideoMeta puts {} rows, {} bytes apart, at byte {} of a buffer of {} bytes", height,
+               rows.stride, rows.offset, buffer.Size());
+    }
+    View view;
+    view.data = buffer.Data() + rows.offset;
+    view.width = width;
+    view.height = height;
+    view.stride = rows.stride;
+    view.capacity = buffer.Size() - (rows.offset - above);
+    view.format = format;
+    return view;
+}
+
+/** As the size of the buffer tells; what is too small for everything counts as without padding. */
+ptrdiff_t FindStride(size_t size, const FrameFormat& frame) {
+    const auto bytesWith = [&](uint64_t stride) {
+        return frame::ImageBytes(frame.format, frame.width, frame.height, static_cast<ptrdiff_t>(stride));
+    };
+    constexpr ptrdiff_t kNoPadding = 0;  // rows of packed samples may then begin within a byte
+    const uint64_t rowBytes = frame::RowBytes(frame.format, frame.width);
+    const uint64_t padded = (rowBytes + 3) / 4 * 4;
+    if (size == bytesWith(kNoPadding)) {
+        return kNoPadding;
+    }
+    if (size != rowBytes * frame.height && size >= bytesWith(padded)) {
+        return static_cast<ptrdiff_t>(padded);
+    }
+    return size >= bytesWith(rowBytes) ? static_cast<ptrdiff_t>(rowBytes) : kNoPadding;
+}
+
+}  // namespace
+
+MappedBuffer::MappedBuffer(GstBuffer* buffer, GstMapFlags flags) : m_buffer(buffer) {
+    if (!gst_buffer_map(buffer, &m_info, flags)) {
+        Refuse("the memory of a buffer cannot be mapped");
+    }
+}
+
+MappedBuffer::~MappedBuffer() {
+    gst_buffer_unmap(m_buffer, &m_info);
+}
+
+const GstVideoMeta* MappedBuffer::VideoMeta() const {
+    const GstVideoMeta* meta = gst_buffer_get_video_meta(m_buffer);
+    return meta && meta->n_planes > 0 && meta->stride[0] != 0 ? meta : nullptr;
+}
+
+frame::SourceView ViewFrame(const MappedBuffer& buffer, const FrameFormat& frame, ptrdiff_t stride) {
+    Rows rows;
+    if (const GstVideoMeta* meta = buffer.VideoMeta()) {
+        rows = {meta->offset[0], meta->stride[0]};
+    } else {
+        rows.stride = stride != 0 ? stride : FindStride(buffer.Size(), frame);
+    }
+    return MakeView<frame::SourceView>(buffer, frame.format, frame.width, frame.height, rows);
+}
+
+frame::DestinationView ViewPicture(const MappedBuffer& buffer, const GstVideoInfo& info, const frame::Format& format) {
+    Rows rows = {GST_VIDEO_INFO_PLANE_OFFSET(&info, 0), GST_VIDEO_INFO_PLANE_STRIDE(&info, 0)};
+    if (const GstVideoMeta* meta = buffer.VideoMeta()) {
+        rows = {meta->offset[0], meta->stride[0]};
+    }
+    return MakeView<frame::DestinationView>(buffer, format, static_cast<uint32_t>(info.width),
+                                            static_cast<uint32_t>(info.height), rows);
+}
+
+}  // namespace kvx::gst

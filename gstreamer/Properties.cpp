@@ -1,0 +1,213 @@
+#include "gstreamer/Properties.h"
+
+#include <gst/gst.h>
+
+#include <array>
+
+namespace kvx::gst {
+namespace {
+
+enum Number : guint {
+    kAlgorithm = 1,
+    kThreads,
+    kWhiteBalance,
+    kBlackLevel,
+    kWhiteLevel,
+    kMatrix,
+    kTone,
+    kParameters,
+    kPacking,
+    kStride
+};
+
+constexpr auto kFlags =
+    static_cast<GParamFlags>(G_PARAM_READWRITE | G_PARAM_STATIC_STRINGS | GST_PARAM_MUTABLE_PLAYING);
+constexpr guint kMaxThreads = 1024;
+constexpr guint kMaxLevel = 65535;
+
+// Enumerations have 0 for "nothing asked"; other values are those of the frame layer's, plus one.
+constexpr std::array kTones = {
+    GEnumValue{0, "The component's own; linear where another property asks for a finish", "default"},
+    GEnumValue{1 + static_cast<int>(frame::ToneCurve::Linear), "Linear", "linear"},
+    GEnumValue{1 + static_cast<int>(frame::ToneCurve::Srgb), "sRGB (IEC 61966-2-1)", "srgb"}, GEnumValue{}};
+constexpr std::array kPackings = {
+    GEnumValue{0, "As the name of the format tells", "none"},
+    GEnumValue{1 + static_cast<int>(frame::Layout::MsbAligned), "Words with the value in the high bits", "msb"},
+    GEnumValue{1 + static_cast<int>(frame::Layout::Pfnc), "PFNC's 10p, 12p, 14p", "pfnc"},
+    GEnumValue{1 + static_cast<int>(frame::Layout::GigE), "GigE Vision's 10Packed, 12Packed", "gige"},
+    GEnumValue{1 + static_cast<int>(frame::Layout::Mipi), "MIPI CSI-2's RAW10, RAW12, RAW14", "mipi"},
+    GEnumValue{}};
+
+template <class Choice>
+std::optional<Choice> ChoiceOf(const GValue* value) {
+    const int number = g_value_get_enum(value);
+    return number == 0 ? std::nullopt : std::optional(static_cast<Choice>(number - 1));
+}
+
+template <class Choice>
+int NumberOf(const std::optional<Choice>& choice) {
+    return choice ? 1 + static_cast<int>(*choice) : 0;
+}
+
+std::string TextOf(const GValue* value) {
+    const char* text = g_value_get_string(value);
+    return text ? text : "";
+}
+
+void SetText(GValue* value, const std::string& text) {
+    g_value_set_string(value, text.empty() ? nullptr : text.c_str());
+}
+
+/** The text form that the component's parameters have, of whatever a field of a structure holds. */
+std::string ParameterText(const GValue* value) {
+    if (G_VALUE_HOLDS_STRING(value)) {
+        return TextOf(value);
+    }
+    if (G_VALUE_HOLDS_BOOLEAN(value)) {
+        return g_value_get_boolean(value) ? "1" : "0";
+    }
+    gchar* text = gst_value_serialize(value);
+    std::string result = text ? text : "";
+    g_free(text);
+    return result;
+}
+
+std::map<std::string, std::string> ParametersOf(const GValue* value) {
+    std::map<std::string, std::string> parameters;
+    if (const GstStructure* structure = gst_value_get_structure(value)) {
+        for (int index = 0; index < gst_structure_n_fields(structure); ++index) {
+            const char* name = gst_structure_nth_field_name(structure, static_cast<guint>(index));
+            parameters[name] = ParameterText(gst_structure_get_value(structure, name));
+        }
+    }
+    return parameters;
+}
+
+GstStructure* StructureOf(const std::map<std::string, std::string>& parameters) {
+    GstStructure* structure = gst_structure_new_empty("parameters");
+    for (const auto& [name, text] : parameters) {
+        gst_structure_set(structure, name.c_str(), G_TYPE_STRING, text.c_str(), nullptr);
+    }
+    return structure;
+}
+
+std::string NamesOf(frame::Family family) {
+    std::string names;
+    for (const frame::Algorithm& algorithm : frame::AlgorithmsOf(family)) {
+        names += (names.empty() ? "" : ", ") + std::string(algorithm.name);
+    }
+    return names;
+}
+
+}  // namespace
+
+void InstallProperties(GObjectClass* gobjectClass) {
+    static const GType toneType = g_enum_register_static("GstKvxDemosaicTone", kTones.data());
+    static const GType packingType = g_enum_register_static("GstKvxDemosaicPacking", kPackings.data());
+    const auto install = [gobjectClass](Number number, GParamSpec* property) {
+        g_object_class_install_property(gobjectClass, number, property);
+    };
+    const auto installText = [&install](Number number, const char* name, const char* nick, const char* help) {
+        install(number, g_param_spec_string(name, nick, help, nullptr, kFlags));
+    };
+    static const std::string algorithms = "For Bayer: " + NamesOf(frame::Family::Bayer) +
+                                          "; for TrueSense: " + NamesOf(frame::Family::TrueSense) +
+                                          " (null = the first ones)";
+    installText(kAlgorithm, "algorithm", "Algorithm", algorithms.c_str());
+    install(kThreads, g_param_spec_uint("n-threads", "Threads", "Threads of a conversion (0 = all processors)", 0,
+                                        kMaxThreads, 0, kFlags));
+    installText(kWhiteBalance, "white-balance", "White balance",
+                "auto, grey-world, white-patch, or gains of red, green and blue such as 1.9,1,1.4");
+    install(kBlackLevel,
+            g_param_spec_uint("black-level", "Black level", "Sample value of black", 0, kMaxLevel, 0, kFlags));
+    install(kWhiteLevel,
+            g_param_spec_uint("white-level", "White level", "Sample value at which the sensor clips (0 = the largest)",
+                              0, kMaxLevel, 0, kFlags));
+    installText(kMatrix, "matrix", "Colour matrix", "Nine numbers with commas between, row by row");
+    install(kTone, g_param_spec_enum("tone", "Tone curve", "Tone curve", toneType, 0, kFlags));
+    install(kParameters, g_param_spec_boxed("parameters", "Parameters",
+                                            "The component's own parameters by name, for example \"p,panSigma0=2\"",
+                                            GST_TYPE_STRUCTURE, kFlags));
+    install(kPacking,
+            g_param_spec_enum("packing", "Packing", "How samples above 8 bits are packed", packingType, 0, kFlags));
+    install(kStride, g_param_spec_int("stride", "Stride",
+                                      "Bytes from row to row of frames without GstVideoMeta (0 = automatic: rows "
+                                      "without padding or padded to 4 bytes)",
+                                      0, G_MAXINT, 0, kFlags));
+}
+
+bool SetProperty(Settings& settings, guint number, const GValue* value) {
+    switch (number) {
+        case kAlgorithm:
+            settings.algorithm = TextOf(value);
+            return true;
+        case kThreads:
+            settings.threads = g_value_get_uint(value);
+            return true;
+        case kWhiteBalance:
+            settings.whiteBalance = TextOf(value);
+            return true;
+        case kBlackLevel:
+            settings.blackLevel = g_value_get_uint(value);
+            return true;
+        case kWhiteLevel:
+            settings.whiteLevel = g_value_get_uint(value);
+            return true;
+        case kMatrix:
+            settings.matrix = TextOf(value);
+            return true;
+        case kTone:
+            settings.tone = ChoiceOf<frame::ToneCurve>(value);
+            return true;
+        case kParameters:
+            settings.parameters = ParametersOf(value);
+            return true;
+        case kPacking:
+            settings.packing = ChoiceOf<frame::Layout>(value);
+            return true;
+        case kStride:
+            settings.stride = g_value_get_int(value);
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool GetProperty(const Settings& settings, guint number, GValue* value) {
+    switch (number) {
+        case kAlgorithm:
+            SetText(value, settings.algorithm);
+            return true;
+        case kThreads:
+            g_value_set_uint(value, settings.threads);
+            return true;
+        case kWhiteBalance:
+            SetText(value, settings.whiteBalance);
+            return true;
+        case kBlackLevel:
+            g_value_set_uint(value, settings.blackLevel);
+            return true;
+        case kWhiteLevel:
+            g_value_set_uint(value, settings.whiteLevel);
+            return true;
+        case kMatrix:
+            SetText(value, settings.matrix);
+            return true;
+        case kTone:
+            g_value_set_enum(value, NumberOf(settings.tone));
+            return true;
+        case kParameters:
+            g_value_take_boxed(value, StructureOf(settings.parameters));
+            return true;
+        case kPacking:
+            g_value_set_enum(value, NumberOf(settings.packing));
+            return true;
+        case kStride:
+            g_value_set_int(value, settings.stride);
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace kvx::gst

@@ -1,0 +1,83 @@
+#include "gstreamer/Settings.h"
+
+#include <glib.h>
+
+#include <array>
+
+#include "gstreamer/Refuse.h"
+
+namespace kvx::gst {
+namespace {
+
+/** Numbers with commas between, whatever the locale. */
+template <size_t count>
+std::array<double, count> ParseNumbers(const char* property, const std::string& text) {
+    std::array<double, count> numbers{};
+    const char* at = text.c_str();
+    for (size_t index = 0; index < count; ++index) {
+        char* end = nullptr;
+        numbers[index] = g_ascii_strtod(at, &end);
+        if (end == at || *end != (index + 1 < count ? ',' : '\0')) {
+            Refuse("{}: '{}' is not {} numbers with commas between", property, text, count);
+        }
+        at = end + 1;
+    }
+    return numbers;
+}
+
+void SetWhiteBalance(frame::Finish& finish, const std::string& text) {
+    if (text == "auto" || text == "white-patch") {
+        finish.whiteBalance = frame::WhiteBalance::WhitePatch;
+    } else if (text == "grey-world") {
+        finish.whiteBalance = frame::WhiteBalance::GreyWorld;
+    } else if (text.find(',') == std::string::npos) {
+        Refuse("white-balance: '{}' is none: there are auto, grey-world, white-patch, and gains such as 1.9,1,1.4",
+               text);
+    } else {
+        const auto [red, green, blue] = ParseNumbers<3>("white-balance", text);
+        finish.gains = {red, green, blue, green};
+    }
+}
+
+}  // namespace
+
+frame::Format PackedFormat(const Settings& settings, frame::Format named) {
+    frame::Format format = named;
+    format.layout = settings.packing.value_or(named.layout);
+    if (!frame::IsValid(format)) {
+        Refuse("packing: {} has no such form: there are msb (above 8 bits), pfnc and mipi (10, 12, 14), gige (10, 12)",
+               frame::Name(named));
+    }
+    return format;
+}
+
+std::optional<frame::Finish> FinishOf(const Settings& settings) {
+    if (settings.whiteBalance.empty() && settings.blackLevel == 0 && settings.whiteLevel == 0 &&
+        settings.matrix.empty() && !settings.tone) {
+        return std::nullopt;
+    }
+    frame::Finish finish;
+    finish.blackLevel = settings.blackLevel;
+    finish.whiteLevel = settings.whiteLevel;
+    if (!settings.whiteBalance.empty()) {
+        SetWhiteBalance(finish, settings.whiteBalance);
+    }
+    if (!settings.matrix.empty()) {
+        finish.matrix = ParseNumbers<9>("matrix", settings.matrix);
+    }
+    finish.tone = settings.tone.value_or(frame::ToneCurve::Linear);
+    return finish;
+}
+
+frame::Converter MakeConverter(const Settings& settings, frame::Family family) {
+    frame::Converter converter(family);
+    for (const auto& [name, value] : settings.parameters) {
+        converter.SetParameter(name, value);
+    }
+    if (!settings.algorithm.empty()) {
+        converter.SetAlgorithm(settings.algorithm);
+    }
+    return converter;
+}
+
+}  // namespace kvx::gst
