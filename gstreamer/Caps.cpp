@@ -67,6 +67,19 @@ private:
     GValue m_list = G_VALUE_INIT;
 };
 
+/**
+ * Whether what a picture may be limits what its frame may be. A choice does not: it would keep a frame that tells
+ * nothing, as from a file, from having fixed caps.
+ */
+bool IsLimit(const GValue* value) {
+    if (GST_VALUE_HOLDS_FRACTION_RANGE(value)) {
+        const GValue* least = gst_value_get_fraction_range_min(value);
+        const GValue* most = gst_value_get_fraction_range_max(value);
+        return gst_value_get_fraction_numerator(least) > 0 || gst_value_get_fraction_numerator(most) < G_MAXINT;
+    }
+    return gst_value_is_fixed(value) || GST_VALUE_HOLDS_INT_RANGE(value);
+}
+
 }  // namespace
 
 GstCaps* MakeSinkCaps() {
@@ -103,7 +116,8 @@ GstCaps* TransformCaps(GstPadDirection direction, const GstCaps* caps, const Gst
         for (guint to = 0; to < gst_caps_get_size(otherTemplate); ++to) {
             GstStructure* other = gst_structure_copy(gst_caps_get_structure(otherTemplate, to));
             const auto share = [&](const char* field) {
-                if (const GValue* value = gst_structure_get_value(structure, field)) {
+                const GValue* value = gst_structure_get_value(structure, field);
+                if (value && (direction == GST_PAD_SINK || IsLimit(value))) {
                     gst_structure_set_value(other, field, value);
                 }
             };

@@ -1,0 +1,68 @@
+#include <gtest/gtest.h>
+
+#include "gstreamer/FrameElement.h"
+
+namespace kvx::test {
+namespace {
+
+/** Downstream offers a pool whose pictures begin and end with free columns and rows, as a display may need them. */
+GstPadProbeReturn OfferPool(GstPad* /*pad*/, GstPadProbeInfo* info, gpointer /*data*/) {
+    GstQuery* query = GST_PAD_PROBE_INFO_QUERY(info);
+    if (GST_QUERY_TYPE(query) != GST_QUERY_ALLOCATION || !(GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_PUSH))
+        return GST_PAD_PROBE_OK;
+    GstCaps* caps = nullptr;
+    gst_query_parse_allocation(query, &caps, nullptr);
+    GstVideoInfo picture;
+    gst_video_info_from_caps(&picture, caps);
+    GstVideoAlignment alignment;
+    gst_video_alignment_reset(&alignment);
+    alignment.padding_left = 5;
+    alignment.padding_right = 9;
+    alignment.padding_top = 3;
+    GstBufferPool* pool = gst_video_buffer_pool_new();
+    GstStructure* config = gst_buffer_pool_get_config(pool);
+    gst_buffer_pool_config_set_params(config, caps, static_cast<guint>(picture.size), 0, 0);
+    gst_buffer_pool_config_add_option(config, GST_BUFFER_POOL_OPTION_VIDEO_META);
+    gst_buffer_pool_config_add_option(config, GST_BUFFER_POOL_OPTION_VIDEO_ALIGNMENT);
+    gst_buffer_pool_config_set_video_alignment(config, &alignment);
+    gst_buffer_pool_set_config(pool, config);
+    config = gst_buffer_pool_get_config(pool);
+    guint size = 0;
+    gst_buffer_pool_config_get_params(config, nullptr, &size, nullptr, nullptr);
+    gst_structure_free(config);
+    gst_query_add_allocation_pool(query, pool, size, 0, 0);
+    gst_query_add_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr);
+    gst_object_unref(pool);
+    return GST_PAD_PROBE_HANDLED;
+}
+
+TEST(GStreamerAllocation, UsesTheRowsOfDownstreamsPool) {
+    const frame::TestFrame frame = frame::MakeNoise(frame::FormatByName("grbg10le"), 33, 12);
+    for (const char* picture : {"RGB", "BGRA", "ARGB64_LE"}) {
+        SCOPED_TRACE(picture);
+        FrameElement element;
+        gst_pad_add_probe(element.Harness()->sinkpad, GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, OfferPool, nullptr, nullptr);
+        element.SetCaps(frame.view, picture);
+        for (int round = 0; round < 3; ++round) {
+            const Buffer result = element.Convert(MakeBuffer(frame.bytes));
+            ASSERT_TRUE(result) << element.Error();
+            const GstVideoMeta* meta = gst_buffer_get_video_meta(result.get());
+            ASSERT_TRUE(meta);
+            EXPECT_GT(meta->offset[0], 0u);
+            EXPECT_EQ(Samples(result.get(), picture, 33, 12), ExpectedSamples(frame.view, picture));
+        }
+    }
+}
+
+TEST(GStreamerAllocation, TellsUpstreamThatRowsMayBeAnywhere) {
+    FrameElement element;
+    element.SetCaps(FrameCaps("rggb", 8, 4), "video/x-raw,format=RGB");
+    const Caps caps(gst_caps_from_string(FrameCaps("rggb", 8, 4).c_str()));
+    GstQuery* query = gst_query_new_allocation(caps.get(), FALSE);
+    EXPECT_TRUE(gst_pad_peer_query(element.Harness()->srcpad, query));
+    EXPECT_TRUE(gst_query_find_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr));
+    gst_query_unref(query);
+}
+
+}  // namespace
+}  // namespace kvx::test

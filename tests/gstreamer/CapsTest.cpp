@@ -1,0 +1,77 @@
+#include <gtest/gtest.h>
+
+#include "gstreamer/FrameElement.h"
+
+namespace kvx::test {
+namespace {
+
+TEST(GStreamerCaps, OfAPictureSayWhatItsFramesSay) {
+    const struct {
+        const char *frames, *pictures, *fields;
+    } cases[] = {
+        {"framerate=25/1,pixel-aspect-ratio=2/1,interlace-mode=progressive,colorimetry=sRGB", "video/x-raw",
+         "format=RGB,framerate=25/1,pixel-aspect-ratio=2/1,interlace-mode=progressive,colorimetry=sRGB"},
+        // From a file nobody knows a rate: it is "variable".
+        {"views=1", "video/x-raw,format=BGRx", "format=BGRx,framerate=0/1,views=1"},
+        // What downstream insists on, and frames leave open.
+        {"views=1", "video/x-raw,format=BGRA,framerate=(fraction)[5/1,9/1],colorimetry=sRGB",
+         "format=BGRA,framerate=5/1,colorimetry=sRGB"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.frames);
+        FrameElement element;
+        element.SetCaps(fmt::format("video/x-bayer,format=gbrg,width=8,height=4,{}", c.frames), c.pictures);
+        ASSERT_TRUE(element.Convert(MakeBuffer(std::vector<uint8_t>(32, 7)))) << element.Error();
+        const Caps caps(gst_pad_get_current_caps(element.Harness()->sinkpad));
+        const Caps expected(gst_caps_from_string(fmt::format("video/x-raw,width=8,height=4,{}", c.fields).c_str()));
+        EXPECT_TRUE(gst_caps_is_subset(caps.get(), expected.get())) << Text(caps.get());
+    }
+}
+
+/** Frames that cannot be converted do not get as far as the first buffer. */
+TEST(GStreamerCaps, AreRefused) {
+    for (const char* frames :
+         {"video/x-bayer,format=rggb11le,width=8,height=4", "video/x-raw,format=RGB,width=8,height=4",
+          "video/x-kvx-truesense,format=SCF1WBWG16,width=8,height=4", "video/x-kvx-truesense,width=8,height=4",
+          "video/x-kvx-truesense,format=BayerRG8,width=8,height=4",
+          "video/x-kvx-truesense,format=nonsense,width=8,height=4"}) {
+        SCOPED_TRACE(frames);
+        FrameElement element;
+        element.SetCaps(frames, "video/x-raw");
+        EXPECT_EQ(element.Push(MakeBuffer(std::vector<uint8_t>(64))), GST_FLOW_NOT_NEGOTIATED);
+    }
+}
+
+TEST(GStreamerCaps, MayChangeFromFrameToFrame) {
+    const struct {
+        const char* frame;
+        uint32_t width, height;
+        const char* picture;
+    } steps[] = {{"rggb", 20, 10, "RGB"},      {"rggb", 33, 11, "RGB"},     {"bggr12le", 33, 11, "RGB"},
+                 {"SCF1WBWG8", 16, 8, "BGRx"}, {"rggb", 8, 8, "RGBA64_LE"}, {"rggb", 20, 10, "RGB"}};
+    FrameElement element;
+    for (const auto& step : steps) {
+        SCOPED_TRACE(fmt::format("{} {}x{}", step.frame, step.width, step.height));
+        const frame::TestFrame frame = frame::MakeNoise(frame::FormatByName(step.frame), step.width, step.height);
+        element.SetCaps(frame.view, step.picture);
+        const Buffer result = element.Convert(MakeBuffer(frame.bytes));
+        ASSERT_TRUE(result) << element.Error();
+        EXPECT_EQ(Samples(result.get(), step.picture, step.width, step.height),
+                  ExpectedSamples(frame.view, step.picture));
+    }
+}
+
+/** A filter in front, as in every pipeline that reads a file, gets caps that it can fix. */
+TEST(GStreamerCaps, LeaveFramesTheFieldsThatTheyDoNotHave) {
+    FrameElement element;
+    element.SetCaps(FrameCaps("rggb", 8, 4),
+                    "video/x-raw,framerate=(fraction)[0/1,2147483647/1],interlace-mode={progressive,mixed}");
+    const Caps caps(gst_pad_peer_query_caps(element.Harness()->srcpad, nullptr));
+    const GstStructure* structure = gst_caps_get_structure(caps.get(), 0);
+    EXPECT_TRUE(gst_structure_has_field(structure, "width"));
+    EXPECT_FALSE(gst_structure_has_field(structure, "framerate"));
+    EXPECT_FALSE(gst_structure_has_field(structure, "interlace-mode"));
+}
+
+}  // namespace
+}  // namespace kvx::test
