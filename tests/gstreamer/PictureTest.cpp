@@ -69,18 +69,18 @@ TEST(GStreamerPicture, IsTheFrameLayersForEveryPackingAndAlgorithm) {
 TEST(GStreamerPicture, IsTheLibrarys) {
     for (const char* name : {"BayerGB8", "TrueSense_GBRG_WGGW_1_8"}) {
         SCOPED_TRACE(name);
-        const frame::TestFrame frame = frame::MakeNoise(frame::FormatByName(name), 40, 22);
-        std::vector<uint8_t> expected(40 * 22 * 3);
+        const frame::TestFrame frame = frame::MakeNoise(frame::FormatByName(name), 41, 22);
+        std::vector<uint8_t> expected(41 * 22 * 3);
         _KvxImage src{};
         src.pixelType = *frame::LibraryCode(frame.view.format);
         src.pixelDepth = 8;
-        src.width = 40;
+        src.width = 41;
         src.height = 22;
-        src.lineStep = 40;
+        src.lineStep = 41;
         src.data = const_cast<void*>(frame.view.data);
         _KvxImage dst = src;
         dst.pixelType = KvxFormat_RGB8;
-        dst.lineStep = 120;
+        dst.lineStep = 123;
         dst.data = expected.data();
         const bool isBayer = frame.view.format.family == frame::Family::Bayer;
         if (isBayer) {
@@ -90,11 +90,19 @@ TEST(GStreamerPicture, IsTheLibrarys) {
             ASSERT_EQ(KvxTrueSense_ConvertImage(component, &src, &dst), 0u);
             KvxTrueSense_DeleteComponent(component);
         }
-        FrameElement element(isBayer ? "algorithm=edge-aware" : "");
-        element.SetCaps(frame.view, "RGB", name);
-        const Buffer picture = element.Convert(MakeBuffer(frame.bytes));
-        ASSERT_TRUE(picture) << element.Error();
-        EXPECT_EQ(Samples(picture.get(), "RGB", 40, 22), std::vector<uint16_t>(expected.begin(), expected.end()));
+        for (const char* format : {"RGB", "BGR", "RGBx", "BGRA"}) {
+            FrameElement element(isBayer ? "algorithm=edge-aware" : "");
+            element.SetCaps(frame.view, format, name);
+            const Buffer picture = element.Convert(MakeBuffer(frame.bytes));
+            ASSERT_TRUE(picture) << element.Error();
+            std::vector<uint16_t> samples = Samples(picture.get(), format, 41, 22);
+            if (samples.size() > expected.size())
+                for (size_t pixel = 0; pixel < 41 * 22; ++pixel) {
+                    EXPECT_EQ(samples[3 * pixel + 3], 255);
+                    samples.erase(samples.begin() + static_cast<ptrdiff_t>(3 * pixel + 3));
+                }
+            EXPECT_EQ(samples, std::vector<uint16_t>(expected.begin(), expected.end())) << format;
+        }
     }
 }
 
