@@ -10,6 +10,8 @@ packages=(
     libcli11-dev libfmt-dev nlohmann-json3-dev
     libgtest-dev libbenchmark-dev libraw-dev abigail-tools help2man bash-completion
     libaravis-dev libusb-1.0-0-dev
+    libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
+    gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-bad
 )
 case ${1-} in
     develop) packages+=(clang libomp-dev clang-format clang-tidy python3) ;;

@@ -9,7 +9,7 @@ cmake --preset release > /dev/null
 mkdir -p build/lint
 sed 's/ -femit-class-debug-always//' build/release/compile_commands.json > build/lint/compile_commands.json
 if [ $# -eq 0 ]; then
-    mapfile -t files < <(git ls-files 'src/*.cpp' 'frame/*.cpp' 'tools/*.cpp')
+    mapfile -t files < <(git ls-files 'src/*.cpp' 'frame/*.cpp' 'tools/*.cpp' 'gstreamer/*.cpp')
     set -- "${files[@]}"
 fi
 printf '%s\0' "$@" | xargs -0 -n 1 -P "$(nproc)" clang-tidy -quiet -p build/lint
