@@ -38,6 +38,10 @@ struct Bound {
     double decibels;
 };
 
+void PrintTo(const Bound& bound, std::ostream* out) {
+    *out << bound.algorithm << ' ' << bound.pattern;
+}
+
 class EveryAlgorithm : public testing::TestWithParam<Bound> {};
 
 /** Smooth colours and bars come back from the mosaics of all four orders; with another order, 48 and 25 are 10. */

@@ -54,6 +54,12 @@ if objdump -p "$LD_LIBRARY_PATH/libKvxFrame.so" | grep -q 'NEEDED *libopencv'; t
     exit 1
 fi
 
+plugin=$(find "$prefix" -name libgstkvxdemosaicing.so)
+if [ "$plugin" ]; then
+    GST_REGISTRY=$work/registry.bin GST_PLUGIN_PATH=$(dirname "$plugin") LD_LIBRARY_PATH='' \
+        gst-inspect-1.0 kvxdemosaic | grep -q "Filename *$plugin"
+fi
+
 # Without the frame layer the library is a package of its own.
 for component in misc runtime dev; do
     cmake --install "$build" --prefix "$work/alone" --component $component >> "$work/log"
