@@ -1,18 +1,32 @@
 #include "gstreamer/FrameElement.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace kvx::test {
+namespace {
+
+/** By the frame layer, without GStreamer. */
+std::vector<uint16_t> ExpectedSamples(const frame::SourceView& source, bool isWide, const frame::Options& options) {
+    const frame::Format rgb = frame::FormatByName(isWide ? "RGB16" : "RGB8");
+    std::vector<uint8_t> bytes(frame::ImageBytes(rgb, source.width, source.height, 0));
+    frame::Convert(source, {bytes.data(), source.width, source.height, 0, bytes.size(), rgb}, options);
+    if (!isWide) return {bytes.begin(), bytes.end()};
+    std::vector<uint16_t> samples(bytes.size() / 2);
+    std::memcpy(samples.data(), bytes.data(), bytes.size());
+    return samples;
+}
+
+}  // namespace
 
 FrameElement::FrameElement(const std::string& properties) : m_bus(gst_bus_new()) {
     GstElement* element = gst_parse_launch(("kvxdemosaic " + properties).c_str(), nullptr);
     m_harness = gst_harness_new_with_element(element, "sink", "src");
     gst_object_unref(element);
-    gst_element_set_bus(Element(), m_bus);
+    gst_element_set_bus(element, m_bus);
 }
 
 FrameElement::~FrameElement() {
-    gst_element_set_bus(Element(), nullptr);
+    gst_element_set_bus(m_harness->element, nullptr);
     gst_object_unref(m_bus);
     gst_harness_teardown(m_harness);
 }
@@ -21,86 +35,70 @@ void FrameElement::SetCaps(const std::string& frames, const std::string& picture
     gst_harness_set_caps_str(m_harness, frames.c_str(), pictures.c_str());
 }
 
-void FrameElement::SetCaps(const frame::SourceView& frame, const char* pictureFormat, const char* frameFormat) {
-    SetCaps(FrameCaps(frameFormat ? frameFormat : frame::Name(frame.format), frame.width, frame.height),
-            std::string("video/x-raw,format=") + pictureFormat);
+void FrameElement::SetCaps(const std::string& frameFormat, const frame::SourceView& frame, const char* pictureFormat) {
+    const bool isBayer = frame.format.family == frame::Family::Bayer;
+    SetCaps(fmt::format("{},format={},width={},height={},framerate=25/1",
+                        isBayer ? "video/x-bayer" : "video/x-kvx-truesense", frameFormat, frame.width, frame.height),
+            fmt::format("video/x-raw,format={}", pictureFormat));
+}
+
+void FrameElement::Set(const char* property, const char* value) {
+    gst_util_set_object_arg(G_OBJECT(m_harness->element), property, value);
 }
 
 GstFlowReturn FrameElement::Push(Buffer buffer) {
     return gst_harness_push(m_harness, buffer.release());
 }
 
-Buffer FrameElement::Convert(Buffer buffer) {
-    Push(std::move(buffer));
-    return Buffer(gst_harness_try_pull(m_harness));
+void FrameElement::ExpectPicture(Buffer buffer, const frame::SourceView& frame, const frame::Options& options) {
+    ASSERT_EQ(Push(std::move(buffer)), GST_FLOW_OK) << TakeError();
+    const Buffer picture(gst_harness_pull(m_harness));
+    const Caps caps(gst_pad_get_current_caps(m_harness->sinkpad));
+    GstVideoInfo info;
+    ASSERT_TRUE(gst_video_info_from_caps(&info, caps.get()));
+    EXPECT_EQ(Samples(picture.get(), info), ExpectedSamples(frame, GST_VIDEO_INFO_COMP_DEPTH(&info, 0) == 16, options));
 }
 
-std::string FrameElement::Error() {
-    std::string sentence;
-    while (GstMessage* message = gst_bus_pop_filtered(m_bus, GST_MESSAGE_ERROR)) {
-        GError* error = nullptr;
-        gst_message_parse_error(message, &error, nullptr);
-        sentence = error->message;
-        g_error_free(error);
-        gst_message_unref(message);
-    }
+void FrameElement::ExpectError(Buffer buffer, const std::string& part) {
+    EXPECT_EQ(Push(std::move(buffer)), GST_FLOW_ERROR);
+    EXPECT_THAT(TakeError(), testing::HasSubstr(part));
+}
+
+std::string FrameElement::TakeError() {
+    GstMessage* message = gst_bus_pop_filtered(m_bus, GST_MESSAGE_ERROR);
+    if (!message) return "";
+    GError* error = nullptr;
+    gst_message_parse_error(message, &error, nullptr);
+    const std::string sentence = error->message;
+    g_error_free(error);
+    gst_message_unref(message);
     return sentence;
 }
 
 Buffer MakeBuffer(const std::vector<uint8_t>& bytes) {
     if (bytes.empty()) return Buffer(gst_buffer_new());
-    auto* copy = static_cast<guint8*>(g_memdup2(bytes.data(), bytes.size()));
-    return Buffer(gst_buffer_new_wrapped(copy, bytes.size()));
+    return Buffer(gst_buffer_new_wrapped(g_memdup2(bytes.data(), bytes.size()), bytes.size()));
 }
 
-std::string Text(const GstCaps* caps) {
-    gchar* text = gst_caps_to_string(caps);
-    std::string result = text;
-    g_free(text);
-    return result;
-}
-
-std::string FrameCaps(const std::string& format, uint32_t width, uint32_t height) {
-    std::string name = format;
-    const frame::Format known = frame::FormatByName(format);
-    for (const frame::FormatName& other : frame::NamesOf(known))
-        if (other.scheme == frame::Scheme::GStreamer) name = other.name;
-    const char* media = known.family == frame::Family::Bayer ? "video/x-bayer" : "video/x-kvx-truesense";
-    return fmt::format("{},format={},width={},height={},framerate=25/1", media, name, width, height);
-}
-
-std::vector<uint16_t> Samples(GstBuffer* buffer, const char* format, uint32_t width, uint32_t height) {
-    GstVideoInfo info;
-    gst_video_info_set_format(&info, gst_video_format_from_string(format), width, height);
+std::vector<uint16_t> Samples(GstBuffer* buffer, const GstVideoInfo& info) {
     GstVideoFrame frame;
     EXPECT_TRUE(gst_video_frame_map(&frame, &info, buffer, GST_MAP_READ));
     const bool isWide = GST_VIDEO_FRAME_COMP_DEPTH(&frame, 0) == 16;
     const int high = info.finfo->flags & GST_VIDEO_FORMAT_FLAG_LE ? 1 : 0;
     std::vector<uint16_t> samples;
-    for (uint32_t row = 0; row < height; ++row)
-        for (uint32_t column = 0; column < width; ++column)
+    for (int row = 0; row < info.height; ++row)
+        for (int column = 0; column < info.width; ++column)
             for (uint32_t component = 0; component < GST_VIDEO_FRAME_N_COMPONENTS(&frame); ++component) {
                 const uint8_t* at = static_cast<uint8_t*>(GST_VIDEO_FRAME_COMP_DATA(&frame, component)) +
-                                    static_cast<ptrdiff_t>(row) * GST_VIDEO_FRAME_COMP_STRIDE(&frame, component) +
+                                    ptrdiff_t{row} * GST_VIDEO_FRAME_COMP_STRIDE(&frame, component) +
                                     column * GST_VIDEO_FRAME_COMP_PSTRIDE(&frame, component);
-                samples.push_back(static_cast<uint16_t>(isWide ? at[high] << 8 | at[1 - high] : at[0]));
+                const int sample = isWide ? at[high] << 8 | at[1 - high] : at[0];
+                if (component < 3)
+                    samples.push_back(static_cast<uint16_t>(sample));
+                else
+                    EXPECT_EQ(sample, isWide ? 65535 : 255);
             }
     gst_video_frame_unmap(&frame);
-    return samples;
-}
-
-std::vector<uint16_t> ExpectedSamples(const frame::SourceView& source, const char* format,
-                                      const frame::Options& options) {
-    const GstVideoFormatInfo* info = gst_video_format_get_info(gst_video_format_from_string(format));
-    const bool isWide = GST_VIDEO_FORMAT_INFO_DEPTH(info, 0) == 16;
-    const frame::Format rgba = frame::FormatByName(isWide ? "RGBA64_LE" : "RGBA");
-    std::vector<uint8_t> bytes(frame::ImageBytes(rgba, source.width, source.height, 0));
-    frame::Convert(source, {bytes.data(), source.width, source.height, 0, bytes.size(), rgba}, options);
-    std::vector<uint16_t> samples;
-    for (size_t index = 0; index < bytes.size() / (isWide ? 2 : 1); ++index) {
-        if (index % 4 == 3 && !GST_VIDEO_FORMAT_INFO_HAS_ALPHA(info)) continue;
-        samples.push_back(static_cast<uint16_t>(isWide ? bytes[2 * index] | bytes[2 * index + 1] << 8 : bytes[index]));
-    }
     return samples;
 }
 

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 #include <gst/check/gstharness.h>
 #include <gst/video/video.h>
+#include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
@@ -14,11 +15,9 @@
 namespace kvx::test {
 
 struct Unref {
-    void operator()(GstBuffer* buffer) const {
-        gst_buffer_unref(buffer);
-    }
-    void operator()(GstCaps* caps) const {
-        gst_caps_unref(caps);
+    template <class Object>
+    void operator()(Object* object) const {
+        gst_mini_object_unref(GST_MINI_OBJECT_CAST(object));
     }
 };
 using Buffer = std::unique_ptr<GstBuffer, Unref>;
@@ -34,22 +33,22 @@ public:
 
     /** Caps from now on. */
     void SetCaps(const std::string& frames, const std::string& pictures);
-    void SetCaps(const frame::SourceView& frame, const char* pictureFormat, const char* frameFormat = nullptr);
+    void SetCaps(const std::string& frameFormat, const frame::SourceView& frame, const char* pictureFormat);
+    void Set(const char* property, const char* value);
 
     GstFlowReturn Push(Buffer buffer);
-    /** The picture of a frame, or null, or what the element made last where there is more. */
-    Buffer Convert(Buffer buffer);
-    /** The last error's sentence since the last call, or "". */
-    std::string Error();
+    /** The buffer's picture has the samples that the frame layer gives the frame. */
+    void ExpectPicture(Buffer buffer, const frame::SourceView& frame, const frame::Options& options = {});
+    /** The buffer is refused with a sentence that says this. */
+    void ExpectError(Buffer buffer, const std::string& part);
 
     GstHarness* Harness() {
         return m_harness;
     }
-    GstElement* Element() {
-        return m_harness->element;
-    }
 
 private:
+    std::string TakeError();
+
     GstHarness* m_harness;
     GstBus* m_bus;
 };
@@ -57,16 +56,7 @@ private:
 /** A buffer of exactly these bytes, on the heap, where memory checkers see each byte beside them. */
 Buffer MakeBuffer(const std::vector<uint8_t>& bytes);
 
-std::string Text(const GstCaps* caps);
-
-/** Caps of frames: the format by any name, in GStreamer's words. */
-std::string FrameCaps(const std::string& format, uint32_t width, uint32_t height);
-
-/** Red, green, blue and alpha (where there is) of all pixels, of 8 or 16 bits, read as GStreamer describes a format. */
-std::vector<uint16_t> Samples(GstBuffer* buffer, const char* format, uint32_t width, uint32_t height);
-
-/** The same by the frame layer, without GStreamer. */
-std::vector<uint16_t> ExpectedSamples(const frame::SourceView& source, const char* format,
-                                      const frame::Options& options = {});
+/** Red, green and blue of all pixels, of 8 or 16 bits, read as GStreamer describes the format; alpha must be opaque. */
+std::vector<uint16_t> Samples(GstBuffer* buffer, const GstVideoInfo& info);
 
 }  // namespace kvx::test

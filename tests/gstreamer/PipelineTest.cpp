@@ -1,6 +1,4 @@
 // Whole pipelines, with frames that an element of somebody else makes.
-#include <gtest/gtest.h>
-
 #include <cmath>
 
 #include "gstreamer/FrameElement.h"
@@ -17,7 +15,9 @@ std::vector<uint16_t> Picture(GstElement* pipeline, const char* sink) {
     g_signal_emit_by_name(element, "try-pull-sample", 10 * GST_SECOND, &sample);
     gst_object_unref(element);
     if (!sample) return {};
-    std::vector<uint16_t> samples = Samples(gst_sample_get_buffer(sample), "RGB", kWidth, kHeight);
+    GstVideoInfo info;
+    gst_video_info_set_format(&info, GST_VIDEO_FORMAT_RGB, kWidth, kHeight);
+    std::vector<uint16_t> samples = Samples(gst_sample_get_buffer(sample), info);
     gst_sample_unref(sample);
     return samples;
 }
