@@ -25,6 +25,7 @@ File SplitInput(const uint8_t* data, size_t size) {
     File file;
     std::istringstream line(std::string(data, newline));
     line >> file.name >> file.skipBytes;
+    file.name = file.name.c_str();  // names of files have no NUL
     if (uint64_t stride = 0; line >> stride) file.stride = stride;
     if (newline != end) file.content.assign(newline + 1, end);
     return file;
