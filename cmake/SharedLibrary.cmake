@@ -11,3 +11,19 @@ function(kvx_shared_library library map)
         target_link_options(${library} PRIVATE LINKER:--no-undefined)
     endif()
 endfunction()
+
+# kvx_describe_types(TARGET): types for the comparison of binary interfaces (tests/abi), in the folder of the target.
+# Not where a file is compiled for every instruction set: there it costs megabytes and half as much time again, and
+# nothing is exported.
+function(kvx_describe_types target)
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+        return()
+    endif()
+    get_target_property(sources ${target} SOURCES)
+    foreach(source IN LISTS sources)
+        file(STRINGS ${source} per_instruction_set REGEX "hwy/foreach_target" LIMIT_COUNT 1)
+        if(NOT per_instruction_set)
+            set_source_files_properties(${source} PROPERTIES COMPILE_OPTIONS "-g;-femit-class-debug-always")
+        endif()
+    endforeach()
+endfunction()

@@ -97,7 +97,7 @@ void Component::SetParameter(const std::string& name, const std::string& value) 
                              : "; it takes a number";
         }
         if (advice.empty())
-            advice = fmt::format("; did you mean {}?", fmt::join(NearestNames(name, std::move(names), 3), ", "));
+            advice = fmt::format("; did you mean {}?", fmt::join(NearestNames(name, names, 3), ", "));
     }
     RequireStored(result, fmt::format("{}={}", name, value), advice);
 }

@@ -84,7 +84,7 @@ Format FormatByName(std::string_view name) {
     std::vector<std::string> names;
     for (const auto& [known, format] : Names().exact) names.push_back(known);
     Fail(KvxResult_UnknownName, "no format is called '{}': did you mean {}?", name,
-         fmt::join(NearestNames(name, std::move(names), 3), ", "));
+         fmt::join(NearestNames(name, names, 3), ", "));
 }
 
 }  // namespace kvx::frame

@@ -34,12 +34,14 @@ size_t EditDistance(std::string_view from, std::string_view to) {
 
 }  // namespace
 
-std::vector<std::string> NearestNames(std::string_view name, std::vector<std::string> candidates, size_t count) {
-    std::stable_sort(candidates.begin(), candidates.end(), [name](const std::string& a, const std::string& b) {
-        return EditDistance(name, a) < EditDistance(name, b);
-    });
-    candidates.resize(std::min(count, candidates.size()));
-    return candidates;
+std::vector<std::string> NearestNames(std::string_view name, const std::vector<std::string>& candidates, size_t count) {
+    std::vector<std::pair<size_t, size_t>> byDistance;  // each with its place, which decides between equals
+    for (size_t place = 0; place < candidates.size(); ++place)
+        byDistance.emplace_back(EditDistance(name, candidates[place]), place);
+    std::sort(byDistance.begin(), byDistance.end());
+    std::vector<std::string> nearest;
+    for (size_t i = 0; i < std::min(count, candidates.size()); ++i) nearest.push_back(candidates[byDistance[i].second]);
+    return nearest;
 }
 
 }  // namespace kvx::frame

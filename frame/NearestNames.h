@@ -7,6 +7,6 @@
 namespace kvx::frame {
 
 /** The `count` candidates that take the fewest edits to reach from `name`, nearest first. */
-std::vector<std::string> NearestNames(std::string_view name, std::vector<std::string> candidates, size_t count);
+std::vector<std::string> NearestNames(std::string_view name, const std::vector<std::string>& candidates, size_t count);
 
 }  // namespace kvx::frame

@@ -44,6 +44,19 @@ std::array<double, 3> ParseWeights(const std::string& option, const std::string&
     return weights;
 }
 
+_KvxRect ParseRegion(const std::string& option, const std::string& text) {
+    const std::array<double, 4> given = ParseNumbers<4>(option, text);
+    std::array<uint32_t, 4> numbers{};
+    for (size_t index = 0; index < numbers.size(); ++index) {
+        const double number = given[index];
+        if (number < 0 || number > INT32_MAX || number != static_cast<uint32_t>(number)) {
+            Fail(ExitCode::Usage, "{}: '{}' is no region: give X,Y,WIDTH,HEIGHT in pixels", option, text);
+        }
+        numbers[index] = static_cast<uint32_t>(number);
+    }
+    return {numbers[0], numbers[1], numbers[2], numbers[3]};
+}
+
 void AddNumber(CLI::App& command, const std::string& option, std::optional<uint64_t>& number, const std::string& help,
                uint64_t maximum) {
     command

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "KvxDemosaicing/KvxImage.h"
 #include "tools/ToolError.h"
 
 namespace kvx::tool {
@@ -28,6 +29,9 @@ std::array<double, count> ParseNumbers(const std::string& option, const std::str
 
 /** Three such numbers, none negative, not all zero. Throws ExitCode::Usage, naming the option. */
 std::array<double, 3> ParseWeights(const std::string& option, const std::string& text);
+
+/** Four whole numbers: place and size in pixels. Throws ExitCode::Usage, naming the option. */
+_KvxRect ParseRegion(const std::string& option, const std::string& text);
 
 /** The value behind a word. Throws ExitCode::Usage, naming the option and the words that there are. */
 template <typename Value>

@@ -58,19 +58,6 @@ frame::Format RequireDestination(const std::string& name) {
     return format;
 }
 
-_KvxRect ParseCrop(const std::string& text) {
-    const std::array<double, 4> given = ParseNumbers<4>("--crop", text);
-    std::array<uint32_t, 4> numbers{};
-    for (size_t index = 0; index < numbers.size(); ++index) {
-        const double number = given[index];
-        if (number < 0 || number > INT32_MAX || number != static_cast<uint32_t>(number)) {
-            Fail(ExitCode::Usage, "--crop: '{}' is no region: give X,Y,WIDTH,HEIGHT in pixels", text);
-        }
-        numbers[index] = static_cast<uint32_t>(number);
-    }
-    return {numbers[0], numbers[1], numbers[2], numbers[3]};
-}
-
 void Convert(ConvertOptions& options) {
     const std::vector<FileTask> tasks = PlanFiles(options.files, options.output);
     options.settings.destination = RequireDestination(options.destination);
@@ -105,7 +92,7 @@ void AddOutputOptions(CLI::App& command, ConvertOptions& options) {
     command.add_option("--to", options.destination, "Format of the picture; default: RGB8")->type_name("NAME");
     command
         .add_option_function<std::string>(
-            "--crop", [&options](const std::string& text) { options.settings.crop = ParseCrop(text); },
+            "--crop", [&options](const std::string& text) { options.settings.crop = ParseRegion("--crop", text); },
             "Convert this part of the frame only")
         ->type_name("X,Y,W,H")
         ->allow_extra_args(false);

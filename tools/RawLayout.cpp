@@ -98,7 +98,9 @@ void CheckFrameSize(uint64_t width, uint64_t height, const std::string& name) {
 
 RawFrame CutFrame(const Bytes& content, const RawLayout& layout, const std::string& name) {
     CheckLayout(layout, content.size(), name);
-    const bool isDense = !layout.stride && content.size() == layout.skipBytes + DenseBytes(layout, layout.format);
+    // Of a small frame both kinds of rows can take the same number of bytes: then they start with a byte.
+    const bool isDense = !layout.stride && content.size() == layout.skipBytes + DenseBytes(layout, layout.format) &&
+                         content.size() != layout.skipBytes + RowBytes(layout) * layout.height;
     if (!isDense) {
         CheckContentSize(content.size(), layout, name);
     }

@@ -14,12 +14,16 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
+/** On one line, whatever is in it. */
+std::string Quoted(const std::string& text) {
+    return Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
 /** Looks up keys; a value of the wrong kind is told with file and key. Unknown keys are the user's own notes. */
 class SidecarReader {
 public:
-    explicit SidecarReader(const std::string& path) : m_path(path) {
-        const Bytes content = ReadInput(path);
-        m_json = Json::parse(content, nullptr, /*allow_exceptions=*/false);
+    SidecarReader(const std::string& path, const Bytes& content)
+        : m_path(path), m_json(Json::parse(content, nullptr, /*allow_exceptions=*/false)) {
         if (!m_json.is_object()) {
             FailBroken("is no JSON object");
         }
@@ -51,7 +55,7 @@ public:
             return std::nullopt;
         }
         if (pattern->size() != 4) {
-            FailBroken(fmt::format("\"bayer_pattern\" is \"{}\": four letters such as RGGB are meant", *pattern));
+            FailBroken(fmt::format("\"bayer_pattern\" is {}: four letters such as RGGB are meant", Quoted(*pattern)));
         }
         return Named("bayer_pattern", fmt::format("CFA_{}_{}_{}", pattern->substr(0, 2), pattern->substr(2), *bits));
     }
@@ -99,7 +103,7 @@ private:
     frame::Format Named(const char* key, const std::string& name) const {
         const std::optional<frame::Format> format = frame::FindFormat(name);
         if (!format) {
-            FailBroken(fmt::format("\"{}\": there is no format {}", key, name));
+            FailBroken(fmt::format("\"{}\": there is no format {}", key, Quoted(name)));
         }
         return *format;
     }
@@ -129,10 +133,11 @@ std::string SidecarPath(const std::string& framePath) {
 
 Sidecar ReadSidecar(const std::string& framePath) {
     const std::string path = FindSidecar(framePath);
-    if (path.empty()) {
-        return {};
-    }
-    const SidecarReader reader(path);
+    return path.empty() ? Sidecar() : ParseSidecar(path, ReadInput(path));
+}
+
+Sidecar ParseSidecar(const std::string& path, const Bytes& content) {
+    const SidecarReader reader(path, content);
     return {.path = path,
             .format = reader.Format(),
             .width = reader.Number("width"),
@@ -145,10 +150,7 @@ Sidecar ReadSidecar(const std::string& framePath) {
             .matrix = reader.Matrix()};
 }
 
-void WriteSidecar(const std::string& framePath, const Sidecar& sidecar) {
-    if (framePath == "-") {
-        return;
-    }
+Bytes SidecarContent(const Sidecar& sidecar) {
     Json json = Json::object();
     const auto add = [&json](const char* key, const auto& value) {
         if (value) {
@@ -170,7 +172,13 @@ void WriteSidecar(const std::string& framePath, const Sidecar& sidecar) {
     }
     add("colour_matrix", sidecar.matrix);
     const std::string text = json.dump(2) + "\n";
-    WriteOutput(SidecarPath(framePath), Bytes(text.begin(), text.end()));
+    return Bytes(text.begin(), text.end());
+}
+
+void WriteSidecar(const std::string& framePath, const Sidecar& sidecar) {
+    if (framePath != "-") {
+        WriteOutput(SidecarPath(framePath), SidecarContent(sidecar));
+    }
 }
 
 }  // namespace kvx::tool

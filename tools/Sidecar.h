@@ -7,6 +7,7 @@
 
 #include "KvxFrame/Finish.h"
 #include "KvxFrame/Format.h"
+#include "tools/Bytes.h"
 
 namespace kvx::tool {
 
@@ -29,6 +30,12 @@ std::string SidecarPath(const std::string& framePath);
 
 /** Reads the sidecar of a frame; "-" has none. Throws ExitCode::Input, naming file and key, for a broken one. */
 Sidecar ReadSidecar(const std::string& framePath);
+
+/** What the content of the sidecar `path` says. Throws as above. */
+Sidecar ParseSidecar(const std::string& path, const Bytes& content);
+
+/** The text of a sidecar that says what is known, except `path`. */
+Bytes SidecarContent(const Sidecar& sidecar);
 
 /** Writes what is known, except `path`, next to a frame; nothing for "-". Throws ExitCode::Output. */
 void WriteSidecar(const std::string& framePath, const Sidecar& sidecar);

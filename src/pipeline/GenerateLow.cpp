@@ -18,6 +18,7 @@ int32_t Alg_GenerateLow(const uint16_t* pan, const uint16_t* panAt0, const uint1
                         int32_t* lowColorDiff, LogText_t* log) noexcept {
     using namespace kvx;
     const int32_t w2 = width / 2, h2 = height / 2;
+    if (w2 < 1 || h2 < 1) return kStageSuccess;
     for (int32_t y = 0, j = 0; y < h2; ++y)
         for (int32_t x = 0; x < w2; ++x, ++j) {
             const uint16_t *upper = pan + int64_t{2 * y} * width + 2 * x, *lower = upper + width;

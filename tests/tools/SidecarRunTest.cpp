@@ -53,7 +53,7 @@ TEST(Sidecar, BrokenOnesAreToldWithFileAndKey) {
         {"[4, 4]", "is no JSON object"},
         {R"({"width": "4"})", "\"width\" is \"4\""},
         {R"({"height": -4})", "\"height\" is -4"},
-        {R"({"format": "BayerXY8"})", "no format BayerXY8"},
+        {R"({"format": "BayerXY8"})", "no format \"BayerXY8\""},
         {R"({"bayer_pattern": "RGB", "bits_per_sample": 8})", "\"bayer_pattern\" is \"RGB\""},
         {R"({"white_balance_gains": {"R": 1, "G": 1}})", "\"white_balance_gains\" lacks"},
         {R"({"colour_matrix": [1, 0, 0]})", "\"colour_matrix\""},

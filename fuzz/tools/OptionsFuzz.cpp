@@ -1,0 +1,61 @@
+// Options as users write them: each line of the input is an argument.
+#include <cmath>
+#include <sstream>
+
+#include "KvxFrame/Converter.h"
+#include "support/Refusals.h"
+#include "tools/Arguments.h"
+#include "tools/FinishOptions.h"
+#include "tools/FrameOptions.h"
+#include "tools/ToolRefusals.h"
+
+using namespace kvx::fuzz;
+using namespace kvx::tool;
+
+namespace {
+
+void ParseAlone(const std::string& text) {
+    IsRefusedByTool([&] { Require(ParseNumber("-n", text, 1000) <= 1000, "a number is in its range"); },
+                    {ExitCode::Usage});
+    IsRefusedByTool([&] { ParseWeights("-w", text); }, {ExitCode::Usage});
+    _KvxRect region{};
+    if (!IsRefusedByTool([&] { region = ParseRegion("-r", text); }, {ExitCode::Usage}))
+        Require(
+            region.x <= INT32_MAX && region.y <= INT32_MAX && region.width <= INT32_MAX && region.height <= INT32_MAX,
+            "a region fits any frame");
+}
+
+void ParseTogether(std::vector<std::string> arguments) {
+    FrameRequest frame;
+    FinishRequest request;
+    CLI::App app;
+    AddFrameOptions(app, frame);
+    AddFinishOptions(app, request);
+    std::reverse(arguments.begin(), arguments.end());  // as CLI11 wants them
+    try {
+        if (IsRefusedByTool([&] { app.parse(arguments); }, {ExitCode::Usage})) return;
+    } catch (const CLI::Error&) {
+        return;
+    }
+    std::optional<kvx::frame::Finish> finish;
+    const kvx::frame::Format format = frame.format.value_or(kvx::frame::Format());
+    if (IsRefusedByTool([&] { finish = MakeFinish(request, {}, format, "frame"); }, {ExitCode::Usage})) return;
+    if (!finish) return;
+    Require(finish->blackLevel < finish->whiteLevel && finish->whiteLevel <= White(format), "levels fit the format");
+    for (const double number : finish->matrix) Require(std::isfinite(number), "numbers are finite");
+    kvx::frame::Converter converter(kvx::frame::Family::Mono);
+    IsRefused([&] { converter.SetFinish(finish); }, {0x80070004});
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    std::istringstream lines(std::string(data, data + size));
+    std::vector<std::string> arguments;
+    for (std::string line; std::getline(lines, line);) {
+        ParseAlone(line);
+        arguments.push_back(line);
+    }
+    ParseTogether(arguments);
+    return 0;
+}
