@@ -3,7 +3,7 @@
 set -eu
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-for component in runtime frame python; do
+for component in misc runtime frame python; do
     cmake --install "$1" --prefix "$work/staged" --component $component > "$work/log"
 done
 mv "$work/staged" "$work/prefix"  # nothing may depend on where it was first put
