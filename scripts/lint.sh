@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Checks formatting and runs clang-tidy over the library, the tools and the Python module (a few minutes; files as arguments narrow it).
+# Checks formatting and runs clang-tidy over the library and its front ends (a few minutes; files as arguments narrow it).
 set -eu
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh develop
