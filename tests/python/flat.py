@@ -1,4 +1,4 @@
-"""The flat C functions through ctypes: what the module is held against."""
+"""The C functions through ctypes: what the module is held against."""
 
 import ctypes
 import os
@@ -8,6 +8,9 @@ import numpy as np
 import kvxdemosaicing as kvx
 
 _library = ctypes.CDLL(os.environ["KVX_LIBRARY"])
+
+_create = _library.KvxTrueSense_CreateComponent
+_create.restype = ctypes.c_void_p
 
 
 class _Image(ctypes.Structure):
@@ -47,11 +50,11 @@ def converted(samples, name, to, algorithm=0):
     if family == "bayer":
         result = _library.BayerToColor(ctypes.byref(source), ctypes.byref(destination), algorithm)
     else:
-        parameters = ctypes.create_string_buffer(4096)
-        _library.TrueSense_DefaultValues(parameters)
-        result = _library.TrueSenseToColor(
-            ctypes.byref(source), ctypes.byref(destination), parameters, algorithm, ctypes.c_ubyte(1)
-        )
+        # The frame layer's way; TrueSenseToColor() with the default record may round a sample of it the other way.
+        assert algorithm == 0
+        component = ctypes.c_void_p(_create())
+        result = _library.KvxTrueSense_ConvertImage(component, ctypes.byref(source), ctypes.byref(destination))
+        _library.KvxTrueSense_DeleteComponent(component)
     assert result == 0, hex(result & 0xFFFFFFFF)
     return picture
 
