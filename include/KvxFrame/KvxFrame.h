@@ -1,4 +1,4 @@
-/** @file All of the frame layer: formats, packings, views, geometry, finish, conversion. */
+/** @file All of the frame layer: formats, packings, views, geometry, finish, conversion, mosaicing. */
 #ifndef KVXFRAME_KVXFRAME_H
 #define KVXFRAME_KVXFRAME_H
 
@@ -7,7 +7,9 @@
 #include "KvxFrame/Finish.h"
 #include "KvxFrame/Format.h"
 #include "KvxFrame/Geometry.h"
+#include "KvxFrame/Mosaic.h"
 #include "KvxFrame/Packing.h"
+#include "KvxFrame/Relayout.h"
 #include "KvxFrame/SampleDepth.h"
 #include "KvxFrame/View.h"
 
