@@ -1,4 +1,4 @@
-"""Prints Google Benchmark's medians as a table: time, throughput, and time relative to the job's peer: "bare", or the first by name."""
+"""Prints Google Benchmark's medians as a table: time, throughput, and time relative to the job's peer: "bare", "floor", or the first by name."""
 import json
 import sys
 
@@ -13,7 +13,7 @@ for run in runs:
 
 print(f'{"job":52} {"who":20} {"ms":>8} {"Mpixel/s":>9} {"time/peer":>10}')
 for job, people in medians.items():
-    peer = people.get("bare", people[min(people)])
+    peer = people.get("bare", people.get("floor", people[min(people)]))
     for who, run in people.items():
         ratio = run["real_time"] / peer["real_time"]
         print(f'{job:52} {who:20} {run["real_time"]:8.2f} {run["Mpixel/s"]:9.0f} {ratio:10.2f}')

@@ -1,16 +1,18 @@
 // The interpolating TrueSense demosaicers beside the image-processing library's bilinear conversion of a Bayer frame of
 // the same size to bytes, and beside one pass over the same memory.
 //
-// A name is <job>/<size>/threads:<n>/<who>: "bare" is the peer that the figures of a job are divided by. The job
-// truesense_algorithms has all algorithms by number, with the default parameters of the flat functions; there the peer
-// is the first, the default.
+// A name is <job>/<size>/threads:<n>/<who>: "bare" is the peer that the figures of a job are divided by. The jobs
+// truesense_algorithms_<source>to<destination> have all algorithms by number, with the default parameters of the flat
+// functions, and the pass over memory; truesense_scaling (12 bits to RGB8) has many sizes and thread counts.
 #include <memory>
 #include <opencv2/imgproc.hpp>
-#include <vector>
+#include <span>
+#include <string>
 
 #include "KvxDemosaicing/KvxTrueSenseFlat.h"
 #include "demosaicers/TrueSenseBayerLike.h"
 #include "demosaicers/TrueSenseToRgb.h"
+#include "support/MemoryFloor.h"
 #include "support/Runs.h"
 
 namespace kvx::bench {
@@ -86,18 +88,9 @@ void Bare(benchmark::State& state, const Job&, const Size& size) {
     }
 }
 
-/** Reads the source once and writes the destination once. */
 void Floor(benchmark::State& state, const Job& job, const Size& size) {
     Frame frame(job, size);
-    const size_t out = frame.picture.step, in = frame.raw.step;
-    for ([[maybe_unused]] auto _ : state) {
-#pragma omp parallel for
-        for (int row = 0; row < size.height; ++row) {
-            const uint8_t* from = frame.raw.ptr(row);
-            uint8_t* to = frame.picture.ptr(row);
-            for (size_t done = 0; done < out; done += in) std::memcpy(to + done, from, std::min(in, out - done));
-        }
-    }
+    for ([[maybe_unused]] auto _ : state) CopyThrough(frame.raw, frame.picture);
 }
 
 struct Algorithm {
@@ -113,16 +106,42 @@ constexpr Algorithm kAlgorithms[] = {
     {"4_kodak", KvxTrueSenseAlgorithm_Kodak},
 };
 
-/** A 12-bit frame to bytes, as a caller has it. */
-void ConvertBy(const Algorithm& algorithm, benchmark::State& state, const Size& size) {
-    Frame frame({"", 12, 2, 1, false}, size);
+/** Depths of the source, each to bytes and to its own depth. */
+constexpr Job kDepths[] = {
+    {"truesense_algorithms_8to8", 8, 1, 1, false},    {"truesense_algorithms_10to8", 10, 2, 1, false},
+    {"truesense_algorithms_12to8", 12, 2, 1, false},  {"truesense_algorithms_14to8", 14, 2, 1, false},
+    {"truesense_algorithms_10to10", 10, 2, 2, false}, {"truesense_algorithms_12to12", 12, 2, 2, false},
+    {"truesense_algorithms_14to14", 14, 2, 2, false},
+};
+
+/** As a caller has it. */
+void ConvertBy(benchmark::State& state, const Algorithm& algorithm, const Job& job, const Size& size) {
+    Frame frame(job, size);
     const _KvxSize whole{static_cast<uint32_t>(size.width), static_cast<uint32_t>(size.height)};
+    const _KvxRect region{0, 0, whole.width, whole.height};
+    const int srcStep = static_cast<int>(frame.raw.step), dstStep = static_cast<int>(frame.picture.step);
+    const auto words = frame.raw.ptr<uint16_t>();
     for ([[maybe_unused]] auto _ : state) {
-        const uint32_t result = TrueSenseToRGB_16u8u_C1C3R(
-            frame.raw.ptr<uint16_t>(), {0, 0, whole.width, whole.height}, whole, static_cast<int>(frame.raw.step), 12,
-            frame.picture.ptr(), static_cast<int>(frame.picture.step), 0, &frame.params, algorithm.number, false);
-        if (result != 0) state.SkipWithError("the library refuses: not every algorithm is in it yet");
+        uint32_t result;
+        if (job.srcSampleSize == 1)
+            result = TrueSenseToRGB_8u_C1C3R(frame.raw.ptr(), region, whole, srcStep, job.depth, frame.picture.ptr(),
+                                             dstStep, 0, &frame.params, algorithm.number, false);
+        else if (job.dstSampleSize == 1)
+            result = TrueSenseToRGB_16u8u_C1C3R(words, region, whole, srcStep, job.depth, frame.picture.ptr(), dstStep,
+                                                0, &frame.params, algorithm.number, false);
+        else
+            result = TrueSenseToRGB_16u_C1C3R(words, region, whole, srcStep, job.depth, frame.picture.ptr<uint16_t>(),
+                                              dstStep, 0, &frame.params, algorithm.number, false);
+        if (result != 0) state.SkipWithError(KvxResult_Text(result));
     }
+}
+
+void AddAlgorithms(const std::string& name, const Job& job, const Size& size, int threads,
+                   std::span<const Algorithm> algorithms) {
+    Add(name, size, threads, "floor", [=](benchmark::State& state) { Floor(state, job, size); });
+    for (const Algorithm& algorithm : algorithms)
+        Add(name, size, threads, algorithm.name,
+            [=](benchmark::State& state) { ConvertBy(state, algorithm, job, size); });
 }
 
 const bool s_registered = [] {
@@ -136,9 +155,11 @@ const bool s_registered = [] {
             add("fast", Convert<TrueSenseToRgb>);
             add("bayer_like", Convert<TrueSenseBayerLike>);
         }
-        for (const Algorithm& algorithm : kAlgorithms)
-            Add("truesense_algorithms", size, threads, algorithm.name,
-                [=](benchmark::State& state) { ConvertBy(algorithm, state, size); });
+        for (const Job& job : kDepths) AddAlgorithms(job.name, job, size, threads, kAlgorithms);
+    });
+    ForEachScale([](const Size& size, int threads) {
+        constexpr size_t kFastOnes = std::size(kAlgorithms) - 1;  // the plain form of the pipeline would take minutes
+        AddAlgorithms("truesense_scaling", kJobs[0], size, threads, std::span(kAlgorithms).first(kFastOnes));
     });
     return true;
 }();

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "quality/Ssim.h"
+
 namespace kvx::quality {
 namespace {
 
@@ -31,7 +33,8 @@ Cpsnr Compare(const cv::Mat& original, const cv::Mat& restored, int border) {
             .green = Decibels(green / pixels),
             .blue = Decibels(blue / pixels),
             .luma = Decibels(luma / pixels),
-            .chroma = (Decibels(blueness / pixels) + Decibels(redness / pixels)) / 2};
+            .chroma = (Decibels(blueness / pixels) + Decibels(redness / pixels)) / 2,
+            .ssim = Ssim(original, restored, border)};
 }
 
 }  // namespace kvx::quality

@@ -5,12 +5,13 @@
 
 namespace kvx::quality {
 
-/** Peak signal-to-noise ratios in dB, peak 255. */
+/** Peak signal-to-noise ratios in dB, peak 255, and structural similarity. */
 struct Cpsnr {
     double colour;  ///< from the mean square error of all three channels together
     double red, green, blue;
     double luma;    ///< of Y (ITU-R BT.601)
     double chroma;  ///< mean of those of Cb and Cr
+    double ssim;    ///< of luma, up to 1
 };
 
 /**

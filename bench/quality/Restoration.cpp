@@ -4,7 +4,9 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 #include <stdexcept>
+#include <vector>
 
 #include "KvxDemosaicing/KvxDemosaicing.h"
 #include "KvxTrueSense/TrueSenseParams.h"
@@ -64,11 +66,16 @@ bool Parse(const std::string& text, Number& number) {
 }  // namespace
 
 std::span<const Algorithm> AllAlgorithms() {
-    return kAlgorithms;
+    static const std::vector<Algorithm> all = [] {
+        std::vector<Algorithm> algorithms(std::begin(kAlgorithms), std::end(kAlgorithms));
+        for (const peers::Peer& peer : peers::AllPeers()) algorithms.push_back({peer.name, Family::Bayer, -1, &peer});
+        return algorithms;
+    }();
+    return all;
 }
 
 const Algorithm& AlgorithmByName(const std::string& name) {
-    for (const Algorithm& algorithm : kAlgorithms)
+    for (const Algorithm& algorithm : AllAlgorithms())
         if (name == algorithm.name) return algorithm;
     throw std::invalid_argument("no algorithm is called " + name);
 }
@@ -140,6 +147,12 @@ cv::Mat Restored(const tool::Picture& picture, const Setting& setting) {
     }
     const char* format = isBayer ? "BayerRG8" : "TrueSense_BGGR_WBBW_0_12";
     const cv::Mat samples = tool::MakeMosaic(picture, frame::FormatByName(format), sensor).samples;
+    if (algorithm.peer) {
+        const auto conversion = algorithm.peer->open(samples, 8);
+        conversion->Prepare();
+        conversion->Run();
+        return conversion->Picture();
+    }
     cv::Mat result(samples.size(), CV_8UC3);
     const _KvxImage src = RecordOf(samples, format);
     _KvxImage dst = RecordOf(result, "BGR8");

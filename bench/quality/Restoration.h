@@ -7,6 +7,7 @@
 #include <string>
 
 #include "KvxDemosaicing/KvxTrueSense.h"
+#include "peers/Peers.h"
 #include "tools/Picture.h"
 
 namespace kvx::quality {
@@ -16,10 +17,11 @@ struct Algorithm {
 
     const char* name;
     Family family;
-    int number;  ///< of KvxBayerAlgorithm or KvxTrueSenseAlgorithm
+    int number;                         ///< of KvxBayerAlgorithm or KvxTrueSenseAlgorithm
+    const peers::Peer* peer = nullptr;  ///< another library's
 };
 
-/** All that the library has, or will have. */
+/** All that the library has, and other libraries' Bayer algorithms. */
 std::span<const Algorithm> AllAlgorithms();
 
 /** The algorithm with this name. Throws std::invalid_argument. */
@@ -67,7 +69,7 @@ void SetParam(tagTrueSenseParam& params, const std::string& assignment);
  * frame for the others, whose clear sites take the mean of red, green and blue.
  *
  * @return 8 bits; blue, green, red
- * @throws std::runtime_error when the library refuses
+ * @throws std::runtime_error when a library refuses
  */
 cv::Mat Restored(const tool::Picture& picture, const Setting& setting);
 

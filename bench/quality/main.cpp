@@ -15,6 +15,7 @@
 
 #include "quality/Cpsnr.h"
 #include "quality/Restoration.h"
+#include "quality/Sheet.h"
 
 namespace {
 
@@ -27,8 +28,8 @@ const std::map<std::string, kvx::quality::Sharpness> kSharpness = {{"off", kvx::
 
 /** In the order of the columns. */
 constexpr std::pair<const char*, double Cpsnr::*> kFigures[] = {
-    {"colour", &Cpsnr::colour}, {"red", &Cpsnr::red},   {"green", &Cpsnr::green},
-    {"blue", &Cpsnr::blue},     {"luma", &Cpsnr::luma}, {"chroma", &Cpsnr::chroma},
+    {"colour", &Cpsnr::colour}, {"red", &Cpsnr::red},       {"green", &Cpsnr::green}, {"blue", &Cpsnr::blue},
+    {"luma", &Cpsnr::luma},     {"chroma", &Cpsnr::chroma}, {"ssim", &Cpsnr::ssim},
 };
 
 struct Entry {
@@ -49,8 +50,8 @@ struct Folder {
     }
 };
 
-/** Every picture of a folder that can be read, by name. */
-Folder MeasureFolder(const std::string& path, const Setting& setting, int border) {
+/** Every picture of a folder that can be read, by name. The restored ones go to `output` unless that is empty. */
+Folder MeasureFolder(const std::string& path, const Setting& setting, int border, const std::string& output) {
     std::vector<std::filesystem::path> files;
     for (const auto& file : std::filesystem::directory_iterator(path)) files.push_back(file.path());
     std::sort(files.begin(), files.end());
@@ -59,6 +60,7 @@ Folder MeasureFolder(const std::string& path, const Setting& setting, int border
         const cv::Mat picture = cv::imread(file.string(), cv::IMREAD_COLOR);
         if (picture.empty() || std::min(picture.rows, picture.cols) <= 2 * border) continue;
         const cv::Mat restored = kvx::quality::Restored({picture, 255}, setting);
+        if (!output.empty()) kvx::quality::WritePng(output + "/" + file.stem().string() + ".png", restored);
         folder.pictures.push_back({file.filename().string(), kvx::quality::Compare(picture, restored, border)});
     }
     if (folder.pictures.empty()) throw std::runtime_error(path + ": no picture in it");
@@ -102,7 +104,7 @@ nlohmann::ordered_json ToJson(const std::vector<Folder>& folders) {
 
 int main(int argc, char** argv) {
     CLI::App app("Mosaics 8-bit pictures, converts the mosaics, and prints how near the result comes.");
-    std::string algorithm = "ipp", jsonFile;
+    std::string algorithm = "ipp", jsonFile, output;
     std::vector<std::string> paths, names, assignments;
     int border = 10;
     bool eachPicture = false, filtersNoise = true;
@@ -125,8 +127,14 @@ int main(int argc, char** argv) {
     app.add_option("--border", border, "Pixels at each side that do not count")
         ->check(CLI::Range(0, 1000))
         ->capture_default_str();
+    app.add_option("--pictures", output, "Writes the restored pictures to this folder")->check(CLI::ExistingDirectory);
     app.add_option("--json", jsonFile, "Writes all figures to this file");
     app.add_flag("--each", eachPicture, "Prints every picture's figures, not only the folders'");
+    const auto list = [&names] {
+        for (const std::string& name : names) fmt::print("{}\n", name);
+        throw CLI::Success();
+    };
+    app.add_flag_callback("--list", list, "Prints the names of all algorithms")->trigger_on_parse();
     CLI11_PARSE(app, argc, argv);
     try {
         setting.algorithm = kvx::quality::AlgorithmByName(algorithm);
@@ -134,7 +142,7 @@ int main(int argc, char** argv) {
         if (!filtersNoise) kvx::quality::SwitchFilterOff(setting.params);
         for (const std::string& assignment : assignments) kvx::quality::SetParam(setting.params, assignment);
         std::vector<Folder> folders;
-        for (const std::string& path : paths) folders.push_back(MeasureFolder(path, setting, border));
+        for (const std::string& path : paths) folders.push_back(MeasureFolder(path, setting, border, output));
         PrintTable(folders, eachPicture);
         if (!jsonFile.empty()) {
             nlohmann::ordered_json json{{"algorithm", algorithm},         {"border", border},

@@ -31,6 +31,17 @@ void ForEachSetting(const Body& body) {
         for (const int threads : {1, 2}) body(size, threads);
 }
 
+/** Calls `body(size, threads)` for frames from 64x64 to 8K, each with one thread, two, four, and so on up to all. */
+template <class Body>
+void ForEachScale(const Body& body) {
+    const int all = omp_get_num_procs();
+    for (const Size& size : {Size{64, 64}, Size{160, 120}, Size{320, 240}, Size{640, 480}, Size{1280, 960},
+                             Size{1920, 1200}, Size{4096, 3072}, Size{7680, 4320}}) {
+        for (int threads = 1; threads < all; threads *= 2) body(size, threads);
+        body(size, all);
+    }
+}
+
 /** Registers `run(state)` as <job>/<size>/threads:<n>/<who>; it runs with that many threads. */
 template <class Run>
 void Add(const std::string& job, const Size& size, int threads, const char* who, Run run) {

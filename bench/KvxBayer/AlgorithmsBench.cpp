@@ -1,0 +1,135 @@
+// All Bayer algorithms at all depths beside other libraries' and beside one pass over the same memory, on one drawn
+// frame.
+//
+// The job bayer_<source>to<destination> has both frame sizes, bayer_scaling (8 bits to RGB8) many sizes and thread
+// counts. Ours are whole conversions, samples in, interleaved picture out, and so are OpenCV's and GStreamer's;
+// LibRaw's figures are its interpolations alone, for which it has copied the frame. LibRaw computes in 16 bits whatever
+// comes in: it is in the 12-bit job only. A peer that is not there shows as an error.
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "KvxDemosaicing/KvxDemosaicing.h"
+#include "peers/Peers.h"
+#include "support/DrawnFrame.h"
+#include "support/MemoryFloor.h"
+#include "support/Runs.h"
+
+namespace kvx::bench {
+namespace {
+
+struct Algorithm {
+    const char* name;
+    int number;
+};
+
+constexpr Algorithm kAlgorithms[] = {
+    {"bilinear", KvxBayerAlgorithm_Bilinear},
+    {"ipp", KvxBayerAlgorithm_IPP},
+    {"edge-aware", KvxBayerAlgorithm_EdgeAware},
+};
+
+struct Job {
+    int depth, dstDepth;
+
+    std::string Name() const {
+        return "bayer_" + std::to_string(depth) + "to" + std::to_string(dstDepth);
+    }
+};
+
+constexpr Job kJobs[] = {{8, 8}, {10, 8}, {12, 8}, {14, 8}, {16, 8}, {10, 10}, {12, 12}, {14, 14}, {16, 16}};
+
+_KvxImage RecordOf(const cv::Mat& image, const std::string& format, int depth) {
+    _KvxImage record{};
+    record.structSize = sizeof record;
+    record.structVersion = KVX_IMAGE_VERSION;
+    record.pixelType = KvxPixelFormat_ByName(format.c_str())->pixelType;
+    record.pixelDepth = static_cast<uint32_t>(depth);
+    record.width = static_cast<uint32_t>(image.cols);
+    record.height = static_cast<uint32_t>(image.rows);
+    record.lineStep = static_cast<uint32_t>(image.step);
+    record.imageSize = record.lineStep * record.height;
+    record.data = image.data;
+    return record;
+}
+
+/** Of the destination: touched, page faults are not a conversion's business. */
+cv::Mat EmptyPicture(const cv::Size& size, const Job& job) {
+    return {size, job.dstDepth == 8 ? CV_8UC3 : CV_16UC3, cv::Scalar::all(0)};
+}
+
+/** By the component, which keeps its memory; from words to bytes by a flat function: there the component is bilinear.
+ */
+void Ours(benchmark::State& state, const Algorithm& algorithm, const Job& job, const Size& size) {
+    const cv::Mat frame = DrawnFrame(size, job.depth), picture = EmptyPicture(frame.size(), job);
+    _KvxImage src = RecordOf(frame, "BayerRG" + std::to_string(job.depth), job.depth);
+    _KvxImage dst = RecordOf(picture, "RGB" + std::to_string(job.dstDepth), job.dstDepth);
+    KvxBayer* component = KvxBayer_CreateComponent();
+    KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", algorithm.number);
+    const bool byComponent = job.depth == job.dstDepth;
+    for ([[maybe_unused]] auto _ : state) {
+        const uint32_t result =
+            byComponent ? KvxBayer_ConvertImage(component, &src, &dst) : BayerToColor(&src, &dst, algorithm.number);
+        if (result != 0) state.SkipWithError(KvxResult_Text(result));
+    }
+    KvxBayer_DeleteComponent(component);
+}
+
+void Theirs(benchmark::State& state, const peers::Peer& peer, const Job& job, const Size& size) {
+    try {
+        const auto conversion = peer.open(DrawnFrame(size, job.depth), job.depth);
+        for ([[maybe_unused]] auto _ : state) {
+            state.PauseTiming();
+            conversion->Prepare();
+            state.ResumeTiming();
+            conversion->Run();
+        }
+    } catch (const std::exception& error) {
+        state.SkipWithError(error.what());
+    }
+}
+
+void Floor(benchmark::State& state, const Job& job, const Size& size) {
+    const cv::Mat frame = DrawnFrame(size, job.depth);
+    cv::Mat picture = EmptyPicture(frame.size(), job);
+    for ([[maybe_unused]] auto _ : state) CopyThrough(frame, picture);
+}
+
+bool IsLibRaw(const peers::Peer& peer) {
+    return std::string(peer.name).starts_with("libraw");
+}
+
+/** Those of LibRaw's algorithms that stand for the others in many sizes: the fastest good one and the best known. */
+bool Scales(const peers::Peer& peer) {
+    const std::string name = peer.name;
+    return !IsLibRaw(peer) || name == "libraw-ppg" || name == "libraw-ahd";
+}
+
+/** Not a word destination where a peer gives words only and bytes are asked for: that takes another pass. */
+bool Takes(const peers::Peer& peer, const Job& job) {
+    if (IsLibRaw(peer)) return job.depth == 12 && job.dstDepth == 12;
+    return job.depth == job.dstDepth && (job.depth == 8 || peer.takesWords);
+}
+
+template <class IsWanted>
+void AddAll(const std::string& name, const Job& job, const Size& size, int threads, const IsWanted& isWanted) {
+    const auto add = [&](const char* who, auto run) { Add(name, size, threads, who, run); };
+    add("floor", [=](auto& state) { Floor(state, job, size); });
+    for (const Algorithm& algorithm : kAlgorithms)
+        add(algorithm.name, [=](auto& state) { Ours(state, algorithm, job, size); });
+    for (const peers::Peer& peer : peers::AllPeers())
+        if (isWanted(peer)) add(peer.name, [=, &peer](auto& state) { Theirs(state, peer, job, size); });
+}
+
+const bool s_registered = [] {
+    for (const auto& [library, version] : peers::LibraryVersions()) benchmark::AddCustomContext(library, version);
+    ForEachSetting([](const Size& size, int threads) {
+        for (const Job& job : kJobs)
+            AddAll(job.Name(), job, size, threads, [&job](const peers::Peer& peer) { return Takes(peer, job); });
+    });
+    ForEachScale([](const Size& size, int threads) { AddAll("bayer_scaling", {8, 8}, size, threads, Scales); });
+    return true;
+}();
+
+}  // namespace
+}  // namespace kvx::bench

@@ -1,0 +1,100 @@
+"""What scripts/report.sh measured."""
+import json
+import statistics
+from dataclasses import dataclass
+from pathlib import Path
+
+
+@dataclass
+class Rate:
+    """Megapixels a second: the median of the repetitions and their quartiles."""
+    median: float
+    low: float
+    high: float
+
+    @property
+    def spread(self):
+        """Half the distance of the quartiles, in per cent of the median."""
+        return 50 * (self.high - self.low) / self.median
+
+
+class Speed:
+    """Rates by job, size such as "1920x1200", threads, and who. Who failed has a reason instead."""
+
+    def __init__(self, folder):
+        self.rates, self.reasons, self.contexts = {}, {}, []
+        for path in sorted(folder.glob("speed-*.json")):
+            document = json.loads(path.read_text())
+            self.contexts.append(document["context"])
+            samples = {}
+            for run in document["benchmarks"]:
+                if run["run_type"] != "iteration":
+                    continue
+                key = self._key(run["run_name"])
+                if run.get("error_occurred"):
+                    self.reasons[key] = run["error_message"]
+                else:
+                    samples.setdefault(key, []).append(run["Mpixel/s"])
+            for key, values in samples.items():
+                low, median, high = statistics.quantiles(values, n=4, method="inclusive")
+                self.rates[key] = Rate(median, low, high)
+
+    @staticmethod
+    def _key(name):
+        job, size, threads, who = name.removesuffix("/real_time").split("/")
+        return job, size, int(threads.removeprefix("threads:")), who
+
+    def rate(self, job, size, threads, who):
+        return self.rates.get((job, size, threads, who))
+
+    def median(self, job, size, threads, who):
+        rate = self.rate(job, size, threads, who)
+        return rate.median if rate else None
+
+    def people(self, job):
+        """In the order in which they were measured."""
+        return list(dict.fromkeys(who for a, _, _, who in self.rates if a == job))
+
+    def jobs(self, prefix):
+        return list(dict.fromkeys(job for job, *_ in self.rates if job.startswith(prefix)))
+
+    def sizes(self, job):
+        found = {size for a, size, _, _ in self.rates if a == job}
+        return sorted(found, key=pixels)
+
+    def threads(self, job):
+        return sorted({threads for a, _, threads, _ in self.rates if a == job})
+
+
+def pixels(size):
+    width, height = size.split("x")
+    return int(width) * int(height)
+
+
+class Quality:
+    """Figures by algorithm and folder."""
+
+    def __init__(self, folder):
+        self.means, self.pictures, self.dates = {}, {}, []
+        for path in sorted(folder.glob("quality-*.json")):
+            document = json.loads(path.read_text())
+            for entry in document["folders"]:
+                key = document["algorithm"], Path(entry["path"]).name
+                self.means[key] = entry["mean"]
+                self.pictures[key] = entry["pictures"]
+
+    def folders(self):
+        """The drawn scene last."""
+        names = list(dict.fromkeys(folder for _, folder in self.means))
+        return sorted(names, key=lambda name: (name == "drawn scene", name == "fine detail", name))
+
+    def mean(self, algorithm, folder, figure="colour"):
+        return self.means.get((algorithm, folder), {}).get(figure)
+
+    def count(self, folder):
+        return max(len(pictures) for (_, a), pictures in self.pictures.items() if a == folder)
+
+
+def noise(folder):
+    path = folder / "noise.json"
+    return json.loads(path.read_text()) if path.exists() else None

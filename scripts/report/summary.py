@@ -1,0 +1,109 @@
+"""The sentences on top of the page: what the figures say, also where a peer is ahead."""
+import names
+from plots import LARGE, SIZE, gain_value, mean_deviation, edge_width, rate_for_quality
+
+#: Ours, and the peers that do the same kind of work.
+_SIMPLE_PEERS = ["opencv-bilinear", "opencv-edge-aware", "gstreamer-bayer2rgb"]
+
+
+def _times(ratio):
+    """How an amount compares with 1 in words."""
+    if 0.97 <= ratio <= 1.03:
+        return "as fast as"
+    return f"{ratio:.2g} times as fast as" if ratio > 1 else f"slower ({ratio:.2f} times the speed) than"
+
+
+def _simple_speed(speed):
+    lines = []
+    for job, title in (("bayer_8to8", "8 bits to RGB8"), ("bayer_12to12", "12 bits to RGB12")):
+        parts = []
+        for ours, peer in (("bilinear", "opencv-bilinear"), ("edge-aware", "opencv-edge-aware"),
+                           ("bilinear", "gstreamer-bayer2rgb")):
+            own, other = speed.median(job, SIZE, 1, ours), speed.median(job, SIZE, 1, peer)
+            if own and other:
+                parts.append(f"{ours} {_times(own / other)} {names.look(peer).label}")
+        floor, own = speed.median(job, SIZE, 1, "floor"), speed.median(job, SIZE, 1, "bilinear")
+        if parts:
+            lines.append(f"**{title}**, {SIZE}, 1 thread: {', '.join(parts)}; "
+                         f"bilinear runs at {100 * own / floor:.0f} % of the memory floor.")
+    return lines
+
+
+def _good_speed(speed):
+    own = speed.median("bayer_12to12", SIZE, 1, "ipp")
+    others = {who: speed.median("bayer_12to12", SIZE, 1, who) for who in names.PEERS if who.startswith("libraw")}
+    others = {who: rate for who, rate in others.items() if rate}
+    if not own or not others:
+        return []
+    texts = [f"{own / rate:.2g} times {names.look(who).label.removeprefix('LibRaw ')}" for who, rate in others.items()]
+    return [f"**In-house**, 12 bits to RGB12: {own:.0f} Mpixel/s on 1 thread, the speed of LibRaw's algorithms "
+            f"being exceeded as follows: {', '.join(texts)}."]
+
+
+def _quality(quality):
+    lines = []
+    for folder in quality.folders():
+        own = quality.mean("ipp", folder)
+        peers = {who: quality.mean(who, folder) for who in names.PEERS}
+        peers = {who: value for who, value in peers.items() if value}
+        if not own or not peers:
+            continue
+        best = max(peers, key=peers.get)
+        verb = "ahead of" if own > peers[best] else "**behind**"
+        lines.append(f"**Quality, {folder}**: in-house {own:.2f} dB, {abs(own - peers[best]):.2f} dB {verb} the best "
+                     f"peer, {names.look(best).label} ({peers[best]:.2f} dB).")
+    return lines
+
+
+def _where_peers_lead(speed, quality):
+    found = []
+    for job in ("bayer_8to8", "bayer_10to10", "bayer_12to12", "bayer_14to14", "bayer_16to16"):
+        for size in (SIZE, LARGE):
+            for threads in speed.threads(job):
+                own = speed.median(job, size, threads, "bilinear")
+                for peer in _SIMPLE_PEERS:
+                    other = speed.median(job, size, threads, peer)
+                    if own and other and other > own:
+                        found.append(f"{names.look(peer).label} is {other / own:.2f} times as fast as our bilinear "
+                                     f"({job.removeprefix('bayer_').replace('to', ' to ')} bits, {size}, "
+                                     f"threads: {threads})")
+    own = speed.median("bayer_8to8", SIZE, 1, "ipp")
+    for peer in names.PEERS:
+        other = rate_for_quality(speed, peer)
+        if own and other and other > own and peer not in _SIMPLE_PEERS:
+            found.append(f"{names.look(peer).label} is {other / own:.2f} times as fast as in-house")
+    for folder in quality.folders():
+        for figure, unit in (("colour", "dB"), ("chroma", "dB of chroma"), ("ssim", "of SSIM")):
+            own = quality.mean("ipp", folder, figure)
+            for peer in names.PEERS:
+                other = quality.mean(peer, folder, figure)
+                if own and other and other > own + (0.0005 if figure == "ssim" else 0.005):
+                    found.append(f"{names.look(peer).label} is {other - own:.3g} {unit} above in-house on {folder}")
+    if not found:
+        return ["**Where a peer is ahead**: nowhere in these figures."]
+    return ["**Where a peer is ahead**: " + "; ".join(found) + "."]
+
+
+def _truesense(speed, noise):
+    lines = []
+    job = "truesense_algorithms_12to8"
+    rates = [(names.look(who).label, speed.median(job, SIZE, 1, who), speed.median(job, SIZE, 2, who))
+             for who in speed.people(job) if who != "floor"]
+    if rates:
+        texts = [f"{label} {one:.0f}" + (f" ({two:.0f})" if two else "") for label, one, two in rates]
+        lines.append(f"**TrueSense**, 12 bits to RGB8, {SIZE}, Mpixel/s on 1 (2) threads: {', '.join(texts)}.")
+    if noise:
+        gain = max((row["gain"] for row in noise["flats"]), key=gain_value)
+        fast = mean_deviation(noise, "fast", gain)
+        texts = [f"{names.look(who).label} {fast / mean_deviation(noise, who, gain):.1f}"
+                 for who in ("simple", "kodak-like")]
+        edges = [f"{names.look(who).label} {edge_width(noise, who, gain):.2f}"
+                 for who in ("fast", "simple", "kodak-like")]
+        lines.append(f"**Noise** at analog gain {gain}, times less than with fast: {', '.join(texts)}. "
+                     f"Width of a grey edge there, pixels: {', '.join(edges)}.")
+    return lines
+
+
+def sentences(speed, quality, noise):
+    return [*_simple_speed(speed), *_good_speed(speed), *_quality(quality), *_truesense(speed, noise),
+            *_where_peers_lead(speed, quality)]
