@@ -15,7 +15,7 @@ packages=(
     pybind11-dev python3-dev python3-numpy python3-pytest python3-hypothesis python3-distributed mypy
 )
 case ${1-} in
-    develop) packages+=(clang libomp-dev clang-format clang-tidy flake8) ;;
+    develop) packages+=(clang libomp-dev clang-format clang-tidy flake8 python3-matplotlib python3-numpy gcovr valgrind) ;;
     package) packages+=(dpkg-dev file lintian) ;;
 esac
 

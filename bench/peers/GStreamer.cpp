@@ -25,9 +25,19 @@ struct Harness {
     GstHarness* m_harness;
 };
 
+/** Asks the element for a pool of its own, as a sink that shows pictures does; it would allocate each one otherwise. */
+GstPadProbeReturn ProposePool(GstPad*, GstPadProbeInfo* info, gpointer size) {
+    GstQuery* query = GST_PAD_PROBE_INFO_QUERY(info);
+    if (GST_QUERY_TYPE(query) != GST_QUERY_ALLOCATION) return GST_PAD_PROBE_OK;
+    gst_query_add_allocation_pool(query, nullptr, GPOINTER_TO_UINT(size), 1, 0);
+    return GST_PAD_PROBE_HANDLED;
+}
+
 class GStreamerConversion : public Conversion {
 public:
     explicit GStreamerConversion(const cv::Mat& frame) : m_size(frame.size()) {
+        gst_pad_add_probe(m_element.m_harness->sinkpad, GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, ProposePool,
+                          GUINT_TO_POINTER(static_cast<guint>(frame.total() * 4)), nullptr);
         const std::string size =
             ",width=" + std::to_string(frame.cols) + ",height=" + std::to_string(frame.rows) + ",framerate=30/1";
         gst_harness_set_src_caps_str(m_element.m_harness, ("video/x-bayer,format=rggb" + size).c_str());
@@ -36,6 +46,7 @@ public:
         cv::Mat padded;
         cv::copyMakeBorder(frame, padded, 0, 0, 0, step - frame.cols, cv::BORDER_CONSTANT);
         m_frame = gst_buffer_new_memdup(padded.data, padded.total());
+        Run();  // touches the pool's buffer: page faults are not a conversion's business
     }
     ~GStreamerConversion() override {
         Drop();

@@ -45,5 +45,7 @@ def look(who):
     return _LOOKS[_NUMBERED.get(who, who)]
 
 
-def benchmark_name(algorithm):
-    return next((numbered for numbered, name in _NUMBERED.items() if name == algorithm), algorithm)
+def order(who):
+    """The place of an algorithm in tables: the floor, ours, peers."""
+    name = _NUMBERED.get(who, who)
+    return -1 if name == "floor" else list(_LOOKS).index(name)

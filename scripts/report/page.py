@@ -20,7 +20,8 @@ def _rate(speed, job, size, threads, who):
     if not rate:
         return "-"
     floor = speed.median(job, size, threads, "floor")
-    share = "" if who == "floor" else f", {floor / rate.median:.3g}×"
+    multiple = floor / rate.median
+    share = "" if who == "floor" else f", {multiple:,.0f}×" if multiple >= 100 else f", {multiple:.3g}×"
     return f"{rate.median:,.{0 if rate.median >= 10 else 1}f} ±{rate.spread:.0f} %{share}"
 
 
@@ -111,11 +112,12 @@ def text(speed, quality, noise, summary, plots, crops):
              "quartiles.\n",
              "\n## In short\n", "\n".join(f"- {line}" for line in summary) + "\n",
              plot("quality-speed", "Quality and speed"),
+             f"Speed at {SIZE} on one thread, 8 bits to RGB8; LibRaw's 12 bits to RGB12.\n",
              "\n## Speed\n", "Mpixel/s; × is time in multiples of the memory floor, a pass that reads the source and "
              "writes the destination once, in the same run.\n",
              "Ours, OpenCV's and GStreamer's figures are whole conversions between buffers that exist already. "
-             "GStreamer's element gets and gives buffers in the calling thread, without a pipeline; buffers come from "
-             "its pool; it writes four bytes a pixel and has no threads of its own. LibRaw's figures are its "
+             "GStreamer's element gets and gives buffers in the calling thread, without a pipeline, from a "
+             "pool that it keeps; it writes four bytes a pixel and has no threads of its own. LibRaw's figures are its "
              "interpolations alone; it always computes in 16 bits.\n"]
     if bayer := speed.jobs("bayer_1") + speed.jobs("bayer_8"):
         parts += [plot("speed-bayer", "Speed of Bayer conversions"), "\n### Bayer, beside the peers\n",

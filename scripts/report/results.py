@@ -4,6 +4,8 @@ import statistics
 from dataclasses import dataclass
 from pathlib import Path
 
+import names
+
 
 @dataclass
 class Rate:
@@ -52,8 +54,8 @@ class Speed:
         return rate.median if rate else None
 
     def people(self, job):
-        """In the order in which they were measured."""
-        return list(dict.fromkeys(who for a, _, _, who in self.rates if a == job))
+        """In the order of names.order; they were measured in any."""
+        return sorted({who for a, _, _, who in self.rates if a == job}, key=names.order)
 
     def jobs(self, prefix):
         return list(dict.fromkeys(job for job, *_ in self.rates if job.startswith(prefix)))

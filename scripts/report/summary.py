@@ -4,6 +4,7 @@ from plots import LARGE, SIZE, gain_value, mean_deviation, edge_width, rate_for_
 
 #: Ours, and the peers that do the same kind of work.
 _SIMPLE_PEERS = ["opencv-bilinear", "opencv-edge-aware", "gstreamer-bayer2rgb"]
+_GOOD_PEERS = ["opencv-vng", "libraw-ppg", "libraw-ahd"]
 
 
 def _times(ratio):
@@ -35,9 +36,9 @@ def _good_speed(speed):
     others = {who: rate for who, rate in others.items() if rate}
     if not own or not others:
         return []
-    texts = [f"{own / rate:.2g} times {names.look(who).label.removeprefix('LibRaw ')}" for who, rate in others.items()]
-    return [f"**In-house**, 12 bits to RGB12: {own:.0f} Mpixel/s on 1 thread, the speed of LibRaw's algorithms "
-            f"being exceeded as follows: {', '.join(texts)}."]
+    texts = [f"{names.look(who).label.removeprefix('LibRaw ')} {own / rate:.2g}" for who, rate in others.items()]
+    return [f"**In-house**, 12 bits to RGB12, {SIZE}, 1 thread: {own:.0f} Mpixel/s. Its speed as a multiple of LibRaw's "
+            f"algorithms: {', '.join(texts)}."]
 
 
 def _quality(quality):
@@ -67,6 +68,15 @@ def _where_peers_lead(speed, quality):
                         found.append(f"{names.look(peer).label} is {other / own:.2f} times as fast as our bilinear "
                                      f"({job.removeprefix('bayer_').replace('to', ' to ')} bits, {size}, "
                                      f"threads: {threads})")
+    for size in speed.sizes("bayer_scaling"):
+        for ours, theirs in (("bilinear", _SIMPLE_PEERS), ("ipp", _GOOD_PEERS)):
+            own = speed.median("bayer_scaling", size, 1, ours)
+            rates = {peer: speed.median("bayer_scaling", size, 1, peer) for peer in theirs}
+            faster = [f"{names.look(peer).label} {rate / own:.2g}" for peer, rate in rates.items()
+                      if own and rate and rate > 1.03 * own]
+            if faster and size not in (SIZE, LARGE):
+                found.append(f"frames of {size}, speed as a multiple of our {names.look(ours).label}: "
+                             + ", ".join(faster))
     own = speed.median("bayer_8to8", SIZE, 1, "ipp")
     for peer in names.PEERS:
         other = rate_for_quality(speed, peer)
@@ -81,7 +91,7 @@ def _where_peers_lead(speed, quality):
                     found.append(f"{names.look(peer).label} is {other - own:.3g} {unit} above in-house on {folder}")
     if not found:
         return ["**Where a peer is ahead**: nowhere in these figures."]
-    return ["**Where a peer is ahead**: " + "; ".join(found) + "."]
+    return ["**Where a peer is ahead**:\n" + "\n".join(f"  - {sentence}" for sentence in found)]
 
 
 def _truesense(speed, noise):
