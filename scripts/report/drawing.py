@@ -2,7 +2,7 @@
 import matplotlib
 
 matplotlib.use("agg")
-import matplotlib.pyplot as plt
+import matplotlib.pyplot as plt  # noqa: E402
 
 #: Of a light page. In the file each has its counterpart for a dark one; no data has these colours.
 _INK, _PAPER, _FAINT = "#24292f", "#ffffff", "#d8dee4"

@@ -5,7 +5,7 @@ import subprocess
 from pathlib import Path
 
 import names
-from plots import LARGE, SIZE, gain_value, mean_deviation, edge_width
+from plots import LARGE, SIZE, edge_width, mean_deviation
 
 _RUN = "scripts/report.sh --step"
 
@@ -31,8 +31,8 @@ def _settings(speed, job):
 
 def _speed_table(speed, jobs, people):
     settings = _settings(speed, jobs[0])
-    head = ["conversion", "algorithm"] + [f"{size}, {threads} thread{'s' if threads > 1 else ''}"
-                                         for size, threads in settings]
+    head = ["conversion", "algorithm"]
+    head += [f"{size}, {threads} thread{'s' if threads > 1 else ''}" for size, threads in settings]
     rows = []
     for job in jobs:
         source, destination = job.rsplit("_", 1)[1].split("to")
@@ -144,7 +144,8 @@ def text(speed, quality, noise, summary, plots, crops):
                   "public ones of that name and not in this project, the scene is the one of `kvx-demosaic demo`. "
                   "PSNR in dB, of all three channels together and of Cb and Cr; structural similarity of luma; a "
                   "border of 10 pixels does not count. OpenCV's VNG puts its picture two rows too high; it was moved "
-                  "back first.\n", "\n### Bayer\n", _quality_table(quality, names.BAYER + names.PEERS, folders, figures),
+                  "back first.\n", "\n### Bayer\n",
+                  _quality_table(quality, names.BAYER + names.PEERS, folders, figures),
                   "\n### TrueSense\n", "12-bit frames without noise, pan the mean of red, green and blue, no colour "
                   "matrix, default noise filters. A row can be compared with the Bayer ones only loosely: the sensor "
                   "is another.\n", _quality_table(quality, names.TRUESENSE, folders, figures)]

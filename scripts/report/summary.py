@@ -37,8 +37,8 @@ def _good_speed(speed):
     if not own or not others:
         return []
     texts = [f"{names.look(who).label.removeprefix('LibRaw ')} {own / rate:.2g}" for who, rate in others.items()]
-    return [f"**In-house**, 12 bits to RGB12, {SIZE}, 1 thread: {own:.0f} Mpixel/s. Its speed as a multiple of LibRaw's "
-            f"algorithms: {', '.join(texts)}."]
+    return [f"**In-house**, 12 bits to RGB12, {SIZE}, 1 thread: {own:.0f} Mpixel/s. Its speed as a multiple of "
+            f"LibRaw's algorithms: {', '.join(texts)}."]
 
 
 def _quality(quality):
