@@ -35,6 +35,7 @@
 
 KVX_EXTERN_C_BEGIN
 
+/** @{ One frame by the arguments and rules above. */
 KVX_API uint32_t BayerToRGB_8u_C1C3R(const uint8_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep,
                                      int pixelDepth, uint8_t* pDst, int dstStep, uint8_t bayerPattern,
                                      int algType) KVX_NOEXCEPT;
@@ -71,6 +72,7 @@ KVX_API uint32_t BayerToRGB_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _
 KVX_API uint32_t BayerToBGR_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep,
                                         int pixelDepth, uint8_t* pDst, int dstStep, uint8_t bayerPattern,
                                         int algType) KVX_NOEXCEPT;
+/** @} */
 
 /**
  * Converts between two records, as the typed functions do.

@@ -23,7 +23,7 @@
 
 /** A log in the caller's buffer. The last message's NUL is written, not counted, and overwritten by the next one. */
 typedef struct LogText_t {
-    char* text;
+    char* text;      /**< the caller's buffer */
     uint32_t length; /**< characters so far */
 } LogText_t;
 
@@ -38,24 +38,26 @@ typedef struct ImageProcessParam {
     int32_t reserved;      /**< not read */
     int32_t monoEnable;    /**< 1: grey output */
     int32_t darkFloor;     /**< black level */
+    /** @{ White balance: factors of the samples behind each filter. */
     float redBalance;
     float greenBalance;
     float blueBalance;
     float panBalance;
-    float globalGain;       /**< applied when above 1 */
-    float analogGain;       /**< the sensor's gain: selects the noise model */
-    float ISOAnalogGain[5]; /**< ascending; slopes and intercepts belong to these gains */
-    float ISOPanSlope[5];   /**< variance of a sample of value x: slope x + intercept, in squared 12-bit steps */
-    float ISOPanIntercept[5];
-    float ISOColorSlope[5];
-    float ISOColorIntercept[5];
-    int32_t panRadius[3]; /**< of the passes over the low-resolution pan plane; below 1: no pass */
-    float panSigma[3];    /**< thresholds in standard deviations */
-    int32_t colorRadius[3];
-    float colorSigma[3];
-    float colorMatrix[9];      /**< row-major; row 0 gives red */
-    float sharpness[4];        /**< sharpenParam, maxSharpen, highLumaNoise, lowLumaNoise of Alg_Sharpness() */
-    const uint16_t* toneScale; /**< 4096 values 0 to 255; null: the built-in curve, whose address is written back */
+    /** @} */
+    float globalGain;           /**< applied when above 1 */
+    float analogGain;           /**< the sensor's gain: selects the noise model */
+    float ISOAnalogGain[5];     /**< ascending; slopes and intercepts belong to these gains */
+    float ISOPanSlope[5];       /**< variance of a sample of value x: slope x + intercept, in squared 12-bit steps */
+    float ISOPanIntercept[5];   /**< of pan */
+    float ISOColorSlope[5];     /**< of the colours, in the same way */
+    float ISOColorIntercept[5]; /**< of the colours */
+    int32_t panRadius[3];       /**< of the passes over the low-resolution pan plane; below 1: no pass */
+    float panSigma[3];          /**< thresholds in standard deviations */
+    int32_t colorRadius[3];     /**< of the passes over the colour differences */
+    float colorSigma[3];        /**< thresholds in standard deviations */
+    float colorMatrix[9];       /**< row-major; row 0 gives red */
+    float sharpness[4];         /**< sharpenParam, maxSharpen, highLumaNoise, lowLumaNoise of Alg_Sharpness() */
+    const uint16_t* toneScale;  /**< 4096 values 0 to 255; null: the built-in curve, whose address is written back */
 } ImageProcessParam;
 
 /** The working memory: a mode, and buffers with their sizes in bytes. */
@@ -69,12 +71,12 @@ typedef struct ImageProcessMemory {
     uint32_t lowPanSize;  /**< 4 L */
     void* full0;          /**< colour differences, or scratch */
     uint32_t full0Size;   /**< 4 N */
-    void* full1;
-    uint32_t full1Size; /**< 4 N */
-    void* full2;
-    uint32_t full2Size; /**< 4 N */
-    void* pan;          /**< full-resolution pan */
-    uint32_t panSize;   /**< 2 N */
+    void* full1;          /**< the same */
+    uint32_t full1Size;   /**< 4 N */
+    void* full2;          /**< the same */
+    uint32_t full2Size;   /**< 4 N */
+    void* pan;            /**< full-resolution pan */
+    uint32_t panSize;     /**< 2 N */
 } ImageProcessMemory;
 
 KVX_EXTERN_C_BEGIN

@@ -29,6 +29,7 @@
 
 KVX_EXTERN_C_BEGIN
 
+/** @{ One frame by the arguments and rules above. */
 KVX_API uint32_t TrueSenseToRGB_8u_C1C3R(const uint8_t* src, _KvxRect roi, _KvxSize size, int srcLineStep,
                                          int pixelDepth, uint8_t* dst, int dstLineStep, unsigned char grid,
                                          tagTrueSenseParam* params, int algType, bool temporary) KVX_NOEXCEPT;
@@ -65,6 +66,7 @@ KVX_API uint32_t TrueSenseToRGB_16u_C1C4R(const uint16_t* src, _KvxRect roi, _Kv
 KVX_API uint32_t TrueSenseToBGR_16u_C1C4R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep,
                                           int pixelDepth, uint16_t* dst, int dstLineStep, unsigned char grid,
                                           tagTrueSenseParam* params, int algType, bool temporary) KVX_NOEXCEPT;
+/** @} */
 
 /**
  * Converts between two records by the typed function that fits them.

@@ -1,4 +1,7 @@
-/** @file All of the frame layer: formats, packings, views, geometry, finish, conversion. */
+/**
+ * @file
+ * All of the frame layer: formats, packings, views, geometry, finish, conversion.
+ */
 #ifndef KVXFRAME_KVXFRAME_H
 #define KVXFRAME_KVXFRAME_H
 
