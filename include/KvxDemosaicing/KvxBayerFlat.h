@@ -81,7 +81,7 @@ KVX_API uint32_t BayerToBGR_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _
  * bytes. A 16-bit source writes 16-bit samples, unless the destination is of depth class 8 bits: then the samples are
  * scaled by 2^-(bits - 8) of the source format, rounded to nearest even and saturated.
  *
- * @param src, dst as for KvxBayer_ConvertImage()
+ * @param src,dst as for KvxBayer_ConvertImage()
  * @param algType as above
  * @return as above; 0x80050007 also for null records and sources that are not an unpacked Bayer format
  */

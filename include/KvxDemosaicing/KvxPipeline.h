@@ -94,9 +94,9 @@ KVX_API int32_t Api_ImageProcess(ImageProcessParam* param, ImageProcessMemory* m
 /**
  * Where the stages that this thread calls take scratch memory from. Api_ImageProcess() sets it before every stage.
  *
- * @param begin first byte, `end` one past the last
- * @param buffer1 and
- * @param buffer2 buffers that some stages use besides
+ * @param begin first byte
+ * @param end one past the last
+ * @param buffer1,buffer2 what some stages use besides
  */
 KVX_API void Alg_SetScratch(void* begin, void* end, void* buffer1, void* buffer2) KVX_NOEXCEPT;
 
@@ -142,8 +142,8 @@ KVX_API int32_t Alg_WhiteBalance(const uint16_t* raw, int32_t width, int32_t hei
  * interpolated along edges.
  *
  * @param pan N gamma codes
- * @param panAt0 and
- * @param panAt1 L linear values each: pan at the colour sites of the even and of the odd rows
+ * @param panAt0,panAt1 L linear values each: pan at the colour sites of the even
+ *                      and of the odd rows
  * @return 0; -1 "... memory alloc error.\n". Scratch: 2 N bytes
  */
 KVX_API int32_t Alg_InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t width, int32_t height,
@@ -175,8 +175,8 @@ KVX_API int32_t Alg_ImpulseFilter(int32_t* plane, int32_t dataType, int32_t widt
  * Filters noise from the low-resolution colour differences, each of the four phases of their 2x2 mosaic by itself.
  *
  * @param lowColour L gamma codes: how bright it is where
- * @param sigmas and
- * @param radii of three passes; a radius below 1 skips its pass
+ * @param sigmas,radii of three passes; a radius below 1
+ *                     skips its pass
  * @return 0 or -1. Scratch: 14 L bytes
  */
 KVX_API int32_t Alg_LowColorDiffClean(const uint16_t* lowColour, int32_t* lowColorDiff, int32_t w2, int32_t h2,
@@ -224,7 +224,7 @@ KVX_API int32_t Alg_IterativeSigmaFilter(int32_t* plane, int32_t* copy, int32_t 
  * The colour differences at full resolution.
  *
  * @param cfaPattern as in ImageProcessParam
- * @param red, green and blue: 4 L values 16.16 each
+ * @param red,green,blue 4 L values 16.16 each
  * @return 0; -1 "CFA pattern error.\n", "CFA color error.\n", "pBuf memory alloc error.\n". Scratch: 16 L bytes, and
  *         12 L bytes of buffer 1
  */
@@ -270,8 +270,8 @@ KVX_API int32_t Alg_ColorCorrection(const int32_t* red, const int32_t* green, co
  * @param lowPan N values 16.16; receives display values
  * @param sharpenParam activity below this, times a falling function of brightness, is not sharpened
  * @param maxSharpen largest amount of sharpening
- * @param highLumaNoise and
- * @param lowLumaNoise share of the detail that is added in the brightest and the darkest places
+ * @param highLumaNoise share of the detail that is added in the brightest places
+ * @param lowLumaNoise share of the detail that is added in the darkest places
  * @return 0; -1 "pBuf memory alloc error.\n". Scratch: 4 N bytes, and as much of both buffers
  */
 KVX_API int32_t Alg_Sharpness(uint8_t* rgb, uint16_t* pan, int32_t* lowPan, int32_t width, int32_t height,

@@ -108,7 +108,7 @@ struct Options {
     std::optional<Finish> finish;                                 ///< see Converter::SetFinish()
 };
 
-/** One frame by a Converter of its own. For many frames keep a Converter: it keeps its memory. @throws as above */
+/** One frame by a Converter of its own. For many frames keep one: it keeps its memory. @throws Error as above */
 KVX_API void Convert(const SourceView& source, const DestinationView& destination, const Options& options = {});
 
 }  // namespace kvx::frame
