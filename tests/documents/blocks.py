@@ -32,38 +32,47 @@ def read_mark(comment, line):
 
 
 def read_blocks(text):
-    """All fenced blocks but MyST's directives, in order."""
+    """All blocks but MyST's directives, in order. An indented one is for the shell, or Python's session with ">>>"."""
     blocks, marks = [], {}
-    lines = iter(enumerate(text.splitlines(), 1))
-    blank_before = True
-    for number, line in lines:
+    lines = text.splitlines()
+    position = 0
+
+    def take_while(wanted):
+        nonlocal position
+        start = position
+        while position < len(lines) and wanted(lines[position]):
+            position += 1
+        return lines[start:position]
+
+    while position < len(lines):
+        line, number = lines[position], position + 1
+        fence = re.match(r"( *)(```+)\s*(.*)$", line)
         if line.startswith("<!--"):
-            comment = line
-            while "-->" not in comment:
-                comment += "\n" + next(lines, (0, "-->"))[1]
-            key, value = read_mark(comment[4:comment.index("-->")], number)
+            comment = "\n".join(take_while(lambda inner: "-->" not in inner) + lines[position:position + 1])
+            key, value = read_mark(comment[4:].partition("-->")[0], number)
             marks[key] = value
-        elif fence := re.match(r"( *)(```+)\s*(.*)$", line):
-            content = []
-            for _, inner in lines:
-                if inner.strip() == fence[2]:
-                    break
-                content.append(inner[len(fence[1]):] if inner.startswith(fence[1]) else inner)
+            position += 1
+        elif fence:
+            position += 1
+            content = take_while(lambda inner: inner.strip() != fence[2])
+            position += 1
             if not fence[3].startswith("{"):
-                blocks.append(Block(number, fence[3], "\n".join(content) + "\n", marks))
+                blocks.append(Block(number, fence[3], textwrap.dedent("\n".join(content)) + "\n", marks))
                 marks = {}
-        elif line.strip():
-            if marks:
+        elif line.startswith("    ") and not lines[position - 1].strip() and not in_list(lines[:position]):
+            content = textwrap.dedent("\n".join(take_while(lambda inner: inner.startswith("    ") or not inner.strip())))
+            blocks.append(Block(number, "python" if content.startswith(">>>") else "sh", content.rstrip() + "\n", marks))
+            marks = {}
+        else:
+            if line.strip() and marks:
                 raise DocumentError(f"line {number}: a mark stands directly in front of its block")
-            if blank_before and line.startswith("    ") and not in_list(text, number):
-                raise DocumentError(f"line {number}: an indented block has no language: fence it and name one")
-        blank_before = not line.strip()
+            position += 1
     return blocks
 
 
-def in_list(text, number):
+def in_list(above):
     """Whether the nearest line above that is not indented belongs to a list."""
-    for line in reversed(text.splitlines()[:number - 1]):
+    for line in reversed(above):
         if line.strip() and not line.startswith(" "):
             return re.match(r"([-*+]|\d+\.)\s", line) is not None
     return False

@@ -33,9 +33,11 @@ class Runner:
         self.folder = folder
         self.kvx = home / "kvx"
         self.session = {"__name__": "__main__"}
-        for name, below in {"PATH": "bin", "LD_LIBRARY_PATH": "lib", "PKG_CONFIG_PATH": "lib/pkgconfig",
-                            "CMAKE_PREFIX_PATH": ""}.items():
-            os.environ[name] = os.pathsep.join(filter(None, [str(self.kvx / below), os.environ.get(name)]))
+        below = {"PATH": "bin", "LD_LIBRARY_PATH": "lib", "PKG_CONFIG_PATH": "lib/pkgconfig", "CMAKE_PREFIX_PATH": "",
+                 "GST_PLUGIN_PATH": "lib/gstreamer-1.0", "PYTHONPATH": "lib/python3/dist-packages"}
+        for name, place in below.items():
+            os.environ[name] = os.pathsep.join(filter(None, [str(self.kvx / place), os.environ.get(name)]))
+        sys.path.insert(0, str(self.kvx / below["PYTHONPATH"]))
         os.environ["HOME"] = str(home)
         os.environ.pop("CDPATH", None)
 
