@@ -11,7 +11,6 @@ class Explained:
     tile: list   # rows of filters: "RG", "GB"
     memory: list  # bytes, each eight bits from 7 to 0: "a11", "-"
     names: dict  # by scheme
-    codes: dict
 
 
 class Tool:
@@ -26,17 +25,15 @@ class Tool:
 
     def explain(self, name):
         text = self.run("explain", name)
-        names, codes = {}, {}
+        names = {}
         table = text[text.index("scheme "):]
-        name_column, code_column = table.index("names"), table.index("code")
+        code_column, name_column = table.index("code"), table.index("names")
         for line in table.splitlines()[1:]:
             if not line:
                 break
-            scheme = line[:code_column].strip()
-            codes[scheme] = line[code_column:name_column].strip()
-            names[scheme] = line[name_column:].strip()
+            names[line[:code_column].strip()] = line[name_column:].strip()
         return Explained(
             description=text.splitlines()[0].partition(": ")[2],
             tile=["".join(line.split()) for line in re.findall(r"^ +((?:[RGBW] +)*[RGBW])$", text, re.MULTILINE)],
             memory=[line.split() for line in re.findall(r"^  byte \d+ (.*)$", text, re.MULTILINE)],
-            names=names, codes=codes)
+            names=names)

@@ -1,5 +1,5 @@
 """Pictures of the methods: which samples meet at a site, and in which order the steps run."""
-from drawings.svg import INK, MARK, Drawing
+from drawings.svg import MARK, Drawing
 
 CELL = 44
 
@@ -53,8 +53,7 @@ def draw_chain(title, steps, path, per_row=4):
                 drawing.arrow(x + width + 3, y + height / 2, x + width + gap - 3, y + height / 2)
             else:
                 below = y + height + 20
-                drawing.parts.append(f'<path d="M{x + width / 2} {y + height + 2}V{below}H{20 + width / 2}V{below + 17}" '
-                                     f'fill="none" stroke="{INK}" stroke-width="1.6" marker-end="url(#tip)"/>')
+                drawing.path(f"M{x + width / 2} {y + height + 2}V{below}H{20 + width / 2}V{below + 17}")
     drawing.save(path)
 
 

@@ -26,7 +26,10 @@ class Drawing:
                           f'font-weight="{weight}" font-family="{family}">{escape(text)}</text>')
 
     def arrow(self, x1, y1, x2, y2, colour=INK, line=1.6):
-        self.parts.append(f'<line x1="{x1}" y1="{y1}" x2="{x2}" y2="{y2}" stroke="{colour}" stroke-width="{line}" '
+        self.path(f"M{x1} {y1}L{x2} {y2}", colour, line)
+
+    def path(self, way, colour=INK, line=1.6):
+        self.parts.append(f'<path d="{way}" fill="none" stroke="{colour}" stroke-width="{line}" '
                           'marker-end="url(#tip)"/>')
 
     def box(self, x, y, width, height, lines, fill=PALE):
@@ -34,15 +37,16 @@ class Drawing:
         self.rect(x, y, width, height, fill, radius=6)
         top = y + height / 2 - 8 * (len(lines) - 1) + 4
         for number, line in enumerate(lines):
-            self.text(x + width / 2, top + 16 * number, line, 12 if number else 13, weight="normal" if number else "bold")
+            size, weight = (12, "normal") if number else (13, "bold")
+            self.text(x + width / 2, top + 16 * number, line, size, weight=weight)
 
-    def mosaic(self, x, y, cell, rows, letters=True):
+    def mosaic(self, x, y, cell, rows):
         """Sites by the letters of their filters; anything but a filter is left empty."""
         for row, sites in enumerate(rows):
             for column, site in enumerate(sites):
                 left, top = x + column * cell, y + row * cell
                 self.rect(left, top, cell, cell, FILTERS.get(site, PALE))
-                if letters and site in FILTERS:
+                if site in FILTERS:
                     self.text(left + cell / 2, top + cell / 2 + cell * 0.17, site, round(cell * 0.48), weight="bold")
 
     def save(self, path):

@@ -59,20 +59,21 @@ def read_blocks(text):
             if not fence[3].startswith("{"):
                 blocks.append(Block(number, fence[3], textwrap.dedent("\n".join(content)) + "\n", marks))
                 marks = {}
-        elif line.startswith("    ") and not lines[position - 1].strip() and not in_list(lines[:position]):
-            content = textwrap.dedent("\n".join(take_while(lambda inner: inner.startswith("    ") or not inner.strip())))
-            blocks.append(Block(number, "python" if content.startswith(">>>") else "sh", content.rstrip() + "\n", marks))
+        elif line.startswith("    ") and (marks or starts_block(lines[:position])):
+            content = take_while(lambda inner: inner.startswith("    ") or not inner.strip())
+            body = textwrap.dedent("\n".join(content)).rstrip() + "\n"
+            blocks.append(Block(number, "python" if body.startswith(">>>") else "sh", body, marks))
             marks = {}
         else:
             if line.strip() and marks:
                 raise DocumentError(f"line {number}: a mark stands directly in front of its block")
             position += 1
+    if marks:
+        raise DocumentError("the last mark stands in front of no block")
     return blocks
 
 
-def in_list(above):
-    """Whether the nearest line above that is not indented belongs to a list."""
-    for line in reversed(above):
-        if line.strip() and not line.startswith(" "):
-            return re.match(r"([-*+]|\d+\.)\s", line) is not None
-    return False
+def starts_block(above):
+    """Whether an indented line is a block: after an empty one, and not in a list, whose paragraphs are indented."""
+    outermost = next((line for line in reversed(above) if line.strip() and not line.startswith(" ")), "")
+    return bool(above) and not above[-1].strip() and not re.match(r"([-*+]|\d+\.)\s", outermost)

@@ -61,9 +61,11 @@ class Runner:
         """What is printed. Folder and variables go through a file to the next commands."""
         state = self.folder / ".state"
         resume = f'. "{state}"\n' if state.exists() else ""
+        succeeded = "[ $? -eq 0 ]\n"  # set -e takes no notice of "false && true"
         keep = f'{{ export -p; printf "cd %q\\n" "$PWD"; }} > "{state}"\n'
-        done = subprocess.run(["bash", "-euo", "pipefail", "-c", resume + commands + "\n" + keep], cwd=self.folder,
-                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+        script = resume + commands + "\n" + succeeded + keep
+        done = subprocess.run(["bash", "-euo", "pipefail", "-c", script], cwd=self.folder, stdin=subprocess.DEVNULL,
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
         if done.returncode != 0:
             raise DocumentError(f"exit code {done.returncode}\n{done.stdout[-4000:]}")
         return done.stdout
@@ -110,7 +112,7 @@ class Runner:
         (project / "main.c").write_text("int main(void) { return 0; }\n")
         (project / "CMakeLists.txt").write_text(
             f"cmake_minimum_required(VERSION 3.16)\nproject(Document C CXX)\nadd_executable(app main.c)\n{lines}")
-        self.shell(f'cmake -G Ninja -S "{project}" -B "{project}/build" && cmake --build "{project}/build"')
+        self.shell(f'cmake -G Ninja -S "{project}" -B "{project}/build"\ncmake --build "{project}/build"')
 
 
 def run_document(document, home):
