@@ -1,18 +1,11 @@
 #include "KvxFrame/Converter.h"
 
-#include <omp.h>
-
+#include "frame/Checks.h"
 #include "frame/Component.h"
 #include "frame/ConverterImpl.h"
 #include "frame/Fail.h"
 
 namespace kvx::frame {
-namespace {
-
-constexpr int kMostThreads = 1024;
-
-}  // namespace
-
 Converter::Converter(Family family) : m_impl(std::make_unique<ConverterImpl>(family)) {}
 Converter::Converter(Converter&&) noexcept = default;
 Converter& Converter::operator=(Converter&&) noexcept = default;
@@ -46,9 +39,7 @@ std::vector<_KvxStParam> Converter::Parameters() const {
 }
 
 void Converter::SetThreads(int count) {
-    if (count < 0 || count > kMostThreads)
-        Fail(KvxResult_OutOfRange, "{} threads: give 1 to {}, or 0 for as many as OpenMP is set to", count,
-             kMostThreads);
+    CheckThreads(count);
     m_impl->threads = count;
 }
 

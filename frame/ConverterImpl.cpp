@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "frame/Balance.h"
+#include "frame/Checks.h"
 #include "frame/Fail.h"
 
 namespace kvx::frame {
@@ -28,20 +29,6 @@ public:
 private:
     int m_previous;
 };
-
-/** The addresses from the lowest row's first byte to the last byte that matters. */
-template <class View>
-std::pair<uintptr_t, uintptr_t> Extent(const View& view) {
-    const auto top = reinterpret_cast<uintptr_t>(view.data);
-    const uintptr_t first = view.stride < 0 ? top + (view.height - 1) * static_cast<uintptr_t>(view.stride) : top;
-    return {first, first + ImageBytes(view.format, view.width, view.height, view.stride)};
-}
-
-bool Overlap(const SourceView& source, const DestinationView& destination) {
-    const auto [sourceBegin, sourceEnd] = Extent(source);
-    const auto [destinationBegin, destinationEnd] = Extent(destination);
-    return sourceBegin < destinationEnd && destinationBegin < sourceEnd;
-}
 
 bool IsBlueFirst(Order order) {
     return order == Order::Bgr || order == Order::Bgra || order == Order::Bgrx;
@@ -92,12 +79,9 @@ void ConverterImpl::Check(const SourceView& source, const DestinationView& desti
     if (source.format.family != family)
         Fail(KvxResult_InvalidArgument, "this converter is for another family than {}: make one for it",
              Name(source.format));
-    if (source.width != destination.width || source.height != destination.height)
-        Fail(KvxResult_InvalidArgument, "the source has {} x {} pixels, the destination {} x {}: make them equal",
-             source.width, source.height, destination.width, destination.height);
+    CheckSameSize(source, destination);
     if (finish) CheckLevels(source, *finish);
-    if (Overlap(source, destination))
-        Fail(KvxResult_InvalidArgument, "source and destination share memory: convert into another buffer");
+    CheckApart(source, destination);
 }
 
 /** The component's own mirror parameters, when set, say the same as the view's flags. */

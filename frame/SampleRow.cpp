@@ -4,16 +4,20 @@
 #include <cstring>
 
 #include "KvxFrame/Packing.h"
-#include "frame/FormatTables.h"
+#include "frame/packing/SampleRange.h"
 
 namespace kvx::frame {
 namespace {
 
-/** First byte of a row that begins with one. */
+/** Distance of the first byte of a row that begins with one. */
+template <class View>
+ptrdiff_t RowOffset(const View& view, uint32_t row) {
+    const ptrdiff_t step = view.stride != 0 ? view.stride : static_cast<ptrdiff_t>(RowBytes(view.format, view.width));
+    return static_cast<ptrdiff_t>(row) * step;
+}
+
 const uint8_t* RowAt(const SourceView& source, uint32_t row) {
-    const ptrdiff_t step =
-        source.stride != 0 ? source.stride : static_cast<ptrdiff_t>(RowBytes(source.format, source.width));
-    return static_cast<const uint8_t*>(source.data) + static_cast<ptrdiff_t>(row) * step;
+    return static_cast<const uint8_t*>(source.data) + RowOffset(source, row);
 }
 
 void ReadWords(const uint8_t* row, uint32_t width, const Format& format, uint16_t* samples) {
@@ -22,13 +26,29 @@ void ReadWords(const uint8_t* row, uint32_t width, const Format& format, uint16_
         for (uint32_t i = 0; i < width; ++i) samples[i] = static_cast<uint16_t>(samples[i] << 8 | samples[i] >> 8);
 }
 
+void WriteBytes(const uint16_t* samples, uint32_t width, uint8_t* row) {
+    for (uint32_t i = 0; i < width; ++i) row[i] = static_cast<uint8_t>(samples[i]);
+}
+
+void WriteWords(const uint16_t* samples, uint32_t width, const Format& format, uint8_t* row) {
+    const uint32_t low = format.layout == Layout::BigEndian ? 1 : 0;
+    for (uint32_t i = 0; i < width; ++i) {
+        row[2 * i + low] = static_cast<uint8_t>(samples[i]);
+        row[2 * i + 1 - low] = static_cast<uint8_t>(samples[i] >> 8);
+    }
+}
+
 }  // namespace
+
+bool IsSequence(const Format& format, ptrdiff_t stride) {
+    return stride == 0 && PackingOf(format) && format.layout != Layout::Mipi;
+}
 
 void ReadRow(const SourceView& source, uint32_t row, uint16_t* samples) {
     const Format& format = source.format;
     if (const std::optional<Packing> packing = PackingOf(format)) {
         // A row that begins within a byte is a range of one long sequence.
-        const bool isSequence = source.stride == 0 && format.layout != Layout::Mipi;
+        const bool isSequence = IsSequence(format, source.stride);
         const auto* packed = isSequence ? static_cast<const uint8_t*>(source.data) : RowAt(source, row);
         const size_t first = isSequence ? size_t{row} * source.width : 0;
         UnpackSamples(*packing, packed, PackedBytes(*packing, first + source.width), first, source.width, samples);
@@ -36,6 +56,21 @@ void ReadRow(const SourceView& source, uint32_t row, uint16_t* samples) {
         std::copy_n(RowAt(source, row), source.width, samples);
     } else {
         ReadWords(RowAt(source, row), source.width, format, samples);
+    }
+}
+
+void WriteRow(const DestinationView& frame, uint32_t row, const uint16_t* samples) {
+    const Format& format = frame.format;
+    auto* const start = static_cast<uint8_t*>(frame.data);
+    if (const std::optional<Packing> packing = PackingOf(format)) {
+        const bool isSequence = IsSequence(format, frame.stride);
+        PackRange(*packing, reinterpret_cast<const uint8_t*>(samples),
+                  isSequence ? start : start + RowOffset(frame, row), isSequence ? size_t{row} * frame.width : 0,
+                  frame.width, Rest::Cleared);
+    } else if (format.bits == 8) {
+        WriteBytes(samples, frame.width, start + RowOffset(frame, row));
+    } else {
+        WriteWords(samples, frame.width, format, start + RowOffset(frame, row));
     }
 }
 

@@ -12,9 +12,10 @@ packages=(
     libaravis-dev libusb-1.0-0-dev python3
     libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
     gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-bad
+    pybind11-dev python3-dev python3-numpy python3-pytest python3-hypothesis python3-distributed mypy
 )
 case ${1-} in
-    develop) packages+=(clang libomp-dev clang-format clang-tidy) ;;
+    develop) packages+=(clang libomp-dev clang-format clang-tidy flake8) ;;
     package) packages+=(dpkg-dev file lintian) ;;
     site) packages+=(python3-sphinx python3-myst-parser python3-sphinx-copybutton furo doxygen python3-breathe) ;;
 esac

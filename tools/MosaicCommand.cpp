@@ -39,18 +39,18 @@ struct MosaicOptions {
     bool hasSidecar = true;
 };
 
-Sensor SensorOf(const MosaicOptions& options) {
+frame::Sensor SensorOf(const MosaicOptions& options) {
     if (options.seed && !options.analogGain) {
         Fail(ExitCode::Usage, "--seed: there is no noise without --analog-gain");
     }
-    Sensor sensor{ParseWeights("--pan-weights", options.panWeights), options.isLinear};
+    frame::Sensor sensor;
+    sensor.panWeights = ParseWeights("--pan-weights", options.panWeights);
+    sensor.isLinear = options.isLinear;
     if (options.analogGain) {
         if (!(*options.analogGain >= 0)) {  // nor is what is not a number
             Fail(ExitCode::Usage, "--analog-gain {}: a gain is not negative", *options.analogGain);
         }
-        tagTrueSenseParam params;
-        TrueSense_DefaultValues(&params);
-        sensor.noise = NoiseAt(params, *options.analogGain);
+        sensor.noise = frame::NoiseAt(*options.analogGain);
         sensor.noiseSeed = options.seed.value_or(sensor.noiseSeed);
     }
     return sensor;
@@ -59,7 +59,7 @@ Sensor SensorOf(const MosaicOptions& options) {
 void Mosaic(const MosaicOptions& options) {
     const frame::Format format = RequireFrameFormat("--format", options.format);
     RequireDistinct(options.input, options.output);
-    const Sensor sensor = SensorOf(options);
+    const frame::Sensor sensor = SensorOf(options);
     const Picture picture = DecodePicture(ReadInput(options.input), InputName(options.input));
     WriteFrame({.path = options.output, .layout = format.layout, .hasSidecar = options.hasSidecar},
                MakeMosaic(picture, format, sensor));

@@ -151,7 +151,7 @@ Bytes EncodePnm(const Picture& picture) {
     frame::Format words;
     words.bits = 16;
     words.layout = frame::Layout::BigEndian;
-    Bytes content = isWide ? EncodePacked(pixels, words, frame::RowPadding::Line) : EncodeRaw(pixels);
+    Bytes content = isWide ? EncodePacked(pixels.reshape(1), words, frame::RowPadding::Line) : EncodeRaw(pixels);
     const std::string header =
         fmt::format("P{}\n{} {}\n{}\n", isColour ? 6 : 5, pixels.cols, pixels.rows, picture.maximum);
     content.insert(content.begin(), header.begin(), header.end());

@@ -3,34 +3,44 @@
 #include <bit>
 #include <cstring>
 
+#include "KvxFrame/Relayout.h"
+
 namespace kvx::tool {
 
 static_assert(std::endian::native == std::endian::little, "words go to and come from raw files as they are in memory");
 
 namespace {
 
-/** Exchanges the bytes of `count` words, also in place. */
-void SwapBytes(const uint8_t* words, size_t count, uint8_t* swapped) {
-    for (size_t index = 0; index < 2 * count; index += 2) {
-        const uint8_t low = words[index];
-        swapped[index] = words[index + 1];
-        swapped[index + 1] = low;
-    }
-}
-
-int TypeOf(const frame::Format& format) {
-    return format.bits > 8 ? CV_16UC1 : CV_8UC1;
+size_t BytesOf(const cv::Mat& samples) {
+    return samples.step * (samples.rows - 1) + samples.cols * samples.elemSize();
 }
 
 }  // namespace
 
+RawFrame MakeRawFrame(const frame::Format& format, cv::Size size) {
+    return {frame::Unpacked(format), cv::Mat(size, format.bits > 8 ? CV_16UC1 : CV_8UC1)};
+}
+
+frame::SourceView ViewOf(const cv::Mat& samples, const frame::Format& format) {
+    return {.data = samples.data,
+            .width = static_cast<uint32_t>(samples.cols),
+            .height = static_cast<uint32_t>(samples.rows),
+            .stride = static_cast<ptrdiff_t>(samples.step),
+            .capacity = BytesOf(samples),
+            .format = format};
+}
+
 frame::SourceView ViewOf(const RawFrame& frame) {
+    return ViewOf(frame.samples, frame.format);
+}
+
+frame::DestinationView DestinationOf(RawFrame& frame) {
     const cv::Mat& samples = frame.samples;
     return {.data = samples.data,
             .width = static_cast<uint32_t>(samples.cols),
             .height = static_cast<uint32_t>(samples.rows),
             .stride = static_cast<ptrdiff_t>(samples.step),
-            .capacity = samples.step * (samples.rows - 1) + samples.cols * samples.elemSize(),
+            .capacity = BytesOf(samples),
             .format = frame.format};
 }
 
@@ -44,42 +54,19 @@ Bytes EncodeRaw(const cv::Mat& samples) {
 }
 
 Bytes EncodePacked(const cv::Mat& samples, const frame::Format& format, frame::RowPadding padding) {
-    const std::optional<frame::Packing> packing = frame::PackingOf(format);
-    if (!packing) {
-        Bytes content = EncodeRaw(samples);
-        if (format.layout == frame::Layout::BigEndian) {
-            SwapBytes(content.data(), content.size() / 2, content.data());
-        }
-        return content;
-    }
-    const frame::PackedImage image{*packing, static_cast<uint32_t>(samples.cols), static_cast<uint32_t>(samples.rows),
-                                   padding};
-    Bytes content(frame::PackedImageBytes(image));
-    frame::PackImage(image, samples.data, static_cast<ptrdiff_t>(samples.step), content.data(), content.size());
+    const auto width = static_cast<uint32_t>(samples.cols), height = static_cast<uint32_t>(samples.rows);
+    const bool isSequence = padding == frame::RowPadding::Image;
+    const ptrdiff_t stride = isSequence ? 0 : static_cast<ptrdiff_t>(frame::RowBytes(format, width));
+    Bytes content(frame::ImageBytes(format, width, height, stride));
+    frame::Relayout(ViewOf(samples, frame::Unpacked(format)),
+                    {content.data(), width, height, stride, content.size(), format});
     return content;
 }
 
 RawFrame UnpackFrame(const frame::SourceView& packed) {
-    RawFrame frame{frame::Unpacked(packed.format),
-                   cv::Mat(static_cast<int>(packed.height), static_cast<int>(packed.width), TypeOf(packed.format))};
-    cv::Mat& samples = frame.samples;
-    if (const std::optional<frame::Packing> packing = frame::PackingOf(packed.format)) {
-        const frame::PackedImage image{*packing, packed.width, packed.height,
-                                       packed.stride == 0 ? frame::RowPadding::Image : frame::RowPadding::Line,
-                                       static_cast<size_t>(packed.stride)};
-        frame::UnpackImage(image, packed.data, packed.capacity, samples.data, static_cast<ptrdiff_t>(samples.step));
-        return frame;
-    }
-    const size_t rowBytes = samples.cols * samples.elemSize();
-    const ptrdiff_t stride = packed.stride == 0 ? static_cast<ptrdiff_t>(rowBytes) : packed.stride;
-    for (int row = 0; row < samples.rows; ++row) {
-        const uint8_t* start = static_cast<const uint8_t*>(packed.data) + row * stride;
-        if (packed.format.layout == frame::Layout::BigEndian) {
-            SwapBytes(start, packed.width, samples.ptr(row));
-        } else {
-            std::memcpy(samples.ptr(row), start, rowBytes);
-        }
-    }
+    RawFrame frame =
+        MakeRawFrame(packed.format, cv::Size(static_cast<int>(packed.width), static_cast<int>(packed.height)));
+    frame::Relayout(packed, DestinationOf(frame));
     return frame;
 }
 

@@ -14,8 +14,13 @@ struct RawFrame {
     cv::Mat samples;
 };
 
-/** A view of the frame's samples. */
+/** A frame to be filled; `format` may be packed, the samples are not. */
+RawFrame MakeRawFrame(const frame::Format& format, cv::Size size);
+
+/** Views of samples, and of a picture's pixels. */
+frame::SourceView ViewOf(const cv::Mat& samples, const frame::Format& format);
 frame::SourceView ViewOf(const RawFrame& frame);
+frame::DestinationView DestinationOf(RawFrame& frame);
 
 /** The samples row by row without padding: bytes, or little-endian words. */
 Bytes EncodeRaw(const cv::Mat& samples);

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <opencv2/imgproc.hpp>
 
-#include "tools/SensorNoise.h"
+#include "KvxFrame/Mosaic.h"
 
 namespace kvx::quality {
 namespace {
@@ -58,7 +58,7 @@ Window WindowFor(const FlatField& field, int channel, const Setting& setting) {
     if (!setting.analogGain) return Window::Around(field.levels[channel], 0);
     // Wide enough for the noise of all channels, which colour differences mix.
     const double brightest = *std::max_element(field.levels.val, field.levels.val + 3);
-    const double noise = tool::NoiseAt(setting.params, *setting.analogGain).pan.DeviationAt(brightest);
+    const double noise = frame::NoiseAt(setting.params, *setting.analogGain).pan.DeviationAt(brightest);
     return Window::Around(field.levels[channel], 8 * noise);
 }
 

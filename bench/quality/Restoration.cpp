@@ -130,12 +130,12 @@ cv::Mat Restored(const tool::Picture& picture, const Setting& setting) {
     const Algorithm& algorithm = setting.algorithm;
     const bool isBayer = algorithm.family == Family::Bayer;
     tagTrueSenseParam params = setting.params;
-    tool::Sensor sensor;
+    frame::Sensor sensor;
     sensor.isLinear = setting.isRendered;
     if (setting.isRendered) params.toneTable = SrgbTone();
     if (setting.analogGain) {
         params.analogGain = *setting.analogGain;
-        sensor.noise = tool::NoiseAt(params, *setting.analogGain);
+        sensor.noise = frame::NoiseAt(params, *setting.analogGain);
         sensor.noiseSeed = setting.seed;
     }
     const char* format = isBayer ? "BayerRG8" : "TrueSense_BGGR_WBBW_0_12";

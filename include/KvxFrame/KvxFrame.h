@@ -1,6 +1,6 @@
 /**
  * @file
- * All of the frame layer: formats, packings, views, geometry, finish, conversion.
+ * All of the frame layer: formats, packings, views, geometry, finish, conversion, mosaicing.
  */
 #ifndef KVXFRAME_KVXFRAME_H
 #define KVXFRAME_KVXFRAME_H
@@ -10,7 +10,9 @@
 #include "KvxFrame/Finish.h"
 #include "KvxFrame/Format.h"
 #include "KvxFrame/Geometry.h"
+#include "KvxFrame/Mosaic.h"
 #include "KvxFrame/Packing.h"
+#include "KvxFrame/Relayout.h"
 #include "KvxFrame/SampleDepth.h"
 #include "KvxFrame/View.h"
 

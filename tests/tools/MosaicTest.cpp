@@ -5,7 +5,10 @@
 #include <cmath>
 #include <map>
 
+#include "TemporaryDirectory.h"
+#include "ToolRun.h"
 #include "tools/Formats.h"
+#include "tools/PictureEncoder.h"
 
 namespace kvx::tool {
 namespace {
@@ -76,13 +79,30 @@ TEST(Mosaic, ScalesFromAnyWhiteToTheFormatsOwn) {
 
 TEST(Mosaic, SensorsWeighClearSitesAndSeeLinearLight) {
     const Picture picture{cv::Mat(4, 4, CV_8UC3, cv::Scalar(0, 102, 204)), 255};
-    const auto first = [&](const char* format, const Sensor& sensor) {
+    const auto first = [&](const char* format, const frame::Sensor& sensor) {
         return MakeMosaic(picture, RequireFormat(format), sensor).samples.at<uint16_t>(0, 0);
     };
     EXPECT_EQ(first("TrueSense_BGGR_WBBW_0_12", {.panWeights = {3, 1, 0}}), 2867);  // 4095 x (3 x 0.8 + 0.4) / 4
     EXPECT_EQ(first("TrueSense_BGGR_WBBW_0_12", {.panWeights = {0, 0, 2}}), 0);
     EXPECT_EQ(first("BayerRG12", {.panWeights = {0, 0, 2}}), 3276);  // colour sites do not care
     EXPECT_EQ(first("BayerRG12", {.isLinear = true}), 2473);         // 0.8 in sRGB is 0.6038 of the light
+}
+
+TEST(Mosaic, ToolAddsNoiseBySeed) {
+    const TemporaryDirectory directory;
+    const cv::Mat grey(8, 8, CV_8UC1, cv::Scalar(64));
+    const std::string picture = directory.Write("grey.png", EncodePicture({grey, 255}, PictureKind::Png));
+    const auto run = [&](std::vector<std::string> noise) {
+        noise.insert(noise.begin(), {"mosaic", picture, "-", "--format", "TrueSense_BGGR_WBBW_0_12"});
+        return RunSuccessfully(noise).standardOutput;
+    };
+    const auto expected = [&](uint64_t seed) {
+        const frame::Sensor sensor{.noise = frame::NoiseAt(23.96), .noiseSeed = seed};
+        return EncodeRaw(MakeMosaic({grey, 255}, RequireFormat("TrueSense_BGGR_WBBW_0_12"), sensor).samples);
+    };
+    EXPECT_EQ(run({"--analog-gain", "23.96"}), expected(1));
+    EXPECT_EQ(run({"--analog-gain", "23.96", "--seed", "5"}), expected(5));
+    EXPECT_EQ(run({}), EncodeRaw(cv::Mat(8, 8, CV_16UC1, cv::Scalar(1028))));
 }
 
 }  // namespace

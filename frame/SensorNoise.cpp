@@ -1,21 +1,12 @@
-#include "tools/SensorNoise.h"
-
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 
-namespace kvx::tool {
+#include "KvxFrame/Mosaic.h"
+#include "frame/Fail.h"
+
+namespace kvx::frame {
 namespace {
-
-constexpr uint64_t kGoldenStep = 0x9E3779B97F4A7C15;
-
-/** The output function of SplitMix64 (Steele, Lea and Flood, 2014). */
-constexpr uint64_t Mixed(uint64_t bits) {
-    bits = (bits ^ (bits >> 30)) * 0xBF58476D1CE4E5B9;
-    bits = (bits ^ (bits >> 27)) * 0x94D049BB133111EB;
-    return bits ^ (bits >> 31);
-}
 
 NoiseLine Between(const NoiseLine& a, const NoiseLine& b, double share) {
     return {std::lerp(a.slope, b.slope, share), std::lerp(a.intercept, b.intercept, share)};
@@ -42,6 +33,7 @@ double NoiseLine::DeviationAt(double signal) const {
 }
 
 SensorNoise NoiseAt(const tagTrueSenseParam& params, double analogGain) {
+    if (!(analogGain >= 0)) Fail(KvxResult_OutOfRange, "an analog gain of {}: a gain is not negative", analogGain);
     const auto points = PointsOf(params);
     size_t next = 0;
     while (next < points.size() && points[next].gain < analogGain) ++next;
@@ -52,24 +44,10 @@ SensorNoise NoiseAt(const tagTrueSenseParam& params, double analogGain) {
     return {Between(low.noise.pan, high.noise.pan, share), Between(low.noise.colour, high.noise.colour, share)};
 }
 
-NormalDeviates::NormalDeviates(uint64_t seed, uint64_t row) : m_state(Mixed(Mixed(seed + kGoldenStep) + row)) {}
-
-/** Above 0, up to 1. */
-double NormalDeviates::NextUniform() {
-    m_state += kGoldenStep;
-    return static_cast<double>((Mixed(m_state) >> 11) + 1) * 0x1p-53;
+SensorNoise NoiseAt(double analogGain) {
+    tagTrueSenseParam params;
+    TrueSense_DefaultValues(&params);
+    return NoiseAt(params, analogGain);
 }
 
-double NormalDeviates::Next() {
-    if (m_hasSecond) {
-        m_hasSecond = false;
-        return m_second;
-    }
-    const double radius = std::sqrt(-2 * std::log(NextUniform()));
-    const double angle = 2 * std::numbers::pi * NextUniform();
-    m_second = radius * std::sin(angle);
-    m_hasSecond = true;
-    return radius * std::cos(angle);
-}
-
-}  // namespace kvx::tool
+}  // namespace kvx::frame

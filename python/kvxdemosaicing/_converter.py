@@ -1,0 +1,269 @@
+"""Frames become pictures."""
+
+from __future__ import annotations
+
+from collections.abc import Iterator, MutableMapping
+from typing import Any, NamedTuple, Optional, Union
+
+import numpy as np
+import numpy.typing as npt
+
+from kvxdemosaicing import _native
+from kvxdemosaicing._error import INVALID_ARGUMENT, WRONG_TYPE, refusal
+from kvxdemosaicing._finish import Tone, WhiteBalance, make_finish
+from kvxdemosaicing._format import Format, FormatLike, format as find_format
+
+Number = Union[int, float]
+Frame = npt.NDArray[np.unsignedinteger[Any]]
+Picture = npt.NDArray[np.unsignedinteger[Any]]
+
+
+class Parameter(NamedTuple):
+    """What a component tells of a parameter; the numbers are int or float, as its value is."""
+
+    name: str
+    default: Number
+    minimum: Number
+    maximum: Number
+    writable: bool
+
+
+class Parameters(MutableMapping[str, Number]):
+    """The parameters of a converter's component: a mapping that neither grows nor shrinks.
+
+    >>> parameters = Converter("BayerRG12").parameters
+    >>> dict(parameters)
+    {'BayerAlgType': 0, 'NoRealloc': 0}
+    >>> parameters["BayerAlgType"] = 2
+    >>> parameters.describe("BayerAlgType")
+    Parameter(name='BayerAlgType', default=0, minimum=0, maximum=4, writable=True)
+
+    A name that there is not raises UnknownNameError, a KeyError; a value of the wrong type WrongTypeError; one out of
+    range Error.
+    """
+
+    def __init__(self, native: _native.ArrayConverter) -> None:
+        self._native = native
+        self._facts = {facts[0]: Parameter(*facts) for facts in native.parameter_facts()}
+
+    def __getitem__(self, name: str) -> Number:
+        text = self._native.parameter(name)
+        return int(text) if isinstance(self._facts[name].default, int) else float(text)
+
+    def __setitem__(self, name: str, value: Number) -> None:
+        self._native.set_parameter(name, _text(name, value))
+
+    def __delitem__(self, name: str) -> None:
+        raise refusal(INVALID_ARGUMENT, f"{name} cannot be taken out; describe('{name}').default is its first value")
+
+    def __iter__(self) -> Iterator[str]:
+        return iter(self._facts)
+
+    def __len__(self) -> int:
+        return len(self._facts)
+
+    def __repr__(self) -> str:
+        return f"Parameters({dict(self)})"
+
+    def describe(self, name: str) -> Parameter:
+        """Default and range of a parameter."""
+        if name not in self._facts:
+            self._native.parameter(name)  # tells that there is none
+        return self._facts[name]
+
+
+def _text(name: str, value: Any) -> str:
+    """A number as the component reads it: the shortest form that means the same bits."""
+    if isinstance(value, (bool, np.bool_, int, np.integer)):
+        return str(int(value))
+    if isinstance(value, (float, np.floating)):
+        return repr(float(value))
+    raise refusal(WRONG_TYPE, f"{name}={value!r}: give a number")
+
+
+class Converter:
+    """Converts frames of one format, one after the other, and keeps its working memory.
+
+    >>> import numpy as np
+    >>> converter = Converter("BayerRG12p", to="BGR8", algorithm="ipp", black_level=256, tone="srgb")
+    >>> frame = np.zeros((4, 12), np.uint8)
+    >>> picture = converter.convert(frame)
+    >>> picture.shape, picture.dtype
+    ((4, 8, 3), dtype('uint8'))
+    >>> converter.convert(frame, out=picture) is picture
+    True
+
+    One thread uses a converter at a time: give each thread one of its own. A call from a second thread waits for the
+    first; each call is whole, but settings made in between are everybody's.
+
+    :param format: of the frames: a Format, a name in any scheme, or a PFNC code
+    :param to: format of the pictures
+    :param algorithm: one of ``format(...).algorithms``, or a number
+    :param threads: threads of one conversion; 0: as OpenMP is set, all processors unless told otherwise
+    :param black_level, white_level, white_balance, matrix, tone: see set_finish()
+    :param parameters: of the component, by name
+    """
+
+    def __init__(
+        self,
+        format: FormatLike,
+        to: FormatLike = "RGB8",
+        *,
+        algorithm: Union[str, int, None] = None,
+        threads: int = 0,
+        black_level: Optional[int] = None,
+        white_level: Optional[int] = None,
+        white_balance: Optional[WhiteBalance] = None,
+        matrix: Optional[npt.ArrayLike] = None,
+        tone: Optional[Tone] = None,
+        **parameters: Number,
+    ) -> None:
+        self._format = find_format(format)
+        self._to = find_format(to)
+        if not self._to.is_destination:
+            raise refusal(INVALID_ARGUMENT, f"to={self._to.name}: no picture; there are RGB8, BGR8, RGBa8, RGB16, ...")
+        self._native = _native.ArrayConverter(self._format)
+        self._parameters: Optional[Parameters] = None
+        for name, value in parameters.items():
+            self._native.set_parameter(name, _text(name, value))
+        if algorithm is not None:
+            self._native.set_algorithm(str(algorithm))
+        self.threads = threads
+        finish = make_finish(black_level, white_level, white_balance, matrix, tone)
+        if finish is not None:
+            self._native.set_finish(finish)
+
+    def convert(
+        self,
+        frame: Frame,
+        out: Optional[Picture] = None,
+        *,
+        width: Optional[int] = None,
+        height: Optional[int] = None,
+    ) -> Picture:
+        """Converts one frame.
+
+        :param frame: see the module
+        :param out: rows x columns x samples, to be written instead of a new array, with any step from row to row
+        :param width, height: of frames in one dimension; of packed rows that are longer than their samples
+        :return: ``out`` or a new array
+        """
+        return self._native.convert(frame, self._format, self._to, out, width, height)
+
+    def set_finish(
+        self,
+        *,
+        black_level: Optional[int] = None,
+        white_level: Optional[int] = None,
+        white_balance: Optional[WhiteBalance] = None,
+        matrix: Optional[npt.ArrayLike] = None,
+        tone: Optional[Tone] = None,
+    ) -> None:
+        """Says anew what is done to the values; without arguments: nothing.
+
+        :param black_level: sample of black, 0 unless given
+        :param white_level: sample at which the sensor clips, the largest there is unless given
+        :param white_balance: "auto" (the same as "white-patch"), "grey-world", or gains of red, green, blue and perhaps
+            pan
+        :param matrix: 3 x 3: red, green and blue out of red, green and blue
+        :param tone: "linear", "srgb", or a table of 2 to 65536 values up to 65535, from black to white
+        """
+        self._native.set_finish(make_finish(black_level, white_level, white_balance, matrix, tone))
+
+    def release(self) -> None:
+        """Gives back the working memory; settings stay."""
+        self._native.release()
+
+    @property
+    def format(self) -> Format:
+        """The format of the frames; another one of the same family may be set, for another part of the sensor."""
+        return self._format
+
+    @format.setter
+    def format(self, format: FormatLike) -> None:
+        found = find_format(format)
+        if found.family != self._format.family:
+            raise refusal(
+                INVALID_ARGUMENT, f"{found.name} is not of the family {self._format.family}: make another Converter"
+            )
+        self._format = found
+
+    @property
+    def to(self) -> Format:
+        """The format of the pictures."""
+        return self._to
+
+    @property
+    def algorithm(self) -> str:
+        """The name of the algorithm, or its number where it has no name; empty for mono."""
+        return self._native.algorithm()
+
+    @algorithm.setter
+    def algorithm(self, algorithm: Union[str, int]) -> None:
+        self._native.set_algorithm(str(algorithm))
+
+    @property
+    def threads(self) -> int:
+        """Threads of one conversion; 0: as OpenMP is set."""
+        return self._threads
+
+    @threads.setter
+    def threads(self, count: int) -> None:
+        self._native.set_threads(count)
+        self._threads = count
+
+    @property
+    def gains(self) -> tuple[float, float, float, float]:
+        """Red, green, blue and pan of the white balance that the last frame got, found and given together."""
+        red, green, blue, pan = self._native.last_gains()
+        return red, green, blue, pan
+
+    @property
+    def parameters(self) -> Parameters:
+        """The component's parameters by name."""
+        if self._parameters is None:
+            self._parameters = Parameters(self._native)
+        return self._parameters
+
+
+def convert(
+    frame: Frame,
+    format: FormatLike,
+    to: FormatLike = "RGB8",
+    algorithm: Union[str, int, None] = None,
+    out: Optional[Picture] = None,
+    threads: int = 0,
+    *,
+    width: Optional[int] = None,
+    height: Optional[int] = None,
+    black_level: Optional[int] = None,
+    white_level: Optional[int] = None,
+    white_balance: Optional[WhiteBalance] = None,
+    matrix: Optional[npt.ArrayLike] = None,
+    tone: Optional[Tone] = None,
+    **parameters: Number,
+) -> Picture:
+    """One frame becomes a picture. For many frames keep a Converter, whose arguments these are.
+
+    >>> import numpy as np
+    >>> convert(np.full((2, 2), 255, np.uint8), "Mono8", "BGRa8").tolist()[0][0]
+    [255, 255, 255, 255]
+
+    >>> convert(np.zeros((4, 4), np.float32), "BayerRG8")
+    Traceback (most recent call last):
+        ...
+    kvxdemosaicing.WrongTypeError: frame holds float32, but BayerRG8 takes uint8: frame.astype(numpy.uint8)
+    """
+    converter = Converter(
+        format,
+        to,
+        algorithm=algorithm,
+        threads=threads,
+        black_level=black_level,
+        white_level=white_level,
+        white_balance=white_balance,
+        matrix=matrix,
+        tone=tone,
+        **parameters,
+    )
+    return converter.convert(frame, out, width=width, height=height)

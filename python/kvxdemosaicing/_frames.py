@@ -1,0 +1,96 @@
+"""Frames from layout to layout, and out of pictures."""
+
+from __future__ import annotations
+
+from typing import Any, Optional, Sequence
+
+import numpy as np
+import numpy.typing as npt
+
+from kvxdemosaicing import _native
+from kvxdemosaicing._error import INVALID_ARGUMENT, UNKNOWN_NAME, refusal
+from kvxdemosaicing._format import FormatLike, format as find_format
+
+Frame = npt.NDArray[np.unsignedinteger[Any]]
+
+
+def unpack(
+    frame: Frame,
+    format: FormatLike,
+    *,
+    width: Optional[int] = None,
+    height: Optional[int] = None,
+    out: Optional[Frame] = None,
+    threads: int = 0,
+) -> Frame:
+    """The samples of a frame of any layout: rows and columns of uint8 or uint16, right-aligned.
+
+    >>> import numpy as np
+    >>> unpack(np.array([[0x21, 0x43, 0x65]], np.uint8), "Mono12p")
+    array([[ 801, 1620]], dtype=uint16)
+
+    :param width, height: of frames in one dimension; of packed rows that are longer than their samples
+    """
+    return _native.unpack(frame, find_format(format), out, width, height, threads)
+
+
+def pack(
+    samples: Frame,
+    format: FormatLike,
+    *,
+    padding: str = "line",
+    out: Optional[Frame] = None,
+    threads: int = 0,
+) -> Frame:
+    """Right-aligned samples in the layout of a format, cut to its depth.
+
+    >>> import numpy as np
+    >>> pack(np.array([[801, 1620]], np.uint16), "Mono12p")
+    array([[ 33,  67, 101]], dtype=uint8)
+
+    :param padding: "line": rows start with a byte, two dimensions; "image": packed rows follow each other without a
+        gap, one dimension
+    """
+    if padding not in ("line", "image"):
+        raise refusal(UNKNOWN_NAME, f"padding='{padding}': give line or image")
+    return _native.pack(samples, find_format(format), out, padding == "image", threads)
+
+
+def mosaic(
+    picture: npt.NDArray[np.unsignedinteger[Any]],
+    format: FormatLike,
+    *,
+    order: str = "RGB",
+    white: int = 0,
+    linear: bool = False,
+    pan_weights: Sequence[float] = (1.0, 1.0, 1.0),
+    analog_gain: Optional[float] = None,
+    seed: int = 1,
+    out: Optional[Frame] = None,
+    threads: int = 0,
+) -> Frame:
+    """What a sensor would see of a picture: a frame of any mono, Bayer or TrueSense format, packed ones too.
+
+    >>> import numpy as np
+    >>> red = np.zeros((2, 4, 3), np.uint8)
+    >>> red[..., 0] = 255
+    >>> mosaic(red, "BayerRG10")
+    array([[1023,    0, 1023,    0],
+           [   0,    0,    0,    0]], dtype=uint16)
+
+    :param picture: uint8 or uint16, grey or with 3 or 4 samples per pixel
+    :param order: of the samples, "RGB" or "BGR"
+    :param white: the picture's sample of white; 0: the largest of its type
+    :param linear: undo the picture's sRGB encoding first
+    :param pan_weights: weights of red, green and blue at clear sites and in mono frames
+    :param analog_gain: add the noise of a sensor at this gain, calibrated from 11.04 to 36.77
+    :param seed: of the noise: the same seed, the same frame
+    """
+    if order not in ("RGB", "BGR"):
+        raise refusal(UNKNOWN_NAME, f"order='{order}': give RGB or BGR")
+    weights = [float(weight) for weight in pan_weights]
+    if len(weights) != 3:
+        raise refusal(INVALID_ARGUMENT, f"{len(weights)} pan weights: give those of red, green and blue")
+    return _native.mosaic(
+        picture, find_format(format), out, order == "BGR", linear, weights, white, analog_gain, seed, threads
+    )

@@ -1,0 +1,47 @@
+/** frame::Converter for arrays, and for several Python threads. */
+#pragma once
+
+#include <array>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "KvxFrame/Converter.h"
+#include "python/native/Arrays.h"
+
+namespace kvx::python {
+
+/** Every call waits, without Python's lock, until no other thread uses the converter. */
+class ArrayConverter {
+public:
+    explicit ArrayConverter(frame::Family family) : m_converter(family) {}
+
+    /** @param out an array to write into, or None for a new one. @return that array */
+    pybind11::object Convert(const pybind11::object& source, const frame::Format& format, const frame::Format& to,
+                             const pybind11::object& out, std::optional<uint32_t> width,
+                             std::optional<uint32_t> height);
+
+    void SetAlgorithm(const std::string& nameOrNumber);
+    std::string AlgorithmName();
+    void SetThreads(int count);
+    void SetParameter(const std::string& name, const std::string& value);
+    std::string Parameter(const std::string& name);
+    std::vector<_KvxStParam> Parameters();
+    void SetFinish(std::optional<frame::Finish> finish);
+    std::array<double, 4> LastGains();
+    void Release();
+
+private:
+    /** `use(converter)` may not touch Python objects. */
+    template <class Use>
+    auto Locked(const Use& use) {
+        const pybind11::gil_scoped_release noGil;  // before the lock: whoever holds that may want Python's
+        const std::lock_guard lock(m_mutex);
+        return use(m_converter);
+    }
+
+    std::mutex m_mutex;
+    frame::Converter m_converter;
+};
+
+}  // namespace kvx::python

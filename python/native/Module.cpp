@@ -1,0 +1,113 @@
+// What kvxdemosaicing/*.py, which has the documented interface, needs of libKvxFrame.
+#include <pybind11/stl.h>
+
+#include <cfloat>
+#include <limits>
+
+#include "python/native/ArrayConverter.h"
+#include "python/native/Errors.h"
+#include "python/native/FormatBinding.h"
+#include "python/native/Frames.h"
+
+namespace kvx::python {
+namespace py = pybind11;
+
+namespace {
+
+/** name, default, smallest, largest, whether it can be written; numbers have the parameter's type. */
+py::tuple ParameterFacts(const _KvxStParam& parameter) {
+    const bool isWritable = (parameter.flags & KvxParamAccess_Write) != 0;
+    if (parameter.type == KvxParamType_Int)
+        return py::make_tuple(parameter.name, parameter.defaultValue.asInt, parameter.minValue.asInt,
+                              parameter.maxValue.asInt, isWritable);
+    const double least = parameter.minValue.asFloat;  // DBL_MIN stands for none
+    return py::make_tuple(parameter.name, parameter.defaultValue.asFloat,
+                          least == DBL_MIN ? -std::numeric_limits<double>::infinity() : least,
+                          parameter.maxValue.asFloat, isWritable);
+}
+
+py::list AllParameterFacts(ArrayConverter& converter) {
+    py::list facts;
+    for (const _KvxStParam& parameter : converter.Parameters()) facts.append(ParameterFacts(parameter));
+    return facts;
+}
+
+frame::WhiteBalance WhiteBalanceByName(const std::string& name) {
+    if (name == "given") return frame::WhiteBalance::Given;
+    if (name == "auto" || name == "white-patch") return frame::WhiteBalance::WhitePatch;
+    if (name == "grey-world" || name == "gray-world") return frame::WhiteBalance::GreyWorld;
+    Fail(KvxResult_UnknownName, "white_balance='{}': give auto, white-patch, grey-world, or gains", name);
+}
+
+frame::ToneCurve ToneCurveByName(const std::string& name) {
+    if (name == "linear") return frame::ToneCurve::Linear;
+    if (name == "srgb") return frame::ToneCurve::Srgb;
+    if (name == "table") return frame::ToneCurve::Table;
+    Fail(KvxResult_UnknownName, "tone='{}': give linear, srgb, or a table", name);
+}
+
+frame::Finish MakeFinish(uint32_t blackLevel, uint32_t whiteLevel, const std::string& whiteBalance,
+                         const std::array<double, 4>& gains, const std::array<double, 9>& matrix,
+                         const std::string& tone, std::vector<uint16_t> table) {
+    frame::Finish finish;
+    finish.blackLevel = blackLevel;
+    finish.whiteLevel = whiteLevel;
+    finish.whiteBalance = WhiteBalanceByName(whiteBalance);
+    finish.gains = {gains[0], gains[1], gains[2], gains[3]};
+    finish.matrix = matrix;
+    finish.tone = ToneCurveByName(tone);
+    finish.table = std::move(table);
+    return finish;
+}
+
+void BindFinish(py::module_& module) {
+    py::class_<frame::Finish>(module, "Finish")
+        .def(py::init(&MakeFinish), py::arg("black_level"), py::arg("white_level"), py::arg("white_balance"),
+             py::arg("gains"), py::arg("matrix"), py::arg("tone"), py::arg("table"));
+}
+
+void BindConverter(py::module_& module) {
+    py::class_<ArrayConverter>(module, "ArrayConverter")
+        .def(py::init([](const frame::Format& format) { return std::make_unique<ArrayConverter>(format.family); }),
+             py::arg("format"))
+        .def("convert", &ArrayConverter::Convert, py::arg("source"), py::arg("format"), py::arg("to"), py::arg("out"),
+             py::arg("width"), py::arg("height"))
+        .def("set_algorithm", &ArrayConverter::SetAlgorithm, py::arg("name_or_number"))
+        .def("algorithm", &ArrayConverter::AlgorithmName)
+        .def("set_threads", &ArrayConverter::SetThreads, py::arg("count"))
+        .def("set_parameter", &ArrayConverter::SetParameter, py::arg("name"), py::arg("value"))
+        .def("parameter", &ArrayConverter::Parameter, py::arg("name"))
+        .def("parameter_facts", &AllParameterFacts)
+        .def("set_finish", &ArrayConverter::SetFinish, py::arg("finish"))
+        .def("last_gains", &ArrayConverter::LastGains)
+        .def("release", &ArrayConverter::Release);
+}
+
+void BindFrames(py::module_& module) {
+    module.def("unpack", &Unpack, py::arg("source"), py::arg("format"), py::arg("out"), py::arg("width"),
+               py::arg("height"), py::arg("threads"));
+    module.def("pack", &Pack, py::arg("samples"), py::arg("format"), py::arg("out"), py::arg("is_sequence"),
+               py::arg("threads"));
+    module.def(
+        "mosaic",
+        [](const py::object& picture, const frame::Format& format, const py::object& out, bool isBlueFirst,
+           bool isLinear, const std::array<double, 3>& panWeights, uint32_t white, std::optional<double> analogGain,
+           uint64_t seed, int threads) {
+            return Mosaic(picture, format, out, {isBlueFirst, isLinear, panWeights, white, analogGain, seed}, threads);
+        },
+        py::arg("picture"), py::arg("format"), py::arg("out"), py::arg("is_blue_first"), py::arg("is_linear"),
+        py::arg("pan_weights"), py::arg("white"), py::arg("analog_gain"), py::arg("seed"), py::arg("threads"));
+}
+
+}  // namespace
+}  // namespace kvx::python
+
+PYBIND11_MODULE(_native, module) {
+    module.doc() = "The part of kvxdemosaicing that is not written in Python.";
+    module.attr("__version__") = KVX_PYTHON_VERSION;
+    kvx::python::TranslateErrors();
+    kvx::python::BindFormats(module);
+    kvx::python::BindFinish(module);
+    kvx::python::BindConverter(module);
+    kvx::python::BindFrames(module);
+}

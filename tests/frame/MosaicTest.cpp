@@ -1,0 +1,149 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "frame/TestFrames.h"
+
+namespace kvx::frame {
+namespace {
+
+struct Mosaicing {
+    SourceView picture;
+    DestinationView frame;
+    Sensor sensor;
+    int threads = 0;
+};
+
+/** A picture's sample, which tells its pixel and its colour; what is behind a clear filter is to be red. */
+uint32_t PictureSample(uint32_t row, uint32_t column, uint32_t colour) {
+    return (row * 64 + column * 4 + colour) & 0xFF;
+}
+
+uint32_t ColourAt(const Format& format, uint32_t row, uint32_t column) {
+    const char filter = FilterAt(format, row, column);
+    return filter == 'G' ? 1 : filter == 'B' ? 2 : 0;
+}
+
+TEST(MakeMosaic, FromAnyPictureToAnyLayout) {
+    constexpr uint32_t kWidth = 13, kHeight = 9;
+    for (const char* pictureName : {"RGB8", "BGR8", "RGBa8", "BGRx", "RGB16", "BGRA64_LE", "Mono8"}) {
+        const Format pictureFormat = FormatByName(pictureName);
+        const uint32_t samples = SamplesPerPixel(pictureFormat), bytes = pictureFormat.bits / 8;
+        const bool isBlueFirst = pictureName[0] == 'B';
+        std::vector<uint8_t> pixels(ImageBytes(pictureFormat, kWidth, kHeight, 0));
+        for (uint32_t site = 0; site < kWidth * kHeight; ++site)
+            for (uint32_t sample = 0; sample < samples; ++sample) {
+                const uint32_t colour = samples == 1 ? 0 : isBlueFirst && sample < 3 ? 2 - sample : sample;
+                pixels[(site * samples + sample) * bytes] =
+                    static_cast<uint8_t>(PictureSample(site / kWidth, site % kWidth, colour));
+            }
+        for (const char* name : {"Mono8", "BayerGB8", "BayerRG10p", "BayerRG12Packed", "BayerGB10mipi", "SCF1WGWR12p",
+                                 "BayerBG14be", "BayerBG12msb", "Mono16"}) {
+            const Format format = FormatByName(name);
+            for (const ptrdiff_t padding : {ptrdiff_t{-1}, ptrdiff_t{0}, ptrdiff_t{3}}) {  // -1: rows without a step
+                const ptrdiff_t stride = padding < 0 ? 0 : static_cast<ptrdiff_t>(RowBytes(format, kWidth)) + padding;
+                std::vector<uint8_t> frame(ImageBytes(format, kWidth, kHeight, stride), 0xA5);
+                Sensor sensor;
+                sensor.panWeights = {1, 0, 0};
+                sensor.pictureWhite = 255;  // so that a byte is that share of white
+                MakeMosaic({pixels.data(), kWidth, kHeight, 0, pixels.size(), pictureFormat},
+                           {frame.data(), kWidth, kHeight, stride, frame.size(), format}, sensor, 2);
+                std::vector<uint16_t> words(kWidth * kHeight);
+                Relayout({frame.data(), kWidth, kHeight, stride, frame.size(), format},
+                         {words.data(), kWidth, kHeight, kWidth * (format.bits == 8 ? 1 : 2), 2 * words.size(),
+                          Unpacked(format)});
+                const auto* asBytes = reinterpret_cast<const uint8_t*>(words.data());
+                for (uint32_t site = 0; site < kWidth * kHeight; ++site) {
+                    const uint32_t row = site / kWidth, column = site % kWidth;
+                    const uint32_t colour = samples == 1 ? 0 : ColourAt(format, row, column);
+                    const double light = PictureSample(row, column, colour) / 255.0;
+                    const auto expected = static_cast<uint32_t>(light * White(format) + 0.5 + 1e-7);
+                    ASSERT_EQ(format.bits == 8 ? asBytes[site] : words[site], expected)
+                        << pictureName << " " << name << " " << padding << " " << site;
+                }
+                for (uint32_t row = 0; padding > 0 && row + 1 < kHeight; ++row)
+                    for (ptrdiff_t byte = stride - padding; byte < stride; ++byte)
+                        ASSERT_EQ(frame[row * stride + byte], 0xA5) << name;
+            }
+        }
+    }
+}
+
+TEST(MakeMosaic, SameFrameForAnyNumberOfThreadsAndUpsideDown) {
+    constexpr uint32_t kWidth = 611, kHeight = 517;
+    const TestFrame noise = MakeNoise(FormatByName("Mono8"), kWidth * 3, kHeight);
+    SourceView picture = noise.view;
+    picture.width = kWidth;
+    picture.format = FormatByName("RGB8");
+    Sensor sensor;
+    sensor.noise = NoiseAt(30);
+    const Format format = FormatByName("SCF1WGWR12p");
+    const auto stride = static_cast<ptrdiff_t>(RowBytes(format, kWidth));
+    const auto frameOf = [&](int threads, bool isFlipped) {
+        std::vector<uint8_t> frame(stride * kHeight);
+        const ptrdiff_t toTop = isFlipped ? stride * (kHeight - 1) : 0;
+        MakeMosaic(picture, {frame.data() + toTop, kWidth, kHeight, isFlipped ? -stride : stride, frame.size(), format},
+                   sensor, threads);
+        return frame;
+    };
+    const auto expected = frameOf(1, false);
+    for (const int threads : {2, 3, 7}) EXPECT_EQ(frameOf(threads, false), expected) << threads;
+    const auto flipped = frameOf(2, true);
+    EXPECT_TRUE(std::equal(expected.begin(), expected.begin() + stride, flipped.end() - stride));
+}
+
+struct MosaicRefusal {
+    const char* sentence;  ///< a part of it
+    uint32_t result;
+    std::function<void(Mosaicing&)> spoil;
+};
+
+TEST(MakeMosaic, RefusesWithCodeSentenceAndNothingWritten) {
+    const std::vector<MosaicRefusal> refusals = {
+        {"no picture", 0x80070007, [](Mosaicing& m) { m.picture.format = FormatByName("BayerRG8"); }},
+        {"no picture", 0x80070007, [](Mosaicing& m) { m.picture.format = FormatByName("Mono12p"); }},
+        {"no format of frames", 0x80070007, [](Mosaicing& m) { m.frame.format = FormatByName("RGB8"); }},
+        {"make them equal", 0x80070007, [](Mosaicing& m) { m.frame.width = 3; }},
+        {"too small", 0x80070007, [](Mosaicing& m) { --m.frame.capacity; }},
+        {"too small", 0x80070007, [](Mosaicing& m) { --m.picture.capacity; }},
+        {"no data", 0x80070008, [](Mosaicing& m) { m.picture.data = nullptr; }},
+        {"share memory", 0x80070007, [](Mosaicing& m) { m.picture.data = m.frame.data; }},
+        {"pan weight", 0x80070004,
+         [](Mosaicing& m) {
+             m.sensor.panWeights = {1, -1, 1};
+         }},
+        {"pan weight", 0x80070004,
+         [](Mosaicing& m) {
+             m.sensor.panWeights = {1, std::nan(""), 1};
+         }},
+        {"all pan weights", 0x80070004, [](Mosaicing& m) { m.sensor.panWeights = {}; }},
+        {"white of 256", 0x80070004, [](Mosaicing& m) { m.sensor.pictureWhite = 256; }},
+        {"finite", 0x80070004,
+         [](Mosaicing& m) {
+             m.sensor.noise = SensorNoise{{INFINITY, 0}, {}};
+         }},
+        {"threads", 0x80070004, [](Mosaicing& m) { m.threads = -1; }},
+    };
+    for (const MosaicRefusal& refusal : refusals) {
+        const std::vector<uint8_t> picture(4 * 4 * 3, 100);
+        std::vector<uint8_t> frame(4 * 4 * 3, 0xA5);
+        Mosaicing job{{picture.data(), 4, 4, 0, picture.size(), FormatByName("RGB8")},
+                      {frame.data(), 4, 4, 0, 16, FormatByName("BayerRG8")},
+                      {},
+                      0};
+        refusal.spoil(job);
+        try {
+            MakeMosaic(job.picture, job.frame, job.sensor, job.threads);
+            ADD_FAILURE() << refusal.sentence;
+        } catch (const Error& error) {
+            EXPECT_EQ(error.Result(), refusal.result) << error.what();
+            EXPECT_NE(std::string(error.what()).find(refusal.sentence), std::string::npos) << error.what();
+        }
+        EXPECT_EQ(frame, std::vector<uint8_t>(frame.size(), 0xA5)) << refusal.sentence;
+    }
+    EXPECT_THROW(NoiseAt(-1), Error);
+    EXPECT_THROW(NoiseAt(std::nan("")), Error);
+}
+
+}  // namespace
+}  // namespace kvx::frame

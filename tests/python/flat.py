@@ -1,0 +1,72 @@
+"""The C functions through ctypes: what the module is held against."""
+
+import ctypes
+import os
+
+import numpy as np
+
+import kvxdemosaicing as kvx
+
+_library = ctypes.CDLL(os.environ["KVX_LIBRARY"])
+
+_create = _library.KvxTrueSense_CreateComponent
+_create.restype = ctypes.c_void_p
+
+
+class _Image(ctypes.Structure):
+    """_KvxImage"""
+
+    _fields_ = [
+        ("struct_size", ctypes.c_uint32),
+        ("struct_version", ctypes.c_uint32),
+        ("pixel_type", ctypes.c_uint32),
+        ("pixel_depth", ctypes.c_uint32),
+        ("reserved16", ctypes.c_uint8 * 20),
+        ("width", ctypes.c_uint32),
+        ("height", ctypes.c_uint32),
+        ("image_size", ctypes.c_uint32),
+        ("line_step", ctypes.c_uint32),
+        ("reserved52", ctypes.c_uint8 * 28),
+        ("data", ctypes.c_void_p),
+        ("reserved88", ctypes.c_uint8 * 8),
+    ]
+
+
+def _record(array, name, bits):
+    assert array.flags.c_contiguous and ctypes.sizeof(_Image) == 96
+    image = _Image(96, 0x00020000, kvx.format(name).library_code, bits)
+    image.height, image.width = array.shape[:2]
+    image.image_size, image.line_step = array.nbytes, array.strides[0]
+    image.data = array.ctypes.data
+    return image
+
+
+def converted(samples, name, to, algorithm=0):
+    """A picture of an unpacked frame, of samples that lie side by side."""
+    family, bits = kvx.format(name).family, kvx.format(name).bits
+    picture = np.zeros((*samples.shape, kvx.format(to).channels), np.uint8 if kvx.format(to).bits == 8 else np.uint16)
+    samples = np.ascontiguousarray(samples)
+    source, destination = _record(samples, name, bits), _record(picture, to, kvx.format(to).bits)
+    if family == "bayer":
+        result = _library.BayerToColor(ctypes.byref(source), ctypes.byref(destination), algorithm)
+    else:
+        # The frame layer's way; TrueSenseToColor() with the default record may round a sample of it the other way.
+        assert algorithm == 0
+        component = ctypes.c_void_p(_create())
+        result = _library.KvxTrueSense_ConvertImage(component, ctypes.byref(source), ctypes.byref(destination))
+        _library.KvxTrueSense_DeleteComponent(component)
+    assert result == 0, hex(result & 0xFFFFFFFF)
+    return picture
+
+
+def packed_12p(samples):
+    """PFNC 12p by its drawing: a7:0 | b3:0 a11:8 | b11:4, rows of an even number of samples."""
+    a, b = samples[:, 0::2], samples[:, 1::2]
+    return np.dstack([a & 0xFF, (b & 0xF) << 4 | a >> 8, b >> 4]).astype(np.uint8).reshape(len(samples), -1)
+
+
+def packed_mipi10(samples):
+    """MIPI RAW10: a9:2 | b9:2 | c9:2 | d9:2 | low bits, a's lowest; rows of a multiple of four samples."""
+    groups = samples.reshape(len(samples), -1, 4)
+    low = sum((groups[:, :, i] & 3) << 2 * i for i in range(4))
+    return np.dstack([groups >> 2, low[:, :, None]]).astype(np.uint8).reshape(len(samples), -1)

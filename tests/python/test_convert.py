@@ -1,0 +1,128 @@
+"""Arrays of any size, type, step and format become the bytes that the C functions make."""
+
+import sys
+
+import numpy as np
+import pytest
+from hypothesis import given, settings, strategies as st
+
+import flat
+import kvxdemosaicing as kvx
+
+settings.register_profile("busy", deadline=None, max_examples=60, database=None)
+settings.load_profile("busy")
+
+BAYER = [f"Bayer{phase}{bits}" for phase in ("GR", "RG", "GB", "BG") for bits in (8, 10, 12, 14, 16)]
+TRUESENSE = [f.name for f in kvx.formats() if f.family == "truesense" and f.layout == "plain" and f.is_source]
+
+
+def random_samples(format, height, width, seed=1):
+    random = np.random.default_rng(seed)
+    return random.integers(0, 2**format.bits, (height, width), format.dtype, endpoint=False)
+
+
+@st.composite
+def arrays(draw):
+    """Slack behind a row and direction of an array: `place(values)` is such an array with these values."""
+    slack, is_flipped = draw(st.integers(0, 5)), draw(st.booleans())
+
+    def place(values):
+        height, width, *samples = values.shape
+        array = np.full((height, width + slack, *samples), 0xA5, values.dtype)[:, :width]
+        array = array[::-1] if is_flipped else array
+        array[...] = values
+        return array
+
+    return place
+
+
+SIZES = st.integers(1, 37)
+
+
+@given(st.sampled_from(BAYER), st.sampled_from(["RGB", "BGR"]), SIZES, SIZES, arrays(), arrays(), st.integers(0, 1))
+def test_bayer_frames_of_any_shape(name, order, height, width, place, place_out, algorithm):
+    format = kvx.format(name)
+    samples = random_samples(format, height, width)
+    to = f"{order}{format.bits}"
+    expected = flat.converted(samples, name, to, algorithm)
+    frame, out = place(samples), place_out(np.zeros_like(expected))
+    assert np.array_equal(kvx.convert(frame, name, to, algorithm), expected)
+    assert kvx.convert(frame, name, to, algorithm, out=out) is out
+    assert np.array_equal(out, expected)
+    assert np.array_equal(frame, samples)
+    assert (out.base[:, width:] == 0xA5).all()  # behind the rows
+
+
+@given(st.sampled_from(TRUESENSE), st.sampled_from(["RGB8", "BGR8", "RGBa8", "BGRa8"]), SIZES, SIZES, arrays())
+def test_truesense_frames_of_any_shape(name, to, height, width, place):
+    samples = random_samples(kvx.format(name), height, width)
+    expected = flat.converted(samples, name, to)
+    if expected.shape[2] == 4:
+        expected[..., 3] = 255  # the C functions leave alpha alone
+    assert np.array_equal(kvx.convert(place(samples), name, to), expected)
+
+
+@given(SIZES, st.integers(1, 12), arrays())
+def test_packed_frames_mean_their_samples(height, groups, place):
+    layouts = ("BayerGB12p", 12, flat.packed_12p, 2), ("BayerGR10mipi", 10, flat.packed_mipi10, 4)
+    for name, bits, pack, group in layouts:
+        width, unpacked = groups * group, kvx.format(name).unpacked
+        samples = random_samples(unpacked, height, width, seed=height)
+        expected, packed = flat.converted(samples, unpacked.name, f"RGB{bits}"), pack(samples)
+        assert np.array_equal(kvx.convert(place(packed), name, f"RGB{bits}"), expected)
+        padded = np.pad(packed, ((0, 0), (0, 3)))
+        for array in (packed.ravel(), padded):
+            assert np.array_equal(kvx.convert(array, name, f"RGB{bits}", width=width, height=height), expected)
+
+
+@pytest.mark.parametrize(
+    "name, spell",
+    [
+        ("BayerRG12be", lambda samples: samples.astype(">u2")),
+        ("BayerRG12be", lambda samples: samples.byteswap()),
+        ("BayerRG12msb", lambda samples: samples << 4),
+        ("BayerRG12", np.ravel),
+        ("BayerRG12", np.asfortranarray),
+    ],
+)
+def test_words_however_they_are_spelled(name, spell):
+    samples = random_samples(kvx.format("BayerRG12"), 7, 1 if spell is np.asfortranarray else 10)
+    height, width = samples.shape
+    picture = kvx.convert(spell(samples), name, "RGB12", width=width, height=height)
+    assert np.array_equal(picture, flat.converted(samples, "BayerRG12", "RGB12"))
+
+
+def test_finish_in_python_spelling():
+    grey = np.full((4, 4), 256 + 3839 // 2, np.uint16)
+    assert (kvx.convert(grey, "BayerRG12", black_level=256, tone="srgb") == 187).all()
+    negative = kvx.convert(grey, "BayerRG12", "RGB16", tone=[65535, 0], white_level=4000)
+    assert (negative == 65535 - (2175 * 65535 + 2000) // 4000).all()
+    swapped = kvx.convert(grey, "BayerRG12", white_balance=(1, 0.5, 0.25), matrix=np.eye(3)[::-1])
+    assert swapped[2, 2].tolist() == [34, 68, 135]
+    converter = kvx.Converter("BayerRG12", white_balance="grey-world")
+    red = kvx.mosaic(np.full((8, 8, 3), (50, 100, 200), np.uint8), "BayerRG12")
+    assert np.ptp(converter.convert(red).astype(int)) <= 1
+    assert np.allclose(converter.gains, (4, 2, 1, 2), rtol=0.01)
+    converter.set_finish()
+    assert np.array_equal(converter.convert(red), kvx.convert(red, "BayerRG12")) and converter.gains == (1, 1, 1, 1)
+
+
+def test_out_is_reused_and_nothing_leaks():
+    frame, out = random_samples(kvx.format("BayerRG12"), 480, 640), np.empty((480, 640, 3), np.uint8)
+    converter = kvx.Converter("BayerRG12", algorithm="ipp")
+    converter.convert(frame, out)
+    counts = sys.getrefcount(frame), sys.getrefcount(out), sys.getrefcount(converter), sys.getrefcount(None)
+    resident = _resident_bytes()
+    for _ in range(300):  # 300 new pictures would be 276 MB
+        converter.convert(frame, out)
+        kvx.convert(frame, "BayerRG12")
+        with pytest.raises(kvx.Error):
+            converter.convert(frame[:1], out)
+    assert (sys.getrefcount(frame), sys.getrefcount(out), sys.getrefcount(converter)) == counts[:3]
+    assert abs(sys.getrefcount(None) - counts[3]) < 100
+    assert _resident_bytes() - resident < 20e6
+
+
+def _resident_bytes():
+    with open("/proc/self/statm") as statm:
+        return int(statm.read().split()[1]) * 4096
