@@ -1,5 +1,6 @@
 """Puts the members of namespaces into the XML of the header that declares them, where Breathe looks for a header's."""
-import pathlib, sys
+import pathlib
+import sys
 import xml.etree.ElementTree as tree
 
 folder = pathlib.Path(sys.argv[1])

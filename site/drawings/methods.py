@@ -72,10 +72,13 @@ def draw_in_house(folder):
 def draw_pan(folder, tile):
     """A colour site of the tile with its four clear neighbours, then the quincunx of pan and the sparse colours."""
     rows = ["".join(tile[row % 4][column % 4] for column in range(6)) for row in range(6)]
-    only = lambda keep: ["".join(site if keep(site) else " " for site in row) for row in rows]
+
+    def only(kept):
+        return ["".join(site if site in kept else " " for site in row) for row in rows]
+
     drawing = Drawing(880, 330, "A TrueSense mosaic is pan and colour")
-    for number, (heading, part) in enumerate((("the mosaic", rows), ("pan: half of the sites", only("W".__eq__)),
-                                              ("colour: one site in four or eight", only("RGB".__contains__)))):
+    for number, (heading, part) in enumerate((("the mosaic", rows), ("pan: half of the sites", only("W")),
+                                              ("colour: one site in four or eight", only("RGB")))):
         x = 26 + 288 * number
         drawing.text(x + 3 * CELL, 32, heading, 14, weight="bold")
         drawing.mosaic(x, 44, CELL, part)
