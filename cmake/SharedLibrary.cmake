@@ -12,7 +12,7 @@ function(kvx_shared_library library map)
     endif()
 endfunction()
 
-# kvx_describe_types(TARGET): types for the comparison of binary interfaces (tests/abi), in the folder of the target.
+# kvx_describe_types(TARGET): types for the comparison of binary interfaces (abi/), in the folder of the target.
 # Not where a file is compiled for every instruction set: there it costs megabytes and half as much time again, and
 # nothing is exported.
 function(kvx_describe_types target)
