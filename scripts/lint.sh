@@ -4,7 +4,8 @@ set -eu
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh develop
 git ls-files -z '*.h' '*.c' '*.cpp' | xargs -0 clang-format --dry-run -Werror
-git ls-files -z 'python/*.py' 'tests/*.py' 'examples/*.py' 'bench/python/*.py' | xargs -0 flake8 --max-line-length 120
+git ls-files -z 'python/*.py' 'tests/*.py' 'examples/*.py' 'bench/python/*.py' 'site/*.py' |
+    xargs -0 flake8 --max-line-length 120
 cmake --preset release > /dev/null
 # A prebuilt-for-GCC flag list suits clang but for warnings that it does not know, and one flag.
 mkdir -p build/lint

@@ -8,6 +8,7 @@
 #include "tools/ConvertReport.h"
 #include "tools/Formats.h"
 #include "tools/FrameOptions.h"
+#include "tools/OutputFile.h"
 #include "tools/Progress.h"
 
 namespace kvx::tool {
@@ -64,6 +65,7 @@ void Convert(ConvertOptions& options) {
     if (options.asJson && tasks.front().output == "-") {
         Fail(ExitCode::Usage, "--json: standard output takes the picture already: give the picture a file");
     }
+    if (options.output.ends_with('/')) MakeDirectory(options.output);
     const Workforce workforce = ShareThreads(tasks.size(), static_cast<int>(options.jobs.value_or(0)),
                                              static_cast<int>(options.threads.value_or(0)));
     options.settings.threads = workforce.threads;
@@ -87,7 +89,7 @@ void Convert(ConvertOptions& options) {
 void AddOutputOptions(CLI::App& command, ConvertOptions& options) {
     command
         .add_option("-o,--output", options.output,
-                    "Directory, pattern with {stem}, or picture; then all FILES are frames")
+                    "Directory (with / made where missing), pattern with {stem}, or picture; then all FILES are frames")
         ->type_name("OUT");
     command.add_option("--to", options.destination, "Format of the picture; default: RGB8")->type_name("NAME");
     command

@@ -13,7 +13,6 @@
 #include "tools/PictureEncoder.h"
 #include "tools/RawFrame.h"
 #include "tools/Scene.h"
-#include "tools/ToolError.h"
 
 namespace kvx::tool {
 namespace {
@@ -55,11 +54,7 @@ void WriteConversions(const fs::path& directory, const RawFrame& frame) {
 }
 
 void Demo(const fs::path& directory) {
-    std::error_code error;
-    fs::create_directories(directory, error);
-    if (error) {
-        Fail(ExitCode::Output, "{}: cannot be made: {}", directory.string(), error.message());
-    }
+    MakeDirectory(directory.string());
     const Picture scene = DrawScene();
     WriteAndTell(directory / "scene.png", EncodePicture(scene, PictureKind::Png));
     const FrameSize size{static_cast<uint64_t>(scene.pixels.cols), static_cast<uint64_t>(scene.pixels.rows)};

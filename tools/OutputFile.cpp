@@ -166,6 +166,14 @@ void WriteOutput(const std::string& path, const Bytes& content) {
     ReplaceFile(error ? fs::path(path) : target, content, path);
 }
 
+void MakeDirectory(const std::string& path) {
+    std::error_code error;
+    fs::create_directories(path, error);
+    if (error) {
+        Fail(ExitCode::Output, "{}: cannot be made: {}", path, error.message());
+    }
+}
+
 void RequireDistinct(const std::string& input, const std::string& output) {
     std::error_code error;
     if (input != "-" && output != "-" && fs::is_regular_file(output, error) && fs::equivalent(input, output, error)) {

@@ -12,6 +12,9 @@ namespace kvx::tool {
  */
 void WriteOutput(const std::string& path, const Bytes& content);
 
+/** Makes a directory, and those above it, where there is none. Throws ExitCode::Output. */
+void MakeDirectory(const std::string& path);
+
 /** Throws ExitCode::Usage when both paths are the same existing file, which writing would destroy. */
 void RequireDistinct(const std::string& input, const std::string& output);
 

@@ -14,6 +14,16 @@
 /** Marks what the shared library exports. */
 #define KVX_API __attribute__((visibility("default")))
 
+/**
+ * @def KVX_NOEXCEPT
+ * `noexcept` in C++, nothing in C.
+ * @def KVX_CONSTEXPR
+ * `constexpr` in C++, nothing in C.
+ * @def KVX_EXTERN_C_BEGIN
+ * Starts declarations with C linkage.
+ * @def KVX_EXTERN_C_END
+ * Ends them.
+ */
 #ifdef __cplusplus
 #define KVX_NOEXCEPT noexcept
 #define KVX_CONSTEXPR constexpr

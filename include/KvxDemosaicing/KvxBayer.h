@@ -43,7 +43,9 @@ public:
      * routing of KvxBayer_ConvertImage() is not applied; result codes are the same but for the two bare ones.
      */
     virtual uint32_t ConvertImage(const _KvxImage* src, _KvxImage* dst) noexcept = 0;
+    /** Same as KvxBayer_AllocData(). */
     virtual uint32_t AllocData(const _KvxImage* src, _KvxImage* dst) noexcept = 0;
+    /** Same as KvxBayer_ReleaseData(). */
     virtual void ReleaseData() noexcept = 0;
 
 protected:

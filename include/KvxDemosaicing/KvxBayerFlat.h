@@ -35,6 +35,7 @@
 
 KVX_EXTERN_C_BEGIN
 
+/** @{ One frame by the arguments and rules above. */
 KVX_API uint32_t BayerToRGB_8u_C1C3R(const uint8_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep,
                                      int pixelDepth, uint8_t* pDst, int dstStep, uint8_t bayerPattern,
                                      int algType) KVX_NOEXCEPT;
@@ -71,6 +72,7 @@ KVX_API uint32_t BayerToRGB_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _
 KVX_API uint32_t BayerToBGR_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep,
                                         int pixelDepth, uint8_t* pDst, int dstStep, uint8_t bayerPattern,
                                         int algType) KVX_NOEXCEPT;
+/** @} */
 
 /**
  * Converts between two records, as the typed functions do.
@@ -79,7 +81,7 @@ KVX_API uint32_t BayerToBGR_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _
  * bytes. A 16-bit source writes 16-bit samples, unless the destination is of depth class 8 bits: then the samples are
  * scaled by 2^-(bits - 8) of the source format, rounded to nearest even and saturated.
  *
- * @param src, dst as for KvxBayer_ConvertImage()
+ * @param src,dst as for KvxBayer_ConvertImage()
  * @param algType as above
  * @return as above; 0x80050007 also for null records and sources that are not an unpacked Bayer format
  */

@@ -31,8 +31,8 @@ enum KvxParamAccess { KvxParamAccess_Read = 1, KvxParamAccess_Write = 2 };
 
 /** A parameter's value, as `type` says. */
 typedef union _KvxParamValue {
-    int64_t asInt;
-    double asFloat;
+    int64_t asInt;  /**< of KvxParamType_Int */
+    double asFloat; /**< of KvxParamType_Float */
 } _KvxParamValue;
 
 /** Describes one parameter: what a component registers, and what a caller gets back by index. */
@@ -42,10 +42,10 @@ typedef struct _KvxStParam {
     char name[256];              /**< NUL-terminated */
     uint8_t reserved264[40];     /**< zero */
     _KvxParamValue defaultValue; /**< may lie below `minValue`; see the rule for DBL_MIN above */
-    _KvxParamValue minValue;
-    _KvxParamValue maxValue;
-    uint8_t reserved328[8]; /**< zero */
-    void* value;            /**< the int64_t or double that holds the current value; owned by the component */
+    _KvxParamValue minValue;     /**< the least that setters take */
+    _KvxParamValue maxValue;     /**< the most that setters take */
+    uint8_t reserved328[8];      /**< zero */
+    void* value;                 /**< the int64_t or double that holds the current value; owned by the component */
 } _KvxStParam;
 
 static_assert(sizeof(_KvxStParam) == 344 && offsetof(_KvxStParam, name) == 8 &&
@@ -61,6 +61,7 @@ public:
 
     /** 5 for the Bayer component, 6 for the TrueSense component (KvxComponentType). */
     virtual uint8_t GetComponentTypeID() noexcept = 0;
+    /** How many parameters there are. */
     virtual uint32_t GetParamCount() noexcept = 0;
     /**
      * The name of the parameter with a zero-based index in order of registration, NUL-padded to `*size` bytes; an empty
@@ -74,16 +75,21 @@ public:
     virtual uint32_t GetParamAsString(const char* name, char* buffer, uint32_t* size, const char* format) noexcept = 0;
     /** Reads the whole of `text` as a value of the parameter's type, in the form that GetParamAsString() writes. */
     virtual uint32_t SetParamAsString(const char* name, const char* text) noexcept = 0;
+    /** @{ Stores a value of the named type; the rules above hold. */
     virtual uint32_t SetParamBool(const char* name, bool value) noexcept = 0;
     virtual uint32_t SetParamInt(const char* name, int64_t value) noexcept = 0;
     virtual uint32_t SetParamFloat(const char* name, double value) noexcept = 0;
     virtual uint32_t SetParamString(const char* name, const char* text) noexcept = 0;
     virtual uint32_t SetParamArray(const char* name, const void* data, uint32_t byteCount) noexcept = 0;
+    /** @} */
+    /** @{ Reads a value of the named type, which is written on success only. */
     virtual uint32_t GetParamBool(const char* name, bool* value) noexcept = 0;
     virtual uint32_t GetParamInt(const char* name, int64_t* value) noexcept = 0;
     virtual uint32_t GetParamFloat(const char* name, double* value) noexcept = 0;
     virtual uint32_t GetParamString(const char* name, char* buffer, uint32_t* size) noexcept = 0;
     virtual uint32_t GetParamArray(const char* name, void* data, uint32_t* byteCount) noexcept = 0;
+    /** @} */
+    /** Runs a command. */
     virtual uint32_t RunCommand(const char* name) noexcept = 0;
 };
 #else
@@ -92,8 +98,10 @@ typedef struct KvxComponent KvxComponent;
 
 KVX_EXTERN_C_BEGIN
 
-/*
- * The class's operations for C. A null component gives 0x80000008; GetComponentTypeID and GetParamCount then give 0.
+/**
+ * @{
+ * The class's operation of this name for C. A null component gives 0x80000008; GetComponentTypeID and GetParamCount
+ * then give 0.
  */
 KVX_API uint8_t KvxComponent_GetComponentTypeID(KvxComponent* component) KVX_NOEXCEPT;
 KVX_API uint32_t KvxComponent_GetParamCount(KvxComponent* component) KVX_NOEXCEPT;
@@ -109,6 +117,7 @@ KVX_API uint32_t KvxComponent_GetParamInt(KvxComponent* component, const char* n
 KVX_API uint32_t KvxComponent_SetParamInt(KvxComponent* component, const char* name, int64_t value) KVX_NOEXCEPT;
 KVX_API uint32_t KvxComponent_GetParamFloat(KvxComponent* component, const char* name, double* value) KVX_NOEXCEPT;
 KVX_API uint32_t KvxComponent_SetParamFloat(KvxComponent* component, const char* name, double value) KVX_NOEXCEPT;
+/** @} */
 
 /**
  * The descriptor (type, access, range, default, address of the value) of the parameter with a zero-based index.

@@ -34,16 +34,16 @@ typedef struct _KvxImage {
 
 /** A region of an image, in pixels. */
 typedef struct _KvxRect {
-    uint32_t x;
-    uint32_t y;
-    uint32_t width;
-    uint32_t height;
+    uint32_t x;      /**< columns left of the region */
+    uint32_t y;      /**< rows above it */
+    uint32_t width;  /**< columns */
+    uint32_t height; /**< rows */
 } _KvxRect;
 
 /** The size of an image, in pixels. */
 typedef struct _KvxSize {
-    uint32_t width;
-    uint32_t height;
+    uint32_t width;  /**< columns */
+    uint32_t height; /**< rows */
 } _KvxSize;
 
 static_assert(sizeof(_KvxImage) == 96, "the image record is part of the binary interface");
@@ -60,6 +60,7 @@ static_assert(sizeof(_KvxSize) == 8 && offsetof(_KvxSize, height) == 4, "passed 
 inline bool operator==(const _KvxRect& a, const _KvxRect& b) noexcept {
     return a.x == b.x && a.y == b.y && a.width == b.width && a.height == b.height;
 }
+/** True when a field differs. */
 inline bool operator!=(const _KvxRect& a, const _KvxRect& b) noexcept {
     return !(a == b);
 }
@@ -67,6 +68,7 @@ inline bool operator!=(const _KvxRect& a, const _KvxRect& b) noexcept {
 inline bool operator==(const _KvxSize& a, const _KvxSize& b) noexcept {
     return a.width == b.width && a.height == b.height;
 }
+/** True when a field differs. */
 inline bool operator!=(const _KvxSize& a, const _KvxSize& b) noexcept {
     return !(a == b);
 }

@@ -23,7 +23,7 @@
 
 /** A log in the caller's buffer. The last message's NUL is written, not counted, and overwritten by the next one. */
 typedef struct LogText_t {
-    char* text;
+    char* text;      /**< the caller's buffer */
     uint32_t length; /**< characters so far */
 } LogText_t;
 
@@ -38,24 +38,26 @@ typedef struct ImageProcessParam {
     int32_t reserved;      /**< not read */
     int32_t monoEnable;    /**< 1: grey output */
     int32_t darkFloor;     /**< black level */
+    /** @{ White balance: factors of the samples behind each filter. */
     float redBalance;
     float greenBalance;
     float blueBalance;
     float panBalance;
-    float globalGain;       /**< applied when above 1 */
-    float analogGain;       /**< the sensor's gain: selects the noise model */
-    float ISOAnalogGain[5]; /**< ascending; slopes and intercepts belong to these gains */
-    float ISOPanSlope[5];   /**< variance of a sample of value x: slope x + intercept, in squared 12-bit steps */
-    float ISOPanIntercept[5];
-    float ISOColorSlope[5];
-    float ISOColorIntercept[5];
-    int32_t panRadius[3]; /**< of the passes over the low-resolution pan plane; below 1: no pass */
-    float panSigma[3];    /**< thresholds in standard deviations */
-    int32_t colorRadius[3];
-    float colorSigma[3];
-    float colorMatrix[9];      /**< row-major; row 0 gives red */
-    float sharpness[4];        /**< sharpenParam, maxSharpen, highLumaNoise, lowLumaNoise of Alg_Sharpness() */
-    const uint16_t* toneScale; /**< 4096 values 0 to 255; null: the built-in curve, whose address is written back */
+    /** @} */
+    float globalGain;           /**< applied when above 1 */
+    float analogGain;           /**< the sensor's gain: selects the noise model */
+    float ISOAnalogGain[5];     /**< ascending; slopes and intercepts belong to these gains */
+    float ISOPanSlope[5];       /**< variance of a sample of value x: slope x + intercept, in squared 12-bit steps */
+    float ISOPanIntercept[5];   /**< of pan */
+    float ISOColorSlope[5];     /**< of the colours, in the same way */
+    float ISOColorIntercept[5]; /**< of the colours */
+    int32_t panRadius[3];       /**< of the passes over the low-resolution pan plane; below 1: no pass */
+    float panSigma[3];          /**< thresholds in standard deviations */
+    int32_t colorRadius[3];     /**< of the passes over the colour differences */
+    float colorSigma[3];        /**< thresholds in standard deviations */
+    float colorMatrix[9];       /**< row-major; row 0 gives red */
+    float sharpness[4];         /**< sharpenParam, maxSharpen, highLumaNoise, lowLumaNoise of Alg_Sharpness() */
+    const uint16_t* toneScale;  /**< 4096 values 0 to 255; null: the built-in curve, whose address is written back */
 } ImageProcessParam;
 
 /** The working memory: a mode, and buffers with their sizes in bytes. */
@@ -69,12 +71,12 @@ typedef struct ImageProcessMemory {
     uint32_t lowPanSize;  /**< 4 L */
     void* full0;          /**< colour differences, or scratch */
     uint32_t full0Size;   /**< 4 N */
-    void* full1;
-    uint32_t full1Size; /**< 4 N */
-    void* full2;
-    uint32_t full2Size; /**< 4 N */
-    void* pan;          /**< full-resolution pan */
-    uint32_t panSize;   /**< 2 N */
+    void* full1;          /**< the same */
+    uint32_t full1Size;   /**< 4 N */
+    void* full2;          /**< the same */
+    uint32_t full2Size;   /**< 4 N */
+    void* pan;            /**< full-resolution pan */
+    uint32_t panSize;     /**< 2 N */
 } ImageProcessMemory;
 
 KVX_EXTERN_C_BEGIN
@@ -92,9 +94,9 @@ KVX_API int32_t Api_ImageProcess(ImageProcessParam* param, ImageProcessMemory* m
 /**
  * Where the stages that this thread calls take scratch memory from. Api_ImageProcess() sets it before every stage.
  *
- * @param begin first byte, `end` one past the last
- * @param buffer1 and
- * @param buffer2 buffers that some stages use besides
+ * @param begin first byte
+ * @param end one past the last
+ * @param buffer1,buffer2 what some stages use besides
  */
 KVX_API void Alg_SetScratch(void* begin, void* end, void* buffer1, void* buffer2) KVX_NOEXCEPT;
 
@@ -140,8 +142,8 @@ KVX_API int32_t Alg_WhiteBalance(const uint16_t* raw, int32_t width, int32_t hei
  * interpolated along edges.
  *
  * @param pan N gamma codes
- * @param panAt0 and
- * @param panAt1 L linear values each: pan at the colour sites of the even and of the odd rows
+ * @param panAt0,panAt1 L linear values each: pan at the colour sites of the even
+ *                      and of the odd rows
  * @return 0; -1 "... memory alloc error.\n". Scratch: 2 N bytes
  */
 KVX_API int32_t Alg_InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t width, int32_t height,
@@ -173,8 +175,8 @@ KVX_API int32_t Alg_ImpulseFilter(int32_t* plane, int32_t dataType, int32_t widt
  * Filters noise from the low-resolution colour differences, each of the four phases of their 2x2 mosaic by itself.
  *
  * @param lowColour L gamma codes: how bright it is where
- * @param sigmas and
- * @param radii of three passes; a radius below 1 skips its pass
+ * @param sigmas,radii of three passes; a radius below 1
+ *                     skips its pass
  * @return 0 or -1. Scratch: 14 L bytes
  */
 KVX_API int32_t Alg_LowColorDiffClean(const uint16_t* lowColour, int32_t* lowColorDiff, int32_t w2, int32_t h2,
@@ -222,7 +224,7 @@ KVX_API int32_t Alg_IterativeSigmaFilter(int32_t* plane, int32_t* copy, int32_t 
  * The colour differences at full resolution.
  *
  * @param cfaPattern as in ImageProcessParam
- * @param red, green and blue: 4 L values 16.16 each
+ * @param red,green,blue 4 L values 16.16 each
  * @return 0; -1 "CFA pattern error.\n", "CFA color error.\n", "pBuf memory alloc error.\n". Scratch: 16 L bytes, and
  *         12 L bytes of buffer 1
  */
@@ -268,8 +270,8 @@ KVX_API int32_t Alg_ColorCorrection(const int32_t* red, const int32_t* green, co
  * @param lowPan N values 16.16; receives display values
  * @param sharpenParam activity below this, times a falling function of brightness, is not sharpened
  * @param maxSharpen largest amount of sharpening
- * @param highLumaNoise and
- * @param lowLumaNoise share of the detail that is added in the brightest and the darkest places
+ * @param highLumaNoise share of the detail that is added in the brightest places
+ * @param lowLumaNoise share of the detail that is added in the darkest places
  * @return 0; -1 "pBuf memory alloc error.\n". Scratch: 4 N bytes, and as much of both buffers
  */
 KVX_API int32_t Alg_Sharpness(uint8_t* rgb, uint16_t* pan, int32_t* lowPan, int32_t width, int32_t height,

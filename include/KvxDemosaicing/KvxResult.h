@@ -11,6 +11,7 @@
 
 #include "KvxDemosaicing/KvxApi.h"
 
+/** The codes in the low bits of a result. */
 enum KvxResultCode {
     KvxResult_Success = 0,
     /** A step of the conversion failed, or there are no pixels to convert. Bare: depths that cannot be combined. */
@@ -26,6 +27,7 @@ enum KvxResultCode {
     KvxResult_NoMemory = 9     /**< working memory could not be allocated */
 };
 
+/** The component types in bits 16 to 23 of a failure. */
 enum KvxComponentType { KvxComponentType_ParamStorage = 0, KvxComponentType_Bayer = 5, KvxComponentType_TrueSense = 6 };
 
 KVX_EXTERN_C_BEGIN

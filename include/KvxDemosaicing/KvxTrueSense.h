@@ -40,17 +40,19 @@ typedef struct tagTrueSenseParam {
     int64_t horMirrored;         /**< flag: the sensor was read out from right to left */
     int64_t verMirrored;         /**< flag: the sensor was read out from bottom to top */
     int64_t monoEnable;          /**< flag, and from here to the colour matrix: the noise-reducing algorithms only */
-    int64_t impulseFilterEnable; /**< flag */
-    int64_t sharpnessEnable;     /**< flag */
+    int64_t impulseFilterEnable; /**< flag: outliers among the colour differences are clamped */
+    int64_t sharpnessEnable;     /**< flag: detail at full resolution is added, and edges are sharpened */
     int64_t darkFloor;           /**< black level at 12 bits */
+    /** @{ White balance: factors of the samples behind each filter. */
     double redGain;
     double greenGain;
     double blueGain;
     double panGain;
-    double globalGain;
-    double analogGain;
-    double
-        ISOAnalogGain_0; /**< noise model: five ascending gains, with slope and intercept of pan and colour at each */
+    /** @} */
+    double globalGain; /**< factor of all samples; applied when above 1 */
+    double analogGain; /**< the sensor's gain: selects the noise model */
+    /** @{ Noise model: five ascending gains, at each of which the variance of a sample x is slope x + intercept. */
+    double ISOAnalogGain_0;
     double ISOAnalogGain_1;
     double ISOAnalogGain_2;
     double ISOAnalogGain_3;
@@ -75,7 +77,9 @@ typedef struct tagTrueSenseParam {
     double ISOColorIntercept_2;
     double ISOColorIntercept_3;
     double ISOColorIntercept_4;
-    int64_t panRadius0; /**< radii and sigmas of the three filter passes; radius 0 skips a pass */
+    /** @} */
+    /** @{ Radii and sigmas of the three filter passes over pan and over the colours; radius 0 skips a pass. */
+    int64_t panRadius0;
     int64_t panRadius1;
     int64_t panRadius2;
     double panSigma0;
@@ -87,7 +91,9 @@ typedef struct tagTrueSenseParam {
     double colorSigma0;
     double colorSigma1;
     double colorSigma2;
-    double RR; /**< colour matrix: first letter the output, second the input; exactly the identity is not applied */
+    /** @} */
+    /** @{ Colour matrix: first letter the output, second the input; exactly the identity is not applied. */
+    double RR;
     double RG;
     double RB;
     double GR;
@@ -96,10 +102,11 @@ typedef struct tagTrueSenseParam {
     double BR;
     double BG;
     double BB;
-    double sharpenParam;
-    double maxSharpen;
-    double highLumaNoise;
-    double lowLumaNoise;
+    /** @} */
+    double sharpenParam;  /**< activity below this, times a falling function of brightness, is not sharpened */
+    double maxSharpen;    /**< largest amount of sharpening */
+    double highLumaNoise; /**< share of the detail that is added in the brightest places */
+    double lowLumaNoise;  /**< share of the detail that is added in the darkest places */
     /** KVX_TONE_TABLE_SIZE output values of 12 bits, by 12-bit input; the caller's. Null: the built-in curve. */
     const uint16_t* toneTable;
 } tagTrueSenseParam;
@@ -120,8 +127,11 @@ public:
 
     /** The parameter interface; lives as long as this object. */
     virtual KvxComponent* GetComponent() noexcept = 0;
+    /** Same as KvxTrueSense_ConvertImage(). */
     virtual uint32_t ConvertImage(const _KvxImage* src, _KvxImage* dst) noexcept = 0;
+    /** Same as KvxTrueSense_AllocData(). */
     virtual uint32_t AllocData(const _KvxImage* src, _KvxImage* dst) noexcept = 0;
+    /** Same as KvxTrueSense_ReleaseData(). */
     virtual void ReleaseData() noexcept = 0;
 
 protected:

@@ -29,6 +29,7 @@
 
 KVX_EXTERN_C_BEGIN
 
+/** @{ One frame by the arguments and rules above. */
 KVX_API uint32_t TrueSenseToRGB_8u_C1C3R(const uint8_t* src, _KvxRect roi, _KvxSize size, int srcLineStep,
                                          int pixelDepth, uint8_t* dst, int dstLineStep, unsigned char grid,
                                          tagTrueSenseParam* params, int algType, bool temporary) KVX_NOEXCEPT;
@@ -65,6 +66,7 @@ KVX_API uint32_t TrueSenseToRGB_16u_C1C4R(const uint16_t* src, _KvxRect roi, _Kv
 KVX_API uint32_t TrueSenseToBGR_16u_C1C4R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep,
                                           int pixelDepth, uint16_t* dst, int dstLineStep, unsigned char grid,
                                           tagTrueSenseParam* params, int algType, bool temporary) KVX_NOEXCEPT;
+/** @} */
 
 /**
  * Converts between two records by the typed function that fits them.
@@ -72,8 +74,8 @@ KVX_API uint32_t TrueSenseToBGR_16u_C1C4R(const uint16_t* src, _KvxRect roi, _Kv
  * 8-bit sources: "RGB8", "BGR8", "RGBa8", "BGRa8" by the 8u functions. 10 to 14 bits: the same by the 16u8u functions,
  * "RGB10" to "RGB16" and "BGR10" to "BGR16" by the 16u three-channel ones. The region is the whole frame.
  *
- * @param src, dst as for KvxTrueSense_ConvertImage()
- * @param params, algType, temporary as above
+ * @param src,dst as for KvxTrueSense_ConvertImage()
+ * @param params,algType,temporary as above
  * @return as above; 0x80060007 also for null records, sources that are not TrueSense, other destinations and line steps
  *         past INT_MAX
  */

@@ -30,8 +30,8 @@ namespace kvx::frame {
 
 /** An algorithm of a family. */
 struct Algorithm {
-    const char* name;
-    int64_t number;  ///< value of the component's parameter
+    const char* name;  ///< for example "edge-aware"
+    int64_t number;    ///< value of the component's parameter
 };
 
 /** The algorithms that the library has for a family, the default first; none for Mono and Colour. */
@@ -44,10 +44,14 @@ class KVX_API Converter {
 public:
     /** @throws Error 0x80070007 for Family::Colour */
     explicit Converter(Family family);
+    /** A converter that has been moved from can be assigned to or destroyed. */
     Converter(Converter&&) noexcept;
+    /** As above. */
     Converter& operator=(Converter&&) noexcept;
+    /** Gives back all memory. */
     ~Converter();
 
+    /** The family that it was made for. */
     Family SourceFamily() const noexcept;
 
     /**
@@ -63,6 +67,7 @@ public:
      * @throws Error with the store's result: unknown name (with the nearest), wrong type, out of range
      */
     void SetParameter(const std::string& name, const std::string& value);
+    /** The value of a parameter in that form. @throws Error 0x80000002 for an unknown name */
     std::string Parameter(const std::string& name) const;
     /** All parameters, in order of registration; none for mono. */
     std::vector<_KvxStParam> Parameters() const;
@@ -97,13 +102,13 @@ private:
 
 /** Settings of one conversion; empty means default. */
 struct Options {
-    std::string algorithm;
+    std::string algorithm;                                        ///< see Converter::SetAlgorithm()
     std::vector<std::pair<std::string, std::string>> parameters;  ///< name and value
-    int threads = 0;
-    std::optional<Finish> finish;
+    int threads = 0;                                              ///< see Converter::SetThreads()
+    std::optional<Finish> finish;                                 ///< see Converter::SetFinish()
 };
 
-/** One frame by a Converter of its own. For many frames keep a Converter: it keeps its memory. @throws as above */
+/** One frame by a Converter of its own. For many frames keep one: it keeps its memory. @throws Error as above */
 KVX_API void Convert(const SourceView& source, const DestinationView& destination, const Options& options = {});
 
 }  // namespace kvx::frame

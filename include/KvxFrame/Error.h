@@ -22,7 +22,9 @@ constexpr uint32_t kComponentType = 7;
 /** What was refused: what() is a sentence for users that names the fix, Result() the code for programs. */
 class KVX_API Error : public std::runtime_error {
 public:
+    /** @param result a failure @param sentence what() */
     Error(uint32_t result, const std::string& sentence) : std::runtime_error(sentence), m_result(result) {}
+    /** Defined in the library, where the class's type information stays. */
     ~Error() override;
 
     /** A failure as in KvxResult.h: one of this layer's (component type 7), or what a component returned. */

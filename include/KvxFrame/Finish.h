@@ -26,10 +26,10 @@ namespace kvx::frame {
 
 /** Factors of the colours: more than 0, at most 64. */
 struct Gains {
-    double red = 1;
-    double green = 1;
-    double blue = 1;
-    double pan = 1;  ///< clear sites of TrueSense, and mono frames
+    double red = 1;    ///< red sites
+    double green = 1;  ///< green sites
+    double blue = 1;   ///< blue sites
+    double pan = 1;    ///< clear sites of TrueSense, and mono frames
 };
 
 /** How white balance is found in a frame. */
@@ -39,6 +39,7 @@ enum class WhiteBalance : uint8_t {
     WhitePatch  ///< the brightest 1 % of the frame become grey: highlights have the colour of the light
 };
 
+/** From linear light to what is stored. */
 enum class ToneCurve : uint8_t {
     Linear,
     Srgb,  ///< IEC 61966-2-1
@@ -47,13 +48,13 @@ enum class ToneCurve : uint8_t {
 
 /** What is done to the values of a frame. The default leaves them linear, from black 0 to white. */
 struct Finish {
-    uint32_t blackLevel = 0;  ///< in samples of the source; less than white
-    uint32_t whiteLevel = 0;  ///< the sample at which the sensor clips; 0: 2^bits - 1
-    WhiteBalance whiteBalance = WhiteBalance::Given;
-    Gains gains;  ///< applied on top of what is found
+    uint32_t blackLevel = 0;                          ///< in samples of the source; less than white
+    uint32_t whiteLevel = 0;                          ///< the sample at which the sensor clips; 0: 2^bits - 1
+    WhiteBalance whiteBalance = WhiteBalance::Given;  ///< whether gains are found in the frame, and how
+    Gains gains;                                      ///< applied on top of what is found
     /** Row by row: red, green and blue out of red, green and blue. Rows that sum to 1 leave grey grey. -64 to 64. */
     std::array<double, 9> matrix = {1, 0, 0, 0, 1, 0, 0, 0, 1};
-    ToneCurve tone = ToneCurve::Linear;
+    ToneCurve tone = ToneCurve::Linear;  ///< the last step
     /** Output of 16 bits over input from black to white: 2 to 65536 values, straight lines between. */
     std::vector<uint16_t> table;
 };

@@ -42,7 +42,7 @@ enum class Order : uint8_t { Rgb, Bgr, Rgba, Bgra, Rgbx, Bgrx };
 
 /** A pixel format. Default: "Mono8". */
 struct Format {
-    Family family = Family::Mono;
+    Family family = Family::Mono;   ///< what a pixel is
     uint8_t bits = 8;               ///< significant bits of a sample: 8, 10, 12, 14 or 16
     Layout layout = Layout::Plain;  ///< always Plain for 8 bits and for colour
     /**
@@ -52,9 +52,11 @@ struct Format {
     uint8_t phase = 0;
     Order order = Order::Rgb;  ///< of colour; Rgb for the others
 };
+/** Whether all fields are equal. */
 constexpr bool operator==(const Format& a, const Format& b) noexcept {
     return a.family == b.family && a.bits == b.bits && a.layout == b.layout && a.phase == b.phase && a.order == b.order;
 }
+/** Whether a field differs. */
 constexpr bool operator!=(const Format& a, const Format& b) noexcept {
     return !(a == b);
 }
@@ -80,8 +82,8 @@ enum class Scheme : uint8_t {
 
 /** One name of a format. */
 struct FormatName {
-    Scheme scheme;
-    std::string name;
+    Scheme scheme;     ///< who uses it
+    std::string name;  ///< as it is written there
 };
 
 /**

@@ -1,4 +1,7 @@
-/** @file All of the frame layer: formats, packings, views, geometry, finish, conversion, mosaicing. */
+/**
+ * @file
+ * All of the frame layer: formats, packings, views, geometry, finish, conversion, mosaicing.
+ */
 #ifndef KVXFRAME_KVXFRAME_H
 #define KVXFRAME_KVXFRAME_H
 

@@ -17,7 +17,8 @@ namespace kvx::frame {
 
 /** Variance = slope x signal + intercept, with signal and noise in 12-bit codes. */
 struct NoiseLine {
-    double slope, intercept;
+    double slope;      ///< variance for each code of the signal
+    double intercept;  ///< variance without light
 
     /** Standard deviation at a signal; 0 where the line has fallen below 0. */
     KVX_API double DeviationAt(double signal) const;

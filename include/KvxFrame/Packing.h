@@ -97,9 +97,10 @@ enum class RowPadding : uint8_t {
 
 /** What a packed image looks like. */
 struct PackedImage {
-    Packing packing;
-    uint32_t width, height;  ///< samples in a row and rows: 1 to 2^31 - 1
-    RowPadding padding = RowPadding::Line;
+    Packing packing;                        ///< of its samples
+    uint32_t width;                         ///< samples in a row: 1 to 2^31 - 1
+    uint32_t height;                        ///< rows: 1 to 2^31 - 1
+    RowPadding padding = RowPadding::Line;  ///< how rows follow each other
     /** Bytes from the start of a row to that of the next, at least PackedBytes(packing, width). 0: just these. With
      *  image padding rows have no such step: 0. */
     size_t lineStep = 0;

@@ -25,24 +25,24 @@ struct SourceView {
      */
     ptrdiff_t stride = 0;
     size_t capacity = 0;  ///< bytes that the buffer has from its lowest row on
-    Format format;
+    Format format;        ///< a mosaic or mono format
     /**
      * The sensor was read out from right to left (bottom to top), while `format` names the mosaic as the sensor has it:
      * its first pixel is the last of a row (of the last row). For TrueSense only; a mirrored Bayer mosaic is another
      * phase. Mirrored() in Geometry.h sets them.
      */
     bool horMirrored = false;
-    bool verMirrored = false;
+    bool verMirrored = false;  ///< see above
 };
 
-/** A picture to be written. Fields as above; samples are where the format says, nothing else is written. */
+/** A picture to be written. Samples are where the format says, nothing else is written. */
 struct DestinationView {
-    void* data = nullptr;
-    uint32_t width = 0;
-    uint32_t height = 0;
-    ptrdiff_t stride = 0;
-    size_t capacity = 0;
-    Format format;
+    void* data = nullptr;  ///< first byte of the top row
+    uint32_t width = 0;    ///< pixels
+    uint32_t height = 0;   ///< rows
+    ptrdiff_t stride = 0;  ///< as in SourceView
+    size_t capacity = 0;   ///< as in SourceView
+    Format format;         ///< a colour format
 };
 
 /** Bytes that `height` rows with this stride (0: without padding) take, from the first to the last that matters. */
@@ -55,6 +55,7 @@ KVX_API uint64_t ImageBytes(const Format& format, uint32_t width, uint32_t heigh
  * @throws Error 0x80070008 for null data, 0x80070007 for all else
  */
 KVX_API void Validate(const SourceView& source);
+/** The same for a picture. */
 KVX_API void Validate(const DestinationView& destination);
 
 }  // namespace kvx::frame
