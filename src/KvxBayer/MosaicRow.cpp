@@ -1,5 +1,7 @@
 #include "KvxBayer/MosaicRow.h"
 
+#include <cstring>
+
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "KvxBayer/MosaicRow.cpp"
 #include <hwy/foreach_target.h>  // compiles this file once per instruction set
@@ -32,15 +34,12 @@ HWY_INLINE V Difference(V a, V b) {
     return hn::Sub(hn::Max(a, b), hn::Min(a, b));
 }
 
-// How three vectors of samples, and the three samples of one pixel, are stored.
+// How three vectors of samples are stored.
 
 template <class T>
 struct StoreSamples {
     static constexpr size_t kBytes = sizeof(T);
     explicit StoreSamples(int /*shift*/) {}
-    void One(T sample, uint8_t* out) const {
-        std::memcpy(out, &sample, sizeof sample);
-    }
     void Many(Vec<T> a, Vec<T> b, Vec<T> c, uint8_t* out) const {
         if constexpr (HWY_TARGET == HWY_EMU128) {  // stores sample by sample, which odd addresses do not allow
             T samples[size_t{48} / sizeof(T)];     // three vectors of 16 bytes
@@ -68,9 +67,6 @@ struct StoreBytes {
 
 struct StoreShifted : StoreBytes<StoreShifted> {
     using StoreBytes::StoreBytes;
-    void One(uint16_t sample, uint8_t* out) const {
-        *out = static_cast<uint8_t>(sample >> shift);
-    }
     Vec<uint16_t> Reduced(Vec<uint16_t> samples) const {
         return hn::ShiftRightSame(samples, shift);
     }
@@ -78,9 +74,6 @@ struct StoreShifted : StoreBytes<StoreShifted> {
 
 struct StoreRounded : StoreBytes<StoreRounded> {
     using StoreBytes::StoreBytes;
-    void One(uint16_t sample, uint8_t* out) const {
-        *out = RoundedByte(sample, shift);
-    }
     Vec<uint16_t> Reduced(Vec<uint16_t> samples) const {
         const Tag<uint16_t> words;
         const auto justBelowHalf = hn::Set(words, static_cast<uint16_t>((1 << (shift - 1)) - 1));
@@ -127,13 +120,20 @@ HWY_INLINE void ConvertVector(const MosaicRow& row, size_t column, const Store& 
         store.Many(otherColour, green, rowColour, out);
 }
 
-template <class T, class Store>
-void ConvertSite(const MosaicRow& row, size_t column, const Store& store, uint8_t* out) {
-    const MosaicPixel<T> pixel = PixelAt<T>(row, column);
-    out += 3 * column * Store::kBytes;
-    store.One(row.rowColourFirst ? pixel.rowColour : pixel.otherColour, out);
-    store.One(pixel.green, out + Store::kBytes);
-    store.One(row.rowColourFirst ? pixel.otherColour : pixel.rowColour, out + 2 * Store::kBytes);
+/** A row with at most as many sites between its ends as a vector has lanes: it is widened to a vector on the way. */
+template <class T, GreenRule rule, class Store>
+void ConvertNarrow(const MosaicRow& row, const Store& store, uint8_t* out) {
+    constexpr size_t lanes = hn::MaxLanes(Tag<T>()), pixel = 3 * Store::kBytes;
+    T samples[3][lanes + 2] = {};
+    uint8_t pixels[(lanes + 1) * pixel];
+    MosaicRow wide = row;
+    const uint8_t** const wideRows[] = {&wide.above, &wide.centre, &wide.below};
+    for (size_t i = 0; i < 3; ++i) {
+        std::memcpy(samples[i], *wideRows[i], row.width * sizeof(T));
+        *wideRows[i] = reinterpret_cast<const uint8_t*>(samples[i]);
+    }
+    ConvertVector<T, rule>(wide, 1, store, pixels);
+    std::memcpy(out + pixel, pixels + pixel, (row.width - 2) * pixel);
 }
 
 template <class T, GreenRule rule, class Store>
@@ -141,12 +141,11 @@ void ConvertSites(const MosaicRow& row, uint8_t* out) {
     const Store store(row.output.shift);
     const size_t lanes = hn::Lanes(Tag<T>());
     const size_t end = row.width - 1;
-    size_t column = 1;
-    for (; column + lanes <= end; column += lanes) ConvertVector<T, rule>(row, column, store, out);
-    if (column < end && end > lanes) {
-        ConvertVector<T, rule>(row, end - lanes, store, out);  // the rest, and once more some that are done
+    if (end <= lanes) {
+        ConvertNarrow<T, rule>(row, store, out);
     } else {
-        for (; column < end; ++column) ConvertSite<T>(row, column, store, out);
+        for (size_t column = 1; column + lanes <= end; column += lanes) ConvertVector<T, rule>(row, column, store, out);
+        ConvertVector<T, rule>(row, end - lanes, store, out);  // the rest, and once more some that are done
     }
     constexpr size_t pixel = 3 * Store::kBytes;
     std::memcpy(out, out + pixel, pixel);
