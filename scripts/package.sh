@@ -11,6 +11,7 @@ export SOURCE_DATE_EPOCH
 # Debian's flags: hardening, and no path of this machine in the binaries. -g only where the build asks for it itself.
 export DEB_BUILD_MAINT_OPTIONS=hardening=+bindnow DEB_CFLAGS_MAINT_STRIP=-g DEB_CXXFLAGS_MAINT_STRIP=-g
 eval "$(dpkg-buildflags --export=sh)"
+export CFLAGS="$CFLAGS $CPPFLAGS" CXXFLAGS="$CXXFLAGS $CPPFLAGS"  # CMake does not read CPPFLAGS
 
 cmake --preset package -DKVX_PACKAGE_MAINTAINER="$maintainer" "$@"
 cmake --build --preset package

@@ -14,7 +14,7 @@ fi
 if has_package gstreamer1.0-kvxdemosaic; then
     get gstreamer1.0-kvxdemosaic gstreamer1.0-tools gstreamer1.0-plugins-bad
     gst-inspect-1.0 kvxdemosaic > /dev/null
-    gst-launch-1.0 -q videotestsrc num-buffers=3 ! video/x-raw,format=RGBA,width=320,height=240 ! rgb2bayer ! \
+    gst-launch-1.0 -q videotestsrc num-buffers=3 ! video/x-raw,width=320,height=240 ! rgb2bayer ! \
         video/x-bayer,format=rggb ! kvxdemosaic ! video/x-raw,format=RGB ! filesink location=/tmp/frames
     [ "$(stat -c %s /tmp/frames)" -eq $((3 * 320 * 240 * 3)) ]
     echo "the GStreamer element converts frames"
