@@ -116,7 +116,7 @@ TEST(BatchRun, CropAndFlip) {
     EXPECT_EQ(cv::norm(cut(cv::Rect(1, 1, 4, 3)), whole(cv::Rect(2, 2, 4, 3)), cv::NORM_INF), 0);
 }
 
-#ifndef __SANITIZE_ADDRESS__  // whose memory is not the tool's
+#ifndef KVX_SANITIZED  // a sanitizer's memory is not the tool's
 TEST(BatchRun, MemoryStaysFlat) {
     const TemporaryDirectory directory;
     const std::string frame = directory.Write("a_512x512_BayerRG12.raw", Bytes(2 * 512 * 512, 5));
