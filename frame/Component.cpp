@@ -96,8 +96,7 @@ void Component::SetParameter(const std::string& name, const std::string& value) 
                              ? fmt::format("; it takes {} to {}", parameter.minValue.asInt, parameter.maxValue.asInt)
                              : "; it takes a number";
         }
-        if (advice.empty())
-            advice = fmt::format("; did you mean {}?", fmt::join(NearestNames(name, names, 3), ", "));
+        if (advice.empty()) advice = fmt::format("; did you mean {}?", fmt::join(NearestNames(name, names, 3), ", "));
     }
     RequireStored(result, fmt::format("{}={}", name, value), advice);
 }

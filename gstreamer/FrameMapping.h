@@ -38,7 +38,7 @@ private:
  *
  * @throws frame::Error for a GstVideoMeta that leaves the buffer
  */
-frame::SourceView ViewFrame(const MappedBuffer& buffer, const FrameFormat& format, ptrdiff_t stride);
+frame::SourceView ViewFrame(const MappedBuffer& buffer, const FrameFormat& frame, ptrdiff_t stride);
 
 /** A picture in a buffer: where its GstVideoMeta says, else as `info` has it. @throws as above */
 frame::DestinationView ViewPicture(const MappedBuffer& buffer, const GstVideoInfo& info, const frame::Format& format);

@@ -184,8 +184,8 @@ const char* TypeName(const Format& format) {
     return format.layout == Layout::BigEndian ? ">u2" : "uint16";
 }
 
-frame::SourceView SourceOf(const py::object& array, const Format& format, const GivenSize& size) {
-    return FrameOf<frame::SourceView>(RequireArray(array, "frame"), format, size, "frame");
+frame::SourceView SourceOf(const py::object& object, const Format& format, const GivenSize& size) {
+    return FrameOf<frame::SourceView>(RequireArray(object, "frame"), format, size, "frame");
 }
 
 frame::DestinationView FrameDestinationOf(const py::object& object, const Format& format, const GivenSize& size) {

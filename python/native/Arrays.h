@@ -18,15 +18,15 @@ struct GivenSize {
  * A frame in an array: two dimensions with any step from row to row, or one with the size given. Samples are uint8 or
  * uint16 as the format has them, packed ones bytes. The array must outlive the view. @throws frame::Error
  */
-frame::SourceView SourceOf(const pybind11::object& array, const frame::Format& format, const GivenSize& size);
-frame::DestinationView FrameDestinationOf(const pybind11::object& array, const frame::Format& format,
+frame::SourceView SourceOf(const pybind11::object& object, const frame::Format& format, const GivenSize& size);
+frame::DestinationView FrameDestinationOf(const pybind11::object& object, const frame::Format& format,
                                           const GivenSize& size);
 
 /** A picture in an array of rows, columns and samples. @throws frame::Error */
-frame::DestinationView PictureDestinationOf(const pybind11::object& array, const frame::Format& format);
+frame::DestinationView PictureDestinationOf(const pybind11::object& object, const frame::Format& format);
 
 /** A picture to be read: its format follows from the array; `isBlueFirst` tells what an array cannot. */
-frame::SourceView PictureOf(const pybind11::object& array, bool isBlueFirst);
+frame::SourceView PictureOf(const pybind11::object& object, bool isBlueFirst);
 
 /** New arrays of any content. */
 pybind11::array NewPicture(const frame::Format& format, uint32_t width, uint32_t height);

@@ -14,7 +14,7 @@ namespace {
 template <class Make, class Fill>
 py::object Filled(const py::object& out, const Make& make, const Format& format, uint32_t width, uint32_t height,
                   const Fill& fill) {
-    const py::object array = out.is_none() ? py::object(make()) : out;
+    py::object array = out.is_none() ? py::object(make()) : out;
     const frame::DestinationView view = FrameDestinationOf(array, format, {width, height});
     {
         const py::gil_scoped_release noGil;
