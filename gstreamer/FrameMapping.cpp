@@ -37,7 +37,7 @@ ptrdiff_t FindStride(size_t size, const FrameFormat& frame) {
     constexpr ptrdiff_t kNoPadding = 0;  // rows of packed samples may then begin within a byte
     const uint64_t rowBytes = frame::RowBytes(frame.format, frame.width);
     const uint64_t padded = (rowBytes + 3) / 4 * 4;
-    if (size == bytesWith(kNoPadding)) {
+    if (size == bytesWith(kNoPadding) && size != rowBytes * frame.height) {  // small frames fit both: whole bytes win
         return kNoPadding;
     }
     if (size != rowBytes * frame.height && size >= bytesWith(padded)) {

@@ -132,7 +132,7 @@ KVX_API size_t PackedImageBytes(const PackedImage& image);
  *
  * @param size     bytes that the whole image takes, padding behind its last row included
  * @param multiple with line padding, rows take a multiple of so many bytes: 1 to 65536
- * @return the image; with line padding where both paddings give this size, which then mean the same bytes
+ * @return the image; with line padding where both paddings give this size, as a small image's may
  * @throws Error 0x80070007 when `size` is neither of the two possible ones, which what() names; or a number is out of
  *         range
  */

@@ -45,6 +45,14 @@ TEST(GStreamerStride, OfPackedFramesMayBeWithinAByte) {
     element.ExpectPicture(MakeBuffer(packed), words.view);
 }
 
+TEST(GStreamerStride, OfASmallPackedFrameThatFitsBothIsWholeBytes) {
+    const frame::TestFrame packed = frame::MakeNoise(frame::FormatByName("BayerRG10p"), 3, 3);
+    ASSERT_EQ(packed.bytes.size(), frame::ImageBytes(packed.view.format, 3, 3, 0));
+    FrameElement element("packing=pfnc");
+    element.SetCaps("rggb10le", packed.view, "RGB");
+    element.ExpectPicture(MakeBuffer(packed.bytes), packed.view);
+}
+
 TEST(GStreamerStride, IsThePropertysOrTheVideoMetas) {
     const frame::TestFrame frame = FrameWithStride("rggb12le", 23, 7, 61);
     FrameElement element("stride=61");
