@@ -1,7 +1,7 @@
 #include "KvxFrame/Geometry.h"
 
 #include "frame/Fail.h"
-#include "frame/FormatTables.h"
+#include "frame/formats/FormatTables.h"
 
 namespace kvx::frame {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "frame/Checks.h"
 #include "frame/Fail.h"
-#include "frame/FormatTables.h"
+#include "frame/formats/FormatTables.h"
 
 namespace kvx::frame {
 uint64_t ImageBytes(const Format& format, uint32_t width, uint32_t height, ptrdiff_t stride) {

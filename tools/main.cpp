@@ -2,14 +2,14 @@
 #include <csignal>
 #include <sstream>
 
-#include "tools/Console.h"
-#include "tools/ConvertCommand.h"
-#include "tools/DemoCommand.h"
-#include "tools/FormatsCommand.h"
-#include "tools/MosaicCommand.h"
-#include "tools/PackCommand.h"
-#include "tools/ParamsCommand.h"
 #include "tools/ToolError.h"
+#include "tools/console/Console.h"
+#include "tools/convert/ConvertCommand.h"
+#include "tools/demo/DemoCommand.h"
+#include "tools/frames/MosaicCommand.h"
+#include "tools/frames/PackCommand.h"
+#include "tools/lists/FormatsCommand.h"
+#include "tools/lists/ParamsCommand.h"
 #include "tools/look/BenchCommand.h"
 #include "tools/look/CompareCommand.h"
 #include "tools/look/ExplainCommand.h"

@@ -16,11 +16,11 @@
 #include "KvxFrame/Converter.h"
 #include "gstreamer/Element.h"
 #include "quality/Cpsnr.h"
-#include "tools/Formats.h"
-#include "tools/InputFile.h"
-#include "tools/Mosaic.h"
-#include "tools/PictureDecoder.h"
-#include "tools/Scene.h"
+#include "tools/demo/Scene.h"
+#include "tools/files/InputFile.h"
+#include "tools/files/PictureDecoder.h"
+#include "tools/frames/Formats.h"
+#include "tools/frames/Mosaic.h"
 
 namespace {
 

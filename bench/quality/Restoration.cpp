@@ -10,7 +10,7 @@
 
 #include "KvxDemosaicing/KvxDemosaicing.h"
 #include "KvxTrueSense/TrueSenseParams.h"
-#include "tools/Mosaic.h"
+#include "tools/frames/Mosaic.h"
 
 namespace kvx::quality {
 namespace {

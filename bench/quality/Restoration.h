@@ -8,7 +8,7 @@
 
 #include "KvxDemosaicing/KvxTrueSense.h"
 #include "peers/Peers.h"
-#include "tools/Picture.h"
+#include "tools/files/Picture.h"
 
 namespace kvx::quality {
 

@@ -10,8 +10,8 @@
 #include "quality/FlatField.h"
 #include "quality/NoiseFigures.h"
 #include "quality/NoisePictures.h"
-#include "tools/TextTable.h"
 #include "tools/ToolError.h"
+#include "tools/console/TextTable.h"
 
 namespace {
 

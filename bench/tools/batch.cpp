@@ -10,12 +10,12 @@
 #include <opencv2/imgproc.hpp>
 #include <thread>
 
-#include "tools/Batch.h"
-#include "tools/Formats.h"
-#include "tools/FrameConversion.h"
-#include "tools/Mosaic.h"
-#include "tools/OutputFile.h"
-#include "tools/Scene.h"
+#include "tools/convert/Batch.h"
+#include "tools/demo/Scene.h"
+#include "tools/files/OutputFile.h"
+#include "tools/frames/Formats.h"
+#include "tools/frames/FrameConversion.h"
+#include "tools/frames/Mosaic.h"
 
 namespace {
 

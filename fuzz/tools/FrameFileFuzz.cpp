@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <sstream>
 
-#include "tools/FrameName.h"
-#include "tools/Pnm.h"
-#include "tools/RawLayout.h"
 #include "tools/ToolRefusals.h"
+#include "tools/files/FrameName.h"
+#include "tools/files/Pnm.h"
+#include "tools/files/RawLayout.h"
 
 using namespace kvx::fuzz;
 using namespace kvx::tool;

@@ -4,10 +4,10 @@
 
 #include "KvxFrame/Converter.h"
 #include "support/Refusals.h"
-#include "tools/Arguments.h"
-#include "tools/FinishOptions.h"
-#include "tools/FrameOptions.h"
 #include "tools/ToolRefusals.h"
+#include "tools/console/Arguments.h"
+#include "tools/convert/FinishOptions.h"
+#include "tools/frames/FrameOptions.h"
 
 using namespace kvx::fuzz;
 using namespace kvx::tool;

@@ -1,6 +1,6 @@
 // Sidecars: the input is the content of one.
-#include "tools/Sidecar.h"
 #include "tools/ToolRefusals.h"
+#include "tools/files/Sidecar.h"
 
 using namespace kvx::fuzz;
 using namespace kvx::tool;

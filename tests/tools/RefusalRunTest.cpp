@@ -4,8 +4,8 @@
 
 #include "TemporaryDirectory.h"
 #include "ToolRun.h"
-#include "tools/PictureEncoder.h"
-#include "tools/Pnm.h"
+#include "tools/files/PictureEncoder.h"
+#include "tools/files/Pnm.h"
 
 namespace kvx::tool {
 namespace {

@@ -5,8 +5,8 @@
 
 #include "TemporaryDirectory.h"
 #include "ToolRun.h"
-#include "tools/PictureDecoder.h"
-#include "tools/PictureEncoder.h"
+#include "tools/files/PictureDecoder.h"
+#include "tools/files/PictureEncoder.h"
 
 namespace kvx::tool {
 namespace {

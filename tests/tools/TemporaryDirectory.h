@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "tools/Bytes.h"
+#include "tools/files/Bytes.h"
 
 namespace kvx::tool {
 

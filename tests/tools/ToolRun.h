@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/Bytes.h"
+#include "tools/files/Bytes.h"
 
 namespace kvx::tool {
 

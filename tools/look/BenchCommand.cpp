@@ -8,12 +8,12 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "tools/Arguments.h"
-#include "tools/Console.h"
-#include "tools/Formats.h"
-#include "tools/FrameConversion.h"
-#include "tools/RawLayout.h"
-#include "tools/TextTable.h"
+#include "tools/console/Arguments.h"
+#include "tools/console/Console.h"
+#include "tools/console/TextTable.h"
+#include "tools/files/RawLayout.h"
+#include "tools/frames/Formats.h"
+#include "tools/frames/FrameConversion.h"
 #include "tools/look/Benchmark.h"
 #include "tools/look/CameraLinks.h"
 

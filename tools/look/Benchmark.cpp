@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <opencv2/imgproc.hpp>
 
-#include "tools/Mosaic.h"
-#include "tools/Scene.h"
+#include "tools/demo/Scene.h"
+#include "tools/frames/Mosaic.h"
 #include "tools/look/PictureView.h"
 #include "tools/look/Stopwatch.h"
 

@@ -8,16 +8,16 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "tools/Console.h"
-#include "tools/FinishOptions.h"
-#include "tools/FrameConversion.h"
-#include "tools/FrameOptions.h"
-#include "tools/FrameReader.h"
-#include "tools/InputFile.h"
-#include "tools/OutputFile.h"
-#include "tools/PictureDecoder.h"
-#include "tools/PictureEncoder.h"
-#include "tools/TextTable.h"
+#include "tools/console/Console.h"
+#include "tools/console/TextTable.h"
+#include "tools/convert/FinishOptions.h"
+#include "tools/files/InputFile.h"
+#include "tools/files/OutputFile.h"
+#include "tools/files/PictureDecoder.h"
+#include "tools/files/PictureEncoder.h"
+#include "tools/frames/FrameConversion.h"
+#include "tools/frames/FrameOptions.h"
+#include "tools/frames/FrameReader.h"
 #include "tools/look/BusyPlaces.h"
 #include "tools/look/CompareSheet.h"
 

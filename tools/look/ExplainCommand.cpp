@@ -7,9 +7,9 @@
 #include <memory>
 
 #include "KvxFrame/Format.h"
-#include "tools/Console.h"
-#include "tools/TextTable.h"
 #include "tools/ToolError.h"
+#include "tools/console/Console.h"
+#include "tools/console/TextTable.h"
 #include "tools/look/FormatDrawing.h"
 
 namespace kvx::tool {

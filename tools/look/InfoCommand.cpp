@@ -6,10 +6,11 @@
 #include <nlohmann/json.hpp>
 
 #include "KvxFrame/Converter.h"
-#include "tools/Console.h"
-#include "tools/FrameOptions.h"
-#include "tools/FrameReader.h"
-#include "tools/TextTable.h"
+#include "tools/console/Console.h"
+#include "tools/console/TextTable.h"
+#include "tools/files/InputFile.h"
+#include "tools/frames/FrameOptions.h"
+#include "tools/frames/FrameReader.h"
 #include "tools/look/FormatDrawing.h"
 #include "tools/look/Readings.h"
 #include "tools/look/SampleStatistics.h"

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "tools/RawFrame.h"
+#include "tools/files/RawFrame.h"
 
 namespace kvx::tool {
 

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "tools/RawFrame.h"
+#include "tools/files/RawFrame.h"
 
 namespace kvx::tool {
 

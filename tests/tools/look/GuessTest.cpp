@@ -4,7 +4,7 @@
 
 #include <opencv2/imgproc.hpp>
 
-#include "tools/Mosaic.h"
+#include "tools/frames/Mosaic.h"
 
 namespace kvx::tool {
 namespace {

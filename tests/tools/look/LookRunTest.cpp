@@ -4,9 +4,9 @@
 
 #include "TemporaryDirectory.h"
 #include "ToolRun.h"
-#include "tools/PictureDecoder.h"
-#include "tools/PictureEncoder.h"
-#include "tools/Scene.h"
+#include "tools/demo/Scene.h"
+#include "tools/files/PictureDecoder.h"
+#include "tools/files/PictureEncoder.h"
 #include "tools/look/BusyPlaces.h"
 #include "tools/look/SampleStatistics.h"
 

@@ -1,0 +1,74 @@
+#include "KvxFrame/Converter.h"
+
+#include "frame/Checks.h"
+#include "frame/Fail.h"
+#include "frame/convert/Component.h"
+#include "frame/convert/ConverterImpl.h"
+
+namespace kvx::frame {
+Converter::Converter(Family family) : m_impl(std::make_unique<ConverterImpl>(family)) {}
+Converter::Converter(Converter&&) noexcept = default;
+Converter& Converter::operator=(Converter&&) noexcept = default;
+Converter::~Converter() = default;
+
+Family Converter::SourceFamily() const noexcept {
+    return m_impl->family;
+}
+
+void Converter::SetAlgorithm(std::string_view nameOrNumber) {
+    if (!m_impl->component) Fail(KvxResult_UnknownName, "mono frames have no algorithms: leave out '{}'", nameOrNumber);
+    m_impl->component->SetAlgorithm(nameOrNumber);
+}
+
+std::string Converter::AlgorithmName() const {
+    return m_impl->component ? m_impl->component->AlgorithmName() : "";
+}
+
+void Converter::SetParameter(const std::string& name, const std::string& value) {
+    if (!m_impl->component) Fail(KvxResult_UnknownName, "mono frames have no parameters: leave out {}", name);
+    m_impl->component->SetParameter(name, value);
+}
+
+std::string Converter::Parameter(const std::string& name) const {
+    if (!m_impl->component) Fail(KvxResult_UnknownName, "mono frames have no parameters: leave out {}", name);
+    return m_impl->component->Parameter(name);
+}
+
+std::vector<_KvxStParam> Converter::Parameters() const {
+    return m_impl->component ? m_impl->component->Parameters() : std::vector<_KvxStParam>();
+}
+
+void Converter::SetThreads(int count) {
+    CheckThreads(count);
+    m_impl->threads = count;
+}
+
+void Converter::SetFinish(std::optional<Finish> finish) {
+    if (finish) Validate(*finish);
+    m_impl->finish = std::move(finish);
+    m_impl->tone.Forget();
+}
+
+void Converter::Convert(const SourceView& source, const DestinationView& destination) {
+    m_impl->Convert(source, destination);
+}
+
+Gains Converter::LastGains() const noexcept {
+    return m_impl->lastGains;
+}
+
+void Converter::Release() noexcept {
+    m_impl->Release();
+}
+
+void Convert(const SourceView& source, const DestinationView& destination, const Options& options) {
+    Validate(source);
+    Converter converter(source.format.family);
+    for (const auto& [name, value] : options.parameters) converter.SetParameter(name, value);
+    if (!options.algorithm.empty()) converter.SetAlgorithm(options.algorithm);
+    converter.SetThreads(options.threads);
+    converter.SetFinish(options.finish);
+    converter.Convert(source, destination);
+}
+
+}  // namespace kvx::frame

@@ -1,0 +1,164 @@
+#include "frame/convert/ConverterImpl.h"
+
+#include <omp.h>
+
+#include <cmath>
+
+#include "frame/Checks.h"
+#include "frame/Fail.h"
+#include "frame/finish/Balance.h"
+
+namespace kvx::frame {
+namespace {
+
+constexpr double kLargestGain = 64, kLargestCoefficient = 64;
+constexpr double kWhite = 65535;
+
+/** OpenMP's thread count for a while; 0 leaves it. */
+class ThreadCountScope {
+public:
+    explicit ThreadCountScope(int count) : m_previous(omp_get_max_threads()) {
+        if (count > 0) omp_set_num_threads(count);
+    }
+    ThreadCountScope(const ThreadCountScope&) = delete;
+    ThreadCountScope& operator=(const ThreadCountScope&) = delete;
+    ~ThreadCountScope() {
+        omp_set_num_threads(m_previous);
+    }
+
+private:
+    int m_previous;
+};
+
+bool IsBlueFirst(Order order) {
+    return order == Order::Bgr || order == Order::Bgra || order == Order::Bgrx;
+}
+
+ptrdiff_t StepOf(const DestinationView& view) {
+    return view.stride != 0 ? view.stride : static_cast<ptrdiff_t>(RowBytes(view.format, view.width));
+}
+
+PixelMatrix MatrixFor(const Finish& finish, uint32_t white) {
+    PixelMatrix matrix;
+    for (size_t i = 0; i < matrix.size(); ++i) matrix[i] = static_cast<float>(finish.matrix[i] * (kWhite / white));
+    return matrix;
+}
+
+}  // namespace
+
+void Validate(const Finish& finish) {
+    for (const double gain : {finish.gains.red, finish.gains.green, finish.gains.blue, finish.gains.pan})
+        if (!(gain > 0 && gain <= kLargestGain))
+            Fail(KvxResult_OutOfRange, "a gain of {}: give more than 0, at most {}", gain, kLargestGain);
+    for (const double coefficient : finish.matrix)
+        if (!(std::abs(coefficient) <= kLargestCoefficient))
+            Fail(KvxResult_OutOfRange, "a matrix coefficient of {}: give -{} to {}", coefficient, kLargestCoefficient,
+                 kLargestCoefficient);
+    if (finish.tone == ToneCurve::Table && (finish.table.size() < 2 || finish.table.size() > 65536))
+        Fail(KvxResult_OutOfRange, "a tone table of {} entries: give 2 to 65536", finish.table.size());
+}
+
+ConverterImpl::ConverterImpl(Family frameFamily) : family(frameFamily) {
+    if (family == Family::Bayer) component = MakeBayerComponent();
+    if (family == Family::TrueSense) component = MakeTrueSenseComponent();
+    if (family == Family::Colour)
+        Fail(KvxResult_InvalidArgument, "colour pictures are not converted: there is no mosaic");
+}
+
+void ConverterImpl::Release() noexcept {
+    m_mosaic.Release();
+    m_picture.Release();
+    m_meter = {};
+    tone = {};
+    if (component) component->Release();
+}
+
+void ConverterImpl::Check(const SourceView& source, const DestinationView& destination) const {
+    Validate(source);
+    Validate(destination);
+    if (source.format.family != family)
+        Fail(KvxResult_InvalidArgument, "this converter is for another family than {}: make one for it",
+             Name(source.format));
+    CheckSameSize(source, destination);
+    if (finish) CheckLevels(source, *finish);
+    CheckApart(source, destination);
+}
+
+/** The component's own mirror parameters, when set, say the same as the view's flags. */
+SourceView ConverterImpl::WithMirrorParameters(SourceView source) const {
+    if (family == Family::TrueSense) {
+        source.horMirrored = source.horMirrored || component->IntParameter("horMirrored") != 0;
+        source.verMirrored = source.verMirrored || component->IntParameter("verMirrored") != 0;
+    }
+    return source;
+}
+
+Gains ConverterImpl::GainsFor(const SourceView& source) {
+    if (!finish) return {};
+    if (finish->whiteBalance == WhiteBalance::Given) return finish->gains;
+    const Gains found = m_meter.Measure(source, *finish);
+    return {found.red * finish->gains.red, found.green * finish->gains.green, found.blue * finish->gains.blue,
+            found.pan * finish->gains.pan};
+}
+
+/** Converts into the destination's own memory where its pixels have room for the component's. */
+DestinationView ConverterImpl::Demosaic(const SourceView& mosaic, const DestinationView& destination,
+                                        const Route& route) {
+    DestinationView picture = destination;
+    picture.format = {Family::Colour, route.pictureBits, Layout::Plain, 0,
+                      IsBlueFirst(destination.format.order) ? Order::Bgr : Order::Rgb};
+    picture.stride = StepOf(destination);
+    if (picture.stride < 0 || RowBytes(picture.format, 1) > RowBytes(destination.format, 1)) {
+        picture.stride = static_cast<ptrdiff_t>(RowBytes(picture.format, picture.width));
+        picture.data = m_picture.Of(static_cast<size_t>(picture.stride) * picture.height);
+    }
+    if (const uint32_t result = component->Convert(mosaic, picture, finish.has_value()); KvxResult_Failed(result))
+        throw Error(result,
+                    fmt::format("{} to {} with algorithm {}: {} (0x{:08X})", Name(mosaic.format),
+                                Name(destination.format), component->AlgorithmName(), KvxResult_Text(result), result));
+    return picture;
+}
+
+const uint16_t* ConverterImpl::TableFor(const Route& route, uint8_t bits) {
+    if (finish) return tone.Curve(*finish, bits);
+    if (route.pictureBits > 8 && bits == 8) return tone.UpperByte(route.pictureBits);
+    const uint32_t white = (1u << bits) - 1;
+    return route.pictureWhite == white ? nullptr : tone.Scaling(route.pictureWhite, bits);
+}
+
+void ConverterImpl::MakePicture(const uint8_t* in, ptrdiff_t inStride, const PictureStep& step,
+                                const DestinationView& destination) {
+    auto* const out = static_cast<uint8_t*>(destination.data);
+    const ptrdiff_t outStride = StepOf(destination);
+#pragma omp parallel for schedule(static)
+    for (int64_t row = 0; row < int64_t{destination.height}; ++row)
+        MakePictureRow(step, in + row * inStride, out + row * outStride, destination.width);
+}
+
+void ConverterImpl::Convert(const SourceView& given, const DestinationView& destination) {
+    Check(given, destination);
+    const ThreadCountScope scope(threads);
+    const SourceView source = WithMirrorParameters(given);
+    const uint8_t bits = destination.format.bits;
+    const uint8_t monoBits = finish ? 16 : source.format.bits;
+    const Route route = component ? component->RouteFor(source.format, bits, finish.has_value())
+                                  : Route{WithBits(Unpacked(source.format), monoBits), monoBits, (1u << monoBits) - 1};
+    const Gains gains = GainsFor(source);
+    const SourceView mosaic = m_mosaic.Make(source, route.mosaic, finish ? &*finish : nullptr, gains);
+    const uint16_t* const table = TableFor(route, bits);
+    const PixelMatrix matrix = finish ? MatrixFor(*finish, route.pictureWhite) : PixelMatrix{};
+
+    PictureStep step{1, route.pictureBits > 8 ? 2u : 1u, destination.format, finish ? &matrix : nullptr, table};
+    if (component) {
+        const DestinationView picture = Demosaic(mosaic, destination, route);
+        step.channels = 3;
+        const bool isDone = picture.data == destination.data && SamplesPerPixel(destination.format) == 3 &&
+                            picture.format.bits == bits && !table;
+        if (!isDone) MakePicture(static_cast<const uint8_t*>(picture.data), picture.stride, step, destination);
+    } else {
+        MakePicture(static_cast<const uint8_t*>(mosaic.data), mosaic.stride, step, destination);
+    }
+    lastGains = gains;
+}
+
+}  // namespace kvx::frame

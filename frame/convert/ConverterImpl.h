@@ -1,0 +1,43 @@
+/** The way of a frame: mosaic, component, last step. */
+#pragma once
+
+#include "frame/convert/Component.h"
+#include "frame/convert/MosaicMaker.h"
+#include "frame/convert/PictureRow.h"
+#include "frame/finish/GainMeter.h"
+#include "frame/finish/ToneTable.h"
+
+namespace kvx::frame {
+
+/** Checks a finish alone, without a frame. @throws Error 0x80070004 */
+void Validate(const Finish& finish);
+
+class ConverterImpl {
+public:
+    explicit ConverterImpl(Family family);
+
+    void Convert(const SourceView& given, const DestinationView& destination);
+    void Release() noexcept;
+
+    Family family;
+    std::unique_ptr<Component> component;  // none for mono
+    std::optional<Finish> finish;
+    int threads = 0;
+    ToneTable tone;
+    Gains lastGains;
+
+private:
+    void Check(const SourceView& source, const DestinationView& destination) const;
+    SourceView WithMirrorParameters(SourceView source) const;
+    Gains GainsFor(const SourceView& source);
+    DestinationView Demosaic(const SourceView& mosaic, const DestinationView& destination, const Route& route);
+    const uint16_t* TableFor(const Route& route, uint8_t bits);
+    void MakePicture(const uint8_t* in, ptrdiff_t inStride, const PictureStep& step,
+                     const DestinationView& destination);
+
+    GainMeter m_meter;
+    MosaicMaker m_mosaic;
+    Buffer m_picture;
+};
+
+}  // namespace kvx::frame

@@ -1,0 +1,66 @@
+#include "frame/finish/Balance.h"
+
+#include <cmath>
+
+#include "frame/Fail.h"
+#include "frame/SampleRow.h"
+
+namespace kvx::frame {
+namespace {
+
+constexpr int kFinestScale = 17;
+constexpr double kLargestFactor = 65535;
+
+double GainOf(char filter, const Gains& gains) {
+    switch (filter) {
+        case 'R':
+            return gains.red;
+        case 'G':
+            return gains.green;
+        case 'B':
+            return gains.blue;
+        default:
+            return gains.pan;
+    }
+}
+
+/** The most binary places with which `factor` still takes 16 bits. */
+int ScaleFor(double factor) {
+    int scale = kFinestScale;
+    while (scale > 0 && std::ceil(std::ldexp(factor, scale)) > kLargestFactor) --scale;
+    return scale;
+}
+
+}  // namespace
+
+void CheckLevels(const SourceView& source, const Finish& finish) {
+    const uint32_t white = WhiteLevel(finish, source.format);
+    if (white > White(source.format))
+        Fail(KvxResult_InvalidArgument, "a white level of {}: {} ends at {}", white, Name(source.format),
+             White(source.format));
+    if (finish.blackLevel >= white)
+        Fail(KvxResult_InvalidArgument, "a black level of {} leaves nothing of {}: white is {}", finish.blackLevel,
+             Name(source.format), white);
+}
+
+Balance::Balance(const SourceView& source, const Finish& finish, const Gains& gains, uint8_t bits) {
+    const uint32_t white = WhiteLevel(finish, source.format);
+    const int leftShift = 16 - source.format.bits;
+    const uint32_t black = finish.blackLevel << leftShift;
+    const uint32_t limit = (1u << bits) - 1;
+    const double stretch = static_cast<double>(limit) / ((white << leftShift) - black);
+    const double largest = stretch * std::max({gains.red, gains.green, gains.blue, gains.pan});
+    const int scale = ScaleFor(largest);
+    for (uint32_t row = 0; row < m_rows.size(); ++row) {
+        RowBalance& balance = m_rows[row];
+        balance = {static_cast<uint16_t>(white), static_cast<uint8_t>(leftShift), static_cast<uint16_t>(black),
+                   static_cast<uint8_t>(scale),  static_cast<uint16_t>(limit),    {}};
+        for (uint32_t column = 0; column < balance.factors.size(); ++column) {
+            const double factor = stretch * GainOf(StoredFilterAt(source, row, column), gains);
+            balance.factors[column] =
+                static_cast<uint16_t>(std::min(std::ceil(std::ldexp(factor, scale)), kLargestFactor));
+        }
+    }
+}
+
+}  // namespace kvx::frame

@@ -1,0 +1,138 @@
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "ExpectToolError.h"
+#include "TemporaryDirectory.h"
+#include "ToolRun.h"
+#include "tools/convert/Batch.h"
+#include "tools/files/PictureDecoder.h"
+
+namespace kvx::tool {
+namespace {
+
+TEST(BatchPlan, NamesPictures) {
+    const TemporaryDirectory directory;
+    const std::string existing = directory.Path("");
+    EXPECT_EQ(PlanFiles({"a.raw", "b.png"}, "")[0].output, "b.png");
+    EXPECT_EQ(PlanFiles({"in/a.b.raw"}, existing)[0].output, existing + "a.b.png");
+    const std::vector<FileTask> tasks = PlanFiles({"in/a.raw", "-"}, "new/{stem}_{stem}.TIF");
+    EXPECT_EQ(tasks[0].output, "new/a_a.TIF");
+    EXPECT_EQ(tasks[1].output, "new/stdin_stdin.TIF");
+    EXPECT_EQ(tasks[1].kind, PictureKind::Tiff);
+    // Two pictures of one name, a picture in the place of another frame.
+    ExpectToolError(ExitCode::Usage, "y/a.raw", [] { PlanFiles({"x/a.raw", "y/a.raw"}, "out/"); });
+    ExpectToolError(ExitCode::Usage, "has already", [] { PlanFiles({"x/a.raw", "x/./a.png"}, "x/{stem}.png"); });
+}
+
+TEST(Batch, ThreadsAreSharedAmongFrames) {
+    struct Case {
+        size_t files;
+        int jobs, threads, expectedJobs, expectedThreads;
+    };
+    for (const Case& one : {Case{1, 0, 8, 1, 8},
+                            {3, 0, 8, 3, 2},
+                            {100, 0, 8, 8, 1},
+                            {100, 2, 8, 2, 4},
+                            {100, 16, 8, 16, 1},
+                            {2, 16, 1, 2, 1}}) {
+        const Workforce workforce = ShareThreads(one.files, one.jobs, one.threads);
+        EXPECT_EQ(workforce.jobs, one.expectedJobs) << one.files << " " << one.jobs;
+        EXPECT_EQ(workforce.threads, one.expectedThreads) << one.files << " " << one.jobs;
+    }
+}
+
+std::map<std::string, nlohmann::json> JsonByInput(const Bytes& output) {
+    std::map<std::string, nlohmann::json> objects;
+    std::istringstream lines(std::string(output.begin(), output.end()));
+    for (std::string line; std::getline(lines, line);) {
+        const nlohmann::json object = nlohmann::json::parse(line);
+        objects[object["input"]] = object;
+    }
+    return objects;
+}
+
+TEST(BatchRun, FailingFramesAreToldAndTheOthersDone) {
+    const TemporaryDirectory directory;
+    std::vector<std::string> arguments = {"convert", "--output", directory.Path("out/"), "--json", "--jobs", "3"};
+    for (int index = 0; index < 8; ++index) {
+        const std::string name = fmt::format("f{}_6x4_{}.raw", index, index % 2 == 0 ? "BayerRG8" : "Mono8");
+        arguments.push_back(directory.Write(name, Bytes(index == 5 ? 23 : 24, 100)));
+    }
+    arguments.push_back(directory.Path("missing_6x4_BayerRG8.raw"));
+    const ToolResult run = RunTool(arguments);
+    EXPECT_EQ(run.exitCode, 7);
+    EXPECT_NE(run.standardError.find("f5_6x4_Mono8.raw: holds 23 bytes"), std::string::npos) << run.standardError;
+    EXPECT_NE(run.standardError.find("missing_6x4_BayerRG8.raw: cannot be read"), std::string::npos);
+    EXPECT_NE(run.standardError.find("2 of 9 frames failed"), std::string::npos);
+
+    const std::map<std::string, nlohmann::json> objects = JsonByInput(run.standardOutput);
+    ASSERT_EQ(objects.size(), 9u);
+    for (const auto& [input, object] : objects) {
+        const bool isBad = input == arguments[11] || input == arguments.back();
+        EXPECT_EQ(object["status"], isBad ? "failed" : "converted") << input;
+        EXPECT_GE(object["seconds"], 0);
+        EXPECT_EQ(std::filesystem::exists(object["output"].get<std::string>()), !isBad) << input;
+        if (!isBad) {
+            EXPECT_EQ(object["width"], 6);
+            EXPECT_EQ(object["algorithm"], object["format"] == "Mono8" ? "" : "bilinear");
+        }
+    }
+    EXPECT_EQ(objects.at(arguments[11])["exitCode"], 4);
+    EXPECT_EQ(objects.at(arguments.back())["exitCode"], 3);
+}
+
+TEST(BatchRun, JsonThatNobodyTakesStopsTheRun) {
+    const TemporaryDirectory directory;
+    const std::string frame = directory.Write("a_6x4_BayerRG8.raw", Bytes(24, 100));
+    const ToolResult run =
+        RunTool({"convert", frame, directory.Path("a.png"), "--json"}, {.standardOutputPath = "/dev/full"});
+    EXPECT_EQ(run.exitCode, 5);
+}
+
+TEST(BatchRun, CropAndFlip) {
+    const TemporaryDirectory directory;
+    Bytes samples(8 * 6);
+    for (size_t index = 0; index < samples.size(); ++index) {
+        samples[index] = static_cast<uint8_t>(index * 97);
+    }
+    const std::string frame = directory.Write("a_8x6_BayerRG8.raw", samples);
+    const auto pixels = [&](std::vector<std::string> options) {
+        options.insert(options.begin(), {"convert", frame, "-"});
+        return DecodePicture(RunSuccessfully(options).standardOutput, "picture").pixels;
+    };
+    const cv::Mat whole = pixels({});
+    for (const auto& [how, code] : {std::pair{"vertical", 0}, {"horizontal", 1}, {"both", -1}}) {
+        cv::Mat flipped;
+        cv::flip(whole, flipped, code);
+        EXPECT_EQ(cv::norm(pixels({"--flip", how}), flipped, cv::NORM_INF), 0) << how;
+    }
+    // An odd corner moves the phase; away from the cut's border it makes no difference.
+    const cv::Mat cut = pixels({"--crop", "1,1,6,5"});
+    ASSERT_EQ(cut.size(), cv::Size(6, 5));
+    EXPECT_EQ(cv::norm(cut(cv::Rect(1, 1, 4, 3)), whole(cv::Rect(2, 2, 4, 3)), cv::NORM_INF), 0);
+}
+
+#ifndef KVX_SANITIZED  // a sanitizer's memory is not the tool's
+TEST(BatchRun, MemoryStaysFlat) {
+    const TemporaryDirectory directory;
+    const std::string frame = directory.Write("a_512x512_BayerRG12.raw", Bytes(2 * 512 * 512, 5));
+    const auto peak = [&](size_t frames) {
+        std::vector<std::string> arguments = {"convert", "--output", directory.Path("{stem}.ppm"), "--jobs", "2"};
+        for (size_t index = 0; index < frames; ++index) {
+            const std::string link = directory.Path(fmt::format("{}_{}_512x512_BayerRG12.raw", frames, index));
+            std::filesystem::create_symlink(frame, link);
+            arguments.push_back(link);
+        }
+        return RunSuccessfully(arguments).peakKilobytes;
+    };
+    const long few = peak(10);
+    EXPECT_LT(peak(100), few + 3 * 1024);  // two frames, where one that is kept each time would be 90
+}
+#endif
+
+}  // namespace
+}  // namespace kvx::tool

@@ -1,0 +1,44 @@
+#include "tools/files/InputFile.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <thread>
+
+#include "ExpectToolError.h"
+#include "TemporaryDirectory.h"
+
+namespace kvx::tool {
+namespace {
+
+/** Bytes that tell where they belong. */
+Bytes LongContent() {
+    Bytes content(5'000'001);
+    for (size_t index = 0; index < content.size(); ++index) {
+        content[index] = static_cast<uint8_t>(index % 251);
+    }
+    return content;
+}
+
+TEST(InputFile, ReadsFilesAndStreamsOfAnyLength) {
+    const TemporaryDirectory directory;
+    EXPECT_EQ(ReadInput(directory.Write("empty", {})), Bytes());
+    EXPECT_TRUE(ReadInput(directory.Write("long", LongContent())) == LongContent());
+
+    // A pipe tells no size and gives its content in pieces.
+    ASSERT_EQ(::mkfifo(directory.Path("pipe").c_str(), 0600), 0);
+    std::thread writer([&directory] { directory.Write("pipe", LongContent()); });
+    const Bytes received = ReadInput(directory.Path("pipe"));
+    writer.join();
+    EXPECT_TRUE(received == LongContent());
+}
+
+TEST(InputFile, FailuresNameTheFile) {
+    const TemporaryDirectory directory;
+    for (const std::string& path : {directory.Path("missing"), directory.Path("."), std::string()}) {
+        ExpectToolError(ExitCode::Input, path + ": cannot be read", [&path] { ReadInput(path); });
+    }
+}
+
+}  // namespace
+}  // namespace kvx::tool

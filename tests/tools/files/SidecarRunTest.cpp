@@ -1,0 +1,108 @@
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "ExpectToolError.h"
+#include "TemporaryDirectory.h"
+#include "ToolRun.h"
+#include "tools/frames/FrameReader.h"
+
+namespace kvx::tool {
+namespace {
+
+Bytes TextBytes(const std::string& text) {
+    return {text.begin(), text.end()};
+}
+
+TEST(Sidecar, OptionsWinOverItAndItOverTheName) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.Write("a_9x9_BayerGR8.raw", Bytes(5 + 2 * 4 + 3));
+    directory.Write("a_9x9_BayerGR8.json", TextBytes(R"({"format": "BayerBG8", "width": 2})"));
+    directory.Write("a_9x9_BayerGR8.raw.json",  // of the two this one counts
+                    TextBytes(R"({"bayer_pattern": "RGGB", "bits_per_sample": 8, "width": 3, "height": 3, "stride": 4,
+                                  "offset": 5, "black_level": 7, "white_level": 200, "camera": "any note",
+                                  "white_balance_gains": {"R": 2, "G": 1.0, "B": 1.5}})"));
+    const FrameInput input = ReadFrame(path, {});
+    EXPECT_EQ(frame::Name(input.frame.format), "BayerRG8");
+    EXPECT_EQ(input.frame.samples.size(), cv::Size(3, 3));
+    EXPECT_EQ(input.sidecar.blackLevel, 7u);
+    EXPECT_EQ(input.sidecar.whiteLevel, 200u);
+    EXPECT_EQ(input.sidecar.gains.value().red, 2);
+    EXPECT_NE(input.inferred.find("format BayerRG8, width 3, height 3, stride 4, offset 5 taken from " + path),
+              std::string::npos);
+
+    FrameRequest request;
+    request.width = 2;
+    request.format = frame::FormatByName("BayerGB8");
+    request.skipBytes = 6;
+    const FrameInput given = ReadFrame(path, request);
+    EXPECT_EQ(frame::Name(given.frame.format), "BayerGB8");
+    EXPECT_EQ(given.frame.samples.size(), cv::Size(2, 3));
+
+    FrameRequest alone;
+    alone.width = alone.height = 4;
+    alone.useSidecar = false;
+    EXPECT_EQ(ReadFrame(path, alone).inferred, "format BayerGR8 taken from its name");
+}
+
+TEST(Sidecar, BrokenOnesAreToldWithFileAndKey) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.Write("a_4x4_BayerGR8.raw", Bytes(16));
+    const std::vector<std::pair<const char*, const char*>> cases = {
+        {"{\"width\": 4", "a_4x4_BayerGR8.json: is no JSON object"},
+        {"[4, 4]", "is no JSON object"},
+        {R"({"width": "4"})", "\"width\" is \"4\""},
+        {R"({"height": -4})", "\"height\" is -4"},
+        {R"({"format": "BayerXY8"})", "no format \"BayerXY8\""},
+        {R"({"bayer_pattern": "RGB", "bits_per_sample": 8})", "\"bayer_pattern\" is \"RGB\""},
+        {R"({"white_balance_gains": {"R": 1, "G": 1}})", "\"white_balance_gains\" lacks"},
+        {R"({"colour_matrix": [1, 0, 0]})", "\"colour_matrix\""},
+    };
+    for (const auto& [content, told] : cases) {
+        directory.Write("a_4x4_BayerGR8.json", TextBytes(content));
+        ExpectToolError(ExitCode::Input, told, [&] { ReadFrame(path, {}); });
+    }
+}
+
+TEST(SidecarRun, WhatIsKnownGoesAlongFromFileToFile) {
+    const TemporaryDirectory directory;
+    const std::string frame = directory.Write("a.raw", {1, 2, 3, 4, 5, 6, 7, 8});
+    directory.Write("a.json", TextBytes(R"({"format": "BayerGB16", "width": 2, "height": 2, "black_level": 64,
+                                            "white_balance_gains": {"R": 2, "G": 1, "B": 1.5}})"));
+    RunSuccessfully({"pack", frame, directory.Path("b.bin"), "--layout", "big-endian"});
+    EXPECT_EQ(directory.Read("b.bin"), (Bytes{2, 1, 4, 3, 6, 5, 8, 7}));
+    RunSuccessfully({"unpack", directory.Path("b.bin"), directory.Path("c.raw")});
+    EXPECT_EQ(directory.Read("c.raw"), directory.Read("a.raw"));
+    nlohmann::json expected = nlohmann::json::parse(directory.Read("a.json"));
+    EXPECT_EQ(nlohmann::json::parse(directory.Read("c.raw.json")), expected);
+    expected["format"] = "BayerGB16be";
+    EXPECT_EQ(nlohmann::json::parse(directory.Read("b.bin.json")), expected);
+}
+
+TEST(SidecarRun, FinishTakesFromItWhatTheOptionsLeaveOpen) {
+    const TemporaryDirectory directory;
+    Bytes samples(12 * 8);
+    for (size_t index = 0; index < samples.size(); ++index) {
+        samples[index] = static_cast<uint8_t>(20 + index * 37 % 150);
+    }
+    const std::string plain = directory.Write("plain_12x8_BayerRG8.raw", samples);
+    const std::string noted = directory.Write("noted_12x8_BayerRG8.raw", samples);
+    directory.Write("noted_12x8_BayerRG8.json", TextBytes(R"({"black_level": 16, "white_level": 200,
+                                  "white_balance_gains": {"R": 2, "G": 1, "B": 1.5}})"));
+    const auto convert = [](const std::string& path, std::vector<std::string> options) {
+        options.insert(options.begin(), {"convert", path, "-"});
+        return RunSuccessfully(options).standardOutput;
+    };
+    EXPECT_EQ(convert(noted, {}), convert(plain, {}));
+    EXPECT_EQ(convert(noted, {"--tone", "srgb"}), convert(plain, {"--white-balance", "2,1,1.5", "--black-level", "16",
+                                                                  "--white-level", "200", "--tone", "srgb"}));
+    EXPECT_EQ(convert(noted, {"--white-balance", "1,1,1", "--black-level", "0", "--white-level", "255"}),
+              convert(plain, {"--black-level", "0"}));
+    EXPECT_EQ(convert(noted, {"--white-balance", "auto"}),
+              convert(plain, {"--white-balance", "white-patch", "--black-level", "16", "--white-level", "200"}));
+    EXPECT_NE(convert(plain, {"--white-balance", "white-patch"}), convert(plain, {"--white-balance", "grey-world"}));
+    EXPECT_EQ(convert(plain, {"--matrix", "0,0,0,0,0,0,0,0,0"}), convert(plain, {"--matrix", "0,0,0,0,0,0,0,0,-1"}));
+}
+
+}  // namespace
+}  // namespace kvx::tool

@@ -1,0 +1,109 @@
+#include "tools/frames/Mosaic.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+
+#include "TemporaryDirectory.h"
+#include "ToolRun.h"
+#include "tools/files/PictureEncoder.h"
+#include "tools/frames/Formats.h"
+
+namespace kvx::tool {
+namespace {
+
+/** Letters of the filters over the top left 4x4 pixels, found from what they let through. */
+std::string FiltersSeen(const frame::Format& format) {
+    const Picture picture{cv::Mat(6, 6, CV_8UC3, cv::Scalar(60, 90, 240)), 255};
+    const std::map<uint32_t, char> letters = {{60, 'B'}, {90, 'G'}, {240, 'R'}, {130, 'W'}};
+    const RawFrame frame = MakeMosaic(picture, format);
+    std::string seen;
+    for (int site = 0; site < 16; ++site) {
+        cv::Mat sample;
+        frame.samples(cv::Rect(site % 4, site / 4, 1, 1)).convertTo(sample, CV_16U);
+        const uint32_t value =
+            static_cast<uint32_t>(std::lround(sample.at<uint16_t>(0, 0) * 255.0 / frame::White(format)));
+        seen += letters.contains(value) ? letters.at(value) : '?';
+        seen += site % 4 == 3 ? " " : "";
+    }
+    return seen;
+}
+
+TEST(Mosaic, FiltersOfEveryLayout) {
+    const std::vector<std::pair<const char*, const char*>> cases = {
+        {"Mono", "WWWW WWWW WWWW WWWW "},
+        {"BayerGR", "GRGR BGBG GRGR BGBG "},
+        {"BayerRG", "RGRG GBGB RGRG GBGB "},
+        {"BayerGB", "GBGB RGRG GBGB RGRG "},
+        {"BayerBG", "BGBG GRGR BGBG GRGR "},
+        {"TrueSense_BGGR_WBBW_0_", "WBWG BWGW WGWR GWRW "},
+        {"TrueSense_GBRG_WGGW_0_", "WGWB GWBW WRWG RWGW "},
+        {"TrueSense_GRBG_WGGW_0_", "WGWR GWRW WBWG BWGW "},
+        {"TrueSense_RGGB_WRRW_0_", "WRWG RWGW WGWB GWBW "},
+        // One column to the right, one row down, both.
+        {"TrueSense_BGGR_WBBW_1_", "BWGW WGWB GWRW WRWG "},
+        {"TrueSense_BGGR_WBBW_2_", "BWGW WGWR GWRW WBWG "},
+        {"TrueSense_BGGR_WBBW_3_", "WGWB GWRW WRWG BWGW "},
+    };
+    for (const auto& [stem, filters] : cases) {
+        for (const char* bits : {"8", "10", "12", "14"}) {
+            const frame::Format format = RequireFormat(std::string(stem) + bits);
+            EXPECT_EQ(FiltersSeen(format), filters) << frame::Name(format);
+        }
+    }
+}
+
+TEST(Mosaic, ScalesFromAnyWhiteToTheFormatsOwn) {
+    struct Case {
+        int pictureType;
+        uint32_t maximum;
+        int value;
+        const char* format;
+        int sample;
+    };
+    const std::vector<Case> cases = {
+        {CV_8UC1, 255, 255, "BayerRG12", 4095},  {CV_8UC1, 255, 128, "BayerRG10", 514},  // 513.5 rounded
+        {CV_8UC3, 255, 127, "Mono8", 127},       {CV_16UC1, 65535, 65535, "BayerBG8", 255},
+        {CV_16UC3, 65535, 128, "BayerGR8", 0},   {CV_16UC3, 65535, 129, "BayerGR8", 1},
+        {CV_16UC1, 1023, 1023, "Mono16", 65535}, {CV_8UC3, 100, 50, "Mono14", 8192},  // 8191.5 rounded
+    };
+    for (const Case& expected : cases) {
+        const Picture picture{cv::Mat(2, 2, expected.pictureType, cv::Scalar::all(expected.value)), expected.maximum};
+        const RawFrame frame = MakeMosaic(picture, RequireFormat(expected.format));
+        cv::Mat samples;
+        frame.samples.convertTo(samples, CV_32S);
+        EXPECT_EQ(cv::countNonZero(samples != expected.sample), 0) << expected.format << ": " << samples;
+    }
+}
+
+TEST(Mosaic, SensorsWeighClearSitesAndSeeLinearLight) {
+    const Picture picture{cv::Mat(4, 4, CV_8UC3, cv::Scalar(0, 102, 204)), 255};
+    const auto first = [&](const char* format, const frame::Sensor& sensor) {
+        return MakeMosaic(picture, RequireFormat(format), sensor).samples.at<uint16_t>(0, 0);
+    };
+    EXPECT_EQ(first("TrueSense_BGGR_WBBW_0_12", {.panWeights = {3, 1, 0}}), 2867);  // 4095 x (3 x 0.8 + 0.4) / 4
+    EXPECT_EQ(first("TrueSense_BGGR_WBBW_0_12", {.panWeights = {0, 0, 2}}), 0);
+    EXPECT_EQ(first("BayerRG12", {.panWeights = {0, 0, 2}}), 3276);  // colour sites do not care
+    EXPECT_EQ(first("BayerRG12", {.isLinear = true}), 2473);         // 0.8 in sRGB is 0.6038 of the light
+}
+
+TEST(Mosaic, ToolAddsNoiseBySeed) {
+    const TemporaryDirectory directory;
+    const cv::Mat grey(8, 8, CV_8UC1, cv::Scalar(64));
+    const std::string picture = directory.Write("grey.png", EncodePicture({grey, 255}, PictureKind::Png));
+    const auto run = [&](std::vector<std::string> noise) {
+        noise.insert(noise.begin(), {"mosaic", picture, "-", "--format", "TrueSense_BGGR_WBBW_0_12"});
+        return RunSuccessfully(noise).standardOutput;
+    };
+    const auto expected = [&](uint64_t seed) {
+        const frame::Sensor sensor{.noise = frame::NoiseAt(23.96), .noiseSeed = seed};
+        return EncodeRaw(MakeMosaic({grey, 255}, RequireFormat("TrueSense_BGGR_WBBW_0_12"), sensor).samples);
+    };
+    EXPECT_EQ(run({"--analog-gain", "23.96"}), expected(1));
+    EXPECT_EQ(run({"--analog-gain", "23.96", "--seed", "5"}), expected(5));
+    EXPECT_EQ(run({}), EncodeRaw(cv::Mat(8, 8, CV_16UC1, cv::Scalar(1028))));
+}
+
+}  // namespace
+}  // namespace kvx::tool

@@ -1,0 +1,124 @@
+#include <gtest/gtest.h>
+
+#include <cfloat>
+
+#include <nlohmann/json.hpp>
+#include <set>
+#include <sstream>
+
+#include "TemporaryDirectory.h"
+#include "ToolRun.h"
+#include "tools/files/PictureDecoder.h"
+#include "tools/frames/Formats.h"
+
+namespace kvx::tool {
+namespace {
+
+std::vector<std::string> LinesOf(const std::vector<std::string>& arguments) {
+    const Bytes output = RunSuccessfully(arguments).standardOutput;
+    std::istringstream text(std::string(output.begin(), output.end()));
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(text, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+nlohmann::json JsonOf(const std::vector<std::string>& arguments) {
+    return nlohmann::json::parse(RunSuccessfully(arguments).standardOutput);
+}
+
+TEST(ListingRun, FormatsAsTableAndJson) {
+    const std::vector<std::string> lines = LinesOf({"formats"});
+    ASSERT_EQ(lines.size(), 134u);
+    const size_t codeColumn = lines[0].find("code");
+    const nlohmann::json rows = JsonOf({"formats", "--json"});
+    ASSERT_EQ(rows.size(), 133u);
+    for (size_t index = 0; index < rows.size(); ++index) {
+        const std::string name = rows[index]["name"];
+        const std::string code = rows[index]["code"];
+        EXPECT_EQ(lines[index + 1].find(name), 0u) << name;
+        EXPECT_EQ(lines[index + 1].find(code), codeColumn) << name;
+        const std::optional<frame::Format> format = frame::FindFormat(name);
+        EXPECT_TRUE(!format || frame::LibraryCode(*format) == std::stoul(code, nullptr, 16)) << name;
+    }
+    EXPECT_EQ(lines[42].substr(codeColumn), "0x0310042A  R G B G2                         14    source");
+    EXPECT_EQ(rows[41], (nlohmann::json{{"name", "BayerRG14"},
+                                        {"code", "0x0310042A"},
+                                        {"components", "R G B G2"},
+                                        {"bits", 14},
+                                        {"source", true},
+                                        {"destination", false}}));
+}
+
+TEST(ListingRun, Parameters) {
+    const nlohmann::json rows = JsonOf({"params", "bayer", "--json"});
+    ASSERT_EQ(rows.size(), 2u);
+    EXPECT_EQ(rows[0], (nlohmann::json{{"name", "BayerAlgType"},
+                                       {"type", "integer"},
+                                       {"default", 0},
+                                       {"minimum", 0},
+                                       {"maximum", 4},
+                                       {"value", 0},
+                                       {"access", "read/write"}}));
+    const nlohmann::json trueSense = JsonOf({"params", "truesense", "--json"});
+    ASSERT_EQ(trueSense.size(), 66u);
+    EXPECT_EQ(trueSense[10], (nlohmann::json{{"name", "redGain"},
+                                             {"type", "float"},
+                                             {"default", 1.0},
+                                             {"minimum", nullptr},
+                                             {"maximum", DBL_MAX},
+                                             {"value", 1.0},
+                                             {"access", "read/write"}}));
+    EXPECT_EQ(LinesOf({"params"})[1], "BayerAlgType  integer  0        0        4        0      read/write");
+}
+
+TEST(ListingRun, HelpTellsExitCodesAndExamples) {
+    for (const char* command : {"convert", "mosaic", "pack", "unpack", "formats", "params", "demo"}) {
+        EXPECT_GT(LinesOf({command, "--help"}).size(), 5u) << command;
+    }
+    const Bytes help = RunSuccessfully({"--help"}).standardOutput;
+    const std::string text(help.begin(), help.end());
+    EXPECT_NE(text.find("6 the library refused"), std::string::npos);
+    EXPECT_NE(text.find("Examples:"), std::string::npos);
+}
+
+TEST(DemoRun, WritesWhatItTellsAndConvertMakesTheSame) {
+    const TemporaryDirectory directory;
+    const std::vector<std::string> told = LinesOf({"demo", directory.Path("demo")});
+    std::set<std::string> written;
+    for (const auto& entry : std::filesystem::directory_iterator(directory.Path("demo"))) {
+        written.insert(entry.path().string());
+    }
+    EXPECT_EQ(std::set<std::string>(told.begin(), told.end()), written);
+    EXPECT_EQ(written.size(), 23u);
+
+    const cv::Mat scene = DecodePicture(directory.Read("demo/scene.png"), "scene").pixels;
+    const cv::Mat bilinear = DecodePicture(directory.Read("demo/scene_BayerBG16_bilinear.png"), "picture").pixels;
+    ASSERT_EQ(scene.size(), cv::Size(768, 512));
+    cv::Mat sceneBytes;
+    scene.convertTo(sceneBytes, CV_8U, 1 / 257.0);
+    EXPECT_GT(cv::PSNR(sceneBytes, bilinear), 15);
+
+    const std::string raw = directory.Path("demo/scene_768x512_BayerRG12.raw");
+    RunSuccessfully({"convert", raw, directory.Path("again.png"), "--algorithm", "edge-aware"});
+    EXPECT_EQ(directory.Read("again.png"), directory.Read("demo/scene_BayerRG12_edge-aware.png"));
+}
+
+TEST(MosaicRun, WritesSamplesInAnyLayoutAndPgmWithTheDepthsMaximum) {
+    const TemporaryDirectory directory;
+    const std::string picture =
+        directory.Write("p.ppm", {'P', '3', ' ', '1', ' ', '1', ' ', '3', ' ', '0', ' ', '3', ' ', '1'});
+    RunSuccessfully({"mosaic", picture, directory.Path("a.raw"), "--format", "BayerGR10"});
+    EXPECT_EQ(directory.Read("a.raw"), (Bytes{0xFF, 0x03}));
+    RunSuccessfully({"mosaic", picture, directory.Path("a.PGM"), "--format", "BayerGR10", "--no-sidecar"});
+    const std::string header = "P5\n1 1\n1023\n\x03\xFF";
+    EXPECT_EQ(directory.Read("a.PGM"), Bytes(header.begin(), header.end()));
+    EXPECT_EQ(RunSuccessfully({"mosaic", picture, "-", "--format", "Mono8"}).standardOutput, Bytes{113});
+    EXPECT_EQ(RunSuccessfully({"mosaic", picture, "-", "--format", "BayerGR12msb"}).standardOutput,
+              (Bytes{0xF0, 0xFF}));
+    EXPECT_EQ(directory.Entries(), (std::set<std::string>{"a.PGM", "a.raw", "a.raw.json", "p.ppm"}));
+}
+
+}  // namespace
+}  // namespace kvx::tool

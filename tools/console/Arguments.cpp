@@ -1,0 +1,69 @@
+#include "tools/console/Arguments.h"
+
+#include <charconv>
+#include <cmath>
+
+#include "tools/ToolError.h"
+
+namespace kvx::tool {
+
+uint64_t ParseNumber(const std::string& option, const std::string& text, uint64_t maximum) {
+    uint64_t number = 0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || stop != end || number > maximum) {
+        const std::string range = maximum == UINT64_MAX ? "" : fmt::format(" from 0 to {}", maximum);
+        Fail(ExitCode::Usage, "{}: '{}' is no usable whole number{}", option, text, range);
+    }
+    return number;
+}
+
+std::vector<double> ParseNumbers(const std::string& option, const std::string& text, size_t count) {
+    std::vector<double> numbers(count);
+    const char* next = text.data();
+    const char* end = next + text.size();
+    for (size_t index = 0; index < count; ++index) {
+        const auto [stop, error] = std::from_chars(next, end, numbers[index]);
+        const bool isSeparated = index + 1 < count ? stop != end && *stop == ',' : stop == end;
+        if (error != std::errc() || !isSeparated || !std::isfinite(numbers[index])) {
+            Fail(ExitCode::Usage, "{}: '{}' are not {} numbers with commas between, such as 0.3,0.6,0.1", option, text,
+                 count);
+        }
+        next = stop + 1;
+    }
+    return numbers;
+}
+
+std::array<double, 3> ParseWeights(const std::string& option, const std::string& text) {
+    const std::array<double, 3> weights = ParseNumbers<3>(option, text);
+    const auto [smallest, largest] = std::minmax_element(weights.begin(), weights.end());
+    if (*smallest < 0 || *largest == 0) {
+        Fail(ExitCode::Usage, "{}: '{}' are no weights: give three numbers such as 0.3,0.6,0.1, none below 0", option,
+             text);
+    }
+    return weights;
+}
+
+_KvxRect ParseRegion(const std::string& option, const std::string& text) {
+    const std::array<double, 4> given = ParseNumbers<4>(option, text);
+    std::array<uint32_t, 4> numbers{};
+    for (size_t index = 0; index < numbers.size(); ++index) {
+        const double number = given[index];
+        if (number < 0 || number > INT32_MAX || number != static_cast<uint32_t>(number)) {
+            Fail(ExitCode::Usage, "{}: '{}' is no region: give X,Y,WIDTH,HEIGHT in pixels", option, text);
+        }
+        numbers[index] = static_cast<uint32_t>(number);
+    }
+    return {numbers[0], numbers[1], numbers[2], numbers[3]};
+}
+
+void AddNumber(CLI::App& command, const std::string& option, std::optional<uint64_t>& number, const std::string& help,
+               uint64_t maximum) {
+    command
+        .add_option_function<std::string>(
+            option,
+            [option, maximum, &number](const std::string& text) { number = ParseNumber(option, text, maximum); }, help)
+        ->type_name("N");
+}
+
+}  // namespace kvx::tool

@@ -1,0 +1,78 @@
+#include "tools/convert/BatchPlan.h"
+
+#include <filesystem>
+#include <unordered_map>
+
+#include "tools/ToolError.h"
+
+namespace kvx::tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kStem = "{stem}";
+
+/** The pattern that `output` stands for; without a stem in it where it names a single file. */
+std::string PatternOf(const std::string& output) {
+    std::error_code error;
+    const bool isDirectory = output.ends_with('/') || (output != "-" && fs::is_directory(output, error));
+    return isDirectory ? (fs::path(output) / "{stem}.png").string() : output;
+}
+
+std::string Filled(std::string pattern, const std::string& input) {
+    const std::string stem = input == "-" ? "stdin" : fs::path(input).stem().string();
+    for (size_t at = pattern.find(kStem); at != std::string::npos; at = pattern.find(kStem, at + stem.size())) {
+        pattern.replace(at, kStem.size(), stem);
+    }
+    return pattern;
+}
+
+/** The same for every spelling of a path. */
+std::string Identity(const std::string& path) {
+    std::error_code error;
+    const fs::path whole = fs::weakly_canonical(path, error);
+    return path == "-" || error ? path : whole.string();
+}
+
+void RequireSeparateFiles(const std::vector<FileTask>& tasks) {
+    std::unordered_map<std::string, const FileTask*> users;
+    for (const FileTask& task : tasks) {
+        users.emplace(Identity(task.input), &task);
+    }
+    for (const FileTask& task : tasks) {
+        const auto [user, isNew] = users.emplace(Identity(task.output), &task);
+        if (!isNew && task.output != "-") {
+            Fail(ExitCode::Usage,
+                 "{}: is to become {}, which {} has already: rename a frame, or choose another --output", task.input,
+                 task.output, user->second->input);
+        }
+    }
+}
+
+}  // namespace
+
+std::vector<FileTask> PlanFiles(const std::vector<std::string>& files, const std::string& output) {
+    if (output.empty()) {
+        if (files.size() != 2) {
+            Fail(ExitCode::Usage, "{}: give a frame and its picture OUT, or frames and --output", files.front());
+        }
+        return {{files[0], files[1], PictureKindFor(files[1])}};
+    }
+    const std::string pattern = PatternOf(output);
+    if (files.size() > 1 && pattern.find(kStem) == std::string::npos) {
+        Fail(ExitCode::Usage,
+             "--output {}: is one file for {} frames: give a directory (ending in /) or a pattern such "
+             "as out/{{stem}}.png",
+             output, files.size());
+    }
+    const PictureKind kind = PictureKindFor(pattern);
+    std::vector<FileTask> tasks;
+    tasks.reserve(files.size());
+    for (const std::string& input : files) {
+        tasks.push_back({input, Filled(pattern, input), kind});
+    }
+    RequireSeparateFiles(tasks);
+    return tasks;
+}
+
+}  // namespace kvx::tool

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/files/PictureEncoder.h"
+
+namespace kvx::tool {
+
+/** One frame and the picture that it is to become. */
+struct FileTask {
+    std::string input;
+    std::string output;
+    PictureKind kind;
+};
+
+/**
+ * Pairs frames with pictures. `output` is empty (`files` is a frame and its picture), the picture of a single frame, a
+ * directory (existing, or with a slash at its end; pictures are PNG files there), or a pattern: "{stem}" in it stands
+ * for a frame's name without directory and extension. Throws ExitCode::Usage when that leaves anything open, or two
+ * pictures, or a picture and a frame, would be the same file.
+ */
+std::vector<FileTask> PlanFiles(const std::vector<std::string>& files, const std::string& output);
+
+}  // namespace kvx::tool

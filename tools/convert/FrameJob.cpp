@@ -1,0 +1,77 @@
+#include "tools/convert/FrameJob.h"
+
+#include "KvxFrame/Geometry.h"
+#include "tools/files/InputFile.h"
+#include "tools/files/OutputFile.h"
+#include "tools/files/PictureEncoder.h"
+#include "tools/frames/FrameConversion.h"
+
+namespace kvx::tool {
+namespace {
+
+/** Applies "NAME=VALUE" texts in their order. */
+void ApplySettings(frame::Converter& converter, const std::vector<std::string>& settings) {
+    for (const std::string& setting : settings) {
+        const size_t sign = setting.find('=');
+        if (sign == std::string::npos || sign == 0) {
+            Fail(ExitCode::Usage, "--set: '{}' is not of the form NAME=VALUE", setting);
+        }
+        OrExit(ExitCode::Library, "--set",
+               [&] { converter.SetParameter(setting.substr(0, sign), setting.substr(sign + 1)); });
+    }
+}
+
+}  // namespace
+
+FileReport FrameJob::Run(const FileTask& task) {
+    FileReport report;
+    report.task = task;
+    const auto start = std::chrono::steady_clock::now();
+    try {
+        Convert(task, report);
+    } catch (...) {
+        report.failure = CurrentFailure();
+    }
+    report.time = std::chrono::steady_clock::now() - start;
+    return report;
+}
+
+void FrameJob::Convert(const FileTask& task, FileReport& report) {
+    RequireDistinct(task.input, task.output);
+    const FrameInput input = ReadFrame(task.input, m_settings.request);
+    const std::string name = InputName(task.input);
+    frame::SourceView source = ViewOf(input.frame);
+    if (m_settings.crop) {
+        source = OrExit(ExitCode::Frame, name + ": --crop", [&] { return frame::Crop(source, *m_settings.crop); });
+    }
+    frame::Converter& converter = ConverterFor(source.format.family);
+    const std::optional<frame::Finish> finish = MakeFinish(m_settings.finish, input.sidecar, input.frame.format, name);
+    OrExit(ExitCode::Usage, name, [&] { converter.SetFinish(finish); });
+    Picture picture = ConvertFrame(converter, source, m_settings.destination, name);
+    if (m_settings.flip) {
+        cv::flip(picture.pixels, picture.pixels, *m_settings.flip);
+    }
+    WriteOutput(task.output, EncodePicture(picture, task.kind));
+
+    report.inferred = input.inferred;
+    report.format = frame::Name(input.fileFormat);
+    report.algorithm = converter.AlgorithmName();
+    report.width = picture.pixels.cols;
+    report.height = picture.pixels.rows;
+    report.gains = converter.LastGains();
+}
+
+frame::Converter& FrameJob::ConverterFor(frame::Family family) {
+    if (const auto found = m_converters.find(family); found != m_converters.end()) {
+        return found->second;
+    }
+    frame::Converter converter(family);
+    ApplySettings(converter, m_settings.settings);
+    if (!m_settings.algorithm.empty()) {
+        OrExit(ExitCode::Usage, "--algorithm", [&] { converter.SetAlgorithm(m_settings.algorithm); });
+    }
+    converter.SetThreads(m_settings.threads);
+    return m_converters.emplace(family, std::move(converter)).first->second;
+}
+
+}  // namespace kvx::tool

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <chrono>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "KvxDemosaicing/KvxImage.h"
+#include "KvxFrame/Converter.h"
+#include "tools/ToolError.h"
+#include "tools/convert/BatchPlan.h"
+#include "tools/convert/FinishOptions.h"
+#include "tools/frames/FrameReader.h"
+
+namespace kvx::tool {
+
+/** How frames become pictures: the same for all frames of a run. */
+struct ConvertSettings {
+    FrameRequest request;
+    frame::Format destination;
+    std::string algorithm;              ///< empty: the default
+    std::vector<std::string> settings;  ///< "NAME=VALUE", in their order
+    FinishRequest finish;
+    std::optional<_KvxRect> crop;
+    std::optional<int> flip;  ///< as cv::flip() numbers directions
+    int threads = 0;          ///< of one conversion
+};
+
+/** What became of a frame. What is behind `failure` is known only without one. */
+struct FileReport {
+    FileTask task;
+    std::optional<ToolError> failure;
+    std::string inferred;  ///< what was taken from sidecar and name
+    std::string format;
+    std::string algorithm;
+    int width = 0;  ///< of the picture, in pixels
+    int height = 0;
+    frame::Gains gains;
+    std::chrono::duration<double> time{};  ///< reading, converting, encoding and writing
+};
+
+/** Converts files one after the other and keeps what they have in common. Used by one thread at a time. */
+class FrameJob {
+public:
+    /** The settings must live as long. */
+    explicit FrameJob(const ConvertSettings& settings) : m_settings(settings) {}
+
+    /** Throws nothing but a failure of its own to allocate the report. */
+    FileReport Run(const FileTask& task);
+
+private:
+    void Convert(const FileTask& task, FileReport& report);
+    frame::Converter& ConverterFor(frame::Family family);
+
+    const ConvertSettings& m_settings;
+    std::map<frame::Family, frame::Converter> m_converters;
+};
+
+}  // namespace kvx::tool

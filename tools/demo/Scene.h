@@ -1,0 +1,10 @@
+#pragma once
+
+#include "tools/files/Picture.h"
+
+namespace kvx::tool {
+
+/** A drawn test scene, 768x512 pixels of 16-bit colour: patches, a zone plate, fine lines, letters and ramps. */
+Picture DrawScene();
+
+}  // namespace kvx::tool

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "tools/files/Bytes.h"
+#include "tools/files/Picture.h"
+
+namespace kvx::tool {
+
+/** Whether the content is a PGM, PPM, PNG or TIFF file, by what it starts with. */
+bool IsPictureFile(const Bytes& content);
+
+/**
+ * A picture file of 8 or 16 bits per sample, grey or colour; an alpha channel is dropped. Besides the kinds above, any
+ * kind that the image library knows. Throws ExitCode::Input; `name` is for messages.
+ */
+Picture DecodePicture(const Bytes& content, const std::string& name);
+
+}  // namespace kvx::tool

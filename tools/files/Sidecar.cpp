@@ -1,0 +1,184 @@
+#include "tools/files/Sidecar.h"
+
+#include <cmath>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "tools/ToolError.h"
+#include "tools/files/InputFile.h"
+#include "tools/files/OutputFile.h"
+
+namespace kvx::tool {
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
+
+/** On one line, whatever is in it. */
+std::string Quoted(const std::string& text) {
+    return Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+/** Looks up keys; a value of the wrong kind is told with file and key. Unknown keys are the user's own notes. */
+class SidecarReader {
+public:
+    SidecarReader(const std::string& path, const Bytes& content)
+        : m_path(path), m_json(Json::parse(content, nullptr, /*allow_exceptions=*/false)) {
+        if (!m_json.is_object()) {
+            FailBroken("is no JSON object");
+        }
+    }
+
+    std::optional<uint64_t> Number(const char* key) const {
+        const Json* value = Find(key);
+        if (value != nullptr && !value->is_number_unsigned()) {
+            FailBroken(fmt::format("\"{}\" is {}, not a whole number", key, value->dump()));
+        }
+        return value == nullptr ? std::nullopt : std::optional(value->get<uint64_t>());
+    }
+
+    std::optional<std::string> Text(const char* key) const {
+        const Json* value = Find(key);
+        if (value != nullptr && !value->is_string()) {
+            FailBroken(fmt::format("\"{}\" is {}, not a text", key, value->dump()));
+        }
+        return value == nullptr ? std::nullopt : std::optional(value->get<std::string>());
+    }
+
+    std::optional<frame::Format> Format() const {
+        if (const std::optional<std::string> name = Text("format")) {
+            return Named("format", *name);
+        }
+        const std::optional<std::string> pattern = Text("bayer_pattern");
+        const std::optional<uint64_t> bits = Number("bits_per_sample");
+        if (!pattern || !bits) {
+            return std::nullopt;
+        }
+        if (pattern->size() != 4) {
+            FailBroken(fmt::format("\"bayer_pattern\" is {}: four letters such as RGGB are meant", Quoted(*pattern)));
+        }
+        return Named("bayer_pattern", fmt::format("CFA_{}_{}_{}", pattern->substr(0, 2), pattern->substr(2), *bits));
+    }
+
+    std::optional<frame::Gains> Gains() const {
+        const Json* value = Find("white_balance_gains");
+        if (value == nullptr) {
+            return std::nullopt;
+        }
+        std::array<double, 3> gains{};
+        constexpr std::array kColours = {"R", "G", "B"};
+        for (size_t colour = 0; colour < gains.size(); ++colour) {
+            const bool isThere = value->is_object() && value->contains(kColours[colour]);
+            if (!isThere || !(*value)[kColours[colour]].is_number()) {
+                FailBroken(R"("white_balance_gains" lacks a number: {"R": 1.9, "G": 1.0, "B": 1.3} is meant)");
+            }
+            gains[colour] = (*value)[kColours[colour]].get<double>();
+        }
+        return frame::Gains{gains[0], gains[1], gains[2], gains[1]};
+    }
+
+    std::optional<std::array<double, 9>> Matrix() const {
+        const Json* value = Find("colour_matrix");
+        if (value == nullptr) {
+            return std::nullopt;
+        }
+        const bool isNumbers = value->is_array() && value->size() == 9 &&
+                               std::all_of(value->begin(), value->end(), [](const Json& v) { return v.is_number(); });
+        if (!isNumbers) {
+            FailBroken("\"colour_matrix\" is no list of nine numbers");
+        }
+        return value->get<std::array<double, 9>>();
+    }
+
+private:
+    [[noreturn]] void FailBroken(const std::string& reason) const {
+        Fail(ExitCode::Input, "{}: {}: mend this sidecar, or leave it out with --no-sidecar", m_path, reason);
+    }
+
+    const Json* Find(const char* key) const {
+        const auto found = m_json.find(key);
+        return found == m_json.end() ? nullptr : &*found;
+    }
+
+    frame::Format Named(const char* key, const std::string& name) const {
+        const std::optional<frame::Format> format = frame::FindFormat(name);
+        if (!format) {
+            FailBroken(fmt::format("\"{}\": there is no format {}", key, Quoted(name)));
+        }
+        return *format;
+    }
+
+    std::string m_path;
+    Json m_json;
+};
+
+std::string FindSidecar(const std::string& framePath) {
+    if (framePath == "-") {
+        return "";
+    }
+    std::error_code error;
+    for (const fs::path& path : {fs::path(SidecarPath(framePath)), fs::path(framePath).replace_extension(".json")}) {
+        if (path != framePath && fs::is_regular_file(path, error)) {
+            return path.string();
+        }
+    }
+    return "";
+}
+
+}  // namespace
+
+std::string SidecarPath(const std::string& framePath) {
+    return framePath + ".json";
+}
+
+Sidecar ReadSidecar(const std::string& framePath) {
+    const std::string path = FindSidecar(framePath);
+    return path.empty() ? Sidecar() : ParseSidecar(path, ReadInput(path));
+}
+
+Sidecar ParseSidecar(const std::string& path, const Bytes& content) {
+    const SidecarReader reader(path, content);
+    return {.path = path,
+            .format = reader.Format(),
+            .width = reader.Number("width"),
+            .height = reader.Number("height"),
+            .stride = reader.Number("stride"),
+            .offset = reader.Number("offset"),
+            .blackLevel = reader.Number("black_level"),
+            .whiteLevel = reader.Number("white_level"),
+            .gains = reader.Gains(),
+            .matrix = reader.Matrix()};
+}
+
+Bytes SidecarContent(const Sidecar& sidecar) {
+    Json json = Json::object();
+    const auto add = [&json](const char* key, const auto& value) {
+        if (value) {
+            json[key] = *value;
+        }
+    };
+    if (sidecar.format) {
+        json["format"] = frame::Name(*sidecar.format);
+    }
+    add("width", sidecar.width);
+    add("height", sidecar.height);
+    add("stride", sidecar.stride);
+    add("offset", sidecar.offset);
+    add("black_level", sidecar.blackLevel);
+    add("white_level", sidecar.whiteLevel);
+    if (sidecar.gains) {
+        json["white_balance_gains"] = {
+            {"R", sidecar.gains->red}, {"G", sidecar.gains->green}, {"B", sidecar.gains->blue}};
+    }
+    add("colour_matrix", sidecar.matrix);
+    const std::string text = json.dump(2) + "\n";
+    return Bytes(text.begin(), text.end());
+}
+
+void WriteSidecar(const std::string& framePath, const Sidecar& sidecar) {
+    if (framePath != "-") {
+        WriteOutput(SidecarPath(framePath), SidecarContent(sidecar));
+    }
+}
+
+}  // namespace kvx::tool

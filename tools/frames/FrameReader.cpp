@@ -1,0 +1,181 @@
+#include "tools/frames/FrameReader.h"
+
+#include <algorithm>
+
+#include "KvxFrame/SampleDepth.h"
+#include "tools/ToolError.h"
+#include "tools/files/FrameName.h"
+#include "tools/files/InputFile.h"
+#include "tools/files/PictureDecoder.h"
+#include "tools/files/RawLayout.h"
+#include "tools/frames/FrameConversion.h"
+
+namespace kvx::tool {
+namespace {
+
+/** Fills what the user left open from the sidecar, then from the file's name, and remembers what that was. */
+class Inference {
+public:
+    Inference(const std::string& path, const FrameRequest& request)
+        : m_request(request), m_sidecar(request.useSidecar ? ReadSidecar(path) : Sidecar()) {
+        if (path != "-") {
+            m_fromName = ParseFrameName(path);
+        }
+    }
+
+    std::optional<frame::Format> Format() {
+        const auto name = [](const frame::Format& format) { return frame::Name(format); };
+        return First("format", m_request.format, m_sidecar.format, m_fromName.format, name);
+    }
+
+    std::optional<uint64_t> Width() {
+        return Number("width", m_request.width, m_sidecar.width, NameSize(&FrameSize::width));
+    }
+
+    std::optional<uint64_t> Height() {
+        return Number("height", m_request.height, m_sidecar.height, NameSize(&FrameSize::height));
+    }
+
+    std::optional<uint64_t> Stride() {
+        return Number("stride", m_request.stride, m_sidecar.stride, {});
+    }
+
+    uint64_t SkipBytes() {
+        return Number("offset", m_request.skipBytes, m_sidecar.offset, {}).value_or(0);
+    }
+
+    const Sidecar& FromSidecar() const {
+        return m_sidecar;
+    }
+
+    /** What was asked for so far; the size where only the file's header tells it. */
+    std::vector<FrameFact> Facts(const cv::Mat& samples) const {
+        std::vector<FrameFact> facts = m_facts;
+        const auto isTold = [&facts](const char* name) {
+            return std::any_of(facts.begin(), facts.end(), [name](const FrameFact& fact) { return fact.name == name; });
+        };
+        if (!isTold("width")) {
+            facts.push_back({"width", std::to_string(samples.cols), "header"});
+            facts.push_back({"height", std::to_string(samples.rows), "header"});
+        }
+        return facts;
+    }
+
+    std::string Inferred() const {
+        std::string text = m_inSidecar.empty() ? "" : fmt::format("{} taken from {}", m_inSidecar, m_sidecar.path);
+        if (!m_inName.empty()) {
+            text += fmt::format("{}{} taken from its name", text.empty() ? "" : "; ", m_inName);
+        }
+        return text;
+    }
+
+private:
+    std::optional<uint64_t> NameSize(uint64_t FrameSize::*member) const {
+        return m_fromName.size ? std::optional(*m_fromName.size.*member) : std::nullopt;
+    }
+
+    std::optional<uint64_t> Number(const char* word, std::optional<uint64_t> given, std::optional<uint64_t> fromSidecar,
+                                   std::optional<uint64_t> fromName) {
+        return First(word, given, fromSidecar, fromName, [](uint64_t number) { return number; });
+    }
+
+    template <typename Value, typename Describe>
+    std::optional<Value> First(const char* word, const std::optional<Value>& given,
+                               const std::optional<Value>& fromSidecar, const std::optional<Value>& fromName,
+                               const Describe& describe) {
+        const std::optional<Value>& value = given ? given : fromSidecar ? fromSidecar : fromName;
+        if (value) {
+            m_facts.push_back({word, fmt::format("{}", describe(*value)),
+                               given         ? "options"
+                               : fromSidecar ? "sidecar"
+                                             : "name"});
+        }
+        if (value && !given) {
+            std::string& texts = fromSidecar ? m_inSidecar : m_inName;
+            texts += fmt::format("{}{} {}", texts.empty() ? "" : ", ", word, describe(*value));
+        }
+        return value;
+    }
+
+    const FrameRequest& m_request;
+    Sidecar m_sidecar;
+    FrameName m_fromName;
+    std::vector<FrameFact> m_facts;
+    std::string m_inSidecar;
+    std::string m_inName;
+};
+
+frame::Format RequireSource(const std::optional<frame::Format>& format, const std::string& name) {
+    if (!format) {
+        Fail(ExitCode::Usage,
+             "{}: neither --format nor a sidecar nor the file name tells the format: add --format, say BayerRG8", name);
+    }
+    if (!frame::IsSource(*format)) {
+        Fail(ExitCode::Usage, "{}: {} cannot be converted: 'kvx-demosaic formats' shows the sources of convert", name,
+             frame::Name(*format));
+    }
+    return *format;
+}
+
+void RequireFileSize(const cv::Mat& pixels, Inference& inference, const FrameRequest& request,
+                     const std::string& name) {
+    if (request.stride || request.skipBytes) {
+        Fail(ExitCode::Usage, "{}: is a picture file with a layout of its own: leave out --stride and --skip-bytes",
+             name);
+    }
+    const Sidecar& sidecar = inference.FromSidecar();
+    const uint64_t width = pixels.cols;
+    const uint64_t height = pixels.rows;
+    const uint64_t toldWidth = request.width.value_or(sidecar.width.value_or(width));
+    const uint64_t toldHeight = request.height.value_or(sidecar.height.value_or(height));
+    if (toldWidth != width || toldHeight != height) {
+        Fail(ExitCode::Frame,
+             "{}: is {}x{} pixels by its header, not {}x{}: leave out --width and --height, or the sidecar's", name,
+             width, height, toldWidth, toldHeight);
+    }
+}
+
+RawFrame FrameFromPicture(const Bytes& content, const frame::Format& format, Inference& inference,
+                          const FrameRequest& request, const std::string& name) {
+    const cv::Mat pixels = DecodePicture(content, name).pixels;
+    if (pixels.channels() != 1) {
+        Fail(ExitCode::Input, "{}: is a colour picture, not a raw frame: 'kvx-demosaic mosaic' makes one of it", name);
+    }
+    RequireFileSize(pixels, inference, request, name);
+    if ((pixels.elemSize() == 1) != (format.bits == 8)) {
+        Fail(ExitCode::Frame, "{}: has {}-bit samples, which {} has not: give a --format of {} bits", name,
+             8 * pixels.elemSize(), frame::Name(format), pixels.elemSize() == 1 ? "8" : "10 to 16");
+    }
+    CheckFrameSize(pixels.cols, pixels.rows, name);
+    // Samples in such files are never packed.
+    return {frame::Unpacked(format), pixels};
+}
+
+RawFrame FrameFromSamples(const Bytes& content, const frame::Format& format, Inference& inference,
+                          const std::string& name) {
+    const std::optional<uint64_t> width = inference.Width();
+    const std::optional<uint64_t> height = inference.Height();
+    if (!width || !height) {
+        Fail(ExitCode::Usage,
+             "{}: is no PGM, PNG or TIFF file and neither a sidecar nor its name tells a size: add --width and "
+             "--height",
+             name);
+    }
+    return CutFrame(content, {format, *width, *height, inference.Stride(), inference.SkipBytes()}, name);
+}
+
+}  // namespace
+
+FrameInput ReadFrame(const std::string& path, const FrameRequest& request) {
+    const std::string name = InputName(path);
+    Inference inference(path, request);
+    const frame::Format format = RequireSource(inference.Format(), name);
+    const Bytes content = ReadInput(path);
+    RawFrame frame = IsPictureFile(content) ? FrameFromPicture(content, format, inference, request, name)
+                                            : FrameFromSamples(content, format, inference, name);
+    OrExit(ExitCode::Frame, name, [&] { frame::CheckSampleDepth(ViewOf(frame)); });
+    std::vector<FrameFact> facts = inference.Facts(frame.samples);
+    return {std::move(frame), format, inference.FromSidecar(), std::move(facts), inference.Inferred()};
+}
+
+}  // namespace kvx::tool

@@ -1,0 +1,83 @@
+#include "tools/frames/PackCommand.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+
+#include "tools/console/Arguments.h"
+#include "tools/console/Console.h"
+#include "tools/files/OutputFile.h"
+#include "tools/frames/FrameOptions.h"
+#include "tools/frames/FrameReader.h"
+#include "tools/frames/FrameWriter.h"
+
+namespace kvx::tool {
+namespace {
+
+constexpr const char* kPackFooter =
+    R"(Layouts: pfnc (10p, 12p, 14p), gige ("Packed", 10 and 12 bits), mipi (10, 12, 14 bits),
+msb (words with the value in the high bits), big-endian, plain (right-aligned
+little-endian words). The frame may have any layout itself. Sizes, formats and sidecars
+are those of 'convert'; a sidecar with all that is known goes next to the packed file.
+
+Examples:
+  kvx-demosaic pack scene_1920x1200_BayerRG12.raw scene_1920x1200_BayerRG12p.raw --layout pfnc
+  grab | kvx-demosaic pack - - --format BayerRG12p --width 640 --height 480 --layout mipi | send)";
+
+constexpr const char* kUnpackFooter =
+    R"(The frame's format tells its layout: BayerRG12p, BayerRG12Packed, BayerRG12mipi,
+BayerRG12msb, BayerRG12be or any other name of it. The result has bytes, or right-aligned
+little-endian words, without padding; .pgm makes a PGM file of it.
+
+Examples:
+  kvx-demosaic unpack scene_1920x1200_BayerRG12p.raw scene_1920x1200_BayerRG12.raw
+  kvx-demosaic unpack frame.bin frame.pgm --format SCF1WBWG10p --width 1920 --height 1080)";
+
+const std::vector<std::pair<std::string, frame::Layout>> kLayouts = {
+    {"plain", frame::Layout::Plain}, {"pfnc", frame::Layout::Pfnc},      {"gige", frame::Layout::GigE},
+    {"mipi", frame::Layout::Mipi},   {"msb", frame::Layout::MsbAligned}, {"big-endian", frame::Layout::BigEndian}};
+
+struct PackOptions {
+    std::string input;
+    FrameRequest request;
+    FrameFile file;
+};
+
+void Repack(const PackOptions& options) {
+    RequireDistinct(options.input, options.file.path);
+    const FrameInput input = ReadFrame(options.input, options.request);
+    FrameFile file = options.file;
+    file.hasSidecar = options.request.useSidecar;
+    WriteFrame(file, input.frame, input.sidecar);
+    if (!input.inferred.empty()) {
+        PrintMessage(fmt::format("{}: {}", options.input, input.inferred));
+    }
+}
+
+CLI::App* AddRepacking(CLI::App& tool, const std::string& name, const std::string& help,
+                       const std::shared_ptr<PackOptions>& options) {
+    CLI::App* command = tool.add_subcommand(name, help);
+    command->add_option("IN", options->input, "Headerless raw, PGM, PNG or TIFF file; - is standard input")->required();
+    command->add_option("OUT", options->file.path, "Headerless raw file, or .pgm; - is standard output")->required();
+    AddFrameOptions(*command, options->request);
+    command->callback([options] { Repack(*options); });
+    return command;
+}
+
+}  // namespace
+
+void AddPackCommands(CLI::App& tool) {
+    const auto packOptions = std::make_shared<PackOptions>();
+    CLI::App* pack = AddRepacking(tool, "pack", "Pack the samples of a frame, or change their layout", packOptions);
+    AddChoice(*pack, "--layout", packOptions->file.layout, kLayouts, "pfnc, gige, mipi, msb, big-endian or plain");
+    pack->get_option("--layout")->required();
+    pack->add_flag_callback(
+        "--image-padding", [packOptions] { packOptions->file.padding = frame::RowPadding::Image; },
+        "Rows follow each other bit by bit; default: each starts with a byte");
+    pack->footer(kPackFooter);
+
+    CLI::App* unpack = AddRepacking(tool, "unpack", "Unpack the samples of a frame", std::make_shared<PackOptions>());
+    unpack->footer(kUnpackFooter);
+}
+
+}  // namespace kvx::tool
