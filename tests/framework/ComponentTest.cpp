@@ -69,6 +69,21 @@ TEST_F(Component, TheDescriptorTellsRangeDefaultAndAddress) {
     EXPECT_EQ(KvxComponent_GetParamByIdx(m_component, 0, nullptr), 0x80000008u);
 }
 
+TEST_F(Component, AccessorsOfOtherTypesAndOfCommandsRefuse) {
+    char text[8] = "1";
+    uint32_t size = sizeof text;
+    bool flag = false;
+    double number = 0;
+    for (const auto& [name, expected] : {std::pair{"BayerAlgType", 0x80000003u}, {"NoSuchName", 0x80000002u}})
+        for (const uint32_t result :
+             {m_component->GetParamBool(name, &flag), m_component->SetParamBool(name, true),
+              m_component->GetParamFloat(name, &number), m_component->SetParamFloat(name, 1.0),
+              m_component->GetParamString(name, text, &size), m_component->SetParamString(name, text),
+              m_component->GetParamArray(name, text, &size), m_component->SetParamArray(name, text, size),
+              m_component->RunCommand(name)})
+            EXPECT_EQ(result, expected) << name;
+}
+
 TEST(ComponentFunctions, RefuseANullComponent) {
     uint32_t size = 0;
     int64_t integer = 0;
