@@ -34,29 +34,25 @@ def _bars(axes, speed, job, title):
     axes.set_title(title)
 
 
-def speed_of_bayer(speed, path):
-    jobs = [("bayer_8to8", "Bayer, 8 bits to RGB8"), ("bayer_12to12", "Bayer, 12 bits to RGB12")]
+def _panels_of_bars(speed, path, jobs, height):
     jobs = [job for job in jobs if speed.people(job[0])]
     if not jobs:
         return False
-    figure, axes = plt.subplots(1, len(jobs), figsize=(4.6 * len(jobs), 3.6), squeeze=False)
+    figure, axes = plt.subplots(1, len(jobs), figsize=(4.6 * len(jobs), height), squeeze=False)
     for one, (job, title) in zip(axes[0], jobs):
         _bars(one, speed, job, title)
     save(figure, path)
     return True
+
+
+def speed_of_bayer(speed, path):
+    return _panels_of_bars(speed, path, [("bayer_8to8", "Bayer, 8 bits to RGB8"),
+                                         ("bayer_12to12", "Bayer, 12 bits to RGB12")], height=3.6)
 
 
 def speed_of_truesense(speed, path):
-    jobs = [("truesense_algorithms_12to8", "TrueSense, 12 bits to RGB8"),
-            ("truesense_algorithms_14to14", "TrueSense, 14 bits to RGB14")]
-    jobs = [job for job in jobs if speed.people(job[0])]
-    if not jobs:
-        return False
-    figure, axes = plt.subplots(1, len(jobs), figsize=(4.6 * len(jobs), 2.2), squeeze=False)
-    for one, (job, title) in zip(axes[0], jobs):
-        _bars(one, speed, job, title)
-    save(figure, path)
-    return True
+    return _panels_of_bars(speed, path, [("truesense_algorithms_12to8", "TrueSense, 12 bits to RGB8"),
+                                         ("truesense_algorithms_14to14", "TrueSense, 14 bits to RGB14")], height=2.2)
 
 
 _SCALING = [("bayer_scaling", "Bayer, 8 bits to RGB8"), ("truesense_scaling", "TrueSense, 12 bits to RGB8")]
