@@ -6,8 +6,7 @@
 namespace kvx::tool {
 
 ToolError CurrentFailure() {
-    const ToolError noMemory(ExitCode::Frame,
-                             "not enough memory for a frame of this size: free some, or check the size");
+    ToolError noMemory(ExitCode::Frame, "not enough memory for a frame of this size: free some, or check the size");
     try {
         throw;
     } catch (const ToolError& error) {

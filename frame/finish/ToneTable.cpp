@@ -19,7 +19,7 @@ uint32_t Interpolated(const std::vector<uint16_t>& table, uint32_t value) {
     const uint64_t last = table.size() - 1, position = value * last;
     const uint64_t index = position / kWhite, rest = position % kWhite;
     const uint64_t right = table[std::min(index + 1, last)];
-    return static_cast<uint32_t>((2 * (table[index] * (kWhite - rest) + right * rest) + kWhite) / (2 * kWhite));
+    return static_cast<uint32_t>((2 * (table[index] * (kWhite - rest) + right * rest) + kWhite) / 2 / kWhite);
 }
 
 uint32_t CurveAt(const Finish& finish, uint32_t value) {

@@ -116,8 +116,8 @@ private:
         }
     }
 
-    std::array<Colour, kSide * kSide> m_shares;
-    std::array<bool, kSide * kSide> m_isClear{};
+    std::array<Colour, size_t{kSide} * kSide> m_shares;
+    std::array<bool, size_t{kSide} * kSide> m_isClear{};
 };
 
 /** Halves go up; shares such as 1/3 may leave a half a hair short of it. */

@@ -11,7 +11,7 @@ py::object ArrayConverter::Convert(const py::object& source, const frame::Format
                                    std::optional<uint32_t> height) {
     const frame::SourceView sourceView = SourceOf(source, format, {width, height});
     Validate(sourceView);
-    const py::object picture = out.is_none() ? NewPicture(to, sourceView.width, sourceView.height) : out;
+    py::object picture = out.is_none() ? NewPicture(to, sourceView.width, sourceView.height) : out;
     const frame::DestinationView destinationView = PictureDestinationOf(picture, to);
     Locked([&](Converter& converter) { converter.Convert(sourceView, destinationView); });
     return picture;

@@ -4,6 +4,7 @@ namespace kvx::python {
 namespace py = pybind11;
 
 void TranslateErrors() {
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): pybind11 gives it by value
     py::register_local_exception_translator([](std::exception_ptr pointer) {
         try {
             if (pointer) std::rethrow_exception(pointer);

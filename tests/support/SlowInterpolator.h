@@ -19,8 +19,9 @@ public:
     SlowInterpolator(const std::vector<uint16_t>& samples, int width, int height, int depth, const char* pattern)
         : m_width(width), m_height(height), m_depth(depth), m_pattern(pattern) {
         const auto mirrored = [](int i, int size) {
-            while (i < 0 || i >= size) i = i < 0 ? -i : 2 * (size - 1) - i;
-            return i;
+            const int last = (size + 1) / 2 * 2 - 1;  // of whole cells
+            while (i < 0 || i > last) i = i < 0 ? -i : 2 * last - i;
+            return i == size ? size - 2 : i;
         };
         const int most = (1 << depth) - 1;
         m_most = Unit(most);

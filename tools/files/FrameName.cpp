@@ -80,11 +80,12 @@ std::optional<frame::Format> FindFormat(std::string_view name) {
     const NamedFormat* longest = nullptr;
     bool isAmbiguous = false;
     for (const NamedFormat& known : LongNames()) {
-        const size_t length = longest == nullptr ? 0 : longest->name.size();
-        if (known.name.size() >= length && HoldsToken(name, known.name)) {
-            isAmbiguous = known.name.size() == length && (isAmbiguous || longest->format != known.format);
-            longest = &known;
+        if ((longest != nullptr && known.name.size() < longest->name.size()) || !HoldsToken(name, known.name)) {
+            continue;
         }
+        const bool isAsLong = longest != nullptr && known.name.size() == longest->name.size();
+        isAmbiguous = isAsLong && (isAmbiguous || longest->format != known.format);
+        longest = &known;
     }
     return longest == nullptr || isAmbiguous ? std::nullopt : std::optional(longest->format);
 }

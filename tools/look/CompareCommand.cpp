@@ -75,6 +75,7 @@ std::vector<cv::Rect> Crops(const CompareOptions& options, const std::vector<Alg
     }
     if (crops.empty()) {
         std::vector<cv::Mat> pictures;
+        pictures.reserve(results.size());
         for (const AlgorithmResult& result : results) {
             pictures.push_back(result.picture);
         }

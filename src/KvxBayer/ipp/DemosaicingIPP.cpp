@@ -17,9 +17,8 @@ namespace {
 
 /** Significant bits of the source's samples. */
 int DepthOf(const _KvxImage& src) {
-    const uint32_t sampleBits = Is8Bit(src.pixelType) ? 8 : 16;
-    if (src.pixelDepth >= 1 && src.pixelDepth <= sampleBits) return static_cast<int>(src.pixelDepth);
-    return KvxPixelFormat_ByCode(src.pixelType)->bitsPerComponent;
+    if (src.pixelDepth == 0) return KvxPixelFormat_ByCode(src.pixelType)->bitsPerComponent;
+    return static_cast<int>(std::min<uint32_t>(src.pixelDepth, Is8Bit(src.pixelType) ? 8 : 16));
 }
 
 int RoundedUpToEven(int size) {
@@ -35,7 +34,7 @@ int DividedRoundingUp(int value, int divisor) {
 uint32_t DemosaicingIPP::Init(_KvxImage* dst, const _KvxImage* src) noexcept {
     if (!dst || !src) return KvxResult_NullPointer;
     const uint32_t format = src->pixelType & kRowMask;
-    if (!IsBayer(src->pixelType) || !KvxPixelFormat_ByCode(src->pixelType) || s_bayerDescRB[format] == 0)
+    if (!KvxPixelFormat_ByCode(src->pixelType) || s_bayerDescRB[format] == 0)
         return KvxResult_InvalidArgument;
     const uint32_t result = CheckBayerGeometry(*src, *dst, m_output);
     if (result != KvxResult_Success) return result;

@@ -29,8 +29,8 @@ public:
      *
      * @param dst receives three samples a pixel, of the source's width unless SetOutput() says otherwise; blue-first
      *            for the BGR formats, red-first for any other
-     * @param src samples beyond `pixelDepth` bits are taken for the largest; a depth that its samples cannot have is
-     *            read as that of its format
+     * @param src samples beyond `pixelDepth` bits are taken for the largest; 0 means the depth of the format, more
+     *            than a sample has all its bits
      * @return 0, or a KvxResultCode: NullPointer for a null record, InvalidArgument for a source that is not an
      *         unpacked Bayer format of the class's sample width or records that do not fit each other or their
      *         buffers or of more than 2^30 rows, ConversionFailed for a frame without pixels, NoMemory
@@ -59,7 +59,7 @@ protected:
     int m_width = 0, m_height = 0;  // each rounded up to an even number: whole cells of the pattern
     bool m_firstNotGreen = false;
     bool m_blueFirstRow = false;
-    int m_minValue = 0, m_maxValue = 0;  // range of the output
+    int m_maxValue = 0;  // of the output
     BayerOutput m_output{.form = BayerOutput::Samples};
     SlotBytes m_slot = SlotBytes::AsWritten;
 };

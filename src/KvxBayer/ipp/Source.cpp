@@ -7,11 +7,13 @@
 namespace kvx::ipp {
 namespace {
 
-/** Any index, folded into 0..size - 1 as between two mirrors. */
+/** Any index, folded as between two mirrors into the rows or columns that there are. */
 int Mirrored(int index, int size) {
-    const int period = 2 * (size - 1);
+    const int whole = size + size % 2;  // with the one that completes the last cell of the pattern
+    const int period = 2 * (whole - 1);
     const int folded = std::abs(index) % period;
-    return folded < size ? folded : period - folded;
+    const int inside = folded < whole ? folded : period - folded;
+    return inside < size ? inside : inside - 2;
 }
 
 }  // namespace

@@ -7,8 +7,9 @@
 namespace kvx::ipp {
 
 /**
- * A frame of at least 2x2 samples. Beyond a border it is mirrored about the outermost row or column, which keeps the
- * order of the colours: row -1 is row 1, and with an odd width the column after the last is the last but one.
+ * A frame of at least 2x2 samples. An odd size is completed to whole cells of the pattern: the row or column after the
+ * last repeats the one two before it. Beyond that the frame is mirrored about the outermost row or column, which keeps
+ * the order of the colours: row -1 is row 1.
  */
 struct Source {
     const uint8_t* data;

@@ -81,7 +81,7 @@ void CorrectRow(const std::array<const uint16_t*, 3>& linear, const float* matri
     for (size_t k = 0; k < width; k += hn::Lanes(f)) {
         const auto red = LoadFloat(linear[0] + k), green = LoadFloat(linear[1] + k), blue = LoadFloat(linear[2] + k);
         for (int channel = 0; channel < 3; ++channel) {
-            const float* row = matrix + 3 * channel;
+            const float* row = matrix + ptrdiff_t{3} * channel;
             const auto sum = hn::Add(hn::Add(hn::Mul(hn::Set(f, row[0]), red), hn::Mul(hn::Set(f, row[1]), green)),
                                      hn::Mul(hn::Set(f, row[2]), blue));
             hn::StoreU(hn::DemoteTo(Values(), Clamped(sum, 4095.0F)), Values(), corrected[channel] + k);

@@ -66,6 +66,26 @@ TEST(InterpolatorLaws, AFlatColourStaysAsItIs) {
     }
 }
 
+TEST(InterpolatorLaws, AnOddFrameIsAPartOfTheOneWithItsLastCellsCompleted) {
+    constexpr uint32_t sizes[][2] = {{7, 5}, {3, 3}, {8, 41}, {1051, 4}};
+    const BayerDepth& depth = kBayerDepths[0];
+    for (int pattern = 0; pattern < 4; ++pattern)
+        for (const auto& [width, height] : sizes) {
+            const uint32_t wholeWidth = width + width % 2, wholeHeight = height + height % 2;
+            const auto samples = MakeSamples(Fill::Noise, width, height, depth.depth, width + pattern);
+            std::vector<uint8_t> whole;
+            for (uint32_t y = 0; y < wholeHeight; ++y)
+                for (uint32_t x = 0; x < wholeWidth; ++x)
+                    whole.push_back(samples[(y < height ? y : y - 2) * width + (x < width ? x : x - 2)]);
+            const auto picture = Converted(depth, pattern, width, height, samples);
+            const auto expected = Converted(depth, pattern, wholeWidth, wholeHeight, whole);
+            for (uint32_t y = 0; y < height; ++y)
+                ASSERT_TRUE(std::equal(&picture[y * width * 3], &picture[y * width * 3] + width * 3,
+                                       &expected[y * wholeWidth * 3]))
+                    << kPatterns[pattern] << " " << width << "x" << height << ", row " << y;
+        }
+}
+
 TEST(InterpolatorLaws, AFrameOfOneLineHasTheColoursThatItsSamplesHave) {
     constexpr uint32_t sizes[][2] = {{1, 1}, {1, 2}, {2, 1}, {1, 9}, {12, 1}};
     constexpr Colour colour{900, 500, 100};
@@ -113,7 +133,7 @@ TEST(InterpolatorLaws, TheRecordsDepthRulesWhereSamplesCanHaveIt) {
                               {KvxFormat_BayerRG12, 10, 1023},
                               {KvxFormat_BayerRG12, 16, 65535},
                               {KvxFormat_BayerRG12, 0, 4095},
-                              {KvxFormat_BayerRG12, 4000000000, 4095}};
+                              {KvxFormat_BayerRG12, 4000000000, 65535}};
     for (const Case& c : cases) {
         const size_t sampleSize = c.srcType == KvxFormat_BayerRG8 ? 1 : 2;
         GuardedImage src(c.srcType, 4, 4, 4 * sampleSize, 4 * sampleSize);
