@@ -2,7 +2,7 @@
  * @file
  * What every public header needs: fixed-width types and the marks of the exported interface.
  *
- * All exported functions have C linkage, throw nothing and write nothing to a console.
+ * Exported functions have C linkage, throw nothing and write nothing to a console.
  */
 #ifndef KVXDEMOSAICING_KVXAPI_H
 #define KVXDEMOSAICING_KVXAPI_H

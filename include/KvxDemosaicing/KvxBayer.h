@@ -23,7 +23,7 @@
 /** Values of "BayerAlgType" and of the `algType` argument of the flat functions. */
 enum KvxBayerAlgorithm {
     KvxBayerAlgorithm_Bilinear = 0,
-    KvxBayerAlgorithm_IPP = 1,      /**< in-house interpolator: far better pictures, at some 100 Mpixel/s a core */
+    KvxBayerAlgorithm_IPP = 1,      /**< in-house interpolator: by far the best pictures, at a fraction of the speed */
     KvxBayerAlgorithm_EdgeAware = 2 /**< green along the weaker of the two gradients, red and blue bilinear */
 };
 
@@ -64,8 +64,9 @@ KVX_API KvxBayer* KvxBayer_CreateComponent(void) KVX_NOEXCEPT;
 KVX_API KvxComponent* KvxBayer_GetComponent(KvxBayer* component) KVX_NOEXCEPT;
 
 /**
- * Optional: checks the source format against the current algorithm and makes ready for the first frame. The image
- * buffers are not looked at; nothing is written to `dst`.
+ * Optional: checks the source format against the current algorithm, releases what is kept from earlier frames, and
+ * makes the object of the in-house algorithm; its working memory comes with the first frame. A source that is not Bayer
+ * releases nothing. The image buffers are not looked at; nothing is written to `dst`.
  *
  * @return 0; 0x80050007 null argument, or a source that the current algorithm cannot convert; 0x80050009 no memory
  */
@@ -76,25 +77,32 @@ KVX_API uint32_t KvxBayer_AllocData(KvxBayer* component, const _KvxImage* src, _
  *
  * Equal depth classes (for example "BayerRG12" to "RGB12"): the algorithm is that of "BayerAlgType"; the channel order
  * is blue-first for the BGR formats and red-first for any other destination; three samples per pixel are written,
- * never an alpha. 10 or 12-bit sources to "RGB8" or "BGR8": bilinear, then each sample shifted right by 2 or 4.
+ * never an alpha.
+ *
+ * Unpacked 10 or 12-bit sources to "RGB8" or "BGR8": bilinear, then each sample is shifted right by 2 or 4, of which
+ * the low byte is kept (bits above the depth do not make it white). A source that is not Bayer is read as GR.
  *
  * Bilinear and edge-aware: a pixel whose 3x3 neighbourhood leaves the frame takes the value of its neighbour inside;
  * frames of fewer than three rows or columns come out black.
  *
- * In-house: the frame goes on beyond its borders as in a mirror. The output is clamped to 0..(1 << src->pixelDepth) -
- * 1; larger samples are taken for the largest, and a `pixelDepth` that the samples cannot have for that of the format.
+ * In-house: an odd size is completed to whole cells of the pattern (the row or column after the last repeats the one
+ * two before it); beyond that, the frame goes on as in a mirror. The output is clamped to 0..(1 << src->pixelDepth) -
+ * 1; larger samples are taken for the largest. A `pixelDepth` of 0 means that of the format, one that is more than a
+ * sample has bits all of them.
  * In a frame of one row or one column, a colour that no sample has follows the others.
  *
  * @param component from KvxBayer_CreateComponent(); used by one thread at a time
  * @param src an unpacked Bayer format, `height` rows of `lineStep` bytes. Any line step that holds a row will do.
- * @param dst of the source's width and height; the caller sets `pixelType`, `lineStep` and `data` and owns the buffer.
- *            Only pixels are written: row padding keeps its content. The buffers must not overlap.
+ * @param dst of the source's width and height (from 10 or 12 bits to 8: at least); the caller sets `pixelType`,
+ * `lineStep` and `data` and owns the buffer. Only pixels are written: row padding keeps its content. The buffers must
+ * not overlap.
  * @return 0;
  *         0x80050001 a frame without pixels;
- *         0x80050007 null component or null `data`, a source format that has no conversion (packed, mono, ...), a
- *         destination of another size, a line step that cannot hold a row, a size or line step past INT_MAX;
+ *         0x80050007 null component or null `data`, with equal depth classes a source that is not unpacked Bayer, a
+ *         destination of another size, a line step that cannot hold a row (0 never does), a size or line step past
+ *         INT_MAX;
  *         0x80050009 no working memory;
- *         7 (bare) a null record; 1 (bare) depth classes that differ in any other way than above.
+ *         7 (bare) a null record; 1 (bare) depth classes, packings included, that differ in any other way than above.
  *         Whatever is refused leaves the destination as it was.
  */
 KVX_API uint32_t KvxBayer_ConvertImage(KvxBayer* component, const _KvxImage* src, _KvxImage* dst) KVX_NOEXCEPT;

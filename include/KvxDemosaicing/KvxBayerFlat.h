@@ -10,15 +10,17 @@
  * - srcRoi: `width` and `height` are the destination's size and must equal the source's; `x` and `y` are ignored
  * - srcSize: size of the source in pixels
  * - srcStep, dstStep: bytes from row to row; any value that holds a row
- * - pixelDepth: significant bits per sample; the 16u and 16u8u functions take 10, 12, 14 or 16
+ * - pixelDepth: significant bits per sample; the 16u and 16u8u functions take 10, 12, 14 or 16. In the 8u functions the
+ *   in-house algorithm alone looks at it, as at _KvxImage::pixelDepth.
  * - pDst: first sample of the top destination row; the caller owns it; it must not overlap the source
  * - bayerPattern: first two sites of the top row: 0 = GR, 1 = RG, 2 = BG, 3 = GB
- * - algType: KvxBayerAlgorithm; a value other than 0, 1 and 2 converts nothing and returns 0
+ * - algType: KvxBayerAlgorithm; a value other than 0, 1 and 2 converts nothing and returns 0, if pattern and depth are
+ *   right; the other arguments are not looked at
  *
  * Output:
  * - 8u and 16u: `width` pixels of three samples in each row; the 16u samples keep the source's depth. The C4R names
  *   are the same functions again: three samples per pixel, no alpha.
- * - 16u8u C3R: the 16u result, each sample shifted right by pixelDepth - 8.
+ * - 16u8u C3R: the 16u result, each sample shifted right by pixelDepth - 8, of which the low byte is kept.
  * - 16u8u C4R: a row has four bytes for each pixel: the first 3 x width are the picture of the C3R function, the last
  *   `width` are zero. Where dstStep is shorter than that, the row ends with it.
  *

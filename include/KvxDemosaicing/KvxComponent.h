@@ -2,9 +2,10 @@
  * @file
  * Components: objects with string-named parameters behind one uniform interface.
  *
- * C++ callers use the class KvxComponent, C callers the functions KvxComponent_..., which do the same. A component is
- * used by one thread at a time and is owned by the converter it came from (KvxBayer_GetComponent()): it lives as long
- * as the converter and is never deleted through this interface.
+ * C++ callers use the class KvxComponent, C callers the functions KvxComponent_..., which do the same (texts, arrays
+ * and commands have none, since no parameter is one so far). A component is used by one thread at a time and is owned
+ * by the converter it came from (KvxBayer_GetComponent()): it lives as long as the converter and is never deleted
+ * through this interface.
  *
  * Rules that hold for every parameter access:
  * - Names are NUL-terminated and case matters. An unknown name gives 0x80000002, another type 0x80000003.
@@ -14,7 +15,7 @@
  * - A text is returned into `buffer` of `*size` bytes. When it does not fit, the needed size with the final NUL is
  *   written to `*size`, the buffer stays as it was, and the result is 0x80000006. Asking with `*size` 0 tells the size;
  *   `buffer` may then be null.
- * - A null argument gives 0x80000008.
+ * - A null argument gives 0x80000008; GetParamName() gives it with the type of its component.
  * - No parameter holds a text, an array or a command so far: those accessors answer 0x80000003 for a known name.
  */
 #ifndef KVXDEMOSAICING_KVXCOMPONENT_H
@@ -65,7 +66,8 @@ public:
     virtual uint32_t GetParamCount() noexcept = 0;
     /**
      * The name of the parameter with a zero-based index in order of registration, NUL-padded to `*size` bytes; an empty
-     * name, and success, when there is none. A buffer too small gives code 6 of this component, not of the store.
+     * name, and success, when there is none. Failures (a buffer too small, a null argument) bear this component's type,
+     * not the store's.
      */
     virtual uint32_t GetParamName(uint32_t index, char* buffer, uint32_t* size) noexcept = 0;
     /**

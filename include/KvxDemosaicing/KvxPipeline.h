@@ -21,6 +21,22 @@
 
 #include "KvxDemosaicing/KvxApi.h"
 
+/** Values of ImageProcessMemory::mode. */
+enum ImageProcessMode {
+    ImageProcessMode_Frame = 0, /**< process a frame; as does any value but the next one */
+    ImageProcessMode_Sizes = 1  /**< write how large the buffers have to be */
+};
+
+/** What a plane's elements are, for functions that take a plane of any type. */
+enum PlaneType {
+    PlaneType_UInt8 = 0,
+    PlaneType_UInt16 = 1,
+    PlaneType_Int16 = 2,
+    PlaneType_UInt8x3 = 3,  /**< pixels of three uint8_t */
+    PlaneType_UInt16x3 = 4, /**< pixels of three uint16_t */
+    PlaneType_Int32 = 5
+};
+
 /** A log in the caller's buffer. The last message's NUL is written, not counted, and overwritten by the next one. */
 typedef struct LogText_t {
     char* text;      /**< the caller's buffer */
@@ -62,7 +78,7 @@ typedef struct ImageProcessParam {
 
 /** The working memory: a mode, and buffers with their sizes in bytes. */
 typedef struct ImageProcessMemory {
-    int32_t mode;         /**< 1: only the sizes are written; otherwise a frame is processed */
+    int32_t mode;         /**< ImageProcessMode */
     void* work;           /**< raw samples and quarter planes, later the low-pass pan plane */
     uint32_t workSize;    /**< 2 N + 12 L */
     void* staging;        /**< the result before it is known to be whole, and the low-resolution colour differences */
@@ -82,12 +98,12 @@ typedef struct ImageProcessMemory {
 KVX_EXTERN_C_BEGIN
 
 /**
- * Processes a frame, or answers how much memory that takes (memory->mode 1). No state stays between calls.
+ * Processes a frame, or answers how much memory that takes. No state stays between calls.
  *
- * @return with mode 1 the sum of the sizes, 19 N + 20 L; otherwise 0, or -1 when a stage failed, which the log explains
- *         and which leaves the output as it was. -1 without a message: null `memory`. Also -1: null `param`, null
- *         buffers, a size that is odd or whose sum of sizes does not fit ("image size error.\n"). A width or height
- *         below 1 processes nothing and gives 0.
+ * @return with ImageProcessMode_Sizes the sum of the sizes, 19 N + 20 L; otherwise 0, or -1 when a stage failed, which
+ * the log explains and which leaves the output as it was. -1 without a message: null `memory`. Also -1: null `param`,
+ * null buffers, a size that is odd or whose sum of sizes does not fit ("image size error.\n"). A width or height below
+ * 1 processes nothing and gives 0: the log is empty then, `output` stays as it was.
  */
 KVX_API int32_t Api_ImageProcess(ImageProcessParam* param, ImageProcessMemory* memory) KVX_NOEXCEPT;
 
@@ -105,13 +121,18 @@ KVX_API int32_t Alg_CalculateNoiseParameter(float gain, const float gains[5], co
                                             const float intercepts[5], float* slope, float* intercept,
                                             LogText_t* log) KVX_NOEXCEPT;
 
-/** A checksum: for every byte it is rotated left by 5 bits and joined by exclusive or. */
+/**
+ * A checksum: for every byte it is rotated left by 5 bits and joined by exclusive or.
+ *
+ * @param data `rows` rows of `rowBytes` bytes, one after the other
+ * @param seed the checksum before the first byte; of fewer than one row it is the result
+ */
 KVX_API uint32_t calcHash(const void* data, int32_t rowBytes, int32_t rows, uint32_t seed) KVX_NOEXCEPT;
 
 /**
  * Writes a part of a plane to the log, for diagnosis.
  *
- * @param dataType 0 uint8_t, 1 uint16_t, 2 int16_t, 5 int32_t; 3 pixels of three uint8_t, 4 of three uint16_t
+ * @param dataType PlaneType
  * @return 0; -1 "region position error.\n": the part is not smaller than the plane or not inside it; "data type
  *         error.\n"
  */
@@ -165,7 +186,7 @@ KVX_API int32_t Alg_GenerateLow(const uint16_t* pan, const uint16_t* panAt0, con
 /**
  * Clamps every value to the range of its neighbours `step` rows and columns away, in place.
  *
- * @param dataType 5, for int32_t values; anything else is a "data type error.\n"
+ * @param dataType PlaneType_Int32; anything else is a "data type error.\n"
  * @return 0 or -1. Scratch: a copy of the plane
  */
 KVX_API int32_t Alg_ImpulseFilter(int32_t* plane, int32_t dataType, int32_t width, int32_t height, int32_t step,
@@ -177,7 +198,7 @@ KVX_API int32_t Alg_ImpulseFilter(int32_t* plane, int32_t dataType, int32_t widt
  * @param lowColour L gamma codes: how bright it is where
  * @param sigmas,radii of three passes; a radius below 1
  *                     skips its pass
- * @return 0 or -1. Scratch: 14 L bytes
+ * @return 0 or -1. Scratch: 14 bytes for each cell of the mosaic, ceil(w2 / 2) x ceil(h2 / 2)
  */
 KVX_API int32_t Alg_LowColorDiffClean(const uint16_t* lowColour, int32_t* lowColorDiff, int32_t w2, int32_t h2,
                                       float globalGain, float redBalance, float greenBalance, float blueBalance,
@@ -213,7 +234,7 @@ KVX_API int32_t Alg_ColorBuildGammaNoiseThreshold(const uint16_t* colour, int32_
  *
  * @param plane receives the result
  * @param copy what is filtered; receives the result, too, for the next pass
- * @param radius of the square window; more than 16 counts as 16
+ * @param radius of the square window; more than 16 counts as 16; below 1 nothing is written
  * @param thresholds not negative; 0 leaves a value as it is
  * @return 0
  */
@@ -225,8 +246,8 @@ KVX_API int32_t Alg_IterativeSigmaFilter(int32_t* plane, int32_t* copy, int32_t 
  *
  * @param cfaPattern as in ImageProcessParam
  * @param red,green,blue 4 L values 16.16 each
- * @return 0; -1 "CFA pattern error.\n", "CFA color error.\n", "pBuf memory alloc error.\n". Scratch: 16 L bytes, and
- *         12 L bytes of buffer 1
+ * @return 0; -1 "CFA pattern error.\n", "CFA color error.\n", "pBuf memory alloc error.\n", and the same of
+ * "g_dynamicBuffer1". Scratch: 16 L bytes, and 12 L bytes of buffer 1
  */
 KVX_API int32_t Alg_LowColorDiffUpSample(const int32_t* lowColorDiff, int32_t w2, int32_t h2, int32_t cfaPattern,
                                          int32_t* red, int32_t* green, int32_t* blue, LogText_t* log) KVX_NOEXCEPT;
@@ -272,7 +293,8 @@ KVX_API int32_t Alg_ColorCorrection(const int32_t* red, const int32_t* green, co
  * @param maxSharpen largest amount of sharpening
  * @param highLumaNoise share of the detail that is added in the brightest places
  * @param lowLumaNoise share of the detail that is added in the darkest places
- * @return 0; -1 "pBuf memory alloc error.\n". Scratch: 4 N bytes, and as much of both buffers
+ * @return 0; -1 "pBuf memory alloc error.\n", and the same of "g_dynamicBuffer1" when a buffer is null. Scratch: 4 N
+ *         bytes, and as much of both buffers
  */
 KVX_API int32_t Alg_Sharpness(uint8_t* rgb, uint16_t* pan, int32_t* lowPan, int32_t width, int32_t height,
                               float sharpenParam, float maxSharpen, float highLumaNoise, float lowLumaNoise,

@@ -1,6 +1,6 @@
 /**
  * @file
- * Result codes of all exported functions.
+ * Result codes of components, flat functions and parameters. (Api_ImageProcess() and its stages have their own.)
  *
  * 0 is success. A failure is 0x80000000 | (component type << 16) | code, where the component type is 0 (parameter
  * store), 5 (Bayer) or 6 (TrueSense): 0x80050007 is an invalid argument to the Bayer component. The codes mean the
@@ -14,7 +14,7 @@
 /** The codes in the low bits of a result. */
 enum KvxResultCode {
     KvxResult_Success = 0,
-    /** A step of the conversion failed, or there are no pixels to convert. Bare: depths that cannot be combined. */
+    /** A step failed; in the Bayer component also: there are no pixels. Bare: depths that cannot be combined. */
     KvxResult_ConversionFailed = 1,
     KvxResult_UnknownName = 2,    /**< no parameter has this name */
     KvxResult_WrongType = 3,      /**< the parameter has another type, or the text is no value of its type */
@@ -24,7 +24,7 @@ enum KvxResultCode {
     /** A null record, a format that is not supported, or a geometry that does not fit the buffers. */
     KvxResult_InvalidArgument = 7,
     KvxResult_NullPointer = 8, /**< a pointer that is needed is null */
-    KvxResult_NoMemory = 9     /**< working memory could not be allocated */
+    KvxResult_NoMemory = 9     /**< no working memory; in the TrueSense component also: there are no pixels */
 };
 
 /** The component types in bits 16 to 23 of a failure. */
@@ -45,7 +45,7 @@ static inline KVX_CONSTEXPR bool KvxResult_Failed(uint32_t result) {
 /**
  * The meaning of a result code in one English sentence, without the component it comes from.
  *
- * @param result any value that an exported function returned
+ * @param result what a function that names these codes returned
  * @return a constant text, never null; an unknown code gives "unknown result code". Any thread.
  */
 KVX_API const char* KvxResult_Text(uint32_t result) KVX_NOEXCEPT;

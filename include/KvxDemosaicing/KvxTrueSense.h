@@ -9,8 +9,14 @@
  * "NoRealloc" (kept for callers that set it; no effect), and the 64 named fields of tagTrueSenseParam.
  *
  * Threads: a component serves one conversion at a time; two components never disturb each other. A conversion spreads
- * its work over "threads_num" threads, or as many as OpenMP is set to, and leaves that setting as it was. The picture
- * is the same for any number of threads. Image buffers belong to the caller.
+ * its work over "threads_num" threads, or as many as OpenMP is set to, and leaves that setting as it was; algorithm 4
+ * takes one, and the reduced Bayer mosaic of algorithm 2 goes through OpenCV, with OpenCV's threads and memory. The
+ * picture is the same for any number of threads. After the first frame of a geometry, algorithms 0, 1, 3 and 4 allocate
+ * nothing. Image buffers belong to the caller.
+ *
+ * Depths: algorithm 0 takes samples of 8, 10, 12, 14 and 16 bits, the others all of 8 to 16; odd depths are written 16
+ * bits deep. All compute with 12 bits, and 1, 3 and 4 keep 10-bit gamma codes of pan: 16-bit samples of 1 and 3 carry
+ * what these tell apart, those of 4 a byte, made deeper.
  */
 #ifndef KVXDEMOSAICING_KVXTRUESENSE_H
 #define KVXDEMOSAICING_KVXTRUESENSE_H
@@ -31,15 +37,21 @@ enum KvxTrueSenseAlgorithm {
 #define KVX_TONE_TABLE_SIZE 4096u
 
 /**
- * All tuning of a TrueSense conversion. The fields but the last bear the names of the component's parameters; ranges
- * are those of the parameters. Flags are 0 or 1.
+ * All tuning of a TrueSense conversion. The fields but the last bear the names of the component's parameters, whose
+ * descriptors (KvxComponent_GetParamByIdx(), or the command `kvx-demosaic params truesense`) tell ranges and defaults;
+ * a record is used as it is. TrueSense_DefaultValues() has the defaults of the flat functions. Flags are 0 or 1.
+ *
+ * Of what is marked as noise-reducing (algorithms 1, 3 and 4), algorithm 4 takes no impulseFilterEnable: it always
+ * filters; and algorithm 1 has no noise model and no sharpening: it takes monoEnable, impulseFilterEnable, darkFloor,
+ * the factors of the white balance and globalGain.
  */
 typedef struct tagTrueSenseParam {
     int64_t threads_num;         /**< threads of a conversion; 0: as OpenMP is set */
-    int64_t normalizationEnable; /**< flag: samples are written 16 bits deep, whatever the source's depth */
-    int64_t horMirrored;         /**< flag: the sensor was read out from right to left */
-    int64_t verMirrored;         /**< flag: the sensor was read out from bottom to top */
-    int64_t monoEnable;          /**< flag, and from here to the colour matrix: the noise-reducing algorithms only */
+    int64_t normalizationEnable; /**< flag: 16-bit samples are written 16 bits deep, whatever the source's depth */
+    int64_t horMirrored;         /**< flag: the sensor was read out from right to left; the format then names the phase
+                                      of the last column, which was read first */
+    int64_t verMirrored;         /**< flag: the sensor was read out from bottom to top; the same for the last row */
+    int64_t monoEnable;          /**< 1: grey; noise-reducing, as all from here to the colour matrix */
     int64_t impulseFilterEnable; /**< flag: outliers among the colour differences are clamped */
     int64_t sharpnessEnable;     /**< flag: detail at full resolution is added, and edges are sharpened */
     int64_t darkFloor;           /**< black level at 12 bits */
@@ -103,11 +115,12 @@ typedef struct tagTrueSenseParam {
     double BG;
     double BB;
     /** @} */
-    double sharpenParam;  /**< activity below this, times a falling function of brightness, is not sharpened */
+    double sharpenParam;  /**< noise-reducing, as all from here on but the tone table: activity below this, times a
+                               falling function of brightness, is not sharpened */
     double maxSharpen;    /**< largest amount of sharpening */
     double highLumaNoise; /**< share of the detail that is added in the brightest places */
     double lowLumaNoise;  /**< share of the detail that is added in the darkest places */
-    /** KVX_TONE_TABLE_SIZE output values of 12 bits, by 12-bit input; the caller's. Null: the built-in curve. */
+    /** KVX_TONE_TABLE_SIZE output values, 0 to 4095, by 12-bit input; the caller's. Null: the built-in curve. */
     const uint16_t* toneTable;
 } tagTrueSenseParam;
 
@@ -171,8 +184,9 @@ KVX_API uint32_t KvxTrueSense_AllocData(KvxTrueSense* component, const _KvxImage
  *            bytes; its `width` and `height` are not looked at. Only pixels are written: not the row padding, and not
  * the fourth byte of a four-channel pixel. The buffers must not overlap.
  * @return 0; 0x80060007 null argument, source not TrueSense, algorithm that is not available, destination or depth that
- *         is not supported, a line step that cannot hold a row or is past INT_MAX, a frame without pixels; 0x80060008
- *         null `data`; 0x80060009 no memory. Whatever is refused leaves the destination as it was.
+ *         is not supported, a line step that cannot hold a row or is past INT_MAX; 0x80060008 null `data`; 0x80060009
+ * no memory, or no pixels to make any for; with algorithm 4 also a frame of more than some 89 megapixels. Whatever is
+ * refused leaves the destination as it was.
  */
 KVX_API uint32_t KvxTrueSense_ConvertImage(KvxTrueSense* component, const _KvxImage* src, _KvxImage* dst) KVX_NOEXCEPT;
 
@@ -198,7 +212,7 @@ KVX_API void KvxTrueSense_DeleteComponent(KvxTrueSense* component) KVX_NOEXCEPT;
  * @return 4 x row + column, 0 to 15, in the tile "W B W G / B W G W / W G W R / G W R W"; -1 for every other format.
  *         Any thread.
  */
-KVX_API int PixelTypeToTruesenseGrid(uint32_t pixelType) KVX_NOEXCEPT;
+KVX_API int PixelTypeToTruesenseGrid(unsigned long pixelType) KVX_NOEXCEPT;
 
 /**
  * Fills a record with the defaults of the flat functions, which differ from those of a component.

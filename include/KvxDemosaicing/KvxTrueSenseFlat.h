@@ -6,21 +6,24 @@
  * (16u8u), and the layout: C1C3R three channels out, C1C4R four, the fourth of which is never written.
  *
  * Arguments of the twelve typed functions:
- * - src: first sample of the top row of a source of `size` pixels, rows `srcLineStep` bytes apart
+ * - src: first sample of the top row of a source of `size` pixels, rows `srcLineStep` bytes apart; with a negative step
+ *   the top row is the last one in memory
  * - roi: what to convert; its first pixel goes to `dst`
  * - pixelDepth: significant bits per sample, right-aligned
  * - dst: first sample of the destination, rows `dstLineStep` bytes apart; the caller owns it; no overlap with the
- * source. A negative step steps rows by its magnitude and pixels backwards.
- * - grid: the place of the region's first pixel in the base tile, 0 to 15 (PixelTypeToTruesenseGrid())
+ *   source. A negative step steps rows by its magnitude and pixels backwards.
+ * - grid: the place of the region's first pixel in the base tile, 0 to 15 (PixelTypeToTruesenseGrid()); with a mirror
+ *   flag, of the pixel that was read first
  * - params: null for the defaults of TrueSense_DefaultValues(). The 8u functions write 0 into its `normalizationEnable`
  *   before anything else: bytes are never deepened.
  * - algType: KvxTrueSenseAlgorithm
  * - temporary: true makes a demosaicer for this call alone, and any number of threads may call; false uses the
- * function's own one of the algorithm, which keeps its working memory until the library is unloaded: one call of this
- * function at a time in the whole process, no allocation after the first frame of a geometry.
+ *   function's own one of the algorithm, which keeps its working memory until the library is unloaded: one call of this
+ *   function at a time in the whole process, no allocation after the first frame of a geometry, but by OpenCV in
+ *   algorithm 2.
  *
  * Results: 0; 0x80060007 grid, depth, geometry or algorithm that is not supported; 0x80060008 null source or
- * destination; 0x80060009 no memory. What is refused leaves the destination as it was.
+ * destination; 0x80060009 no memory, or an empty region. What is refused leaves the destination as it was.
  */
 #ifndef KVXDEMOSAICING_KVXTRUESENSEFLAT_H
 #define KVXDEMOSAICING_KVXTRUESENSEFLAT_H

@@ -30,11 +30,13 @@ uint8_t FlatPattern(uint32_t pixelType) {
     }
 }
 
+/** The destination may be larger than the picture, unlike that of other conversions. */
 uint32_t ConvertToBytes(const _KvxImage& src, const _KvxImage& dst, kvx::ChannelOrder order) {
+    if (dst.width < src.width || dst.height < src.height) return kInvalid;
     const int depth = (src.pixelType & kvx::kStorageMask) == 0x0200 ? 10 : 12;
     // Slots of three bytes where the flat C1C4R functions have four: what lies beside the picture is not ours to clear.
     return kvx::BayerToShiftedBytes({src.data,
-                                     {0, 0, dst.width, dst.height},
+                                     {0, 0, src.width, src.height},
                                      {src.width, src.height},
                                      static_cast<int>(src.lineStep),
                                      depth,

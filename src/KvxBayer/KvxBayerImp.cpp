@@ -52,7 +52,7 @@ uint32_t KvxBayerImp::ConvertImage(const _KvxImage* src, _KvxImage* dst) noexcep
 }
 
 uint32_t KvxBayerImp::AllocData(const _KvxImage* src, _KvxImage* dst) noexcept {
-    if (!src || !dst) return Result(KvxResult_InvalidArgument);
+    if (!src || !dst || !IsBayer(src->pixelType)) return Result(KvxResult_InvalidArgument);
     ReleaseData();
     const int algorithm = Algorithm();
     if (PixelTypeToBayerType(src->pixelType, algorithm, false) == -1) return Result(KvxResult_InvalidArgument);

@@ -111,18 +111,18 @@ uint32_t KvxParamStorage::AddParam(_KvxStParam* param) noexcept {
     return KvxResult_Success;
 }
 
-uint32_t KvxParamStorage::GetParamByIdx(unsigned int index, _KvxStParam* param) const noexcept {
+uint32_t KvxParamStorage::GetParamByIdx(unsigned int index, _KvxStParam* param) noexcept {
     if (!param) return Result(KvxResult_NullPointer);
     if (index >= m_params.size()) return Result(KvxResult_InvalidArgument);
     *param = m_params[index];
     return KvxResult_Success;
 }
 
-uint32_t KvxParamStorage::GetParamCount() const noexcept {
+uint32_t KvxParamStorage::GetParamCount() noexcept {
     return static_cast<uint32_t>(m_params.size());
 }
 
-uint32_t KvxParamStorage::GetParamInt(const char* name, long* value) const noexcept {
+uint32_t KvxParamStorage::GetParamInt(const char* name, long* value) noexcept {
     if (!value) return Result(KvxResult_NullPointer);
     const _KvxStParam* param = nullptr;
     const uint32_t result = FindTyped(m_params, name, KvxParamType_Int, &param);
@@ -130,7 +130,7 @@ uint32_t KvxParamStorage::GetParamInt(const char* name, long* value) const noexc
     return result;
 }
 
-uint32_t KvxParamStorage::GetParamBool(const char* name, bool* value) const noexcept {
+uint32_t KvxParamStorage::GetParamBool(const char* name, bool* value) noexcept {
     if (!value) return Result(KvxResult_NullPointer);
     const _KvxStParam* param = nullptr;
     const uint32_t result = FindTyped(m_params, name, KvxParamType_Int, &param);
@@ -140,7 +140,7 @@ uint32_t KvxParamStorage::GetParamBool(const char* name, bool* value) const noex
     return KvxResult_Success;
 }
 
-uint32_t KvxParamStorage::GetParamFloat(const char* name, double* value) const noexcept {
+uint32_t KvxParamStorage::GetParamFloat(const char* name, double* value) noexcept {
     if (!value) return Result(KvxResult_NullPointer);
     const _KvxStParam* param = nullptr;
     const uint32_t result = FindTyped(m_params, name, KvxParamType_Float, &param);
@@ -148,18 +148,18 @@ uint32_t KvxParamStorage::GetParamFloat(const char* name, double* value) const n
     return result;
 }
 
-uint32_t KvxParamStorage::GetParamString(const char* name, char* buffer, unsigned int* size) const noexcept {
+uint32_t KvxParamStorage::GetParamString(const char* name, char* buffer, unsigned int* size) noexcept {
     if (!buffer || !size) return Result(KvxResult_NullPointer);
     return RefuseKind(m_params, name);
 }
 
-uint32_t KvxParamStorage::GetParamArray(const char* name, void* data, unsigned int* byteCount) const noexcept {
+uint32_t KvxParamStorage::GetParamArray(const char* name, void* data, unsigned int* byteCount) noexcept {
     if (!data || !byteCount) return Result(KvxResult_NullPointer);
     return RefuseKind(m_params, name);
 }
 
 uint32_t KvxParamStorage::GetParamAsString(const char* name, char* buffer, unsigned int* size,
-                                           const char* /*format*/) const noexcept {
+                                           const char* /*format*/) noexcept {
     if (!size) return Result(KvxResult_NullPointer);
     const _KvxStParam* param = nullptr;
     const uint32_t result = Find(m_params, name, &param);

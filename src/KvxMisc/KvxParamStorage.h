@@ -27,15 +27,15 @@ public:
      */
     uint32_t AddParam(_KvxStParam* param) noexcept;
     /** @return 0; 0x80000007 no such index; 0x80000008 null argument. */
-    uint32_t GetParamByIdx(unsigned int index, _KvxStParam* param) const noexcept;
-    uint32_t GetParamCount() const noexcept;
+    uint32_t GetParamByIdx(unsigned int index, _KvxStParam* param) noexcept;
+    uint32_t GetParamCount() noexcept;
 
-    uint32_t GetParamInt(const char* name, long* value) const noexcept;
-    uint32_t GetParamBool(const char* name, bool* value) const noexcept;
-    uint32_t GetParamFloat(const char* name, double* value) const noexcept;
-    uint32_t GetParamString(const char* name, char* buffer, unsigned int* size) const noexcept;
-    uint32_t GetParamArray(const char* name, void* data, unsigned int* byteCount) const noexcept;
-    uint32_t GetParamAsString(const char* name, char* buffer, unsigned int* size, const char* format) const noexcept;
+    uint32_t GetParamInt(const char* name, long* value) noexcept;
+    uint32_t GetParamBool(const char* name, bool* value) noexcept;
+    uint32_t GetParamFloat(const char* name, double* value) noexcept;
+    uint32_t GetParamString(const char* name, char* buffer, unsigned int* size) noexcept;
+    uint32_t GetParamArray(const char* name, void* data, unsigned int* byteCount) noexcept;
+    uint32_t GetParamAsString(const char* name, char* buffer, unsigned int* size, const char* format) noexcept;
 
     uint32_t SetParamInt(const char* name, long value, bool external) noexcept;
     uint32_t SetParamBool(const char* name, bool value, bool external) noexcept;

@@ -1,9 +1,10 @@
 #include "KvxTrueSense/KvxTrueSenseImp.h"
 
-#include <climits>
 #include <new>
+#include <optional>
 
 #include "KvxTrueSense/DemosaicerClasses.h"
+#include "KvxTrueSense/TrueSenseOutput.h"
 #include "KvxTrueSense/TrueSenseParams.h"
 #include "framework/PixelFormats.h"
 
@@ -75,38 +76,18 @@ uint32_t KvxTrueSenseImp::ConvertImage(const _KvxImage* src, _KvxImage* dst) noe
         m_demosaicer8.reset();
     const uint32_t selected = bytes ? Select(m_demosaicer8) : Select(m_demosaicer16);
     if (selected != KvxResult_Success) return Result(selected);
-    const std::optional<TrueSenseOutput> output = TrueSenseOutputOf(src->pixelType, dst->pixelType);
-    // As an int such a step would be negative, which has a meaning of its own to a demosaicer.
-    if (!output || src->lineStep > INT_MAX || dst->lineStep > INT_MAX) return Result(KvxResult_InvalidArgument);
-    if (!bytes) return Result(Convert(*m_demosaicer16, *src, *dst, *output));
+    const std::optional<TrueSenseOutput> output = TrueSenseOutputOf(*src, *dst);
+    if (!output) return Result(KvxResult_InvalidArgument);
+    const auto convert = [&]<class Source, class Destination>(IDemConvertion<Source>& demosaicer, Destination) {
+        return Result(Run(demosaicer, CallOf<Source, Destination>(*src, *dst, &m_params), output->layout));
+    };
+    if (!bytes) return output->toBytes ? convert(*m_demosaicer16, uint8_t{}) : convert(*m_demosaicer16, uint16_t{});
 
     const int64_t normalization = m_params.normalizationEnable;
     m_params.normalizationEnable = 0;  // bytes are never deepened
-    const uint32_t result = Convert(*m_demosaicer8, *src, *dst, *output);
+    const uint32_t result = convert(*m_demosaicer8, uint8_t{});
     m_params.normalizationEnable = normalization;
-    return Result(result);
-}
-
-template <class T>
-uint32_t KvxTrueSenseImp::Convert(IDemConvertion<T>& demosaicer, const _KvxImage& src, const _KvxImage& dst,
-                                  const TrueSenseOutput& output) noexcept {
-    const _KvxRect region{0, 0, src.width, src.height};
-    const _KvxSize size{src.width, src.height};
-    const int srcStep = static_cast<int>(src.lineStep), dstStep = static_cast<int>(dst.lineStep);
-    const int depth = static_cast<int>(src.pixelDepth);
-    const auto grid = static_cast<unsigned char>(PixelTypeToTruesenseGrid(src.pixelType));
-    demosaicer.SetOutputPixelType(output.withAlpha, output.bgrOrder);
-    int result = 0;
-    if (output.toBytes) {
-        result = demosaicer.InitRGB(static_cast<const unsigned short*>(src.data), region, size, srcStep, depth,
-                                    static_cast<unsigned char*>(dst.data), dstStep, grid, &m_params);
-        if (result == KvxResult_Success) result = demosaicer.CalculateRGB();
-    } else {
-        result = demosaicer.Init(static_cast<const T*>(src.data), region, size, srcStep, depth,
-                                 static_cast<T*>(dst.data), dstStep, grid, &m_params);
-        if (result == KvxResult_Success) result = demosaicer.Calculate();
-    }
-    return static_cast<uint32_t>(result);
+    return result;
 }
 
 }  // namespace kvx

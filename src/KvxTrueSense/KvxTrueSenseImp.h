@@ -4,7 +4,6 @@
 #include <memory>
 
 #include "KvxTrueSense/IDemConvertion.h"
-#include "KvxTrueSense/TrueSenseOutput.h"
 #include "framework/KvxComponentImp.h"
 
 namespace kvx {
@@ -26,9 +25,6 @@ public:
 private:
     template <class T>
     uint32_t Select(std::unique_ptr<IDemConvertion<T>>& demosaicer) noexcept;
-    template <class T>
-    uint32_t Convert(IDemConvertion<T>& demosaicer, const _KvxImage& src, const _KvxImage& dst,
-                     const TrueSenseOutput& output) noexcept;
 
     int64_t m_trueSenseAlgType = 0;
     int64_t m_noRealloc = 0;  // no operation reads it: it is there so that both components have the parameter

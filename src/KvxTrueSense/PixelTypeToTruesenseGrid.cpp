@@ -12,11 +12,11 @@ constexpr int s_originOfPattern[] = {0, 2, 8, 10};
 
 }  // namespace
 
-int PixelTypeToTruesenseGrid(uint32_t pixelType) noexcept {
+int PixelTypeToTruesenseGrid(unsigned long pixelType) noexcept {
     for (const uint32_t first : s_firstOfDepth) {
-        const uint32_t index = pixelType - first;
+        const unsigned long index = pixelType - first;
         if (index >= 16) continue;
-        const uint32_t phase = index % 4;  // bit 0: one column on, bit 1: one row on
+        const unsigned long phase = index % 4;  // bit 0: one column on, bit 1: one row on
         return s_originOfPattern[index / 4] + static_cast<int>((phase & 1) + (phase >> 1) * 4);
     }
     return -1;

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "KvxDemosaicing/KvxTrueSenseFlat.h"
+#include "KvxTrueSense/DemosaicerCall.h"
 #include "KvxTrueSense/DemosaicerClasses.h"
 
 namespace kvx {
@@ -31,48 +32,16 @@ private:
     IDemosaicing* m_last = nullptr;
 };
 
-/** The arguments of a typed function, in its order. */
 template <class Source, class Destination>
-struct FlatArguments {
-    const Source* src;
-    _KvxRect roi;
-    _KvxSize size;
-    int srcLineStep;
-    int pixelDepth;
-    Destination* dst;
-    int dstLineStep;
-    unsigned char grid;
-    tagTrueSenseParam* params;
-    int algType;
-    bool temporary;
-};
-
-template <class Source, class Destination>
-uint32_t ConvertBy(IDemConvertion<Source>& demosaicer, const FlatArguments<Source, Destination>& a, bool withAlpha,
-                   bool bgrOrder) {
-    demosaicer.SetOutputPixelType(withAlpha, bgrOrder);
-    int result = 0;
-    if constexpr (sizeof(Source) == sizeof(Destination)) {
-        result =
-            demosaicer.Init(a.src, a.roi, a.size, a.srcLineStep, a.pixelDepth, a.dst, a.dstLineStep, a.grid, a.params);
-        if (result == KvxResult_Success) result = demosaicer.Calculate();
-    } else {
-        result = demosaicer.InitRGB(a.src, a.roi, a.size, a.srcLineStep, a.pixelDepth, a.dst, a.dstLineStep, a.grid,
-                                    a.params);
-        if (result == KvxResult_Success) result = demosaicer.CalculateRGB();
-    }
-    return Result(static_cast<uint32_t>(result));
-}
-
-template <class Source, class Destination>
-uint32_t Convert(PersistentDemosaicers<Source>& persistent, const FlatArguments<Source, Destination>& arguments,
-                 bool withAlpha, bool bgrOrder) noexcept {
-    const DemosaicerClass<Source>* selected = DemosaicerClassOf<Source>(arguments.algType);
+uint32_t Convert(PersistentDemosaicers<Source>& persistent, const DemosaicerCall<Source, Destination>& call,
+                 int algType, bool temporary, const PixelLayout& layout) noexcept {
+    if constexpr (sizeof(Source) == 1)
+        if (call.params) call.params->normalizationEnable = 0;  // bytes are never deepened
+    const DemosaicerClass<Source>* selected = DemosaicerClassOf<Source>(algType);
     if (!selected) return Result(KvxResult_InvalidArgument);
     try {
-        if (!arguments.temporary)
-            return ConvertBy(persistent.Use(arguments.algType, *selected), arguments, withAlpha, bgrOrder);
-        return ConvertBy(*selected->make(), arguments, withAlpha, bgrOrder);
+        if (!temporary) return Result(Run(persistent.Use(algType, *selected), call, layout));
+        return Result(Run(*selected->make(), call, layout));
     } catch (const std::bad_alloc&) {
         return Result(KvxResult_NoMemory);
     }
@@ -88,110 +57,94 @@ uint32_t TrueSenseToRGB_8u_C1C3R(const uint8_t* src, _KvxRect roi, _KvxSize size
                                  uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
                                  int algType, bool temporary) noexcept {
     static PersistentDemosaicers<uint8_t> s_dem;
-    if (params) params->normalizationEnable = 0;
-    return Convert<uint8_t, uint8_t>(
-        s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params, algType, temporary}, false,
-        false);
+    return Convert<uint8_t, uint8_t>(s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params},
+                                     algType, temporary, {false, false});
 }
 
 uint32_t TrueSenseToBGR_8u_C1C3R(const uint8_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
                                  uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
                                  int algType, bool temporary) noexcept {
     static PersistentDemosaicers<uint8_t> s_dem;
-    if (params) params->normalizationEnable = 0;
-    return Convert<uint8_t, uint8_t>(
-        s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params, algType, temporary}, false,
-        true);
+    return Convert<uint8_t, uint8_t>(s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params},
+                                     algType, temporary, {false, true});
 }
 
 uint32_t TrueSenseToRGB_8u_C1C4R(const uint8_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
                                  uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
                                  int algType, bool temporary) noexcept {
     static PersistentDemosaicers<uint8_t> s_dem;
-    if (params) params->normalizationEnable = 0;
-    return Convert<uint8_t, uint8_t>(
-        s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params, algType, temporary}, true,
-        false);
+    return Convert<uint8_t, uint8_t>(s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params},
+                                     algType, temporary, {true, false});
 }
 
 uint32_t TrueSenseToBGR_8u_C1C4R(const uint8_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
                                  uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
                                  int algType, bool temporary) noexcept {
     static PersistentDemosaicers<uint8_t> s_dem;
-    if (params) params->normalizationEnable = 0;
-    return Convert<uint8_t, uint8_t>(
-        s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params, algType, temporary}, true,
-        true);
+    return Convert<uint8_t, uint8_t>(s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params},
+                                     algType, temporary, {true, true});
 }
 
 uint32_t TrueSenseToRGB_16u8u_C1C3R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
                                     uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
                                     int algType, bool temporary) noexcept {
     static PersistentDemosaicers<uint16_t> s_dem;
-    return Convert<uint16_t, uint8_t>(
-        s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params, algType, temporary}, false,
-        false);
+    return Convert<uint16_t, uint8_t>(s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params},
+                                      algType, temporary, {false, false});
 }
 
 uint32_t TrueSenseToBGR_16u8u_C1C3R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
                                     uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
                                     int algType, bool temporary) noexcept {
     static PersistentDemosaicers<uint16_t> s_dem;
-    return Convert<uint16_t, uint8_t>(
-        s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params, algType, temporary}, false,
-        true);
+    return Convert<uint16_t, uint8_t>(s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params},
+                                      algType, temporary, {false, true});
 }
 
 uint32_t TrueSenseToRGB_16u8u_C1C4R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
                                     uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
                                     int algType, bool temporary) noexcept {
     static PersistentDemosaicers<uint16_t> s_dem;
-    return Convert<uint16_t, uint8_t>(
-        s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params, algType, temporary}, true,
-        false);
+    return Convert<uint16_t, uint8_t>(s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params},
+                                      algType, temporary, {true, false});
 }
 
 uint32_t TrueSenseToBGR_16u8u_C1C4R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
                                     uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
                                     int algType, bool temporary) noexcept {
     static PersistentDemosaicers<uint16_t> s_dem;
-    return Convert<uint16_t, uint8_t>(
-        s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params, algType, temporary}, true,
-        true);
+    return Convert<uint16_t, uint8_t>(s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params},
+                                      algType, temporary, {true, true});
 }
 
 uint32_t TrueSenseToRGB_16u_C1C3R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
                                   uint16_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
                                   int algType, bool temporary) noexcept {
     static PersistentDemosaicers<uint16_t> s_dem;
-    return Convert<uint16_t, uint16_t>(
-        s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params, algType, temporary}, false,
-        false);
+    return Convert<uint16_t, uint16_t>(s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params},
+                                       algType, temporary, {false, false});
 }
 
 uint32_t TrueSenseToBGR_16u_C1C3R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
                                   uint16_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
                                   int algType, bool temporary) noexcept {
     static PersistentDemosaicers<uint16_t> s_dem;
-    return Convert<uint16_t, uint16_t>(
-        s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params, algType, temporary}, false,
-        true);
+    return Convert<uint16_t, uint16_t>(s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params},
+                                       algType, temporary, {false, true});
 }
 
 uint32_t TrueSenseToRGB_16u_C1C4R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
                                   uint16_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
                                   int algType, bool temporary) noexcept {
     static PersistentDemosaicers<uint16_t> s_dem;
-    return Convert<uint16_t, uint16_t>(
-        s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params, algType, temporary}, true,
-        false);
+    return Convert<uint16_t, uint16_t>(s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params},
+                                       algType, temporary, {true, false});
 }
 
 uint32_t TrueSenseToBGR_16u_C1C4R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
                                   uint16_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
                                   int algType, bool temporary) noexcept {
     static PersistentDemosaicers<uint16_t> s_dem;
-    return Convert<uint16_t, uint16_t>(
-        s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params, algType, temporary}, true,
-        true);
+    return Convert<uint16_t, uint16_t>(s_dem, {src, roi, size, srcLineStep, pixelDepth, dst, dstLineStep, grid, params},
+                                       algType, temporary, {true, true});
 }

@@ -1,5 +1,3 @@
-#include <climits>
-
 #include "KvxDemosaicing/KvxTrueSenseFlat.h"
 #include "KvxTrueSense/TrueSenseOutput.h"
 #include "framework/PixelFormats.h"
@@ -10,9 +8,9 @@ namespace {
 template <class Function>
 struct FunctionFamily {
     Function rgb, bgr, rgba, bgra;
-    Function For(const kvx::TrueSenseOutput& output) const {
-        if (output.withAlpha) return output.bgrOrder ? bgra : rgba;
-        return output.bgrOrder ? bgr : rgb;
+    Function For(const kvx::PixelLayout& layout) const {
+        if (layout.withAlpha) return layout.bgrOrder ? bgra : rgba;
+        return layout.bgrOrder ? bgr : rgb;
     }
 };
 
@@ -28,21 +26,15 @@ constexpr FunctionFamily<decltype(&TrueSenseToRGB_16u_C1C3R)> s_words = {
 uint32_t TrueSenseToColor(const _KvxImage* src, _KvxImage* dst, tagTrueSenseParam* params, int algType,
                           unsigned char temporary) noexcept {
     constexpr uint32_t invalid = KvxResult_Of(KvxComponentType_TrueSense, KvxResult_InvalidArgument);
-    if (!src || !dst) return invalid;
-    const int grid = PixelTypeToTruesenseGrid(src->pixelType);
-    const auto output = kvx::TrueSenseOutputOf(src->pixelType, dst->pixelType);
-    // As an int such a step would be negative, which has a meaning of its own to the typed functions.
-    if (grid == -1 || !output || src->lineStep > INT_MAX || dst->lineStep > INT_MAX) return invalid;
+    if (!src || !dst || PixelTypeToTruesenseGrid(src->pixelType) == -1) return invalid;
+    const auto output = kvx::TrueSenseOutputOf(*src, *dst);
+    if (!output) return invalid;
 
-    const auto convert = [&](const auto& family, auto* from, auto* to) {
-        return family.For(*output)(from, {0, 0, src->width, src->height}, {src->width, src->height},
-                                   static_cast<int>(src->lineStep), static_cast<int>(src->pixelDepth), to,
-                                   static_cast<int>(dst->lineStep), static_cast<unsigned char>(grid), params, algType,
-                                   temporary != 0);
+    const auto convert = [&]<class Source, class Destination>(const auto& family, Source, Destination) {
+        const auto call = kvx::CallOf<Source, Destination>(*src, *dst, params);
+        return family.For(output->layout)(call.src, call.roi, call.size, call.srcLineStep, call.pixelDepth, call.dst,
+                                          call.dstLineStep, call.grid, params, algType, temporary != 0);
     };
-    if (kvx::Is8Bit(src->pixelType))
-        return convert(s_bytes, static_cast<uint8_t*>(src->data), static_cast<uint8_t*>(dst->data));
-    if (output->toBytes)
-        return convert(s_wordsToBytes, static_cast<uint16_t*>(src->data), static_cast<uint8_t*>(dst->data));
-    return convert(s_words, static_cast<uint16_t*>(src->data), static_cast<uint16_t*>(dst->data));
+    if (kvx::Is8Bit(src->pixelType)) return convert(s_bytes, uint8_t{}, uint8_t{});
+    return output->toBytes ? convert(s_wordsToBytes, uint16_t{}, uint8_t{}) : convert(s_words, uint16_t{}, uint16_t{});
 }

@@ -11,8 +11,9 @@ bool TrueSenseWorkspace::Reserve(int width) noexcept {
     m_lineBytes = (sites * sizeof(int16_t) + line - 1) / line * line + 2 * kPadding;
     const size_t bytes = m_halfRowBytes * kArrays * kRingRows + m_lineBytes * kLines;
     m_memory.reset(new (std::nothrow) uint8_t[bytes + line]());  // zero: vectors also compute on what no row has filled
+    if (!m_memory) return false;
     m_base = m_memory.get() + line - reinterpret_cast<uintptr_t>(m_memory.get()) % line;
-    return m_memory != nullptr;
+    return true;
 }
 
 }  // namespace kvx

@@ -25,7 +25,7 @@ ImageProcessParam PipelineParamOf(const WorkingArea& area, const tagTrueSensePar
     to.width = area.width;
     to.height = area.height;
     to.cfaPattern = kBaseTilePattern;
-    to.monoEnable = params.monoEnable != 0;
+    to.monoEnable = Int32(params.monoEnable);
     to.darkFloor = Int32(params.darkFloor);
     to.redBalance = static_cast<float>(params.redGain);
     to.greenBalance = static_cast<float>(params.greenGain);

@@ -27,7 +27,7 @@ protected:
 
     /** Makes working memory ready for Frame(). @return 0, 7 or 9 */
     virtual int Reserve() noexcept = 0;
-    /** Converts Frame(). @return 0 or 9 */
+    /** Converts Frame(). @return 0, 7 or 9 */
     virtual int Convert() noexcept = 0;
 
     const TrueSenseFrame& Frame() const {

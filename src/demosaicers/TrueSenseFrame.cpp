@@ -13,7 +13,6 @@
 namespace kvx {
 namespace {
 
-constexpr int kWorkingDepth = 12;
 constexpr tagTrueSenseParam s_defaults = DefaultTrueSenseParams();
 constexpr ColourMatrix s_identity = {1, 0, 0, 0, 1, 0, 0, 0, 1};
 
@@ -28,7 +27,7 @@ bool HoldsRow(int lineStep, uint64_t bytes) {
 bool Fits(const TrueSenseCall& call, uint64_t pixelBytes) {
     constexpr uint32_t largest = INT_MAX - 2 * kTileSize;  // the working area is up to six pixels larger
     const _KvxRect& roi = call.roi;
-    return call.size.width <= largest && call.size.height <= largest && roi.width > 0 && roi.height > 0 &&
+    return call.size.width <= largest && call.size.height <= largest &&
            uint64_t{roi.x} + roi.width <= call.size.width && uint64_t{roi.y} + roi.height <= call.size.height &&
            HoldsRow(call.srcLineStep, call.size.width * uint64_t{call.srcSampleSize}) &&
            HoldsRow(call.dstLineStep, roi.width * pixelBytes);
@@ -93,8 +92,9 @@ uint16_t ToneValue(uint16_t entry, int shift) {
 int BindFrame(const TrueSenseCall& call, OddDepths oddDepths, TrueSenseFrame& frame) noexcept {
     if (!call.src || !call.dst) return KvxResult_NullPointer;
     const uint64_t pixelBytes = (call.withAlpha ? 4 : 3) * call.dstSampleSize;
-    if (call.grid >= kTileSize * kTileSize || !IsSupported(call.pixelDepth, oddDepths) || !Fits(call, pixelBytes))
-        return KvxResult_InvalidArgument;
+    if (call.grid >= kTileSize * kTileSize) return KvxResult_InvalidArgument;
+    if (call.roi.width == 0 || call.roi.height == 0) return KvxResult_NoMemory;  // as for a plane that cannot be made
+    if (!IsSupported(call.pixelDepth, oddDepths) || !Fits(call, pixelBytes)) return KvxResult_InvalidArgument;
 
     const tagTrueSenseParam& params = call.params ? *call.params : s_defaults;
     frame.area = AreaOf(call);

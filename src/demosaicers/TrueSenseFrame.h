@@ -10,6 +10,9 @@
 
 namespace kvx {
 
+/** Bits of the values in the working area. */
+constexpr int kWorkingDepth = 12;
+
 /** The arguments of IDemConvertion::Init() and InitRGB(), whatever the sample types. */
 struct TrueSenseCall {
     const void* src;

@@ -8,9 +8,6 @@
 namespace kvx {
 namespace {
 
-constexpr int32_t kSizeQuery = 1, kProcess = 0;
-constexpr size_t kIntakeReserve = 256;  // bytes: intake may write a vector more than a row
-
 /** A byte as a value of `bits` bits: white stays white. */
 uint16_t Deepened(uint8_t value, int bits) {
     const uint32_t white = (1U << bits) - 1;
@@ -36,9 +33,9 @@ int TrueSenseKodak<T>::Reserve() noexcept {
     if (m_width == frame.area.width && m_height == frame.area.height) return KvxResult_Success;
 
     CleanMemory();
-    m_memory.mode = kSizeQuery;
-    if (Api_ImageProcess(&m_param, &m_memory) < 0) return KvxResult_InvalidArgument;
-    m_memory.mode = kProcess;
+    m_memory.mode = ImageProcessMode_Sizes;
+    if (Api_ImageProcess(&m_param, &m_memory) < 0) return KvxResult_NoMemory;  // sizes that do not fit
+    m_memory.mode = ImageProcessMode_Frame;
     const struct {
         void*& address;
         uint32_t size;
@@ -51,7 +48,7 @@ int TrueSenseKodak<T>::Reserve() noexcept {
         return buffer != nullptr;
     };
     const size_t pixels = size_t(frame.area.width) * frame.area.height;
-    bool reserved = reserve(m_input, pixels + kIntakeReserve) && reserve(m_output, 3 * pixels);
+    bool reserved = reserve(m_input, pixels) && reserve(m_output, 3 * pixels);
     for (size_t i = 0; i < std::size(plan); ++i) {
         reserved = reserved && reserve(m_buffers[i], plan[i].size);
         plan[i].address = m_buffers[i].get();
@@ -82,7 +79,7 @@ template <class T>
 void TrueSenseKodak<T>::WriteRow(int row) const noexcept {
     const WorkingArea& area = this->Frame().area;
     const TrueSenseDestination& to = this->Frame().destination;
-    const int bits = 12 + this->Frame().outputShift;
+    const int bits = kWorkingDepth + this->Frame().outputShift;
     const uint8_t* rgb = m_output.get() + (ptrdiff_t{area.rowPhase + row} * m_width + area.columnPhase) * kChannels;
     uint8_t* pixel = to.origin + row * to.rowStep;
     for (int column = 0; column < area.regionWidth; ++column, rgb += kChannels, pixel += to.pixelStep)

@@ -44,7 +44,7 @@ uint32_t KvxComponent_SetParamFloat(KvxComponent* component, const char* name, d
 
 uint32_t KvxComponent_GetParamByIdx(KvxComponent* component, uint32_t index, _KvxStParam* param) noexcept {
     if (!component || !param) return kNull;
-    const auto* ours = dynamic_cast<kvx::KvxComponentImp*>(component);
+    auto* const ours = dynamic_cast<kvx::KvxComponentImp*>(component);
     return ours ? ours->GetParamByIdx(index, param)
                 : KvxResult_Of(KvxComponentType_ParamStorage, KvxResult_InvalidArgument);
 }

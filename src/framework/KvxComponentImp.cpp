@@ -56,7 +56,7 @@ uint32_t KvxComponentImp::GetParamName(uint32_t index, char* buffer, uint32_t* s
     return KvxResult_Success;
 }
 
-uint32_t KvxComponentImp::GetParamByIdx(uint32_t index, _KvxStParam* param) const noexcept {
+uint32_t KvxComponentImp::GetParamByIdx(uint32_t index, _KvxStParam* param) noexcept {
     return m_paramStorage.GetParamByIdx(index, param);
 }
 

@@ -26,7 +26,7 @@ public:
     uint32_t GetParamArray(const char* name, void* data, uint32_t* byteCount) noexcept override;
     uint32_t RunCommand(const char* name) noexcept override;
 
-    uint32_t GetParamByIdx(uint32_t index, _KvxStParam* param) const noexcept;
+    uint32_t GetParamByIdx(uint32_t index, _KvxStParam* param) noexcept;
 
 protected:
     explicit KvxComponentImp(uint8_t componentTypeID);

@@ -1,12 +1,15 @@
 #include "KvxDemosaicing/KvxResult.h"
 
 const char* KvxResult_Text(uint32_t result) noexcept {
-    constexpr uint32_t formBits = 0xFF000000;  // 0x80 in a full code, 0 in a bare one
-    const uint32_t form = result & formBits;
-    if (form != 0x80000000u && form != 0) return "unknown result code";
-    switch (result & 0xFFFF) {
+    const uint32_t code = result & 0xFFFF;
+    const bool isBare = code == result;
+    const bool isFull = result == KvxResult_Of(KvxComponentType_ParamStorage, code) ||
+                        result == KvxResult_Of(KvxComponentType_Bayer, code) ||
+                        result == KvxResult_Of(KvxComponentType_TrueSense, code);
+    if (!isBare && !isFull) return "unknown result code";
+    switch (code) {
         case KvxResult_Success:
-            return result == 0 ? "success" : "unknown result code";
+            return "success";
         case KvxResult_ConversionFailed:
             return "a conversion step failed, there are no pixels, or the depths cannot be combined";
         case KvxResult_UnknownName:

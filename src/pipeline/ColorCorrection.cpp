@@ -11,7 +11,7 @@ int32_t Alg_ColorCorrection(const int32_t* red, const int32_t* green, const int3
         const float linear[] = {LinearOf(lowPan[i] + red[i]), LinearOf(lowPan[i] + green[i]),
                                 LinearOf(lowPan[i] + blue[i])};
         for (int channel = 0; channel < 3; ++channel)
-            *rgb++ = static_cast<uint8_t>(toneScale[Corrected(colorMatrix + 3 * channel, linear)]);
+            *rgb++ = static_cast<uint8_t>(toneScale[Corrected(colorMatrix + ptrdiff_t{3} * channel, linear)]);
     }
     return kStageSuccess;
 }

@@ -4,7 +4,7 @@
 namespace kvx {
 namespace {
 
-constexpr int32_t kDataTypeInt32 = 5, kSameColour = 2;
+constexpr int32_t kSameColour = 2;
 
 int32_t CodeOfMean(uint16_t a, uint16_t b) {
     return Linear12toGamma10[(a + b + 1) / 2];
@@ -21,12 +21,12 @@ int32_t Alg_GenerateLow(const uint16_t* pan, const uint16_t* panAt0, const uint1
     if (w2 < 1 || h2 < 1) return kStageSuccess;
     for (int32_t y = 0, j = 0; y < h2; ++y)
         for (int32_t x = 0; x < w2; ++x, ++j) {
-            const uint16_t *upper = pan + int64_t{2 * y} * width + 2 * x, *lower = upper + width;
+            const uint16_t *upper = pan + int64_t{2} * y * width + int64_t{2} * x, *lower = upper + width;
             const int32_t difference = CodeOfMean(colour0[j], colour1[j]) - CodeOfMean(panAt0[j], panAt1[j]);
             lowColorDiff[j] = difference * kCodeUnit;
             lowPan[j] = (upper[0] + upper[1] + lower[0] + lower[1]) * (kCodeUnit / 4);
         }
-    if (Alg_ImpulseFilter(lowColorDiff, kDataTypeInt32, w2, h2, kSameColour, log) != kStageSuccess)
+    if (Alg_ImpulseFilter(lowColorDiff, PlaneType_Int32, w2, h2, kSameColour, log) != kStageSuccess)
         return kStageFailure;
     for (int64_t j = 0; j < int64_t{w2} * h2; ++j)
         lowColour[j] = static_cast<uint16_t>(CodeOf(lowPan[j] + lowColorDiff[j]));

@@ -6,8 +6,6 @@
 namespace kvx {
 namespace {
 
-constexpr int32_t kDataTypeInt32 = 5;
-
 struct Plane {
     const int32_t* values;
     int32_t width, height;
@@ -33,7 +31,7 @@ struct Plane {
 int32_t Alg_ImpulseFilter(int32_t* plane, int32_t dataType, int32_t width, int32_t height, int32_t step,
                           LogText_t* log) noexcept {
     using namespace kvx;
-    if (dataType != kDataTypeInt32) return Fail(log, "data type error.\n");
+    if (dataType != PlaneType_Int32) return Fail(log, "data type error.\n");
     if (width < 1 || height < 1 || step < 1) return kStageSuccess;
     const size_t bytes = size_t(width) * height * sizeof *plane;
     auto* copy = static_cast<int32_t*>(PeekScratch(bytes, "impulsePlane", log));

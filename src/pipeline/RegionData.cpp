@@ -5,7 +5,6 @@
 namespace kvx {
 namespace {
 
-constexpr int32_t kLastDataType = 5;
 constexpr int kChannels = 3;
 
 struct Region {
@@ -46,23 +45,23 @@ int32_t Alg_GetRegionData(const char* name, const void* data, int32_t dataType, 
                       int64_t{x} + columns <= planeWidth && int64_t{y} + rows <= planeHeight;
     if (!fits) return Fail(log, "region position error.\n");
     Append(log, "%s:\n", name);
-    if (dataType < 0 || dataType > kLastDataType) return Fail(log, "data type error.\n");
+    if (dataType < 0 || dataType > PlaneType_Int32) return Fail(log, "data type error.\n");
 
     const Region region{x, y, columns, rows, planeWidth};
     switch (dataType) {
-        case 0:
+        case PlaneType_UInt8:
             PrintValues(static_cast<const uint8_t*>(data), region, log);
             break;
-        case 1:
+        case PlaneType_UInt16:
             PrintValues(static_cast<const uint16_t*>(data), region, log);
             break;
-        case 2:
+        case PlaneType_Int16:
             PrintValues(static_cast<const int16_t*>(data), region, log);
             break;
-        case 3:
+        case PlaneType_UInt8x3:
             PrintPixels(static_cast<const uint8_t*>(data), region, log);
             break;
-        case 4:
+        case PlaneType_UInt16x3:
             PrintPixels(static_cast<const uint16_t*>(data), region, log);
             break;
         default:

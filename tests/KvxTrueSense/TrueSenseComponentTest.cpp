@@ -14,7 +14,7 @@
 namespace kvx::test {
 namespace {
 
-constexpr uint32_t kInvalid = 0x80060007, kNull = 0x80060008;
+constexpr uint32_t kInvalid = 0x80060007, kNull = 0x80060008, kNoMemory = 0x80060009;
 constexpr uint32_t kWidth = 21, kHeight = 14;
 
 /** A frame and room for its picture. */
@@ -221,8 +221,8 @@ TEST_F(TrueSenseComponent, BadRecordsAreRefused) {
     const Case cases[] = {
         {"null source data", [](auto& f) { f.src.Record().data = nullptr; }, kNull},
         {"null destination data", [](auto& f) { f.dst.Record().data = nullptr; }, kNull},
-        {"no columns", [](auto& f) { f.src.Record().width = 0; }, kInvalid},
-        {"no rows", [](auto& f) { f.src.Record().height = 0; }, kInvalid},
+        {"no columns", [](auto& f) { f.src.Record().width = 0; }, kNoMemory},
+        {"no rows", [](auto& f) { f.src.Record().height = 0; }, kNoMemory},
         {"depth 11", [](auto& f) { f.src.Record().pixelDepth = 11; }, kInvalid},
         {"depth 18", [](auto& f) { f.src.Record().pixelDepth = 18; }, kInvalid},
         {"source step short", [](auto& f) { f.src.Record().lineStep = kWidth * 2 - 1; }, kInvalid},

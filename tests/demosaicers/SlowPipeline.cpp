@@ -84,7 +84,7 @@ SlowPicture SlowSimple(const SlowSource& source, const tagTrueSenseParam& params
         const size_t at = planes.At(row, column);
         Colour colour{};
         for (int channel = 0; channel < 3; ++channel) {
-            const int32_t difference = params.monoEnable ? 0 : planes.differences[channel][at];
+            const int32_t difference = params.monoEnable == 1 ? 0 : planes.differences[channel][at];
             colour.value[channel] = Gamma10toLinear12[CodeOf(planes.pan[at] * kCodeUnit + difference)];
         }
         return colour;
@@ -125,7 +125,8 @@ SlowPicture SlowKodakLike(const SlowSource& source, const tagTrueSenseParam& par
             static_cast<float>(low[at] - level) * amount;
         float linear[3];
         for (int channel = 0; channel < 3; ++channel)
-            linear[channel] = LinearOf(planes.lowPan[at] + (params.monoEnable ? 0 : planes.differences[channel][at]));
+            linear[channel] =
+                LinearOf(planes.lowPan[at] + (params.monoEnable == 1 ? 0 : planes.differences[channel][at]));
         Colour colour{};
         for (int channel = 0; channel < 3; ++channel) {
             const int own = ToneOf(params.toneTable, Corrected(param.colorMatrix + 3 * channel, linear), isDeep);

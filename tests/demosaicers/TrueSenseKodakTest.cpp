@@ -90,7 +90,7 @@ TEST(TrueSenseKodak, EveryParameterReachesThePipeline) {
     EXPECT_EQ(p.width, 8);
     EXPECT_EQ(p.height, 12);
     EXPECT_EQ(p.cfaPattern, 1);
-    EXPECT_EQ(p.monoEnable, 1);
+    EXPECT_EQ(p.monoEnable, params.monoEnable);
     EXPECT_EQ(p.darkFloor, INT_MIN);
     EXPECT_EQ(p.panRadius[2], INT_MAX);
     // In the order of the record, which is that of the numbers.

@@ -178,6 +178,7 @@ TEST(ImageProcess, FailuresAreExplainedAndLeaveTheOutput) {
     };
     for (const auto& c : cases) {
         PipelineFrame frame(8, 4);
+        frame.log[0] = '?';  // of an earlier call
         c.spoil(frame);
         EXPECT_EQ(frame.Run(), c.result) << c.what;
         EXPECT_STREQ(frame.log, c.message) << c.what;
