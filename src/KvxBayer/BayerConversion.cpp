@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <cstring>
-#include <opencv2/imgproc.hpp>
 
 #include "KvxBayer/BayerGeometry.h"
 #include "KvxBayer/MosaicRow.h"
-#include "KvxDemosaicing/KvxResult.h"
+#include "KvxDemosaicing/KvxBayer.h"
 #include "framework/PixelFormats.h"
 
 namespace kvx {
@@ -18,41 +17,18 @@ size_t SampleSizeOf(const _KvxImage& src) {
     return Is8Bit(src.pixelType) ? 1 : 2;
 }
 
-/** The colours of a frame, as a conversion code tells them. */
-struct Layout {
-    bool greenFirst;      // at the top left
-    bool topColourFirst;  // the red or blue of the top row is the first sample of a pixel
-    GreenRule rule;
-};
-
-Layout LayoutOf(int code) {
-    // A code is named after the second row and column of its cell. The red-first codes are the blue-first ones of the
-    // pattern with red and blue exchanged, so four of each rule are all.
-    switch (code) {
-        case cv::COLOR_BayerGB2BGR:
-            return {true, false, GreenRule::Mean};
-        case cv::COLOR_BayerRG2BGR:
-            return {false, true, GreenRule::Mean};
-        case cv::COLOR_BayerGR2BGR:
-            return {true, true, GreenRule::Mean};
-        case cv::COLOR_BayerBG2BGR_EA:
-            return {false, false, GreenRule::EdgeAware};
-        case cv::COLOR_BayerGB2BGR_EA:
-            return {true, false, GreenRule::EdgeAware};
-        case cv::COLOR_BayerRG2BGR_EA:
-            return {false, true, GreenRule::EdgeAware};
-        case cv::COLOR_BayerGR2BGR_EA:
-            return {true, true, GreenRule::EdgeAware};
-        default:  // cv::COLOR_BayerBG2BGR
-            return {false, false, GreenRule::Mean};
-    }
-}
-
 /** A frame whose rows are converted each by itself. */
 class Frame {
 public:
-    Frame(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output, SlotBytes slot)
-        : m_src(src), m_dst(dst), m_layout(LayoutOf(code)), m_output(output), m_slot(slot) {}
+    Frame(const _KvxImage& src, const _KvxImage& dst, BayerPattern pattern, ChannelOrder order, GreenRule rule,
+          const BayerOutput& output, SlotBytes slot)
+        : m_src(src),
+          m_dst(dst),
+          m_greenFirst(IsGreenFirst(pattern)),
+          m_topColourFirst(IsBlueOnTop(pattern) == (order == ChannelOrder::BGR)),
+          m_rule(rule),
+          m_output(output),
+          m_slot(slot) {}
 
     void ConvertRow(int64_t row) const {
         uint8_t* out = RowOf(m_dst, row);
@@ -66,9 +42,9 @@ public:
                               .below = RowOf(m_src, centre + 1),
                               .sampleSize = SampleSizeOf(m_src),
                               .width = m_src.width,
-                              .greenFirst = m_layout.greenFirst != odd,
-                              .rowColourFirst = m_layout.topColourFirst != odd,
-                              .rule = m_layout.rule,
+                              .greenFirst = m_greenFirst != odd,
+                              .rowColourFirst = m_topColourFirst != odd,
+                              .rule = m_rule,
                               .output = m_output},
                              out);
         }
@@ -88,19 +64,29 @@ private:
 
     const _KvxImage& m_src;
     const _KvxImage& m_dst;
-    Layout m_layout;
+    bool m_greenFirst;      // at the top left
+    bool m_topColourFirst;  // the red or blue of the top row is the first sample of a pixel
+    GreenRule m_rule;
     BayerOutput m_output;
     SlotBytes m_slot;
 };
 
 }  // namespace
 
-uint32_t ConvertBayer(const _KvxImage& src, const _KvxImage& dst, int code, const BayerOutput& output,
-                      SlotBytes slot) noexcept {
+ChannelOrder OrderOf(const _KvxImage& dst) noexcept {
+    return IsBlueFirst(dst.pixelType) ? ChannelOrder::BGR : ChannelOrder::RGB;
+}
+
+GreenRule RuleOf(int algorithm) noexcept {
+    return algorithm == KvxBayerAlgorithm_EdgeAware ? GreenRule::EdgeAware : GreenRule::Mean;
+}
+
+uint32_t ConvertBayer(const _KvxImage& src, const _KvxImage& dst, BayerPattern pattern, ChannelOrder order,
+                      GreenRule rule, const BayerOutput& output, SlotBytes slot) noexcept {
     const uint32_t result = CheckBayerGeometry(src, dst, output);
     if (result != KvxResult_Success) return result;
 
-    const Frame frame(src, dst, code, output, slot);
+    const Frame frame(src, dst, pattern, order, rule, output, slot);
     const auto height = static_cast<int64_t>(src.height);
     constexpr uint64_t pixelsWorthThreads = 1 << 16;  // below, waking a team costs more than it saves
     constexpr int rowsAtOnce = 16;                    // so that a thread that is held up holds up little

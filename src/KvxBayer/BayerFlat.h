@@ -21,8 +21,6 @@ struct BayerFlatArguments {
     int algType;
 };
 
-enum class ChannelOrder { RGB, BGR };
-
 /** The 16u8u functions: see KvxBayerFlat.h. */
 uint32_t BayerToShiftedBytes(const BayerFlatArguments& arguments, ChannelOrder order, SlotBytes slot) noexcept;
 

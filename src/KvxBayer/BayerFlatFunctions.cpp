@@ -2,43 +2,14 @@
 #include <iterator>
 
 #include "KvxBayer/BayerFlat.h"
-#include "KvxDemosaicing/KvxPixelFormat.h"
 
 namespace kvx {
 namespace {
 
-/** The formats of one sample depth. */
-struct DepthFormats {
-    int depth;
-    uint32_t patterns[4];  // by the argument bayerPattern: GR, RG, BG, GB
-    uint32_t rgb, bgr;
-};
-constexpr DepthFormats s_bytes = {8,
-                                  {KvxFormat_BayerGR8, KvxFormat_BayerRG8, KvxFormat_BayerBG8, KvxFormat_BayerGB8},
-                                  KvxFormat_RGB8,
-                                  KvxFormat_BGR8};
-constexpr DepthFormats s_words[] = {
-    {10,
-     {KvxFormat_BayerGR10, KvxFormat_BayerRG10, KvxFormat_BayerBG10, KvxFormat_BayerGB10},
-     KvxFormat_RGB10,
-     KvxFormat_BGR10},
-    {12,
-     {KvxFormat_BayerGR12, KvxFormat_BayerRG12, KvxFormat_BayerBG12, KvxFormat_BayerGB12},
-     KvxFormat_RGB12,
-     KvxFormat_BGR12},
-    {14,
-     {KvxFormat_BayerGR14, KvxFormat_BayerRG14, KvxFormat_BayerBG14, KvxFormat_BayerGB14},
-     KvxFormat_RGB14,
-     KvxFormat_BGR14},
-    {16,
-     {KvxFormat_BayerGR16, KvxFormat_BayerRG16, KvxFormat_BayerBG16, KvxFormat_BayerGB16},
-     KvxFormat_RGB16,
-     KvxFormat_BGR16},
-};
-
-const DepthFormats* WordFormats(int pixelDepth) {
-    for (const DepthFormats& formats : s_words)
-        if (formats.depth == pixelDepth) return &formats;
+/** Formats of 16-bit samples; null for a depth that the functions do not take. */
+const BayerFormats* WordFormats(int pixelDepth) {
+    for (const BayerFormats& formats : kBayerFormats)
+        if (formats.depth == pixelDepth && formats.depth != 8) return &formats;
     return nullptr;
 }
 
@@ -56,19 +27,19 @@ _KvxImage Record(uint32_t pixelType, int pixelDepth, uint32_t width, uint32_t he
     return image;
 }
 
-uint32_t Convert(const BayerFlatArguments& a, const DepthFormats* formats, ChannelOrder order,
+uint32_t Convert(const BayerFlatArguments& a, const BayerFormats* formats, ChannelOrder order,
                  const BayerOutput& output, SlotBytes slot = SlotBytes::AsWritten) {
-    if (!formats || a.bayerPattern >= std::size(formats->patterns))
+    if (!formats || a.bayerPattern >= std::size(formats->sources))
         return KvxResult_Of(KvxComponentType_Bayer, KvxResult_InvalidArgument);
     const uint32_t dstType = order == ChannelOrder::BGR ? formats->bgr : formats->rgb;
     const _KvxImage src =
-        Record(formats->patterns[a.bayerPattern], a.pixelDepth, a.srcSize.width, a.srcSize.height, a.srcStep, a.pSrc);
+        Record(formats->sources[a.bayerPattern], a.pixelDepth, a.srcSize.width, a.srcSize.height, a.srcStep, a.pSrc);
     _KvxImage dst = Record(dstType, a.pixelDepth, a.srcRoi.width, a.srcRoi.height, a.dstStep, a.pDst);
     return ConvertBayerFlat(src, dst, a.algType, order, output, slot);
 }
 
 uint32_t ToBytes(const BayerFlatArguments& arguments, ChannelOrder order) noexcept {
-    return Convert(arguments, &s_bytes, order, {.form = BayerOutput::Samples});
+    return Convert(arguments, &kBayerFormats[0], order, {.form = BayerOutput::Samples});
 }
 
 uint32_t ToWords(const BayerFlatArguments& arguments, ChannelOrder order) noexcept {

@@ -3,6 +3,9 @@
 
 namespace kvx {
 
+/** Which colour is the first sample of a pixel. */
+enum class ChannelOrder { RGB, BGR };
+
 struct BayerOutput {
     enum Form {
         Samples,       ///< stored as wide as the source's samples

@@ -19,20 +19,19 @@ uint32_t ConvertByInterpolator(const _KvxImage& src, _KvxImage& dst, const Bayer
         interpolator.reset(new (std::nothrow) DemosaicingIPP_16);
     if (!interpolator) return KvxResult_NoMemory;
     interpolator->SetOutput(output, slot);
-    const uint32_t result = interpolator->Init(&dst, &src);
-    return result == KvxResult_Success ? interpolator->Calculate() : result;
+    return interpolator->Convert(&dst, &src);
 }
 
 }  // namespace
 
 uint32_t ConvertBayerFlat(const _KvxImage& src, _KvxImage& dst, int algType, ChannelOrder order,
                           const BayerOutput& output, SlotBytes slot) noexcept {
-    const int code = PixelTypeToBayerType(src.pixelType, algType, order == ChannelOrder::BGR);
-    if (code == -1) return KvxResult_Of(KvxComponentType_Bayer, KvxResult_InvalidArgument);
+    const auto pattern = PatternOf(src.pixelType);
+    if (!pattern) return KvxResult_Of(KvxComponentType_Bayer, KvxResult_InvalidArgument);
     if (algType == KvxBayerAlgorithm_IPP)
         return KvxResult_Of(KvxComponentType_Bayer, ConvertByInterpolator(src, dst, output, slot));
     if (algType != KvxBayerAlgorithm_Bilinear && algType != KvxBayerAlgorithm_EdgeAware) return KvxResult_Success;
-    return KvxResult_Of(KvxComponentType_Bayer, ConvertBayer(src, dst, code, output, slot));
+    return KvxResult_Of(KvxComponentType_Bayer, ConvertBayer(src, dst, *pattern, order, RuleOf(algType), output, slot));
 }
 
 }  // namespace kvx
@@ -43,6 +42,5 @@ uint32_t BayerToColor(const _KvxImage* src, _KvxImage* dst, int algType) noexcep
     kvx::BayerOutput output{.form = kvx::BayerOutput::Samples};
     if (!kvx::Is8Bit(src->pixelType) && kvx::Is8Bit(dst->pixelType))
         output = {.form = kvx::BayerOutput::RoundedBytes, .shift = format->bitsPerComponent - 8};
-    const auto order = kvx::IsBlueFirst(dst->pixelType) ? kvx::ChannelOrder::BGR : kvx::ChannelOrder::RGB;
-    return kvx::ConvertBayerFlat(*src, *dst, algType, order, output);
+    return kvx::ConvertBayerFlat(*src, *dst, algType, kvx::OrderOf(*dst), output);
 }

@@ -13,27 +13,12 @@ constexpr uint32_t kInvalid = KvxResult_Of(KvxComponentType_Bayer, KvxResult_Inv
 constexpr uint32_t kBareNullRecord = KvxResult_InvalidArgument;
 constexpr uint32_t kBareDepthsDiffer = KvxResult_ConversionFailed;
 
-/** The argument bayerPattern of the flat functions; GR for every other source, which is deliberate too. */
-uint8_t FlatPattern(uint32_t pixelType) {
-    switch (pixelType) {
-        case KvxFormat_BayerRG10:
-        case KvxFormat_BayerRG12:
-            return 1;
-        case KvxFormat_BayerBG10:
-        case KvxFormat_BayerBG12:
-            return 2;
-        case KvxFormat_BayerGB10:
-        case KvxFormat_BayerGB12:
-            return 3;
-        default:
-            return 0;
-    }
-}
-
 /** The destination may be larger than the picture, unlike that of other conversions. */
 uint32_t ConvertToBytes(const _KvxImage& src, const _KvxImage& dst, kvx::ChannelOrder order) {
     if (dst.width < src.width || dst.height < src.height) return kInvalid;
     const int depth = (src.pixelType & kvx::kStorageMask) == 0x0200 ? 10 : 12;
+    // What is no Bayer format is read as GR: deliberate, too.
+    const auto pattern = kvx::PatternOf(src.pixelType).value_or(kvx::BayerPattern::GR);
     // Slots of three bytes where the flat C1C4R functions have four: what lies beside the picture is not ours to clear.
     return kvx::BayerToShiftedBytes({src.data,
                                      {0, 0, src.width, src.height},
@@ -42,7 +27,7 @@ uint32_t ConvertToBytes(const _KvxImage& src, const _KvxImage& dst, kvx::Channel
                                      depth,
                                      dst.data,
                                      static_cast<int>(dst.lineStep),
-                                     FlatPattern(src.pixelType),
+                                     static_cast<uint8_t>(pattern),
                                      KvxBayerAlgorithm_Bilinear},
                                     order, kvx::SlotBytes::AsWritten);
 }

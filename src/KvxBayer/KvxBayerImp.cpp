@@ -12,12 +12,6 @@ constexpr uint32_t Result(uint32_t code) {
     return KvxResult_Of(KvxComponentType_Bayer, code);
 }
 
-uint32_t ConvertByInterpolator(DemosaicingIPP* interpolator, const _KvxImage& src, _KvxImage& dst) noexcept {
-    if (!interpolator) return Result(KvxResult_NoMemory);
-    const uint32_t code = interpolator->Init(&dst, &src);
-    return Result(code == KvxResult_Success ? interpolator->Calculate() : code);
-}
-
 }  // namespace
 
 KvxBayerImp::KvxBayerImp() : KvxComponentImp(KvxComponentType_Bayer) {
@@ -40,23 +34,25 @@ int KvxBayerImp::Algorithm() noexcept {
 
 uint32_t KvxBayerImp::ConvertImage(const _KvxImage* src, _KvxImage* dst) noexcept {
     if (!src || !dst) return Result(KvxResult_InvalidArgument);
+    const auto pattern = PatternOf(src->pixelType);
+    if (!pattern) return Result(KvxResult_InvalidArgument);
     const int algorithm = Algorithm();
-    const int code = PixelTypeToBayerType(src->pixelType, algorithm, IsBlueFirst(dst->pixelType));
-    if (code == -1) return Result(KvxResult_InvalidArgument);
     if (Is8Bit(src->pixelType))
         m_demosaicing16.reset();
     else
         m_demosaicing8.reset();
-    if (algorithm == KvxBayerAlgorithm_IPP) return ConvertByInterpolator(Interpolator(*src), *src, *dst);
-    return Result(ConvertBayer(*src, *dst, code, {.form = BayerOutput::Samples}));
+    if (algorithm == KvxBayerAlgorithm_IPP) {
+        DemosaicingIPP* interpolator = Interpolator(*src);
+        return Result(interpolator ? interpolator->Convert(dst, src) : uint32_t{KvxResult_NoMemory});
+    }
+    return Result(ConvertBayer(*src, *dst, *pattern, OrderOf(*dst), RuleOf(algorithm), {.form = BayerOutput::Samples}));
 }
 
 uint32_t KvxBayerImp::AllocData(const _KvxImage* src, _KvxImage* dst) noexcept {
     if (!src || !dst || !IsBayer(src->pixelType)) return Result(KvxResult_InvalidArgument);
     ReleaseData();
-    const int algorithm = Algorithm();
-    if (PixelTypeToBayerType(src->pixelType, algorithm, false) == -1) return Result(KvxResult_InvalidArgument);
-    if (algorithm == KvxBayerAlgorithm_IPP && !Interpolator(*src)) return Result(KvxResult_NoMemory);
+    if (!PatternOf(src->pixelType)) return Result(KvxResult_InvalidArgument);
+    if (Algorithm() == KvxBayerAlgorithm_IPP && !Interpolator(*src)) return Result(KvxResult_NoMemory);
     return KvxResult_Success;
 }
 

@@ -34,8 +34,7 @@ int DividedRoundingUp(int value, int divisor) {
 uint32_t DemosaicingIPP::Init(_KvxImage* dst, const _KvxImage* src) noexcept {
     if (!dst || !src) return KvxResult_NullPointer;
     const uint32_t format = src->pixelType & kRowMask;
-    if (!KvxPixelFormat_ByCode(src->pixelType) || s_bayerDescRB[format] == 0)
-        return KvxResult_InvalidArgument;
+    if (!KvxPixelFormat_ByCode(src->pixelType) || s_bayerDescRB[format] == 0) return KvxResult_InvalidArgument;
     const uint32_t result = CheckBayerGeometry(*src, *dst, m_output);
     if (result != KvxResult_Success) return result;
     constexpr uint32_t mostRows = 1u << 30;  // their numbers are int, as are those of mirrored rows

@@ -40,6 +40,12 @@ public:
     /** Writes the destination. @return 0, or InvalidArgument before Init() */
     virtual uint32_t Calculate() noexcept = 0;
 
+    /** Init(), then Calculate(). @return the code of the one that failed, or 0 */
+    uint32_t Convert(_KvxImage* dst, const _KvxImage* src) noexcept {
+        const uint32_t result = Init(dst, src);
+        return result == 0 ? Calculate() : result;
+    }
+
     /** Releases the working memory and forgets the frame. @return 0 */
     virtual uint32_t CleanMemory() noexcept = 0;
 
