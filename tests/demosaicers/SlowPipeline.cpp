@@ -7,62 +7,23 @@
 #include "pipeline/ColorCorrection.h"
 #include "pipeline/Sharpness.h"
 #include "pipeline/ToneScales.h"
+#include "support/StagePlanes.h"
 
 namespace kvx::test {
 namespace {
 
-/** A frame's planes at full resolution: pan in codes, the others 16.16. */
-struct Planes {
+/** The planes of a frame, and where its pixels are in them. */
+struct FramePlanes {
     int width = 0, height = 0;
+    std::vector<uint16_t> raw;
     ImageProcessParam param;
-    std::vector<uint16_t> pan;
-    std::vector<int32_t> lowPan, differences[3];
+    StagePlanes planes;
 
-    Planes(const SlowSource& source, const tagTrueSenseParam& params, bool isCleaned) {
-        std::vector<uint16_t> raw = SlowMosaic(source, width, height);
-        param = PipelineParamOf({width, height, 0, 0, width, height}, params);
-        const int w2 = width / 2, h2 = height / 2;
-        const size_t n = raw.size(), l = n / 4;
-        std::vector<int32_t> scratch(4 * n), buffer(4 * n);
-        const auto free = [&] { Alg_SetScratch(scratch.data(), scratch.data() + 4 * n, buffer.data(), nullptr); };
-        free();
-        Alg_SubtractDarkFloor(reinterpret_cast<uint8_t*>(raw.data()), width, height, param.darkFloor, raw.data(),
-                              nullptr);
-        if (param.globalGain > 1)
-            ApplyGlobalGain(reinterpret_cast<int16_t*>(raw.data()), static_cast<int>(n), param.globalGain);
-        std::vector<uint16_t> quarters[6], lowColour(l);
-        for (auto& quarter : quarters) quarter.resize(l);
-        auto& [pan0, pan1, colour0, colour1, panAt0, panAt1] = quarters;
-        Alg_WhiteBalance(raw.data(), width, height, kBaseTilePattern, param.redBalance, param.greenBalance,
-                         param.blueBalance, param.panBalance, pan0.data(), pan1.data(), colour0.data(), colour1.data(),
-                         nullptr);
-        pan.resize(n);
-        Alg_InterpolatePan(pan0.data(), pan1.data(), width, height, pan.data(), panAt0.data(), panAt1.data(), nullptr);
-        std::vector<int32_t> low(l), difference(l);
-        const auto codeOfMean = [](int a, int b) { return Linear12toGamma10[(a + b + 1) / 2]; };
-        for (size_t k = 0; k < l; ++k) {
-            const uint16_t* cell = &pan[k / w2 * 2 * width + k % w2 * 2];
-            low[k] = (cell[0] + cell[1] + cell[width] + cell[width + 1]) * (kCodeUnit / 4);
-            difference[k] = (codeOfMean(colour0[k], colour1[k]) - codeOfMean(panAt0[k], panAt1[k])) * kCodeUnit;
-        }
-        free();
-        if (params.impulseFilterEnable) Alg_ImpulseFilter(difference.data(), 5, w2, h2, 2, nullptr);
-        for (size_t k = 0; k < l; ++k) lowColour[k] = static_cast<uint16_t>(CodeOf(low[k] + difference[k]));
-        if (isCleaned) {
-            Alg_LowColorDiffClean(lowColour.data(), difference.data(), w2, h2, param.globalGain, param.redBalance,
-                                  param.greenBalance, param.blueBalance, param.analogGain, param.ISOAnalogGain,
-                                  param.ISOColorSlope, param.ISOColorIntercept, param.colorSigma, param.colorRadius,
-                                  nullptr);
-            free();
-            Alg_LowPanClean(low.data(), w2, h2, param.globalGain, param.analogGain, param.ISOAnalogGain,
-                            param.ISOPanSlope, param.ISOPanIntercept, param.panSigma, param.panRadius, nullptr);
-        }
-        free();
-        for (auto* plane : {&lowPan, &differences[0], &differences[1], &differences[2]}) plane->resize(n);
-        Alg_LowColorDiffUpSample(difference.data(), w2, h2, kBaseTilePattern, differences[0].data(),
-                                 differences[1].data(), differences[2].data(), nullptr);
-        Alg_LowPanUpSample(low.data(), w2, h2, lowPan.data(), nullptr);
-    }
+    FramePlanes(const SlowSource& source, const tagTrueSenseParam& params, bool isCleaned)
+        : raw(SlowMosaic(source, width, height)),
+          param(PipelineParamOf({width, height, 0, 0, width, height}, params)),
+          planes(raw, param, params.impulseFilterEnable != 0, isCleaned) {}
+
     size_t At(int row, int column) const {
         return static_cast<size_t>(row) * width + column;
     }
@@ -79,42 +40,43 @@ int ToneOf(const uint16_t* table, int value, bool isDeep) {
 }  // namespace
 
 SlowPicture SlowSimple(const SlowSource& source, const tagTrueSenseParam& params) {
-    const Planes planes(source, params, false);
+    const FramePlanes frame(source, params, false);
+    const StagePlanes& planes = frame.planes;
     return SlowRegion(source, [&](int row, int column) {
-        const size_t at = planes.At(row, column);
+        const size_t at = frame.At(row, column);
         Colour colour{};
-        for (int channel = 0; channel < 3; ++channel) {
-            const int32_t difference = params.monoEnable == 1 ? 0 : planes.differences[channel][at];
-            colour.value[channel] = Gamma10toLinear12[CodeOf(planes.pan[at] * kCodeUnit + difference)];
-        }
+        for (int channel = 0; channel < 3; ++channel)
+            colour.value[channel] =
+                Gamma10toLinear12[CodeOf(planes.pan[at] * kCodeUnit + planes.differences[channel][at])];
         return colour;
     });
 }
 
 SlowPicture SlowKodakLike(const SlowSource& source, const tagTrueSenseParam& params, bool isDeep) {
-    const Planes planes(source, params, true);
-    const ImageProcessParam& param = planes.param;
+    const FramePlanes frame(source, params, true);
+    const StagePlanes& planes = frame.planes;
+    const ImageProcessParam& param = frame.param;
     const auto display = [&](int code) { return ToneOf(params.toneTable, Gamma10toLinear12[code], isDeep); };
     const int toByte = isDeep ? 4 : 0, white = isDeep ? 4095 : 255;
     const float scaleOfActivity = isDeep ? 1 / 16.0F : 1;
-    std::vector<int32_t> low, smooth, scratch(planes.pan.size());
+    std::vector<int32_t> low, smooth;
     for (const int32_t value : planes.lowPan) {
         low.push_back(display(CodeOf(value)));
         smooth.push_back(low.back() * kCodeUnit);
     }
-    Alg_SetScratch(scratch.data(), scratch.data() + scratch.size(), nullptr, nullptr);
+    const Scratch scratch(4 * low.size());
     constexpr float kernel[] = {0.25F, 0, 0.5F, 0, 0.25F};
     for (const int direction : {0, 1})
-        Alg_Convolve1D(smooth.data(), planes.width, planes.height, kernel, 5, direction, nullptr);
+        Alg_Convolve1D(smooth.data(), frame.width, frame.height, kernel, 5, direction, nullptr);
     const SharpnessTables tables = SharpnessTablesOf(param.sharpness[0], param.sharpness[2], param.sharpness[3]);
     const float most = param.sharpness[1];
 
     return SlowRegion(source, [&](int row, int column) {
-        const size_t at = planes.At(row, column);
-        const auto beside = [&](int down, int right) { return low[planes.At(row + down, column + right)]; };
+        const size_t at = frame.At(row, column);
+        const auto beside = [&](int down, int right) { return low[frame.At(row + down, column + right)]; };
         const int level = smooth[at] / kCodeUnit;
         int activity = 2 * low[at];
-        if (!planes.IsBorder(row, column))
+        if (!frame.IsBorder(row, column))
             activity = std::abs(beside(-1, 0) + beside(1, 0) - beside(0, -1) - beside(0, 1)) +
                        std::abs(beside(-1, -1) + beside(1, 1) - beside(-1, 1) - beside(1, -1));
         const float strength = static_cast<float>(activity) * scaleOfActivity;
@@ -125,8 +87,7 @@ SlowPicture SlowKodakLike(const SlowSource& source, const tagTrueSenseParam& par
             static_cast<float>(low[at] - level) * amount;
         float linear[3];
         for (int channel = 0; channel < 3; ++channel)
-            linear[channel] =
-                LinearOf(planes.lowPan[at] + (params.monoEnable == 1 ? 0 : planes.differences[channel][at]));
+            linear[channel] = LinearOf(planes.lowPan[at] + planes.differences[channel][at]);
         Colour colour{};
         for (int channel = 0; channel < 3; ++channel) {
             const int own = ToneOf(params.toneTable, Corrected(param.colorMatrix + 3 * channel, linear), isDeep);

@@ -14,42 +14,24 @@
 namespace kvx::test {
 namespace {
 
-/** The pipeline's picture of a source, padded by hand, in the source's orientation. */
+/** The pipeline's picture of a source, in the source's orientation. */
 SlowPicture Processed(const SlowSource& source, const tagTrueSenseParam& params) {
-    const int rowPhase = int(source.grid) / 4, columnPhase = int(source.grid) % 4;
-    const int width = (source.width + columnPhase + 3) / 4 * 4, height = (source.height + rowPhase + 3) / 4 * 4;
-    const auto readOut = [&](int row, int column) {  // the place in the source
-        if (source.verMirrored) row = source.height - 1 - row;
-        if (source.horMirrored) column = source.width - 1 - column;
-        return size_t(row) * source.width + column;
-    };
-    const auto inside = [](int place, int length) {
-        return place < 0 ? place + 4 : place < length ? place : place - 4;
-    };
-    PipelineFrame frame(width, height);
-    frame.param = PipelineParamOf({width, height, columnPhase, rowPhase, source.width, source.height}, params);
-    for (int row = 0; row < height; ++row)
-        for (int column = 0; column < width; ++column) {
-            const int sample = source.samples[readOut(inside(row - rowPhase, source.height),
-                                                      inside(column - columnPhase, source.width))];
-            const int scaled = source.depth <= 12 ? sample << (12 - source.depth) : sample >> (source.depth - 12);
-            frame.input[size_t(row) * width + column] = static_cast<uint16_t>(scaled);
-        }
-    std::vector<uint8_t> rgb(size_t(3) * width * height);
+    int width = 0, height = 0;
+    const std::vector<uint16_t> mosaic = SlowMosaic(source, width, height);
+    std::vector<uint8_t> rgb(3 * mosaic.size());
     std::vector<uint16_t> tone(Tonescale12.begin(), Tonescale12.end());
     if (params.toneTable)
         for (size_t i = 0; i < tone.size(); ++i) tone[i] = std::min<uint16_t>(params.toneTable[i] / 16, 255);
-    frame.param.input = frame.input.data();
+    PipelineFrame frame(width, height);
+    frame.param = PipelineParamOf({width, height, 0, 0, width, height}, params);
+    frame.param.input = mosaic.data();
     frame.param.output = rgb.data();
     frame.param.toneScale = tone.data();
     EXPECT_EQ(frame.Run(), 0);
-    SlowPicture picture{source.width, source.height, std::vector<Colour>(source.samples.size())};
-    for (int row = 0; row < source.height; ++row)
-        for (int column = 0; column < source.width; ++column) {
-            const uint8_t* pixel = &rgb[size_t(3) * ((row + rowPhase) * width + column + columnPhase)];
-            picture.pixels[readOut(row, column)] = {{pixel[0], pixel[1], pixel[2]}};
-        }
-    return picture;
+    return SlowRegion(source, [&](int row, int column) {
+        const uint8_t* pixel = &rgb[3 * (size_t(row) * width + column)];
+        return Colour{pixel[0], pixel[1], pixel[2]};
+    });
 }
 
 TEST(TrueSenseKodak, GivesThePipelinesPictureOfEverySource) {

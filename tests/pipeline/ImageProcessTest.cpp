@@ -4,10 +4,9 @@
 #include <climits>
 #include <cmath>
 #include <functional>
-#include <memory>
 
 #include "pipeline/ToneScales.h"
-#include "support/PipelineFrame.h"
+#include "support/StagePlanes.h"
 
 namespace kvx::test {
 namespace {
@@ -45,46 +44,16 @@ TEST(ImageProcess, AnswersHowMuchMemoryAFrameTakes) {
 /** The stages, each with buffers of its own. */
 std::vector<uint8_t> StageByStage(PipelineFrame& frame) {
     const ImageProcessParam& p = frame.param;
-    const size_t n = size_t(p.width) * p.height, l = n / 4;
-    const int w2 = p.width / 2, h2 = p.height / 2;
-    std::vector<uint16_t> raw(n), pan(n);
-    std::vector<std::vector<uint16_t>> q(6, std::vector<uint16_t>(l));
-    std::vector<int32_t> lowPan(l), lowDiff(l), fullPan(n);
-    std::vector<std::vector<int32_t>> full(3, std::vector<int32_t>(n));
+    StagePlanes planes(frame.input, p, true, true);
+    auto& [red, green, blue] = planes.differences;
+    const size_t n = frame.input.size();
     std::vector<uint8_t> rgb(3 * n);
-    std::unique_ptr<Scratch> scratch;
-    const auto renew = [&] { scratch.reset(), scratch = std::make_unique<Scratch>(4 * n, 4 * n, 4 * n); };
-    LogText_t log{nullptr, 0};
-    Alg_SubtractDarkFloor(reinterpret_cast<const uint8_t*>(p.input), p.width, p.height, p.darkFloor, raw.data(), &log);
-    if (p.globalGain > 1.0F) ApplyGlobalGain(reinterpret_cast<int16_t*>(raw.data()), int32_t(n), p.globalGain);
-    Succeed(Alg_WhiteBalance(raw.data(), p.width, p.height, p.cfaPattern, p.redBalance, p.greenBalance, p.blueBalance,
-                             p.panBalance, q[0].data(), q[1].data(), q[2].data(), q[3].data(), &log));
-    renew();
-    Succeed(
-        Alg_InterpolatePan(q[0].data(), q[1].data(), p.width, p.height, pan.data(), q[4].data(), q[5].data(), &log));
-    renew();
-    std::vector<uint16_t> lowColour(l);
-    Succeed(Alg_GenerateLow(pan.data(), q[4].data(), q[5].data(), q[2].data(), q[3].data(), p.width, p.height,
-                            lowPan.data(), lowColour.data(), lowDiff.data(), &log));
-    renew();
-    Succeed(Alg_LowColorDiffClean(lowColour.data(), lowDiff.data(), w2, h2, p.globalGain, p.redBalance, p.greenBalance,
-                                  p.blueBalance, p.analogGain, p.ISOAnalogGain, p.ISOColorSlope, p.ISOColorIntercept,
-                                  p.colorSigma, p.colorRadius, &log));
-    renew();
-    Succeed(Alg_LowPanClean(lowPan.data(), w2, h2, p.globalGain, p.analogGain, p.ISOAnalogGain, p.ISOPanSlope,
-                            p.ISOPanIntercept, p.panSigma, p.panRadius, &log));
-    renew();
-    Succeed(Alg_LowColorDiffUpSample(lowDiff.data(), w2, h2, p.cfaPattern, full[0].data(), full[1].data(),
-                                     full[2].data(), &log));
-    Succeed(Alg_LowPanUpSample(lowPan.data(), w2, h2, fullPan.data(), &log));
-    if (p.monoEnable == 1)
-        for (auto& plane : full) std::ranges::fill(plane, 0);
+    const Scratch scratch(4 * n, 4 * n, 4 * n);
     const uint16_t* tone = p.toneScale ? p.toneScale : Tonescale12.data();
-    Alg_ColorCorrection(full[0].data(), full[1].data(), full[2].data(), fullPan.data(), p.width, p.height,
-                        p.colorMatrix, rgb.data(), tone, &log);
-    Succeed(Alg_Sharpness(rgb.data(), pan.data(), fullPan.data(), p.width, p.height, p.sharpness[0], p.sharpness[1],
-                          p.sharpness[2], p.sharpness[3], tone, &log));
-    EXPECT_EQ(log.length, 0u);
+    Succeed(Alg_ColorCorrection(red.data(), green.data(), blue.data(), planes.lowPan.data(), p.width, p.height,
+                                p.colorMatrix, rgb.data(), tone, nullptr));
+    Succeed(Alg_Sharpness(rgb.data(), planes.pan.data(), planes.lowPan.data(), p.width, p.height, p.sharpness[0],
+                          p.sharpness[1], p.sharpness[2], p.sharpness[3], tone, nullptr));
     return rgb;
 }
 
