@@ -13,22 +13,6 @@
 namespace kvx::test {
 namespace {
 
-template <template <class> class Demosaicer>
-void ExpectNothingAllocatedAfterTheFirstFrame() {
-    Demosaicer<uint16_t> demosaicer;
-    TrueSenseRun run({.width = 640, .height = 300, .grid = 9, .matrix = 1, .threads = 2, .bandRows = 32});
-    ASSERT_EQ(run.Convert<uint16_t>(&demosaicer), 0);
-    const long before = g_allocations;
-    for (int frame = 0; frame < 5; ++frame) ASSERT_EQ(run.Convert<uint16_t>(&demosaicer), 0);
-    EXPECT_EQ(g_allocations, before);
-}
-
-TEST(DemosaicerMemory, NothingIsAllocatedAfterTheFirstFrame) {
-    ExpectNothingAllocatedAfterTheFirstFrame<TrueSenseToRgb>();
-    ExpectNothingAllocatedAfterTheFirstFrame<TrueSenseSimple>();
-    ExpectNothingAllocatedAfterTheFirstFrame<TrueSenseKodakLike>();
-}
-
 /** The largest frame that a caller can name; nothing of it is touched. And then a small one. */
 template <template <class> class Demosaicer>
 void ExpectFrameBeyondMemoryRefused() {

@@ -44,8 +44,8 @@ TEST(TrueSenseBayerLike, EqualsItsSlowTwin) {
         for (const auto& [width, height] : sizes)
             ExpectSlowResult<TrueSenseBayerLike>(DrawJob(width, height, grid, random), SlowBayerLike);
     for (const int depth : {9, 11, 13, 15})  // written sixteen bits deep
-        ExpectSlowResult<TrueSenseBayerLike>(
-            {.width = 40, .height = 20, .grid = 5, .resultBytes = 2, .depth = depth}, SlowBayerLike);
+        ExpectSlowResult<TrueSenseBayerLike>({.width = 40, .height = 20, .grid = 5, .resultBytes = 2, .depth = depth},
+                                             SlowBayerLike);
 }
 
 }  // namespace
