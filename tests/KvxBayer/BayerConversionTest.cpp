@@ -31,39 +31,32 @@ uint32_t ConvertByComponent(GuardedImage& src, GuardedImage& dst, int algorithm)
 
 TEST(BayerConversion, EqualsTheLibraryForEveryFormatAndGeometry) {
     unsigned seed = 1;
-    for (const BayerDepth& depth : kBayerDepths)
-        for (int pattern = 0; pattern < 4; ++pattern)
-            for (const int algorithm : {0, 2})
-                for (const bool blueFirst : {false, true})
-                    for (const Geometry& g : kGeometries) {
-                        SCOPED_TRACE(testing::Message()
-                                     << depth.depth << " bits, pattern " << pattern << ", algorithm " << algorithm
-                                     << (blueFirst ? ", BGR, " : ", RGB, ") << g.width << "x" << g.height << " padded "
-                                     << g.srcPadding << " and " << g.dstPadding << " at " << g.offset);
-                        const auto samples =
-                            MakeSamples(seed % 3 ? Fill::Noise : Fill::Extremes, g.width, g.height, depth.depth, seed);
-                        ++seed;
-                        const auto expected = BytesOf(LibraryConversion(samples, depth.depth, g.width, g.height,
-                                                                        CodeOf(pattern, algorithm, blueFirst)));
-                        GuardedImage src = MakeSource(depth.patterns[pattern], depth.depth, g.width, g.height,
-                                                      g.srcPadding, samples, g.offset);
-                        const size_t rowBytes = g.width * 3 * depth.SampleSize();
-                        const uint32_t dstType = blueFirst ? depth.bgr : depth.rgb;
-                        GuardedImage byComponent(dstType, g.width, g.height, rowBytes, rowBytes + g.dstPadding,
-                                                 g.offset);
-                        GuardedImage byFunction = byComponent.Fresh();
-                        GuardedImage byRecords = byComponent.Fresh();
+    ForEachLibraryConversion([&](const BayerDepth& depth, int pattern, int algorithm, bool blueFirst) {
+        for (const Geometry& g : kGeometries) {
+            SCOPED_TRACE(testing::Message() << g.width << "x" << g.height << " padded " << g.srcPadding << " and "
+                                            << g.dstPadding << " at " << g.offset);
+            const auto samples =
+                MakeSamples(seed % 3 ? Fill::Noise : Fill::Extremes, g.width, g.height, depth.depth, seed);
+            ++seed;
+            const auto expected = BytesOf(
+                LibraryConversion(samples, depth.depth, g.width, g.height, CodeOf(pattern, algorithm, blueFirst)));
+            GuardedImage src =
+                MakeSource(depth.patterns[pattern], depth.depth, g.width, g.height, g.srcPadding, samples, g.offset);
+            const size_t rowBytes = g.width * 3 * depth.SampleSize();
+            GuardedImage byComponent(blueFirst ? depth.bgr : depth.rgb, g.width, g.height, rowBytes,
+                                     rowBytes + g.dstPadding, g.offset);
+            GuardedImage byFunction = byComponent.Fresh(), byRecords = byComponent.Fresh();
 
-                        ASSERT_EQ(ConvertByComponent(src, byComponent, algorithm), 0u);
-                        ASSERT_EQ(CallFlat(depth.depth, depth.depth, blueFirst, 3, src, byFunction, pattern, algorithm),
-                                  0u);
-                        ASSERT_EQ(BayerToColor(&src.Record(), &byRecords.Record(), algorithm), 0u);
-                        for (GuardedImage* result : {&byComponent, &byFunction, &byRecords}) {
-                            ASSERT_EQ(result->Pixels(), expected);
-                            ASSERT_TRUE(result->GuardsIntact());
-                        }
-                        ASSERT_EQ(src.Pixels(), samples);
-                    }
+            ASSERT_EQ(ConvertByComponent(src, byComponent, algorithm), 0u);
+            ASSERT_EQ(CallFlat(depth.depth, depth.depth, blueFirst, 3, src, byFunction, pattern, algorithm), 0u);
+            ASSERT_EQ(BayerToColor(&src.Record(), &byRecords.Record(), algorithm), 0u);
+            for (GuardedImage* result : {&byComponent, &byFunction, &byRecords}) {
+                ASSERT_EQ(result->Pixels(), expected);
+                ASSERT_TRUE(result->GuardsIntact());
+            }
+            ASSERT_EQ(src.Pixels(), samples);
+        }
+    });
 }
 
 TEST(BayerConversion, FourChannelNamesOfEqualDepthsWriteThreeChannels) {

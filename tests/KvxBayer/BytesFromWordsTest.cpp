@@ -1,4 +1,5 @@
-// 10 to 16-bit frames become bytes: shifted by the flat 16u8u functions and the component, rounded by BayerToColor().
+// 10 to 16-bit frames become bytes: shifted by the flat 16u8u functions and the component. BayerToColor() rounds: see
+// MosaicRowTest.cpp.
 #include <gtest/gtest.h>
 
 #include "support/BayerFrames.h"
@@ -31,38 +32,33 @@ std::vector<uint8_t> InFourByteSlots(const std::vector<uint8_t>& picture, const 
 
 TEST(BytesFromWords, FlatFunctionsShiftTheWholeFramesConversion) {
     unsigned seed = 1;
-    for (const BayerDepth& depth : kBayerDepths) {
-        if (depth.depth == 8) continue;
-        for (int pattern = 0; pattern < 4; ++pattern)
-            for (const int algorithm : {0, 2})
-                for (const bool blueFirst : {false, true})
-                    for (const Shape& shape : kShapes) {
-                        SCOPED_TRACE(testing::Message()
-                                     << depth.depth << " bits, pattern " << pattern << ", algorithm " << algorithm
-                                     << (blueFirst ? ", BGR, " : ", RGB, ") << shape.width << "x" << shape.height);
-                        const auto samples = MakeSamples(Fill::Noise, shape.width, shape.height, depth.depth, seed++);
-                        GuardedImage src = MakeSource(depth.patterns[pattern], depth.depth, shape.width, shape.height,
-                                                      shape.srcPadding, samples);
-                        const auto expected = Shifted(LibraryConversion(samples, depth.depth, shape.width, shape.height,
-                                                                        CodeOf(pattern, algorithm, blueFirst)),
-                                                      depth.depth - 8);
+    ForEachLibraryConversion([&](const BayerDepth& depth, int pattern, int algorithm, bool blueFirst) {
+        if (depth.depth == 8) return;
+        for (const Shape& shape : kShapes) {
+            SCOPED_TRACE(testing::Message() << shape.width << "x" << shape.height);
+            const auto samples = MakeSamples(Fill::Noise, shape.width, shape.height, depth.depth, seed++);
+            GuardedImage src =
+                MakeSource(depth.patterns[pattern], depth.depth, shape.width, shape.height, shape.srcPadding, samples);
+            const auto expected = Shifted(LibraryConversion(samples, depth.depth, shape.width, shape.height,
+                                                            CodeOf(pattern, algorithm, blueFirst)),
+                                          depth.depth - 8);
 
-                        const size_t picture = shape.width * 3;
-                        GuardedImage three(0, shape.width, shape.height, picture, picture + 9);
-                        ASSERT_EQ(CallFlat(depth.depth, 8, blueFirst, 3, src, three, pattern, algorithm), 0u);
-                        ASSERT_EQ(three.Pixels(), expected);
-                        ASSERT_TRUE(three.GuardsIntact());
+            const size_t picture = shape.width * 3;
+            GuardedImage three(0, shape.width, shape.height, picture, picture + 9);
+            ASSERT_EQ(CallFlat(depth.depth, 8, blueFirst, 3, src, three, pattern, algorithm), 0u);
+            ASSERT_EQ(three.Pixels(), expected);
+            ASSERT_TRUE(three.GuardsIntact());
 
-                        const size_t slots = shape.width * 4;
-                        for (const size_t step : {picture, picture + shape.width / 2, slots, slots + 5}) {
-                            const size_t rowBytes = std::min(step, slots);
-                            GuardedImage four(0, shape.width, shape.height, rowBytes, step);
-                            ASSERT_EQ(CallFlat(depth.depth, 8, blueFirst, 4, src, four, pattern, algorithm), 0u);
-                            ASSERT_EQ(four.Pixels(), InFourByteSlots(expected, shape, rowBytes));
-                            ASSERT_TRUE(four.GuardsIntact());
-                        }
-                    }
-    }
+            const size_t slots = shape.width * 4;
+            for (const size_t step : {picture, picture + shape.width / 2, slots, slots + 5}) {
+                const size_t rowBytes = std::min(step, slots);
+                GuardedImage four(0, shape.width, shape.height, rowBytes, step);
+                ASSERT_EQ(CallFlat(depth.depth, 8, blueFirst, 4, src, four, pattern, algorithm), 0u);
+                ASSERT_EQ(four.Pixels(), InFourByteSlots(expected, shape, rowBytes));
+                ASSERT_TRUE(four.GuardsIntact());
+            }
+        }
+    });
 }
 
 TEST(BytesFromWords, TheComponentShiftsTheBilinearPictureAndKeepsThePadding) {
@@ -85,24 +81,6 @@ TEST(BytesFromWords, TheComponentShiftsTheBilinearPictureAndKeepsThePadding) {
             }
     }
     KvxBayer_DeleteComponent(component);
-}
-
-TEST(BytesFromWords, BayerToColorRoundsAndSaturates) {
-    for (const BayerDepth& depth : kBayerDepths) {
-        if (depth.depth == 8) continue;
-        for (const int algorithm : {0, 2})
-            for (const int sampleDepth : {depth.depth, 16}) {  // 16: samples beyond the depth saturate
-                const auto samples = MakeSamples(Fill::Noise, 301, 57, sampleDepth, 4);
-                GuardedImage src = MakeSource(depth.patterns[2], depth.depth, 301, 57, 1, samples);
-                GuardedImage dst(KvxFormat_BGR8, 301, 57, 301 * 3, 301 * 3 + 1);
-                cv::Mat expected;
-                LibraryConversion(samples, depth.depth, 301, 57, CodeOf(2, algorithm, true))
-                    .convertTo(expected, CV_8U, 1.0 / (1 << (depth.depth - 8)));
-                ASSERT_EQ(BayerToColor(&src.Record(), &dst.Record(), algorithm), 0u);
-                EXPECT_EQ(dst.Pixels(), BytesOf(expected)) << depth.depth << " bits, algorithm " << algorithm;
-                EXPECT_TRUE(dst.GuardsIntact());
-            }
-    }
 }
 
 }  // namespace

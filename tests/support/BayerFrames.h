@@ -3,6 +3,7 @@
 
 #include <opencv2/imgproc.hpp>
 #include <random>
+#include <string>
 
 #include "KvxDemosaicing/KvxBayer.h"
 #include "KvxDemosaicing/KvxBayerFlat.h"
@@ -21,28 +22,19 @@ struct BayerDepth {
     }
 };
 
-inline const BayerDepth kBayerDepths[] = {
-    {8,
-     {KvxFormat_BayerGR8, KvxFormat_BayerRG8, KvxFormat_BayerBG8, KvxFormat_BayerGB8},
-     KvxFormat_RGB8,
-     KvxFormat_BGR8},
-    {10,
-     {KvxFormat_BayerGR10, KvxFormat_BayerRG10, KvxFormat_BayerBG10, KvxFormat_BayerGB10},
-     KvxFormat_RGB10,
-     KvxFormat_BGR10},
-    {12,
-     {KvxFormat_BayerGR12, KvxFormat_BayerRG12, KvxFormat_BayerBG12, KvxFormat_BayerGB12},
-     KvxFormat_RGB12,
-     KvxFormat_BGR12},
-    {14,
-     {KvxFormat_BayerGR14, KvxFormat_BayerRG14, KvxFormat_BayerBG14, KvxFormat_BayerGB14},
-     KvxFormat_RGB14,
-     KvxFormat_BGR14},
-    {16,
-     {KvxFormat_BayerGR16, KvxFormat_BayerRG16, KvxFormat_BayerBG16, KvxFormat_BayerGB16},
-     KvxFormat_RGB16,
-     KvxFormat_BGR16},
-};
+inline BayerDepth BayerDepthOf(int depth) {
+    const auto code = [&](const char* name) {
+        return KvxPixelFormat_ByName((name + std::to_string(depth)).c_str())->pixelType;
+    };
+    return {depth, {code("BayerGR"), code("BayerRG"), code("BayerBG"), code("BayerGB")}, code("RGB"), code("BGR")};
+}
+inline const BayerDepth kBayerDepths[] = {BayerDepthOf(8), BayerDepthOf(10), BayerDepthOf(12), BayerDepthOf(14),
+                                          BayerDepthOf(16)};
+constexpr const char* kBayerTiles[4] = {"GRBG", "RGGB", "BGGR", "GBRG"};  // in the order of BayerDepth::patterns
+
+inline char BayerFilterAt(int pattern, uint32_t row, uint32_t column) {
+    return kBayerTiles[pattern][row % 2 * 2 + column % 2];
+}
 
 /** The library's conversion codes, written out as the format names demand: [pattern][blue-first]. */
 constexpr int kBilinearCodes[4][2] = {{49, 47}, {48, 46}, {46, 48}, {47, 49}};
@@ -52,20 +44,37 @@ inline int CodeOf(int pattern, int algorithm, bool blueFirst) {
     return (algorithm == 2 ? kEdgeAwareCodes : kBilinearCodes)[pattern][blueFirst];
 }
 
+/** Samples of a frame, bytes or 16-bit words by depth, that `sampleAt(row, column)` gives. */
+template <class SampleAt>
+std::vector<uint8_t> SamplesBy(uint32_t width, uint32_t height, int depth, const SampleAt& sampleAt) {
+    std::vector<uint8_t> bytes;
+    for (uint32_t row = 0; row < height; ++row)
+        for (uint32_t column = 0; column < width; ++column) {
+            const auto sample = static_cast<unsigned>(sampleAt(row, column));
+            bytes.push_back(static_cast<uint8_t>(sample));
+            if (depth > 8) bytes.push_back(static_cast<uint8_t>(sample >> 8));
+        }
+    return bytes;
+}
+
 enum class Fill { Noise, Extremes };
 
-/** Samples of a frame, bytes or 16-bit words by depth: noise, or zeros and maxima side by side. */
+/** Noise, or zeros and maxima side by side. */
 inline std::vector<uint8_t> MakeSamples(Fill fill, uint32_t width, uint32_t height, int depth, unsigned seed) {
     std::mt19937 random(seed);
     const unsigned maximum = (1u << depth) - 1;
-    std::vector<uint8_t> bytes;
-    for (size_t i = 0; i < size_t{width} * height; ++i) {
+    return SamplesBy(width, height, depth, [&](uint32_t, uint32_t) {
         const auto drawn = static_cast<unsigned>(random());
-        const unsigned sample = fill == Fill::Noise ? drawn & maximum : drawn & 1 ? maximum : 0;
-        bytes.push_back(static_cast<uint8_t>(sample));
-        if (depth > 8) bytes.push_back(static_cast<uint8_t>(sample >> 8));
-    }
-    return bytes;
+        return fill == Fill::Noise ? drawn & maximum : drawn & 1 ? maximum : 0;
+    });
+}
+
+/** What samples or pixels say, of this depth. */
+inline std::vector<uint16_t> WordsOf(const std::vector<uint8_t>& bytes, int depth) {
+    if (depth == 8) return {bytes.begin(), bytes.end()};
+    std::vector<uint16_t> words(bytes.size() / 2);
+    std::memcpy(words.data(), bytes.data(), bytes.size());
+    return words;
 }
 
 /** A source image with guards that holds these samples. */

@@ -1,10 +1,24 @@
-/** The twelve flat functions by what they convert, so that tests can run through them. */
+/** The conversions and the twelve flat functions by what they convert, so that tests can run through them. */
 #pragma once
 
-#include "KvxDemosaicing/KvxBayerFlat.h"
-#include "support/GuardedImage.h"
+#include <gtest/gtest.h>
+
+#include "support/BayerFrames.h"
 
 namespace kvx::test {
+
+/** Calls `check(depth, pattern, algorithm, blueFirst)` for all conversions that are the library's own. */
+template <class Check>
+void ForEachLibraryConversion(const Check& check) {
+    for (const BayerDepth& depth : kBayerDepths)
+        for (int pattern = 0; pattern < 4; ++pattern)
+            for (const int algorithm : {0, 2})
+                for (const bool blueFirst : {false, true}) {
+                    SCOPED_TRACE(testing::Message() << depth.depth << " bits, " << kBayerTiles[pattern]
+                                                    << ", algorithm " << algorithm << (blueFirst ? ", BGR" : ", RGB"));
+                    ASSERT_NO_FATAL_FAILURE(check(depth, pattern, algorithm, blueFirst));
+                }
+}
 
 struct FlatBytes {
     using Function = decltype(&BayerToRGB_8u_C1C3R);

@@ -1,7 +1,9 @@
-// The in-house interpolator gives its slow twin's picture to the bit, however it is cut and whatever computes it.
+// The in-house interpolator gives its slow twin's picture to the bit, however it is cut and whatever computes it; and
+// what the twin does not tell: frames of one line, bytes of words, codes, its life from frame to frame.
 #include <gtest/gtest.h>
 #include <omp.h>
 
+#include "KvxBayer/ipp/DemosaicingIPP.h"
 #include "support/BayerFrames.h"
 #include "support/BayerFunctions.h"
 #include "support/InstructionSets.h"
@@ -9,15 +11,6 @@
 
 namespace kvx::test {
 namespace {
-
-constexpr const char* kPatterns[4] = {"GRBG", "RGGB", "BGGR", "GBRG"};  // in the order of BayerDepth::patterns
-
-std::vector<uint16_t> WordsOf(const std::vector<uint8_t>& bytes, int depth) {
-    if (depth == 8) return {bytes.begin(), bytes.end()};
-    std::vector<uint16_t> words(bytes.size() / 2);
-    std::memcpy(words.data(), bytes.data(), bytes.size());
-    return words;
-}
 
 struct Frame {
     const BayerDepth& depth;
@@ -27,7 +20,7 @@ struct Frame {
 
     std::vector<uint16_t> SlowPicture() const {
         return SlowInterpolator(WordsOf(samples, depth.depth), static_cast<int>(width), static_cast<int>(height),
-                                depth.depth, kPatterns[pattern])
+                                depth.depth, kBayerTiles[pattern])
             .Picture();
     }
     /** Padded rows, at an odd address. */
@@ -44,19 +37,15 @@ struct Frame {
     }
 };
 
-/** Noise, extremes, and a smooth scene with edges: flat areas, ramps, and a disc of another colour. */
+/** A smooth scene with edges: flat areas, ramps, and a disc of another colour. */
 std::vector<uint8_t> SceneSamples(uint32_t width, uint32_t height, int depth, int pattern) {
-    std::vector<uint8_t> bytes;
-    for (int y = 0; y < static_cast<int>(height); ++y)
-        for (int x = 0; x < static_cast<int>(width); ++x) {
-            const bool disc = (x - 20) * (x - 20) + (y - 12) * (y - 12) < 100;
-            const char colour = kPatterns[pattern][(y & 1) * 2 + (x & 1)];
-            const int value = disc ? (colour == 'R' ? 230 : 40) : x < 40 ? 90 : std::min(255, 4 * (x - 40) + y);
-            const int sample = value << (depth - 8);
-            bytes.push_back(static_cast<uint8_t>(sample));
-            if (depth > 8) bytes.push_back(static_cast<uint8_t>(sample >> 8));
-        }
-    return bytes;
+    return SamplesBy(width, height, depth, [&](uint32_t row, uint32_t column) {
+        const int y = static_cast<int>(row), x = static_cast<int>(column);
+        const bool disc = (x - 20) * (x - 20) + (y - 12) * (y - 12) < 100;
+        const char colour = BayerFilterAt(pattern, row, column);
+        const int value = disc ? (colour == 'R' ? 230 : 40) : x < 40 ? 90 : std::min(255, 4 * (x - 40) + y);
+        return value << (depth - 8);
+    });
 }
 
 TEST(Interpolator, EqualsItsSlowTwinForEveryFormat) {
@@ -66,9 +55,10 @@ TEST(Interpolator, EqualsItsSlowTwinForEveryFormat) {
         for (int pattern = 0; pattern < 4; ++pattern)
             for (const auto& [width, height] : sizes) {
                 SCOPED_TRACE(testing::Message()
-                             << depth.depth << " bits, " << kPatterns[pattern] << ", " << width << "x" << height);
+                             << depth.depth << " bits, " << kBayerTiles[pattern] << ", " << width << "x" << height);
                 const Fill fill = seed++ % 2 ? Fill::Noise : Fill::Extremes;
                 for (const auto& samples : {MakeSamples(fill, width, height, depth.depth, seed),
+                                            MakeSamples(fill, width, height, depth.depth == 8 ? 8 : 16, seed),  // wild
                                             SceneSamples(width, height, depth.depth, pattern)}) {
                     const Frame frame{depth, pattern, width, height, samples};
                     const auto expected = frame.SlowPicture();
@@ -100,6 +90,139 @@ TEST(Interpolator, IsTheSameForEveryThreadCountAndCutIntoTiles) {
         }
     }
     omp_set_num_threads(before);
+}
+
+TEST(Interpolator, AnOddFrameIsAPartOfTheOneWithItsLastCellsCompleted) {
+    constexpr uint32_t sizes[][2] = {{7, 5}, {3, 3}, {8, 41}, {1051, 4}};
+    for (int pattern = 0; pattern < 4; ++pattern)
+        for (const auto& [width, height] : sizes) {
+            const Frame odd{kBayerDepths[0], pattern, width, height,
+                            MakeSamples(Fill::Noise, width, height, 8, width + pattern)};
+            Frame whole{odd.depth, pattern, width + width % 2, height + height % 2, {}};
+            whole.samples = SamplesBy(whole.width, whole.height, 8, [&](uint32_t y, uint32_t x) {
+                return odd.samples[(y < odd.height ? y : y - 2) * odd.width + (x < odd.width ? x : x - 2)];
+            });
+            const auto picture = odd.Picture(), expected = whole.Picture();
+            for (uint32_t y = 0; y < height; ++y)
+                ASSERT_TRUE(std::equal(&picture[y * width * 3], &picture[y * width * 3] + width * 3,
+                                       &expected[y * whole.width * 3]))
+                    << kBayerTiles[pattern] << " " << width << "x" << height << ", row " << y;
+        }
+}
+
+TEST(Interpolator, AFrameOfOneLineHasTheColoursThatItsSamplesHave) {
+    constexpr uint32_t sizes[][2] = {{1, 1}, {1, 2}, {2, 1}, {1, 9}, {12, 1}};
+    const auto levelOf = [](char name) { return name == 'R' ? 900 : name == 'G' ? 500 : 100; };
+    for (const BayerDepth& depth : {kBayerDepths[2], kBayerDepths[4]})
+        for (int pattern = 0; pattern < 4; ++pattern)
+            for (const auto& [width, height] : sizes) {
+                SCOPED_TRACE(testing::Message() << kBayerTiles[pattern] << ", " << width << "x" << height);
+                std::string present;
+                const auto samples = SamplesBy(width, height, depth.depth, [&](uint32_t row, uint32_t column) {
+                    present += BayerFilterAt(pattern, row, column);
+                    return levelOf(present.back());
+                });
+                const auto picture = Frame{depth, pattern, width, height, samples}.Picture();
+                // Green stands in for a colour that is missing; where green is missing, the only sample does.
+                const int standIn = levelOf(present.find('G') != std::string::npos ? 'G' : present[0]);
+                for (size_t i = 0; i < picture.size(); ++i) {
+                    const char name = "RGB"[i % 3];
+                    ASSERT_EQ(picture[i], present.find(name) != std::string::npos ? levelOf(name) : standIn);
+                }
+            }
+}
+
+TEST(Interpolator, TheRecordsDepthRulesWhereSamplesCanHaveIt) {
+    struct Case {
+        int formatDepth;
+        uint32_t depth;
+        uint16_t most;
+    };
+    constexpr Case cases[] = {{8, 6, 63},    {8, 12, 255},           {8, 0, 255}, {12, 10, 1023}, {12, 16, 65535},
+                              {12, 0, 4095}, {12, 4000000000, 65535}};
+    for (const Case& c : cases) {
+        const BayerDepth depth = BayerDepthOf(c.formatDepth);
+        const size_t rowBytes = 4 * depth.SampleSize();
+        GuardedImage src(depth.patterns[1], 4, 4, rowBytes, rowBytes), dst(depth.rgb, 4, 4, 3 * rowBytes, 3 * rowBytes);
+        src.SetPixels(std::vector<uint8_t>(4 * rowBytes, 255));
+        src.Record().pixelDepth = c.depth;
+        ASSERT_EQ(BayerToColor(&src.Record(), &dst.Record(), 1), 0u);
+        EXPECT_EQ(WordsOf(dst.Pixels(), c.formatDepth), std::vector<uint16_t>(48, c.most)) << c.depth;
+    }
+}
+
+TEST(Interpolator, BytesAreTheWordsShiftedOrRounded) {
+    for (const BayerDepth& depth : kBayerDepths)
+        for (const Fill fill : {Fill::Noise, Fill::Extremes}) {
+            if (depth.depth == 8) continue;
+            const auto samples = MakeSamples(fill, 53, 31, depth.depth, 3);
+            const Frame frame{depth, 2, 53, 31, samples};
+            const auto words = frame.Picture();
+            GuardedImage src = frame.Source();
+            GuardedImage shifted(0, 53, 31, 53 * 3, 53 * 3 + 7), slots(0, 53, 31, 53 * 4, 53 * 4 + 3);
+            GuardedImage rounded(KvxFormat_RGB8, 53, 31, 53 * 3, 53 * 3 + 7);
+            ASSERT_EQ(CallFlat(depth.depth, 8, false, 3, src, shifted, 2, 1), 0u);
+            ASSERT_EQ(CallFlat(depth.depth, 8, false, 4, src, slots, 2, 1), 0u);
+            ASSERT_EQ(BayerToColor(&src.Record(), &rounded.Record(), 1), 0u);
+            for (GuardedImage* image : {&shifted, &slots, &rounded}) EXPECT_TRUE(image->GuardsIntact());
+            const int shift = depth.depth - 8;
+            for (size_t i = 0; i < words.size(); ++i) {
+                const size_t row = i / 159, column = i % 159;
+                ASSERT_EQ(shifted.Row(row)[column], words[i] >> shift);
+                ASSERT_EQ(slots.Row(row)[column], words[i] >> shift);
+                ASSERT_EQ(rounded.Row(row)[column], cv::saturate_cast<uint8_t>(words[i] / double(1 << shift)));
+            }
+            for (size_t row = 0; row < 31; ++row)
+                for (size_t column = 159; column < 212; ++column) ASSERT_EQ(slots.Row(row)[column], 0);
+        }
+}
+
+TEST(Interpolator, ResultCodesOfTheClasses) {
+    const auto samples = MakeSamples(Fill::Noise, 8, 6, 12, 1);
+    GuardedImage src = MakeSource(KvxFormat_BayerRG12, 12, 8, 6, 0, samples);
+    GuardedImage dst(KvxFormat_RGB12, 8, 6, 48, 48);
+    DemosaicingIPP_16 words;
+    DemosaicingIPP_8 bytes;
+    EXPECT_EQ(words.Calculate(), 7u);  // nothing to calculate yet
+    EXPECT_EQ(words.Init(nullptr, &src.Record()), 8u);
+    EXPECT_EQ(words.Init(&dst.Record(), nullptr), 8u);
+    EXPECT_EQ(bytes.Init(&dst.Record(), &src.Record()), 7u);
+    for (const uint32_t notBayer : {KvxFormat_Mono12, KvxFormat_BayerRG12p, KvxFormat_TrueSense_BGGR_WBBW_0_12}) {
+        src.Record().pixelType = notBayer;
+        EXPECT_EQ(words.Init(&dst.Record(), &src.Record()), 7u);
+    }
+    src.Record().pixelType = KvxFormat_BayerRG12;
+    src.Record().height = dst.Record().height = (1u << 30) + 1;
+    EXPECT_EQ(words.Init(&dst.Record(), &src.Record()), 7u);
+    src.Record().height = dst.Record().height = 6;
+    ASSERT_EQ(words.Init(&dst.Record(), &src.Record()), 0u);
+    EXPECT_TRUE(dst.Untouched());
+    EXPECT_EQ(words.CleanMemory(), 0u);
+    EXPECT_EQ(words.Calculate(), 7u);
+    EXPECT_EQ(words.Init(nullptr, &src.Record()), 8u);
+    EXPECT_EQ(words.Calculate(), 7u);  // a refused frame does not leave the one before
+    EXPECT_TRUE(dst.Untouched());
+}
+
+TEST(Interpolator, AComponentGivesTheSameWhateverItConvertedBefore) {
+    KvxBayer* component = KvxBayer_CreateComponent();
+    KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", 1);
+    unsigned seed = 1;
+    for (const uint32_t size : {40u, 41u, 1u, 300u, 40u})
+        for (const BayerDepth& depth : {kBayerDepths[0], kBayerDepths[2]}) {
+            const auto samples = MakeSamples(Fill::Noise, size, size, depth.depth, seed++);
+            GuardedImage src = MakeSource(depth.patterns[seed % 4], depth.depth, size, size, 0, samples);
+            GuardedImage dst(depth.rgb, size, size, size * 3 * depth.SampleSize(), size * 3 * depth.SampleSize());
+            GuardedImage fresh = dst.Fresh();
+            ASSERT_EQ(BayerToColor(&src.Record(), &fresh.Record(), 1), 0u);
+            ASSERT_EQ(KvxBayer_ConvertImage(component, &src.Record(), &dst.Record()), 0u);
+            EXPECT_EQ(dst.Pixels(), fresh.Pixels()) << size;
+            if (seed % 3 == 0) KvxBayer_ReleaseData(component);
+            if (seed % 3 == 1) {
+                EXPECT_EQ(KvxBayer_AllocData(component, &src.Record(), &dst.Record()), 0u);
+            }
+        }
+    KvxBayer_DeleteComponent(component);
 }
 
 }  // namespace
