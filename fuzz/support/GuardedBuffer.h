@@ -26,6 +26,9 @@ public:
         if (m_pages > 0) Require(mprotect(m_inner, m_pages, PROT_READ | PROT_WRITE) == 0, "memory for the fuzzer");
         m_begin = edge == Edge::Begin ? m_inner : m_inner + m_pages - size;
     }
+    GuardedBuffer(const std::vector<uint8_t>& content, Edge edge) : GuardedBuffer(content.size(), edge) {
+        if (m_size > 0) std::memcpy(m_begin, content.data(), m_size);
+    }
     GuardedBuffer(const GuardedBuffer&) = delete;
     ~GuardedBuffer() {
         munmap(m_mapping, m_mapped);

@@ -1,9 +1,9 @@
 // Ranges of samples, on every instruction set, beside the layouts bit by bit.
 #include <cstring>
 
+#include "frame/Refusals.h"
 #include "frame/packing/BitByBit.h"
-#include "frame/packing/GuardedBytes.h"
-#include "frame/packing/Refusals.h"
+#include "support/GuardedBuffer.h"
 #include "support/InstructionSets.h"
 
 namespace kvx::frame::test {
@@ -11,6 +11,7 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 using Words = std::vector<uint16_t>;
+using fuzz::Edge, fuzz::GuardedBuffer;
 
 struct Example {
     Packing packing;
@@ -58,44 +59,40 @@ void ForEachRange(const Check& check) {
     for (const PackingName& p : kPackingNames)
         for (size_t first = 0; first < 5; ++first)
             for (size_t count = 0; count < 300; count += count < 44 ? 1 : 37)
-                for (const Edge edge : {Edge::Front, Edge::Back}) {
+                for (const Edge edge : {Edge::Begin, Edge::End}) {
                     SCOPED_TRACE(testing::Message() << p.name << ", " << count << " samples from " << first);
                     ASSERT_NO_FATAL_FAILURE(check(p, first, count, edge));
                 }
 }
 
 TEST(SampleRange, UnpacksOnEveryInstructionSet) {
-    GuardedBytes source(1000), destination(1000);
     kvx::test::ForEachInstructionSet([&] {
         ForEachRange([&](const PackingName& p, size_t first, size_t count, Edge edge) {
             const Bytes packed = Noise<uint8_t>(SlowBytes(p, first + count), first + count);
             Words expected;
             for (size_t i = 0; i < count; ++i) expected.push_back(SlowGet(p, packed.data(), first + i));
-            const uint8_t* from = source.Place(packed, edge);
-            auto* words = reinterpret_cast<uint16_t*>(destination.Place(Bytes(2 * count), edge));
-            UnpackSamples(p.packing, from, packed.size(), first, count, words);
+            const GuardedBuffer from(packed, edge), to(2 * count, edge);
+            auto* words = reinterpret_cast<uint16_t*>(to.Data());
+            UnpackSamples(p.packing, from.Data(), packed.size(), first, count, words);
             ASSERT_EQ(Words(words, words + count), expected);
-            ASSERT_TRUE(destination.GuardsIntact());
         });
     });
 }
 
 TEST(SampleRange, PacksOnEveryInstructionSetAndKeepsNeighbours) {
-    GuardedBytes source(1000), destination(1000);
     kvx::test::ForEachInstructionSet([&] {
         ForEachRange([&](const PackingName& p, size_t first, size_t count, Edge edge) {
             const size_t end = first + count, behind = count % 3;  // samples that follow
             const Bytes words = Noise<uint8_t>(2 * count, end);    // with bits above the depth
             Bytes expected = Noise<uint8_t>(SlowBytes(p, end + behind), count);
-            uint8_t* to = destination.Place(expected, edge);
-            const auto* from = reinterpret_cast<const uint16_t*>(source.Place(words, edge));
+            const GuardedBuffer to(expected, edge), source(words, edge);
+            const auto* from = reinterpret_cast<const uint16_t*>(source.Data());
 
             const size_t firstWhole = (first + p.samples - 1) / p.samples, endWhole = end / p.samples;
             for (size_t i = firstWhole * p.bytes; i < endWhole * p.bytes; ++i) expected[i] = 0;
             for (size_t i = 0; i < count; ++i) SlowPut(p, expected.data(), first + i, from[i]);
-            PackSamples(p.packing, from, first, count, to, expected.size());
-            ASSERT_EQ(destination.Bytes(), expected);
-            ASSERT_TRUE(destination.GuardsIntact());
+            PackSamples(p.packing, from, first, count, to.Data(), expected.size());
+            ASSERT_EQ(to.Content(), expected);
         });
     });
 }

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "frame/Refusals.h"
 #include "frame/TestFrames.h"
 
 namespace kvx::frame {
@@ -132,13 +133,8 @@ TEST(MakeMosaic, RefusesWithCodeSentenceAndNothingWritten) {
                       {},
                       0};
         refusal.spoil(job);
-        try {
-            MakeMosaic(job.picture, job.frame, job.sensor, job.threads);
-            ADD_FAILURE() << refusal.sentence;
-        } catch (const Error& error) {
-            EXPECT_EQ(error.Result(), refusal.result) << error.what();
-            EXPECT_NE(std::string(error.what()).find(refusal.sentence), std::string::npos) << error.what();
-        }
+        ExpectRefused(refusal.result, refusal.sentence,
+                      [&] { MakeMosaic(job.picture, job.frame, job.sensor, job.threads); });
         EXPECT_EQ(frame, std::vector<uint8_t>(frame.size(), 0xA5)) << refusal.sentence;
     }
     EXPECT_THROW(NoiseAt(-1), Error);
