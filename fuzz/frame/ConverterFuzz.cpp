@@ -21,26 +21,16 @@ template <class Predicate>
 Format DrawFormat(Input& input, const Predicate& fits) {
     const auto& all = AllFormats();
     const uint32_t start = input.Below(static_cast<uint32_t>(all.size()));
-    Format format = all[start];
+    const Format format = all[start];
     if (input.Below(16) == 0) {
         const auto field = input.Take<uint8_t>();
-        switch (input.Below(5)) {
-            case 0:
-                format.family = static_cast<Family>(field);
-                break;
-            case 1:
-                format.bits = field;
-                break;
-            case 2:
-                format.layout = static_cast<Layout>(field);
-                break;
-            case 3:
-                format.phase = field;
-                break;
-            default:
-                format.order = static_cast<Order>(field);
-        }
-        return format;
+        const auto& [family, bits, layout, phase, order] = format;
+        const Format spoilt[] = {{static_cast<Family>(field), bits, layout, phase, order},
+                                 {family, field, layout, phase, order},
+                                 {family, bits, static_cast<Layout>(field), phase, order},
+                                 {family, bits, layout, field, order},
+                                 {family, bits, layout, phase, static_cast<Order>(field)}};
+        return input.OneOf(spoilt);
     }
     for (size_t i = 0; i < all.size(); ++i)
         if (fits(all[(start + i) % all.size()])) return all[(start + i) % all.size()];

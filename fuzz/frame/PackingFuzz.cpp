@@ -94,35 +94,6 @@ void UseImage(Input& input, const PackedImage& image, size_t bytes, int threads)
             Require(back.At(row, column) == (words.At(row, column) & mask), "what was packed comes back");
 }
 
-/** A part of a sequence: `samples` of it are there, or a few bytes less. */
-void UseRange(Input& input, Packing packing) {
-    const uint32_t samples = 1 + input.Below(300), first = input.Below(samples), count = input.Below(samples + 1);
-    const bool reachesTooFar = first + count > samples;
-    const GuardedBuffer packed(PackedBytes(packing, samples), input.Flag() ? Edge::End : Edge::Begin);
-    const GuardedBuffer words(2 * size_t{count}), back(2 * size_t{count}), all(2 * size_t{samples});
-    const auto wordsOf = [](const GuardedBuffer& buffer) { return reinterpret_cast<uint16_t*>(buffer.Data()); };
-    input.Fill(packed.Data(), packed.Size());
-    input.Fill(words.Data(), words.Size());
-    UnpackSamples(packing, packed.Data(), packed.Size(), 0, samples, wordsOf(all));
-    const std::vector<uint16_t> before(wordsOf(all), wordsOf(all) + samples);
-
-    const bool isRefused =
-        IsRefused([&] { PackSamples(packing, wordsOf(words), first, count, packed.Data(), packed.Size()); },
-                  {0x80070007}) ||
-        IsRefused([&] { UnpackSamples(packing, packed.Data(), packed.Size(), first, count, wordsOf(back)); },
-                  {0x80070007});
-    Require(!isRefused || reachesTooFar, "only a range that ends behind the buffer is refused");
-    if (reachesTooFar) return;
-    const auto mask = static_cast<uint16_t>((1u << PackedDepth(packing)) - 1);
-    UnpackSamples(packing, packed.Data(), packed.Size(), 0, samples, wordsOf(all));
-    for (uint32_t i = 0; i < samples; ++i) {
-        const bool isInside = i >= first && i < first + count;
-        const auto expected = isInside ? static_cast<uint16_t>(wordsOf(words)[i - first] & mask) : before[i];
-        Require(wordsOf(all)[i] == expected, "the range is packed, all other samples stay");
-        Require(!isInside || wordsOf(back)[i - first] == expected, "a range comes back");
-    }
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -140,7 +111,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     } else if (uint64_t{image.width} * image.height <= kMostBytes) {
         UseImage(input, image, bytes, static_cast<int>(input.Below(4)));
     }
-    if (PackedDepth(image.packing) != 0) UseRange(input, image.packing);
     PackedImage told{};
     IsRefused(
         [&] {

@@ -72,32 +72,12 @@ public:
           m_to(input.Below(8) ? &m_log : nullptr) {}
 
     void Run() {
-        switch (m_input.Below(12)) {
-            case 0:
-                return FromRawSamples();
-            case 1:
-                return Balance();
-            case 2:
-                return InterpolatePan();
-            case 3:
-                return GenerateLow();
-            case 4:
-                return FilterImpulses();
-            case 5:
-                return Clean();
-            case 6:
-                return FilterWithThresholds();
-            case 7:
-                return UpSample();
-            case 8:
-                return Convolve();
-            case 9:
-                return CorrectColours();
-            case 10:
-                return Sharpen();
-            default:
-                return Diagnose();
-        }
+        constexpr void (Stages::*stages[])() = {
+            &Stages::FromRawSamples,       &Stages::Balance,        &Stages::InterpolatePan,
+            &Stages::GenerateLow,          &Stages::FilterImpulses, &Stages::Clean,
+            &Stages::FilterWithThresholds, &Stages::UpSample,       &Stages::Convolve,
+            &Stages::CorrectColours,       &Stages::Sharpen,        &Stages::Diagnose};
+        (this->*m_input.OneOf(stages))();
     }
 
 private:
@@ -116,7 +96,7 @@ private:
 
     /** Runs `stage` with scratch memory and two buffers of what it needs at most, with less, or without. */
     template <class Stage>
-    void Expect(bool succeeds, int64_t needed, int64_t buffer1, int64_t buffer2, const Stage& stage) {
+    void Expect(bool succeeds, int64_t needed, const Stage& stage, int64_t buffer1 = 0, int64_t buffer2 = 0) {
         const uint32_t kind = m_input.Below(8);
         const int64_t given = kind > 1 ? needed : kind == 1 && needed > 0 ? needed - 1 - m_input.Below(64) : 0;
         const int64_t bytes = std::max(given, int64_t{0});
@@ -135,9 +115,10 @@ private:
         Require(result == -1 || (succeeds && !hasNothing), "a stage fails with false arguments, and without memory");
         Require(result == 0 || !succeeds || bytes < needed || hasNothing, "a stage that has all it needs succeeds");
     }
-    template <class Stage>
-    void Expect(bool succeeds, int64_t needed, const Stage& stage) {
-        Expect(succeeds, needed, 0, 0, stage);
+    /** Linear samples, gamma codes. */
+    static void RequireAtMost(int most, const Words& values, int64_t count) {
+        Require(std::all_of(+values, values + count, [=](uint16_t value) { return value <= most; }),
+                "within the range");
     }
 
     void FromRawSamples() {
@@ -147,7 +128,7 @@ private:
         Expect(true, 0, [&] { return Alg_SubtractDarkFloor(bytes, m_width, m_height, floor, out, m_to); });
         auto* samples = reinterpret_cast<int16_t*>(static_cast<uint16_t*>(out));
         Expect(true, 0, [&] { return ApplyGlobalGain(samples, static_cast<int32_t>(m_count), Real()); });
-        Require(std::all_of(+out, out + m_count, [](uint16_t sample) { return sample <= kSample; }), "12 bits");
+        RequireAtMost(kSample, out, m_count);
     }
 
     void Balance() {
@@ -159,9 +140,7 @@ private:
             return Alg_WhiteBalance(raw, m_width, m_height, m_pattern, gains.values[0], gains.values[1],
                                     gains.values[2], gains.values[3], pan0, pan1, colour0, colour1, m_to);
         });
-        for (const Words* plane : {&pan0, &pan1, &colour0, &colour1})
-            Require(std::all_of(+*plane, *plane + m_cells, [](uint16_t sample) { return sample <= kSample; }),
-                    "12 bits");
+        for (const Words* plane : {&pan0, &pan1, &colour0, &colour1}) RequireAtMost(kSample, *plane, m_cells);
     }
 
     void InterpolatePan() {
@@ -169,7 +148,7 @@ private:
             pan(m_input, m_count, 0, kCode), panAt0(m_input, m_cells, 0, kSample), panAt1(m_input, m_cells, 0, kSample);
         Expect(true, m_cells ? 2 * m_count : 0,
                [&] { return Alg_InterpolatePan(pan0, pan1, m_width, m_height, pan, panAt0, panAt1, m_to); });
-        Require(std::all_of(+pan, pan + m_count, [](uint16_t code) { return code <= kCode; }), "gamma codes");
+        RequireAtMost(kCode, pan, m_count);
     }
 
     void GenerateLow() {
@@ -181,8 +160,7 @@ private:
             return Alg_GenerateLow(pan, panAt0, panAt1, colour0, colour1, m_width, m_height, lowPan, lowColour,
                                    difference, m_to);
         });
-        Require(std::all_of(+lowColour, lowColour + m_cells, [](uint16_t code) { return code <= kCode; }),
-                "gamma codes");
+        RequireAtMost(kCode, lowColour, m_cells);
     }
 
     void FilterImpulses() {
@@ -239,9 +217,10 @@ private:
     void UpSample() {
         const Fixed low(m_input, m_count, -kFixed, kFixed), red(m_input, 4 * m_count, 0, 0),
             green(m_input, 4 * m_count, 0, 0), blue(m_input, 4 * m_count, 0, 0);
-        const bool isEmpty = m_count == 0 && FitsPattern();
-        Expect(FitsPattern() || isEmpty, 16 * m_count, 12 * m_count, 0,
-               [&] { return Alg_LowColorDiffUpSample(low, m_width, m_height, m_pattern, red, green, blue, m_to); });
+        Expect(
+            FitsPattern(), 16 * m_count,
+            [&] { return Alg_LowColorDiffUpSample(low, m_width, m_height, m_pattern, red, green, blue, m_to); },
+            12 * m_count);
         Expect(true, 16 * m_count, [&] { return Alg_LowPanUpSample(low, m_width, m_height, red, m_to); });
     }
 
@@ -277,10 +256,13 @@ private:
         const Words pan(m_input, m_count, 0, kCode), tone(m_input, 4096, 0, 255);
         const Fixed lowPan(m_input, m_count, 0, kFixed);
         const Reals<4> r(m_input);
-        Expect(true, 4 * m_count, 4 * m_count, 4 * m_count, [&] {
-            return Alg_Sharpness(rgb, pan, lowPan, m_width, m_height, r.values[0], r.values[1], r.values[2],
-                                 r.values[3], tone, m_to);
-        });
+        Expect(
+            true, 4 * m_count,
+            [&] {
+                return Alg_Sharpness(rgb, pan, lowPan, m_width, m_height, r.values[0], r.values[1], r.values[2],
+                                     r.values[3], tone, m_to);
+            },
+            4 * m_count, 4 * m_count);
     }
 
     /** A part of a plane as text, and the checksum of the plane. */

@@ -1,4 +1,4 @@
-/** Image records that may be anything, with buffers of exactly what they promise. */
+/** Image records that may be anything, with buffers of exactly what they promise, and what a conversion may do to them. */
 #pragma once
 
 #include <memory>
@@ -61,12 +61,22 @@ struct Image {
     }
 };
 
-/** The bytes that a call may not change are those from `rowBytes` on in each row. */
-inline bool PaddingIsIntact(const std::vector<uint8_t>& before, const std::vector<uint8_t>& after, size_t step,
-                            size_t rowBytes) {
+/**
+ * Runs `call` on a source that it may only read. Its result is a documented one, and it changes only those bytes whose
+ * places in their rows `mayChange` names, and none unless it succeeds.
+ */
+template <class Call, class MayChange>
+void Convert(Input& input, const Image& src, const Image& dst, std::initializer_list<uint32_t> documented,
+             const Call& call, const MayChange& mayChange) {
+    input.Fill(src.buffer->Data(), src.buffer->Size());
+    src.buffer->MakeReadOnly();
+    const auto before = dst.buffer->Content();
+    const uint32_t result = call();
+    RequireOneOf(result, documented);
+    const auto after = dst.buffer->Content();
     for (size_t i = 0; i < before.size(); ++i)
-        if (i % step >= rowBytes && before[i] != after[i]) return false;
-    return true;
+        Require(after[i] == before[i] || (result == 0 && mayChange(i % dst.record.lineStep)),
+                "only pixels of a picture that succeeds are written");
 }
 
 }  // namespace kvx::fuzz
