@@ -1,4 +1,4 @@
-/** Image records that may be anything, with buffers of exactly what they promise, and what a conversion may do to them. */
+/** Image records that may be anything, with buffers of exactly what they promise, and what may be written to them. */
 #pragma once
 
 #include <memory>

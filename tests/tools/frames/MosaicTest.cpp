@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <map>
-
 #include "TemporaryDirectory.h"
 #include "ToolRun.h"
 #include "tools/files/PictureEncoder.h"
@@ -12,47 +9,6 @@
 
 namespace kvx::tool {
 namespace {
-
-/** Letters of the filters over the top left 4x4 pixels, found from what they let through. */
-std::string FiltersSeen(const frame::Format& format) {
-    const Picture picture{cv::Mat(6, 6, CV_8UC3, cv::Scalar(60, 90, 240)), 255};
-    const std::map<uint32_t, char> letters = {{60, 'B'}, {90, 'G'}, {240, 'R'}, {130, 'W'}};
-    const RawFrame frame = MakeMosaic(picture, format);
-    std::string seen;
-    for (int site = 0; site < 16; ++site) {
-        cv::Mat sample;
-        frame.samples(cv::Rect(site % 4, site / 4, 1, 1)).convertTo(sample, CV_16U);
-        const uint32_t value =
-            static_cast<uint32_t>(std::lround(sample.at<uint16_t>(0, 0) * 255.0 / frame::White(format)));
-        seen += letters.contains(value) ? letters.at(value) : '?';
-        seen += site % 4 == 3 ? " " : "";
-    }
-    return seen;
-}
-
-TEST(Mosaic, FiltersOfEveryLayout) {
-    const std::vector<std::pair<const char*, const char*>> cases = {
-        {"Mono", "WWWW WWWW WWWW WWWW "},
-        {"BayerGR", "GRGR BGBG GRGR BGBG "},
-        {"BayerRG", "RGRG GBGB RGRG GBGB "},
-        {"BayerGB", "GBGB RGRG GBGB RGRG "},
-        {"BayerBG", "BGBG GRGR BGBG GRGR "},
-        {"TrueSense_BGGR_WBBW_0_", "WBWG BWGW WGWR GWRW "},
-        {"TrueSense_GBRG_WGGW_0_", "WGWB GWBW WRWG RWGW "},
-        {"TrueSense_GRBG_WGGW_0_", "WGWR GWRW WBWG BWGW "},
-        {"TrueSense_RGGB_WRRW_0_", "WRWG RWGW WGWB GWBW "},
-        // One column to the right, one row down, both.
-        {"TrueSense_BGGR_WBBW_1_", "BWGW WGWB GWRW WRWG "},
-        {"TrueSense_BGGR_WBBW_2_", "BWGW WGWR GWRW WBWG "},
-        {"TrueSense_BGGR_WBBW_3_", "WGWB GWRW WRWG BWGW "},
-    };
-    for (const auto& [stem, filters] : cases) {
-        for (const char* bits : {"8", "10", "12", "14"}) {
-            const frame::Format format = RequireFormat(std::string(stem) + bits);
-            EXPECT_EQ(FiltersSeen(format), filters) << frame::Name(format);
-        }
-    }
-}
 
 TEST(Mosaic, ScalesFromAnyWhiteToTheFormatsOwn) {
     struct Case {

@@ -35,10 +35,6 @@ TEST(ExplainRun, DrawsTilesBitsAndNames) {
         EXPECT_EQ(text.find('\033'), std::string::npos) << "colours without a terminal";
     }
     EXPECT_EQ(Explained("Mono8").find("OpenCV's"), std::string::npos);
-}
-
-TEST(ExplainRun, UnknownNamesGetTheNearest) {
-    ExpectRefusal(RunTool({"explain", "BayerRG11"}), 2, {"BayerRG11", "BayerRG10"});
     ExpectRefusal(RunTool({"explain", "0x01020304"}), 2, {"0x01020304", "code"});
 }
 
