@@ -1,8 +1,5 @@
 #include <thread>
 
-#include "KvxDemosaicing/KvxBayer.h"
-#include "KvxDemosaicing/KvxBayerFlat.h"
-#include "KvxDemosaicing/KvxPixelFormat.h"
 #include "gstreamer/FrameElement.h"
 
 namespace kvx::test {
@@ -44,32 +41,6 @@ TEST(GStreamerPicture, IsTheFrameLayersForEveryPackingAndAlgorithm) {
         FrameElement element(fmt::format("packing={} {}", c.packing, c.properties));
         element.SetCaps(c.caps, frame.view, "BGRA");
         element.ExpectPicture(MakeBuffer(frame.bytes), frame.view, c.options);
-    }
-}
-
-/** The library itself, called from C as an application would. */
-TEST(GStreamerPicture, IsTheLibrarys) {
-    const frame::TestFrame frame = frame::MakeNoise(frame::FormatByName("gbrg"), 41, 22);
-    std::vector<uint8_t> expected(size_t{41} * 22 * 3);
-    _KvxImage src{};
-    src.pixelType = *frame::LibraryCode(frame.view.format);
-    src.pixelDepth = 8;
-    src.width = src.lineStep = 41;
-    src.height = 22;
-    src.data = const_cast<void*>(frame.view.data);
-    _KvxImage dst = src;
-    dst.pixelType = KvxFormat_RGB8;
-    dst.lineStep = 123;
-    dst.data = expected.data();
-    ASSERT_EQ(BayerToColor(&src, &dst, KvxBayerAlgorithm_EdgeAware), 0u);
-    for (const GstVideoFormat format : {GST_VIDEO_FORMAT_RGB, GST_VIDEO_FORMAT_RGBx, GST_VIDEO_FORMAT_BGRA}) {
-        FrameElement element("algorithm=edge-aware");
-        element.SetCaps("gbrg", frame.view, gst_video_format_to_string(format));
-        ASSERT_EQ(element.Push(MakeBuffer(frame.bytes)), GST_FLOW_OK);
-        const Buffer picture(gst_harness_pull(element.Harness()));
-        GstVideoInfo info;
-        gst_video_info_set_format(&info, format, 41, 22);
-        EXPECT_EQ(Samples(picture.get(), info), std::vector<uint16_t>(expected.begin(), expected.end()));
     }
 }
 
