@@ -57,16 +57,3 @@ def converted(samples, name, to, algorithm=0):
         _library.KvxTrueSense_DeleteComponent(component)
     assert result == 0, hex(result & 0xFFFFFFFF)
     return picture
-
-
-def packed_12p(samples):
-    """PFNC 12p by its drawing: a7:0 | b3:0 a11:8 | b11:4, rows of an even number of samples."""
-    a, b = samples[:, 0::2], samples[:, 1::2]
-    return np.dstack([a & 0xFF, (b & 0xF) << 4 | a >> 8, b >> 4]).astype(np.uint8).reshape(len(samples), -1)
-
-
-def packed_mipi10(samples):
-    """MIPI RAW10: a9:2 | b9:2 | c9:2 | d9:2 | low bits, a's lowest; rows of a multiple of four samples."""
-    groups = samples.reshape(len(samples), -1, 4)
-    low = sum((groups[:, :, i] & 3) << 2 * i for i in range(4))
-    return np.dstack([groups >> 2, low[:, :, None]]).astype(np.uint8).reshape(len(samples), -1)

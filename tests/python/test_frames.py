@@ -5,7 +5,6 @@ import pickle
 import numpy as np
 import pytest
 
-import flat
 import kvxdemosaicing as kvx
 
 
@@ -19,19 +18,8 @@ def test_formats_know_their_facts():
     assert (packed.family, packed.bits, packed.layout, packed.channels) == ("bayer", 12, "mipi", 1)
     assert packed.row_bytes(4) == 6 and packed.dtype == np.uint8 and ("v4l2", "pRCC") in packed.names
     assert packed.algorithms == ["bilinear", "ipp", "edge-aware"] and kvx.format("RGB8").algorithms == []
+    assert packed.at(1, 0).name == "BayerGB12mipi" and packed.at(2, 3).name == "BayerGR12mipi"
     assert kvx.format("RGB8").tile == () and kvx.format("Mono8").tile == ("Y",)
-
-
-@pytest.mark.parametrize("name", ["BayerRG12p", "SCF1WBWG12", "Mono10mipi", "BayerGB12Packed"])
-def test_parts_of_a_frame_keep_their_filters(name):
-    format, side = kvx.format(name), len(kvx.format(name).tile)
-    for row in range(2 * side):
-        for column in range(2 * side):
-            part = format.at(row, column)
-            assert part.layout == format.layout
-            for y in range(side):
-                for x in range(side):
-                    assert part.tile[y][x] == format.tile[(y + row) % side][(x + column) % side]
 
 
 @pytest.mark.parametrize("name", [f.name for f in kvx.formats() if f.family in ("mono", "bayer")])
@@ -46,12 +34,6 @@ def test_packing_and_back(name):
     assert np.array_equal(back, samples[::-1])
     image = kvx.pack(samples, name, padding="image").ravel()
     assert np.array_equal(kvx.unpack(image, name, width=13, height=5), samples)
-
-
-def test_packing_is_that_of_the_drawings():
-    samples = np.random.default_rng(1).integers(0, 4096, (3, 16), np.uint16)
-    assert np.array_equal(kvx.pack(samples, "BayerRG12p"), flat.packed_12p(samples))
-    assert np.array_equal(kvx.pack(samples >> 2, "BayerRG10mipi"), flat.packed_mipi10(samples >> 2))
 
 
 @pytest.mark.parametrize("format", [kvx.format(name) for name in ("BayerGB12p", "SCF1WGWR10", "Mono16", "BayerRG8")])
