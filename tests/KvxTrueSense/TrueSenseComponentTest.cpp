@@ -104,15 +104,6 @@ const uint32_t kSources[] = {KvxFormat_TrueSense_BGGR_WBBW_0_8, KvxFormat_TrueSe
 TEST_F(TrueSenseComponent, Has66ParametersWithTheDefaultsOfAComponent) {
     EXPECT_EQ(m_component->GetComponentTypeID(), 6);
     ASSERT_EQ(m_component->GetParamCount(), 66u);
-    char name[64];
-    for (uint32_t index = 0; index < 66; ++index) {
-        uint32_t size = sizeof name;
-        ASSERT_EQ(m_component->GetParamName(index, name, &size), 0u);
-        const std::string expected = index == 0   ? "TrueSenseAlgType"
-                                     : index == 1 ? "NoRealloc"
-                                                  : s_trueSenseParams[index - 2].name;
-        EXPECT_EQ(name, expected);
-    }
     double slope = 0, redFromGreen = 0;
     int64_t impulse = 1, radius = 0, algorithm = 1;
     EXPECT_EQ(m_component->GetParamFloat("ISOPanSlope_0", &slope), 0u);

@@ -4,6 +4,7 @@
 #include <climits>
 #include <limits>
 
+#include "KvxTrueSense/TrueSenseParams.h"
 #include "demosaicers/SlowPipeline.h"
 #include "demosaicers/TrueSenseKodak.h"
 #include "demosaicers/TrueSenseKodakLike.h"
@@ -41,24 +42,12 @@ void DrawParams(std::mt19937& random, Params& params) {
     if (draw(2)) params.toneTable = nullptr;
     if (draw(4) != 0) return;
 
-    double Params::*const reals[] = {&Params::redGain,
-                                     &Params::panGain,
-                                     &Params::globalGain,
-                                     &Params::analogGain,
-                                     &Params::ISOAnalogGain_2,
-                                     &Params::ISOPanSlope_1,
-                                     &Params::panSigma0,
-                                     &Params::colorSigma1,
-                                     &Params::ISOPanSlope_4,
-                                     &Params::ISOColorIntercept_3,
-                                     &Params::RR,
-                                     &Params::GB,
-                                     &Params::sharpenParam,
-                                     &Params::maxSharpen,
-                                     &Params::lowLumaNoise};
     constexpr double infinity = std::numeric_limits<double>::infinity();
     constexpr double wild[] = {std::numeric_limits<double>::quiet_NaN(), infinity, -infinity, -1, 0, 1e30, 1e-30};
-    for (int i = 0; i < 3; ++i) params.*reals[draw(std::size(reals))] = wild[draw(std::size(wild))];
+    for (int i = 0; i < 4; ++i) {
+        const TrueSenseParamRow& row = s_trueSenseParams[draw(std::size(s_trueSenseParams))];
+        if (row.real) params.*row.real = wild[draw(std::size(wild))];
+    }
     constexpr int64_t wildWords[] = {INT64_MIN, INT_MIN, -1, 70000, INT_MAX, INT64_MAX};
     int64_t Params::*const words[] = {&Params::darkFloor, &Params::panRadius0, &Params::colorRadius2,
                                       &Params::impulseFilterEnable, &Params::monoEnable};

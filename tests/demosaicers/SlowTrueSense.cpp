@@ -11,29 +11,21 @@ const std::string kTile = "WBWGBWGWWGWRGWRW";
 constexpr int kNone = 1 << 20;  // no value a plane can hold
 
 /** A plane of the working area; coordinates outside are folded back about the site that asks. */
-class Plane {
-public:
-    Plane(int width, int height) : m_width(width), m_height(height), m_values(size_t(width) * height, kNone) {}
+struct Plane {
+    Plane(int w, int h) : width(w), height(h), values(size_t(w) * h, kNone) {}
     int& At(int row, int column) {
-        return m_values.at(size_t(row) * m_width + column);
+        return values.at(size_t(row) * width + column);
     }
     int Beside(int row, int column, int down, int right) {
         const int r = row + down, c = column + right;
-        return At(r < 0 || r >= m_height ? row - down : r, c < 0 || c >= m_width ? column - right : c);
-    }
-    int Width() const {
-        return m_width;
-    }
-    int Height() const {
-        return m_height;
+        return At(r < 0 || r >= height ? row - down : r, c < 0 || c >= width ? column - right : c);
     }
     bool IsBorder(int row, int column) const {
-        return row == 0 || column == 0 || row == m_height - 1 || column == m_width - 1;
+        return row == 0 || column == 0 || row == height - 1 || column == width - 1;
     }
 
-private:
-    int m_width, m_height;
-    std::vector<int> m_values;
+    int width, height;
+    std::vector<int> values;
 };
 
 char KindAt(int row, int column) {
@@ -85,11 +77,11 @@ Plane RawMosaic(const SlowSource& source) {
         }
     for (int column = columnPhase; column < columnPhase + source.width; ++column)
         FillMargins(
-            rowPhase, rowPhase + source.height - 1, raw.Height(), [&](int row) -> int& { return raw.At(row, column); },
+            rowPhase, rowPhase + source.height - 1, raw.height, [&](int row) -> int& { return raw.At(row, column); },
             [&](int row) { return KindAt(row, column); });
-    for (int row = 0; row < raw.Height(); ++row)
+    for (int row = 0; row < raw.height; ++row)
         FillMargins(
-            columnPhase, columnPhase + source.width - 1, raw.Width(),
+            columnPhase, columnPhase + source.width - 1, raw.width,
             [&](int column) -> int& { return raw.At(row, column); }, [&](int column) { return KindAt(row, column); });
     return raw;
 }
@@ -97,8 +89,8 @@ Plane RawMosaic(const SlowSource& source) {
 /** Pan everywhere. */
 Plane PanOf(Plane& raw) {
     Plane pan = raw;
-    for (int r = 0; r < raw.Height(); ++r)
-        for (int c = 0; c < raw.Width(); ++c) {
+    for (int r = 0; r < raw.height; ++r)
+        for (int c = 0; c < raw.width; ++c) {
             if (KindAt(r, c) == 'W') continue;
             const int left = raw.Beside(r, c, 0, -1), right = raw.Beside(r, c, 0, 1);
             const int up = raw.Beside(r, c, -1, 0), down = raw.Beside(r, c, 1, 0);
@@ -110,20 +102,21 @@ Plane PanOf(Plane& raw) {
     return pan;
 }
 
-/** pan minus the mean of the colour differences at the four sites (dr, dc), (dr, -dc), ... or at the axes. */
+/** The sum of the differences pan - colour at places beside a site. */
+int Differences(Plane& colour, Plane& pan, int r, int c, std::initializer_list<std::pair<int, int>> places) {
+    int sum = 0;
+    for (const auto& [down, right] : places) sum += pan.Beside(r, c, down, right) - colour.Beside(r, c, down, right);
+    return sum;
+}
+
+/** Pan minus the mean of the differences at four sites, two rows or columns away or both. */
 void CompleteFromFour(Plane& colour, Plane& pan, int r, int c, bool diagonal) {
-    const auto difference = [&](int down, int right) {
-        return pan.Beside(r, c, down, right) - colour.Beside(r, c, down, right);
-    };
-    const int sum = diagonal ? difference(-2, -2) + difference(-2, 2) + difference(2, -2) + difference(2, 2)
-                             : difference(-2, 0) + difference(0, -2) + difference(0, 2) + difference(2, 0);
+    const int sum = diagonal ? Differences(colour, pan, r, c, {{-2, -2}, {-2, 2}, {2, -2}, {2, 2}})
+                             : Differences(colour, pan, r, c, {{-2, 0}, {0, -2}, {0, 2}, {2, 0}});
     colour.At(r, c) = Word(pan.At(r, c) - Quarter(sum));
 }
 
 void CompleteAtPanSite(Plane& colour, Plane& pan, int r, int c) {
-    const auto difference = [&](int down, int right) {
-        return pan.Beside(r, c, down, right) - colour.Beside(r, c, down, right);
-    };
     if (pan.IsBorder(r, c)) {
         colour.At(r, c) = Quarter(colour.Beside(r, c, 0, -1) + colour.Beside(r, c, 0, 1) + colour.Beside(r, c, -1, 0) +
                                   colour.Beside(r, c, 1, 0));
@@ -131,7 +124,8 @@ void CompleteAtPanSite(Plane& colour, Plane& pan, int r, int c) {
     }
     const int horizontal = std::abs(pan.At(r, c + 1) - pan.At(r, c - 1));
     const int vertical = std::abs(pan.At(r + 1, c) - pan.At(r - 1, c));
-    const int sum = vertical > horizontal ? difference(0, -1) + difference(0, 1) : difference(-1, 0) + difference(1, 0);
+    const int sum = vertical > horizontal ? Differences(colour, pan, r, c, {{0, -1}, {0, 1}})
+                                          : Differences(colour, pan, r, c, {{-1, 0}, {1, 0}});
     colour.At(r, c) = Word(pan.At(r, c) - Half(sum));
 }
 
@@ -139,12 +133,9 @@ void CompleteAtPanSite(Plane& colour, Plane& pan, int r, int c) {
 
 std::vector<uint16_t> SlowMosaic(const SlowSource& source, int& width, int& height) {
     Plane raw = RawMosaic(source);
-    width = raw.Width();
-    height = raw.Height();
-    std::vector<uint16_t> samples;
-    for (int row = 0; row < height; ++row)
-        for (int column = 0; column < width; ++column) samples.push_back(static_cast<uint16_t>(raw.At(row, column)));
-    return samples;
+    width = raw.width;
+    height = raw.height;
+    return {raw.values.begin(), raw.values.end()};
 }
 
 SlowPicture SlowRegion(const SlowSource& source, const std::function<Colour(int row, int column)>& pixelAt) {
@@ -162,10 +153,9 @@ SlowPicture SlowInterpolation(const SlowSource& source) {
     Plane raw = RawMosaic(source);
     Plane pan = PanOf(raw);
     Plane planes[3] = {raw, raw, raw};
-    const std::string names = "RGB";
     const auto forEachSite = [&](const auto& visit) {
-        for (int r = 0; r < raw.Height(); ++r)
-            for (int c = 0; c < raw.Width(); ++c) visit(KindAt(r, c), r, c);
+        for (int r = 0; r < raw.height; ++r)
+            for (int c = 0; c < raw.width; ++c) visit(KindAt(r, c), r, c);
     };
     forEachSite([&](char kind, int r, int c) {  // red and blue at each other's sites, green at both
         if (kind == 'R' || kind == 'B') {
@@ -190,14 +180,14 @@ SlowPicture SlowBayerLike(const SlowSource& source) {
     Plane raw = RawMosaic(source);
     Plane pan = PanOf(raw);
     Plane mosaic = raw;
-    for (int r = 0; r < raw.Height(); ++r)
-        for (int c = 0; c < raw.Width(); ++c) {
+    for (int r = 0; r < raw.height; ++r)
+        for (int c = 0; c < raw.width; ++c) {
             if (KindAt(r, c) != 'W') continue;
             const int v = r ^ 1, h = c ^ 1;  // the other row and column of the 2x2 block
             const int sum = pan.At(v, c) - raw.At(v, c) + pan.At(r, h) - raw.At(r, h);
             mosaic.At(r, c) = Word(pan.At(r, c) - Half(sum));
         }
-    cv::Mat half(raw.Height() / 2, raw.Width() / 2, CV_32S);
+    cv::Mat half(raw.height / 2, raw.width / 2, CV_32S);
     for (int i = 0; i < half.rows; ++i)
         for (int j = 0; j < half.cols; ++j) {
             int sum = 0;
@@ -211,7 +201,7 @@ SlowPicture SlowBayerLike(const SlowSource& source) {
     cv::Mat(half - cv::Scalar(minimum)).convertTo(positive, CV_16U);
     cv::cvtColor(positive, positiveColour, 46);
     cv::add(positiveColour, cv::Scalar::all(minimum), colour, cv::noArray(), CV_16S);
-    cv::resize(colour, full, cv::Size(raw.Width(), raw.Height()), 0, 0, cv::INTER_LINEAR);
+    cv::resize(colour, full, cv::Size(raw.width, raw.height), 0, 0, cv::INTER_LINEAR);
     return SlowRegion(source, [&](int r, int c) {
         const auto difference = full.at<cv::Vec3s>(r, c);
         const int p = pan.At(r, c);

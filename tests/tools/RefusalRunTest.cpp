@@ -1,3 +1,4 @@
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <opencv2/core.hpp>
@@ -30,14 +31,12 @@ protected:
 
     /** Words that are names of input files, or start with "out", become paths of the directory. */
     void Expect(int exitCode, std::vector<std::string> arguments, const std::vector<std::string>& fragments) {
-        std::string line;
+        SCOPED_TRACE(fmt::format("{}", fmt::join(arguments, " ")));
         for (std::string& argument : arguments) {
-            line += argument + " ";
             if (m_entries.contains(argument) || argument.starts_with("out")) {
                 argument = m_directory.Path(argument);
             }
         }
-        SCOPED_TRACE(line);
         ExpectRefusal(RunTool(arguments), exitCode, fragments);
         EXPECT_EQ(m_directory.Entries(), m_entries);
     }

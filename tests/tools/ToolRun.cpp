@@ -1,6 +1,7 @@
 #include "ToolRun.h"
 
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -55,14 +56,6 @@ private:
     ::_exit(127);
 }
 
-std::string CommandLine(const std::vector<std::string>& arguments) {
-    std::string line = "kvx-demosaic";
-    for (const std::string& argument : arguments) {
-        line += " " + argument;
-    }
-    return line;
-}
-
 }  // namespace
 
 ToolResult RunTool(const std::vector<std::string>& arguments, const ToolSurroundings& surroundings) {
@@ -89,7 +82,8 @@ ToolResult RunTool(const std::vector<std::string>& arguments, const ToolSurround
 
 ToolResult RunSuccessfully(const std::vector<std::string>& arguments, const ToolSurroundings& surroundings) {
     ToolResult result = RunTool(arguments, surroundings);
-    EXPECT_EQ(result.exitCode, 0) << CommandLine(arguments) << "\n" << result.standardError;
+    EXPECT_EQ(result.exitCode, 0) << fmt::format("kvx-demosaic {}", fmt::join(arguments, " ")) << "\n"
+                                  << result.standardError;
     return result;
 }
 

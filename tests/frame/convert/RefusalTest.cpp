@@ -49,22 +49,15 @@ const Refusal kRefusals[] = {
     {"Threads", [](Job& j) { j.options.threads = -1; }, kRange, "OpenMP"},
     {"Algorithm", [](Job& j) { j.options.algorithm = "fast"; }, kUnknown, "bilinear, ipp, edge-aware"},
     {"AlgorithmNumber", [](Job& j) { j.options.algorithm = "99999999999999999999"; }, kUnknown, "bilinear"},
-    {"ParameterName",
-     [](Job& j) {
-         j.options.parameters = {{"BayerAlgTyp", "1"}};
-     },
-     0x80000002, "BayerAlgType"},
-    {"ParameterValue",
-     [](Job& j) {
-         j.options.parameters = {{"BayerAlgType", "9"}};
-     },
-     0x80000004, "0 to 4"},
+    {"ParameterName", [](Job& j) { j.options.parameters.emplace_back("BayerAlgTyp", "1"); }, 0x80000002,
+     "BayerAlgType"},
+    {"ParameterValue", [](Job& j) { j.options.parameters.emplace_back("BayerAlgType", "9"); }, 0x80000004, "0 to 4"},
     {"BlackLevel", [](Job& j) { j.options.finish.emplace().blackLevel = 4095; }, kInvalid, "white is 4095"},
     {"WhiteLevel", [](Job& j) { j.options.finish.emplace().whiteLevel = 4096; }, kInvalid, "ends at 4095"},
     {"Levels",
      [](Job& j) {
-         j.options.finish.emplace().whiteLevel = 100;
-         j.options.finish->blackLevel = 100;
+         auto& f = j.options.finish.emplace();
+         f.whiteLevel = f.blackLevel = 100;
      },
      kInvalid, "white is 100"},
     {"Gain", [](Job& j) { j.options.finish.emplace().gains.red = 0; }, kRange, "gain of 0"},

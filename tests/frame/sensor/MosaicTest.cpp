@@ -109,20 +109,11 @@ TEST(MakeMosaic, RefusesWithCodeSentenceAndNothingWritten) {
         {"too small", 0x80070007, [](Mosaicing& m) { --m.picture.capacity; }},
         {"no data", 0x80070008, [](Mosaicing& m) { m.picture.data = nullptr; }},
         {"share memory", 0x80070007, [](Mosaicing& m) { m.picture.data = m.frame.data; }},
-        {"pan weight", 0x80070004,
-         [](Mosaicing& m) {
-             m.sensor.panWeights = {1, -1, 1};
-         }},
-        {"pan weight", 0x80070004,
-         [](Mosaicing& m) {
-             m.sensor.panWeights = {1, std::nan(""), 1};
-         }},
+        {"pan weight", 0x80070004, [](Mosaicing& m) { m.sensor.panWeights[1] = -1; }},
+        {"pan weight", 0x80070004, [](Mosaicing& m) { m.sensor.panWeights[1] = std::nan(""); }},
         {"all pan weights", 0x80070004, [](Mosaicing& m) { m.sensor.panWeights = {}; }},
         {"white of 256", 0x80070004, [](Mosaicing& m) { m.sensor.pictureWhite = 256; }},
-        {"finite", 0x80070004,
-         [](Mosaicing& m) {
-             m.sensor.noise = SensorNoise{{INFINITY, 0}, {}};
-         }},
+        {"finite", 0x80070004, [](Mosaicing& m) { m.sensor.noise.emplace().pan.slope = INFINITY; }},
         {"threads", 0x80070004, [](Mosaicing& m) { m.threads = -1; }},
     };
     for (const MosaicRefusal& refusal : refusals) {
