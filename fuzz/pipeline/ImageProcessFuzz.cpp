@@ -2,6 +2,7 @@
 #include <climits>
 
 #include "KvxDemosaicing/KvxPipeline.h"
+#include "demosaicers/PipelineParams.h"
 #include "support/GuardedBuffer.h"
 
 using namespace kvx::fuzz;
@@ -23,7 +24,11 @@ void Spoil(Input& input, float (&values)[count]) {
         if (input.Below(4) == 0) value = input.Flag() ? input.Take<float>() : static_cast<float>(input.Below(64)) / 8;
 }
 
+/** Those of a frame by default, of which some are anything. */
 void DrawParameters(Input& input, ImageProcessParam& param) {
+    tagTrueSenseParam defaults;
+    TrueSense_DefaultValues(&defaults);
+    param = kvx::PipelineParamOf({param.width, param.height, 0, 0, param.width, param.height}, defaults);
     param.cfaPattern = input.Below(8) ? static_cast<int32_t>(input.Below(4)) : input.Take<int32_t>();
     param.reserved = input.Take<int32_t>();
     param.monoEnable = static_cast<int32_t>(input.Below(3));
@@ -32,25 +37,13 @@ void DrawParameters(Input& input, ImageProcessParam& param) {
     Spoil(input, gains);
     param.redBalance = gains[0], param.greenBalance = gains[1], param.blueBalance = gains[2];
     param.panBalance = gains[3], param.globalGain = gains[4], param.analogGain = gains[5];
-    for (int i = 0; i < 5; ++i) {
-        param.ISOAnalogGain[i] = static_cast<float>(10 + 6 * i);
-        param.ISOPanSlope[i] = param.ISOColorSlope[i] = static_cast<float>(i) * 0.5F;
-        param.ISOPanIntercept[i] = param.ISOColorIntercept[i] = static_cast<float>(i * 40);
-    }
-    for (float* sigma : {param.panSigma, param.colorSigma})
-        for (int i = 0; i < 3; ++i) sigma[i] = 2;
     for (int32_t* radius : {param.panRadius, param.colorRadius})
         for (int i = 0; i < 3; ++i)
             radius[i] = input.Below(8) ? static_cast<int32_t>(input.Below(3)) : input.Take<int32_t>();
-    for (int i = 0; i < 9; i += 4) param.colorMatrix[i] = 1;
-    for (int i = 0; i < 4; ++i) param.sharpness[i] = i == 0 ? 40.0F : 1.0F;
-    Spoil(input, param.ISOAnalogGain);
-    Spoil(input, param.ISOPanSlope);
-    Spoil(input, param.ISOPanIntercept);
-    Spoil(input, param.ISOColorSlope);
-    Spoil(input, param.ISOColorIntercept);
-    Spoil(input, param.panSigma);
-    Spoil(input, param.colorSigma);
+    for (auto* line : {&param.ISOAnalogGain, &param.ISOPanSlope, &param.ISOPanIntercept, &param.ISOColorSlope,
+                       &param.ISOColorIntercept})
+        Spoil(input, *line);
+    for (auto* sigma : {&param.panSigma, &param.colorSigma}) Spoil(input, *sigma);
     Spoil(input, param.colorMatrix);
     Spoil(input, param.sharpness);
 }
@@ -64,7 +57,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     param.width = DrawLength(input);
     param.height = DrawLength(input);
     const GuardedBuffer log(kLogBytes);
-    param.log = input.Below(8) ? reinterpret_cast<char*>(log.Data()) : nullptr;
+    char* const text = input.Below(8) ? reinterpret_cast<char*>(log.Data()) : nullptr;
+    param.log = text;
 
     memory.mode = 1;
     const int32_t total = Api_ImageProcess(&param, &memory);
@@ -82,6 +76,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     memory.full0 = full0.Data(), memory.full1 = full1.Data(), memory.full2 = full2.Data(), memory.pan = pan.Data();
     memory.mode = input.Below(16) ? 0 : 2;
     DrawParameters(input, param);
+    param.log = text;
     if (input.Below(4) == 0) {
         input.Fill(tone.Data(), tone.Size());
         param.toneScale = reinterpret_cast<const uint16_t*>(tone.Data());

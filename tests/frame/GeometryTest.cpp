@@ -5,28 +5,28 @@
 namespace kvx::frame {
 namespace {
 
-/** A picture's channels, row by row. */
-std::vector<uint32_t> PictureOf(const SourceView& view) {
+using Pixel = std::array<uint32_t, 3>;
+using Pixels = std::vector<Pixel>;
+
+Pixels PictureOf(const SourceView& view) {
     TestPicture picture(FormatByName("RGB12"), view.width, view.height);
     Convert(view, picture.View());
-    std::vector<uint32_t> values;
+    Pixels pixels;
     for (uint32_t row = 0; row < view.height; ++row)
         for (uint32_t column = 0; column < view.width; ++column)
-            for (uint32_t channel = 0; channel < 3; ++channel) values.push_back(picture.At(row, column, channel));
-    return values;
+            pixels.push_back({picture.At(row, column, 0), picture.At(row, column, 1), picture.At(row, column, 2)});
+    return pixels;
 }
 
-std::vector<uint32_t> MirroredPicture(const std::vector<uint32_t>& picture, uint32_t width, uint32_t height,
-                                      bool horizontally, bool vertically) {
-    std::vector<uint32_t> mirrored;
-    for (uint32_t row = 0; row < height; ++row)
-        for (uint32_t column = 0; column < width; ++column)
-            for (uint32_t channel = 0; channel < 3; ++channel)
-                mirrored.push_back(picture[((vertically ? height - 1 - row : row) * size_t{width} +
-                                            (horizontally ? width - 1 - column : column)) *
-                                               3 +
-                                           channel]);
-    return mirrored;
+/** The part of a picture within a border, perhaps mirrored. */
+Pixels Interior(const Pixels& picture, uint32_t width, uint32_t height, uint32_t border, bool horizontally = false,
+                bool vertically = false) {
+    Pixels part;
+    for (uint32_t row = border; row < height - border; ++row)
+        for (uint32_t column = border; column < width - border; ++column)
+            part.push_back(picture[(vertically ? height - 1 - row : row) * size_t{width} +
+                                   (horizontally ? width - 1 - column : column)]);
+    return part;
 }
 
 /** Every 2x2 and 4x4 phase, as 12-bit words and packed. */
@@ -62,15 +62,6 @@ TEST(Crop, MovesThePhaseWithTheFirstPixel) {
     }
 }
 
-/** A picture without its border. */
-std::vector<uint32_t> Interior(const std::vector<uint32_t>& picture, uint32_t width, uint32_t height, uint32_t border) {
-    std::vector<uint32_t> interior;
-    for (uint32_t row = border; row < height - border; ++row)
-        interior.insert(interior.end(), picture.begin() + 3 * (row * size_t{width} + border),
-                        picture.begin() + 3 * (row * size_t{width} + width - border));
-    return interior;
-}
-
 /** A frame whose pixels were mirrored becomes the mirrored picture, to the bit. */
 TEST(Mirrored, FramesBecomeMirroredPictures) {
     for (const Format& format : Mosaics())
@@ -89,8 +80,8 @@ TEST(Mirrored, FramesBecomeMirroredPictures) {
                 EXPECT_EQ(view.horMirrored || view.verMirrored, format.family == Family::TrueSense && directions != 3);
                 // Turned about, a TrueSense frame is another phase, whose border has other neighbours.
                 const uint32_t border = format.family == Family::TrueSense && directions == 3 ? 6 : 0;
-                const auto mirrored = MirroredPicture(PictureOf(words.view), width, height, horizontally, vertically);
-                ASSERT_EQ(Interior(PictureOf(view), width, height, border), Interior(mirrored, width, height, border));
+                ASSERT_EQ(Interior(PictureOf(view), width, height, border),
+                          Interior(PictureOf(words.view), width, height, border, horizontally, vertically));
                 const SourceView again = Mirrored(view, horizontally, vertically);
                 EXPECT_TRUE(again.format == format && !again.horMirrored && !again.verMirrored);
                 if (width == 22 && format.layout == Layout::Plain) {  // cut on the way
@@ -109,9 +100,9 @@ TEST(Mirrored, FramesBecomeMirroredPictures) {
 TEST(FlippedVertically, FramesAndPicturesStandOnTheirHeads) {
     for (const Format& format : Mosaics()) {
         TestFrame frame = MakeNoise(format, 18, 11, 1, 2);
-        const std::vector<uint32_t> upright = PictureOf(frame.view);
+        const Pixels upright = PictureOf(frame.view);
         const SourceView flipped = FlippedVertically(frame.view);
-        EXPECT_EQ(PictureOf(flipped), MirroredPicture(upright, 18, 11, false, true)) << Name(format);
+        EXPECT_EQ(PictureOf(flipped), Interior(upright, 18, 11, 0, false, true)) << Name(format);
         EXPECT_EQ(PictureOf(FlippedVertically(flipped)), upright);
     }
 }

@@ -78,6 +78,10 @@ const Variation kVariations[] = {
      }},
     {"huge radii", [](auto& p) { p.panRadius[0] = p.colorRadius[1] = INT_MAX, p.analogGain = 99; }},
     {"analog gain, mono neither 0 nor 1", [](auto& p) { p.analogGain = 20, p.monoEnable = 2; }},
+    {"infinite gains", [](auto& p) { p.redBalance = p.globalGain = INFINITY, p.panBalance = 1e38F; }},
+    {"gains that are not numbers",
+     [](auto& p) { p.redBalance = p.panBalance = p.globalGain = p.analogGain = p.ISOAnalogGain[2] = NAN; }},
+    {"negative gains", [](auto& p) { p.redBalance = p.panBalance = p.globalGain = p.analogGain = -3; }},
     {"wild sharpening, own tone",
      [](auto& p) {
          p.sharpness[0] = -INFINITY, p.sharpness[1] = 1e38F, p.sharpness[3] = NAN;

@@ -151,32 +151,6 @@ TEST(Convolve2D, IsATrueConvolutionThatLeavesTheBorder) {
     EXPECT_EQ(plane, expected);
 }
 
-TEST(GenerateLow, AveragesCellsAndSubtractsPan) {
-    constexpr int w2 = 7, h2 = 5, width = 14, height = 10;
-    const Codes pan = Drawn<uint16_t>(width * height, 0, 1023, 1);
-    std::vector<Codes> sites;
-    for (unsigned i = 0; i < 4; ++i) sites.push_back(Drawn<uint16_t>(w2 * h2, 0, 4095, i + 2));
-    Plane expectedPan, expectedDiff;
-    for (int y = 0; y < h2; ++y)
-        for (int x = 0; x < w2; ++x) {
-            const int j = y * w2 + x, at = 2 * y * width + 2 * x;
-            expectedPan.push_back((pan[at] + pan[at + 1] + pan[at + width] + pan[at + width + 1]) * 16384);
-            expectedDiff.push_back((Linear12toGamma10[(sites[2][j] + sites[3][j] + 1) / 2] -
-                                    Linear12toGamma10[(sites[0][j] + sites[1][j] + 1) / 2]) *
-                                   65536);
-        }
-    Scratch scratch(4 * w2 * h2);
-    Alg_ImpulseFilter(expectedDiff.data(), 5, w2, h2, 2, nullptr);
-    Plane lowPan(w2 * h2), lowDiff(w2 * h2);
-    // In place of one of its arguments, as the pipeline has it.
-    Succeed(Alg_GenerateLow(pan.data(), sites[0].data(), sites[1].data(), sites[2].data(), sites[3].data(), width,
-                            height, lowPan.data(), sites[1].data(), lowDiff.data(), nullptr));
-    EXPECT_EQ(lowPan, expectedPan);
-    EXPECT_EQ(lowDiff, expectedDiff);
-    for (int j = 0; j < w2 * h2; ++j)
-        EXPECT_EQ(sites[1][j], std::clamp((lowPan[j] + lowDiff[j]) / 65536, 0, 1023)) << j;
-}
-
 Plane ToCells(const Plane& low, int w2, int h2) {
     Plane full;
     for (int row = 0; row < 2 * h2; ++row)

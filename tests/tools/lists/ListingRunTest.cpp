@@ -8,7 +8,6 @@
 
 #include "TemporaryDirectory.h"
 #include "ToolRun.h"
-#include "tools/files/PictureDecoder.h"
 #include "tools/frames/Formats.h"
 
 namespace kvx::tool {
@@ -74,13 +73,6 @@ TEST(DemoRun, WritesWhatItTellsAndConvertMakesTheSame) {
     }
     EXPECT_EQ(std::set<std::string>(told.begin(), told.end()), written);
     EXPECT_EQ(written.size(), 23u);
-
-    const cv::Mat scene = DecodePicture(directory.Read("demo/scene.png"), "scene").pixels;
-    const cv::Mat bilinear = DecodePicture(directory.Read("demo/scene_BayerBG16_bilinear.png"), "picture").pixels;
-    ASSERT_EQ(scene.size(), cv::Size(768, 512));
-    cv::Mat sceneBytes;
-    scene.convertTo(sceneBytes, CV_8U, 1 / 257.0);
-    EXPECT_GT(cv::PSNR(sceneBytes, bilinear), 15);
 
     const std::string raw = directory.Path("demo/scene_768x512_BayerRG12.raw");
     RunSuccessfully({"convert", raw, directory.Path("again.png"), "--algorithm", "edge-aware"});
