@@ -107,20 +107,12 @@ TYPED_TEST(DemosaicerLifeCycle, KnowsItself) {
     EXPECT_FALSE(this->m_demosaicer.IsThis(nullptr));
 }
 
-std::vector<TrueSenseJob> Jobs() {
-    std::vector<TrueSenseJob> jobs;
-    std::mt19937 random(4);
-    for (int i = 0; i < 40; ++i) {
-        TrueSenseJob job =
-            DrawJob(8 + static_cast<int>(random() % 90), 1 + static_cast<int>(random() % 60), i % 16, random);
-        job.sourceBytes = 2;
-        jobs.push_back(job);
-    }
-    return jobs;
-}
-
 TYPED_TEST(DemosaicerLifeCycle, AnObjectUsedBeforeGivesWhatAFreshOneGives) {
-    for (const TrueSenseJob& job : Jobs()) {
+    std::mt19937 random(4);
+    for (unsigned i = 0; i < 40; ++i) {
+        const int width = 8 + static_cast<int>(random() % 90), height = 1 + static_cast<int>(random() % 60);
+        TrueSenseJob job = DrawJob(width, height, i % 16, random);
+        job.sourceBytes = 2;
         TrueSenseRun fresh(job), again(job);
         auto other = TestFixture::Make();
         ASSERT_EQ(fresh.Convert(static_cast<IDemConvertion<uint16_t>*>(&other)), 0) << job;

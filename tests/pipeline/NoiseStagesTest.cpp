@@ -131,24 +131,14 @@ TEST(NoiseThresholds, FollowTheModelAtTheLocalMean) {
     for (const auto& [at, code] : means) EXPECT_EQ(thresholds[at], thresholdAt(false, code, 2, 1, 1, 1)) << at;
 }
 
-TEST(CleanStages, RunThePassesThatHaveARadius) {
+TEST(LowColorDiffClean, RunsThePassesThatHaveARadius) {
     constexpr int w2 = 13, h2 = 10, l = w2 * h2;
     constexpr float sigmas[] = {1.5F, 9, 2.5F}, slopes[] = {2, 2, 2, 2, 2}, intercepts[] = {9, 9, 9, 9, 9};
     constexpr int32_t radii[] = {1, -3, 2};
     const Plane noise = Drawn<int32_t>(l, 400 * 65536, 460 * 65536, 8);
-    Plane pan = noise, expected = noise, copy = noise, thresholds(l);
-    for (const int pass : {0, 2}) {
-        Alg_PanBuildGammaNoiseThreshold(copy.data(), w2, h2, sigmas[pass], 1.5F, 2, 9, thresholds.data(), nullptr);
-        Alg_IterativeSigmaFilter(expected.data(), copy.data(), w2, h2, radii[pass], thresholds.data(), nullptr);
-    }
-    Scratch scratch(14 * l);
-    Succeed(Alg_LowPanClean(pan.data(), w2, h2, 1.5F, 3, kEver, slopes, intercepts, sigmas, radii, nullptr));
-    EXPECT_EQ(pan, expected);
-
-    // Colours: every phase of the 2x2 mosaic by itself, odd sizes too.
+    Plane differences = noise, expected = noise, copy, thresholds(l);
+    // Every phase of the 2x2 mosaic by itself, odd sizes too.
     const std::vector<uint16_t> levels = Drawn<uint16_t>(l, 200, 700, 9);
-    Plane differences = noise;
-    expected = noise;
     const float gain = 1.5F * std::sqrt((4.F + 2 * 1.F + .25F) / 4);
     for (int phase = 0; phase < 4; ++phase) {
         Plane part;
@@ -169,12 +159,10 @@ TEST(CleanStages, RunThePassesThatHaveARadius) {
         }
         for (size_t i = 0; i < from.size(); ++i) expected[from[i]] = part[i];
     }
-    Alg_SetScratch(nullptr, nullptr, nullptr, nullptr);
-    Scratch again(14 * l);
+    Scratch scratch(14 * l);
     Succeed(Alg_LowColorDiffClean(levels.data(), differences.data(), w2, h2, 1.5F, 2, 1, .5F, 3, kEver, slopes,
                                   intercepts, sigmas, radii, nullptr));
     EXPECT_EQ(differences, expected);
-    Succeed(Alg_LowPanClean(pan.data(), 0, h2, 1, 3, kEver, slopes, intercepts, sigmas, radii, nullptr));
 }
 
 }  // namespace

@@ -17,30 +17,22 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(OutputFile, ReplacesTheOldFileAndKeepsItsMode) {
+TEST(OutputFile, ReplacesOldFilesWithTheirModesAndLinksAndGivesNewOnesTheUsualMode) {
     const TemporaryDirectory directory;
-    const std::string path = directory.Write("out.png", {1, 2, 3});
-    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
-    WriteOutput(path, {4, 5});
-    EXPECT_EQ(directory.Read("out.png"), (Bytes{4, 5}));
-    EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    EXPECT_EQ(directory.Entries(), std::set<std::string>{"out.png"});
-}
-
-TEST(OutputFile, NewFilesHaveTheUsualMode) {
-    const TemporaryDirectory directory;
+    const std::string path = directory.Write("old.png", {1, 2, 3}), link = directory.Path("link");
+    constexpr auto mode = fs::perms::owner_read | fs::perms::owner_write;
+    fs::permissions(path, mode);
+    fs::create_symlink(path, link);
     const mode_t old = ::umask(022);
-    WriteOutput(directory.Path("out.png"), {});
+    WriteOutput(path, {6});
+    EXPECT_EQ(directory.Read("old.png"), Bytes{6});
+    for (const std::string& to : {link, directory.Path("new.png")}) WriteOutput(to, {4, 5});
     ::umask(old);
-    EXPECT_EQ(static_cast<unsigned>(fs::status(directory.Path("out.png")).permissions()), 0644u);
-}
-
-TEST(OutputFile, LinksStayLinks) {
-    const TemporaryDirectory directory;
-    fs::create_symlink(directory.Write("target", {1}), directory.Path("link"));
-    WriteOutput(directory.Path("link"), {2});
-    EXPECT_TRUE(fs::is_symlink(directory.Path("link")));
-    EXPECT_EQ(directory.Read("target"), Bytes{2});
+    EXPECT_EQ(directory.Read("old.png"), (Bytes{4, 5}));
+    EXPECT_EQ(fs::status(path).permissions(), mode);
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(static_cast<unsigned>(fs::status(directory.Path("new.png")).permissions()), 0644u);
+    EXPECT_EQ(directory.Entries(), (std::set<std::string>{"link", "new.png", "old.png"}));
 }
 
 TEST(OutputFile, DevicesStayDevices) {
