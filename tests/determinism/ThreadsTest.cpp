@@ -16,7 +16,7 @@ constexpr uint32_t kWidth = 301, kHeight = 530;  // tiles and bands for several 
 
 TEST(Threads, NeitherTheirNumberNorTheInstructionSetChangesAPicture) {
     const int before = omp_get_max_threads();
-    for (const Stream& stream : AllStreams()) {
+    for (const Stream& stream : kStreams) {
         Camera camera(stream, 1, kWidth, kHeight);
         omp_set_num_threads(1);
         ASSERT_EQ(camera.Frame(), 0u) << stream.what;
@@ -37,7 +37,7 @@ TEST(Threads, NeitherTheirNumberNorTheInstructionSetChangesAPicture) {
 TEST(Threads, EveryAlgorithmRunsInAThreadOfItsOwnBesideAllOthers) {
     std::vector<std::unique_ptr<Camera>> cameras;
     std::vector<uint32_t> expected;
-    for (const Stream& stream : AllStreams()) {
+    for (const Stream& stream : kStreams) {
         Camera alone(stream, 7, kWidth, kHeight);
         ASSERT_EQ(alone.Frame(), 0u);
         expected.push_back(alone.Hash());
@@ -49,7 +49,7 @@ TEST(Threads, EveryAlgorithmRunsInAThreadOfItsOwnBesideAllOthers) {
             for (int frame = 0; frame < 3; ++frame) EXPECT_EQ(camera->Frame(), 0u);
         });
     for (std::thread& thread : threads) thread.join();
-    for (size_t i = 0; i < cameras.size(); ++i) EXPECT_EQ(cameras[i]->Hash(), expected[i]) << AllStreams()[i].what;
+    for (size_t i = 0; i < cameras.size(); ++i) EXPECT_EQ(cameras[i]->Hash(), expected[i]) << kStreams[i].what;
 }
 
 TEST(Threads, FlatFunctionsWithObjectsOfTheirOwnRunInManyThreads) {
@@ -64,7 +64,7 @@ TEST(Threads, FlatFunctionsWithObjectsOfTheirOwnRunInManyThreads) {
             << stream.what;
         return dst.Pixels();
     };
-    for (const Stream& stream : AllStreams()) {
+    for (const Stream& stream : kStreams) {
         constexpr unsigned count = 6;
         std::vector<std::vector<uint8_t>> expected(count), pictures(count);
         std::vector<std::thread> threads;

@@ -7,10 +7,6 @@ namespace kvx::frame {
 namespace {
 
 TEST(ConverterAllocations, EndWithTheFirstFrameOfAGeometry) {
-    Finish finish;
-    finish.blackLevel = 3;
-    finish.whiteBalance = WhiteBalance::WhitePatch;
-    finish.tone = ToneCurve::Srgb;
     for (const char* name : {"BayerGR8", "BayerGR12", "BayerRG12p", "SCF1WBWG8", "TrueSense_GRBG_WGGW_2_12",
                              "CFA_BWGW_WGWR_GWRW_WBWG_12mipi", "Mono10"})
         for (const char* destination : {"RGB8", "BGRx", "RGB10", "BGR16", "RGBa16"})
@@ -22,7 +18,7 @@ TEST(ConverterAllocations, EndWithTheFirstFrameOfAGeometry) {
                     if (!exists) continue;
                     Converter converter(format.family);
                     if (format.family != Family::Mono) converter.SetAlgorithm(algorithm);
-                    if (isFinished) converter.SetFinish(finish);
+                    if (isFinished) converter.SetFinish(EverythingOn());
                     TestFrame frame = MakeNoise(format, 64, 48);
                     TestPicture picture(FormatByName(destination), 64, 48);
                     const DestinationView view = picture.View();

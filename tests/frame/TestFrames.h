@@ -70,6 +70,14 @@ inline TestFrame MakeFlat(const Format& format, uint32_t width, uint32_t height,
         3);
 }
 
+inline Finish EverythingOn() {
+    Finish finish;
+    finish.blackLevel = 3;
+    finish.whiteBalance = WhiteBalance::GreyWorld;
+    finish.tone = ToneCurve::Srgb;
+    return finish;
+}
+
 class TestPicture {
 public:
     TestPicture(const Format& format, uint32_t width, uint32_t height, size_t padding = 5)

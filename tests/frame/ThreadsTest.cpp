@@ -15,14 +15,6 @@ std::vector<uint8_t> Converted(Converter& converter, const SourceView& source) {
     return picture.Image().Pixels();
 }
 
-Finish EverythingOn() {
-    Finish finish;
-    finish.blackLevel = 20;
-    finish.whiteBalance = WhiteBalance::GreyWorld;
-    finish.tone = ToneCurve::Srgb;
-    return finish;
-}
-
 TEST(ConverterThreads, ChangeNeitherPictureNorSetting) {
     for (const char* name : {"BayerGR12p", "SCF1WGWR10", "Mono14"}) {
         TestFrame frame = MakeNoise(FormatByName(name), 131, 77);

@@ -11,7 +11,7 @@ namespace kvx::test {
 namespace {
 
 TEST(Allocation, NoneAfterTheFirstFrame) {
-    for (const Stream& stream : AllStreams()) {
+    for (const Stream& stream : kStreams) {
         if (stream.algorithm == 2 && PixelTypeToTruesenseGrid(stream.srcType) != -1) continue;  // OpenCV allocates
         Camera camera(stream);
         ASSERT_EQ(camera.Frame(), 0u);

@@ -50,10 +50,9 @@ bool StaysFlat(const char* what, long count, const Step& step) {
 
 int main(int argc, char** argv) {
     if (argc != 3) return EXIT_FAILURE;
-    const std::vector<Stream> streams = AllStreams();
     std::vector<std::unique_ptr<Camera>> cameras;
     std::vector<uint32_t> hashes;
-    for (const Stream& stream : streams) {
+    for (const Stream& stream : kStreams) {
         cameras.push_back(std::make_unique<Camera>(stream, 1, kWidth, kHeight));
         if (cameras.back()->Frame() != 0) return EXIT_FAILURE;
         hashes.push_back(cameras.back()->Hash());
@@ -63,8 +62,8 @@ int main(int argc, char** argv) {
         return cameras[index]->Frame() == 0 && cameras[index]->Hash() == hashes[index];
     });
     const bool cycles = StaysFlat("cycles of create, convert, delete", std::atol(argv[2]), [&](long) {
-        for (size_t index = 0; index < streams.size(); ++index) {
-            Camera camera(streams[index], 1, kWidth, kHeight);
+        for (size_t index = 0; index < std::size(kStreams); ++index) {
+            Camera camera(kStreams[index], 1, kWidth, kHeight);
             if (camera.Frame() != 0 || camera.Hash() != hashes[index]) return false;
         }
         return true;

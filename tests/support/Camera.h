@@ -21,9 +21,6 @@ inline constexpr Stream kStreams[] = {
     {"8 bits in-house", KvxFormat_BayerGB8, KvxFormat_BGR8, 8, 1, 1, 0},
     {"12 bits in-house, padded rows", KvxFormat_BayerGR12, KvxFormat_RGB12, 12, 1, 2, 6},
     {"12 bits to bytes", KvxFormat_BayerGR12, KvxFormat_RGB8, 12, 0, 1, 3},
-};
-
-inline constexpr Stream kTrueSenseStreams[] = {
     {"TrueSense 8 bits", KvxFormat_TrueSense_BGGR_WBBW_1_8, KvxFormat_RGB8, 8, 0, 1, 0},
     {"TrueSense 12 bits", KvxFormat_TrueSense_GBRG_WGGW_2_12, KvxFormat_BGR12, 12, 0, 2, 6},
     {"TrueSense 8 bits Bayer-like", KvxFormat_TrueSense_RGGB_WRRW_0_8, KvxFormat_BGR8, 8, 2, 1, 3},
@@ -35,13 +32,6 @@ inline constexpr Stream kTrueSenseStreams[] = {
     {"TrueSense 8 bits, light", KvxFormat_TrueSense_GBRG_WGGW_1_8, KvxFormat_RGB8, 8, 1, 1, 0},
     {"TrueSense 14 bits, light", KvxFormat_TrueSense_GRBG_WGGW_0_14, KvxFormat_RGB14, 14, 1, 2, 2},
 };
-
-/** The streams of both families. */
-inline std::vector<Stream> AllStreams() {
-    std::vector<Stream> streams(std::begin(kStreams), std::end(kStreams));
-    streams.insert(streams.end(), std::begin(kTrueSenseStreams), std::end(kTrueSenseStreams));
-    return streams;
-}
 
 /** A component of the stream's family, and a frame for it. */
 class Camera {

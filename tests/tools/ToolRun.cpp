@@ -87,6 +87,11 @@ ToolResult RunSuccessfully(const std::vector<std::string>& arguments, const Tool
     return result;
 }
 
+std::string TextOf(const std::vector<std::string>& arguments) {
+    const Bytes output = RunSuccessfully(arguments).standardOutput;
+    return {output.begin(), output.end()};
+}
+
 void ExpectRefusal(const ToolResult& result, int exitCode, const std::vector<std::string>& fragments) {
     EXPECT_EQ(result.exitCode, exitCode) << result.standardError;
     EXPECT_TRUE(result.standardOutput.empty());

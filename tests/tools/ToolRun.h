@@ -29,6 +29,9 @@ ToolResult RunTool(const std::vector<std::string>& arguments, const ToolSurround
 /** Expects exit code 0. Gives the result for a look at the streams. */
 ToolResult RunSuccessfully(const std::vector<std::string>& arguments, const ToolSurroundings& surroundings = {});
 
+/** Standard output of a run that succeeds. */
+std::string TextOf(const std::vector<std::string>& arguments);
+
 /** Expects this exit code and one line on standard error with all of the fragments; nothing on standard output. */
 void ExpectRefusal(const ToolResult& result, int exitCode, const std::vector<std::string>& fragments);
 

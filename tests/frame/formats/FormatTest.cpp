@@ -10,14 +10,9 @@
 namespace kvx::frame {
 namespace {
 
-struct NamedFormat {
-    const char* name;
-    Format format;
-};
-
 TEST(FormatNames, MeanWhatTheirSchemesSay) {
     constexpr uint8_t kRg = 0, kGr = 1, kGb = 2, kBg = 3;
-    const NamedFormat cases[] = {
+    const std::pair<const char*, Format> cases[] = {
         {"BayerRG12", {Family::Bayer, 12, Layout::Plain, kRg}},
         {"BayerGB10p", {Family::Bayer, 10, Layout::Pfnc, kGb}},
         {"BayerGR12Packed", {Family::Bayer, 12, Layout::GigE, kGr}},
@@ -53,11 +48,10 @@ TEST(FormatNames, MeanWhatTheirSchemesSay) {
         {"bayerrg12", {Family::Bayer, 12, Layout::Plain, kRg}},
         {"RGGB12LE", {Family::Bayer, 12, Layout::Plain, kRg}},
     };
-    for (const NamedFormat& expected : cases) {
-        SCOPED_TRACE(expected.name);
-        const auto found = FindFormat(expected.name);
-        ASSERT_TRUE(found);
-        EXPECT_TRUE(*found == expected.format) << Name(*found);
+    for (const auto& [name, expected] : cases) {
+        const auto found = FindFormat(name);
+        ASSERT_TRUE(found) << name;
+        EXPECT_TRUE(*found == expected) << name << " is " << Name(*found);
     }
 }
 

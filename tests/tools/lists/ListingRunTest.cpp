@@ -14,8 +14,7 @@ namespace kvx::tool {
 namespace {
 
 std::vector<std::string> LinesOf(const std::vector<std::string>& arguments) {
-    const Bytes output = RunSuccessfully(arguments).standardOutput;
-    std::istringstream text(std::string(output.begin(), output.end()));
+    std::istringstream text(TextOf(arguments));
     std::vector<std::string> lines;
     for (std::string line; std::getline(text, line);) {
         lines.push_back(line);
@@ -23,15 +22,11 @@ std::vector<std::string> LinesOf(const std::vector<std::string>& arguments) {
     return lines;
 }
 
-nlohmann::json JsonOf(const std::vector<std::string>& arguments) {
-    return nlohmann::json::parse(RunSuccessfully(arguments).standardOutput);
-}
-
 TEST(ListingRun, FormatsAsTableAndJson) {
     const std::vector<std::string> lines = LinesOf({"formats"});
     ASSERT_EQ(lines.size(), 134u);
     const size_t codeColumn = lines[0].find("code");
-    const nlohmann::json rows = JsonOf({"formats", "--json"});
+    const nlohmann::json rows = nlohmann::json::parse(TextOf({"formats", "--json"}));
     ASSERT_EQ(rows.size(), 133u);
     for (size_t index = 0; index < rows.size(); ++index) {
         const std::string name = rows[index]["name"];
@@ -50,9 +45,9 @@ TEST(ListingRun, FormatsAsTableAndJson) {
 }
 
 TEST(ListingRun, Parameters) {
-    const nlohmann::json rows = JsonOf({"params", "bayer", "--json"});
+    const nlohmann::json rows = nlohmann::json::parse(TextOf({"params", "bayer", "--json"}));
     ASSERT_EQ(rows.size(), 2u);
-    const nlohmann::json trueSense = JsonOf({"params", "truesense", "--json"});
+    const nlohmann::json trueSense = nlohmann::json::parse(TextOf({"params", "truesense", "--json"}));
     ASSERT_EQ(trueSense.size(), 66u);
     EXPECT_EQ(trueSense[10], (nlohmann::json{{"name", "redGain"},
                                              {"type", "float"},

@@ -6,11 +6,6 @@
 namespace kvx::tool {
 namespace {
 
-std::string Explained(const std::string& format) {
-    const Bytes output = RunSuccessfully({"explain", format}).standardOutput;
-    return {output.begin(), output.end()};
-}
-
 TEST(ExplainRun, DrawsTilesBitsAndNames) {
     struct Case {
         const char* format;
@@ -28,13 +23,13 @@ TEST(ExplainRun, DrawsTilesBitsAndNames) {
         {"TrueSense_RGGB_WRRW_0_8", {"\n   W  R  W  G\n   R  W  G  W\n   W  G  W  B\n   G  W  B  W\n", "SCF1WRWG8"}},
         {"BGRx", {"\n   B  G  R  X\n"}}};
     for (const Case& one : cases) {
-        const std::string text = Explained(one.format);
+        const std::string text = TextOf({"explain", one.format});
         for (const char* fragment : one.fragments) {
             EXPECT_NE(text.find(fragment), std::string::npos) << fragment << "\n" << text;
         }
         EXPECT_EQ(text.find('\033'), std::string::npos) << "colours without a terminal";
     }
-    EXPECT_EQ(Explained("Mono8").find("OpenCV's"), std::string::npos);
+    EXPECT_EQ(TextOf({"explain", "Mono8"}).find("OpenCV's"), std::string::npos);
     ExpectRefusal(RunTool({"explain", "0x01020304"}), 2, {"0x01020304", "code"});
 }
 

@@ -14,7 +14,7 @@ namespace kvx::tool {
 namespace {
 
 nlohmann::json JsonOf(const std::vector<std::string>& arguments) {
-    return nlohmann::json::parse(RunSuccessfully(arguments).standardOutput);
+    return nlohmann::json::parse(TextOf(arguments));
 }
 
 /** A directory with the demo scene and a mosaic of it. */
