@@ -70,6 +70,7 @@ void Convert(Input& input, const Image& src, const Image& dst, std::initializer_
              const Call& call, const MayChange& mayChange) {
     input.Fill(src.buffer->Data(), src.buffer->Size());
     src.buffer->MakeReadOnly();
+    if (dst.buffer->Size() > 0) std::memset(dst.buffer->Data(), 0xA5, dst.buffer->Size());  // zeros written show, too
     const auto before = dst.buffer->Content();
     const uint32_t result = call();
     RequireOneOf(result, documented);
