@@ -18,7 +18,8 @@ TEST(ResultCodes, EveryCodeHasATextOfItsOwnInEveryComponent) {
     }
     texts.insert(KvxResult_Text(0));
     EXPECT_EQ(texts.size(), 10u);
-    for (const uint32_t unknown : {10u, 0x8005000Au, 0x00050007u, 0x80040007u, 0x81050007u, 0x80050000u, 0x80000000u, 0x40050007u, 0xFFFFFFFFu})
+    for (const uint32_t unknown :
+         {10u, 0x8005000Au, 0x00050007u, 0x80040007u, 0x81050007u, 0x80050000u, 0x80000000u, 0x40050007u, 0xFFFFFFFFu})
         EXPECT_STREQ(KvxResult_Text(unknown), "unknown result code") << std::hex << unknown;
 }
 
