@@ -172,11 +172,11 @@ int32_t Api_ImageProcess(ImageProcessParam* param, ImageProcessMemory* memory) n
     using namespace kvx;
     if (!memory || !param) return kStageFailure;
     LogText_t log{param->log, 0};
-    if (log.text) *log.text = '\0';
     const int64_t n = param->width < 1 || param->height < 1 ? 0 : int64_t{param->width} * param->height;
     const int64_t l = n == 0 ? 0 : int64_t{param->width / 2} * (param->height / 2);
     if (n > INT_MAX || 19 * n + 20 * l > INT_MAX) return Fail(&log, "image size error.\n");
     if (memory->mode == ImageProcessMode_Sizes) return WriteSizes(n, l, *memory);
+    if (log.text) *log.text = '\0';
     if (n == 0) return kStageSuccess;
     if (n != kCellPixels * l) return Fail(&log, "image size error.\n");
     if (!HasAllBuffers(*param, *memory)) return kStageFailure;
