@@ -10,7 +10,8 @@ scripts/install-packages.sh develop
 cmake --preset coverage > /dev/null
 cmake --build --preset coverage > /dev/null
 find build/coverage -name '*.gcda' -delete
-ctest --preset coverage "$@" || echo "Not all tests passed." >&2
+# HalfWritten limits how large files may grow: the counters' too.
+ctest --preset coverage --exclude-regex HalfWritten "$@" || echo "Not all tests passed." >&2
 mkdir -p build/coverage/report
 gcovr --root . --object-directory build/coverage --filter src/ --filter frame/ --filter tools/ \
     --exclude-throw-branches --exclude-unreachable-branches \

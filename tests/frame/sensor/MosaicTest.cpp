@@ -128,6 +128,11 @@ TEST(MakeMosaic, RefusesWithCodeSentenceAndNothingWritten) {
                       [&] { MakeMosaic(job.picture, job.frame, job.sensor, job.threads); });
         EXPECT_EQ(frame, std::vector<uint8_t>(frame.size(), 0xA5)) << refusal.sentence;
     }
+    std::vector<uint8_t> words(4 * 4 * 2), bytes(4 * 4);
+    ExpectRefused(0x80070007, "only the layout", [&] {
+        Relayout({words.data(), 4, 4, 8, words.size(), FormatByName("BayerRG12")},
+                 {bytes.data(), 4, 4, 4, bytes.size(), FormatByName("BayerRG8")});
+    });
     EXPECT_THROW(NoiseAt(-1), Error);
     EXPECT_THROW(NoiseAt(std::nan("")), Error);
 }

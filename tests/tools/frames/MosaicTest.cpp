@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <opencv2/imgcodecs.hpp>
+
 #include "TemporaryDirectory.h"
 #include "ToolRun.h"
+#include "tools/files/PictureDecoder.h"
 #include "tools/files/PictureEncoder.h"
 #include "tools/frames/Formats.h"
 
@@ -31,6 +34,14 @@ TEST(Mosaic, ScalesFromAnyWhiteToTheFormatsOwn) {
         frame.samples.convertTo(samples, CV_32S);
         EXPECT_EQ(cv::countNonZero(samples != expected.sample), 0) << expected.format << ": " << samples;
     }
+}
+
+TEST(Mosaic, AnAlphaChannelOfAPictureFileIsLeftOut) {
+    Bytes file;
+    cv::imencode(".png", cv::Mat(2, 3, CV_16UC4, cv::Scalar(100, 200, 300, 5)), file);
+    const Picture picture = DecodePicture(file, "a.png");
+    EXPECT_EQ(cv::norm(picture.pixels, cv::Mat(2, 3, CV_16UC3, cv::Scalar(100, 200, 300))), 0);
+    EXPECT_EQ(picture.maximum, 65535u);
 }
 
 TEST(Mosaic, SensorsWeighClearSitesAndSeeLinearLight) {

@@ -73,6 +73,10 @@ TEST_F(LookRun, GuessDrawsASheet) {
     EXPECT_TRUE(first["format"] == "BayerGB12p" || first["format"] == "BayerGR12p") << first;
     EXPECT_EQ(first["width"], 768);
     EXPECT_GT(SizeOf("sheet.png").width, 4 * 384);
+    const std::string grey = m_directory.Path("x.pgm");  // its header tells the size
+    RunSuccessfully({"unpack", m_raw, grey});
+    EXPECT_EQ(JsonOf({"guess", grey, "--output", sheet, "--json"})["ranking"][0]["score"], first["score"]);
+    ExpectRefusal(RunTool({"guess", m_scene, "--output", sheet}), 3, {"colour picture"});
     ExpectRefusal(RunTool({"guess", m_directory.Write("y", Bytes(1009)), "--output", sheet}), 4, {"--width"});
 }
 
