@@ -87,15 +87,14 @@ KVX_API uint32_t KvxBayer_AllocData(KvxBayer* component, const _KvxImage* src, _
  *
  * In-house: an odd size is completed to whole cells of the pattern (the row or column after the last repeats the one
  * two before it); beyond that, the frame goes on as in a mirror. The output is clamped to 0..(1 << src->pixelDepth) -
- * 1; larger samples are taken for the largest. A `pixelDepth` of 0 means that of the format, one that is more than a
- * sample has bits all of them.
- * In a frame of one row or one column, a colour that no sample has follows the others.
+ * 1; larger samples are taken for the largest. A `pixelDepth` of 0 means that of the format; one beyond the sample's
+ * bits means all of them. In a frame of one row or one column, a colour that no sample has follows the others.
  *
  * @param component from KvxBayer_CreateComponent(); used by one thread at a time
  * @param src an unpacked Bayer format, `height` rows of `lineStep` bytes. Any line step that holds a row will do.
  * @param dst of the source's width and height (from 10 or 12 bits to 8: at least); the caller sets `pixelType`,
- * `lineStep` and `data` and owns the buffer. Only pixels are written: row padding keeps its content. The buffers must
- * not overlap.
+ *            `lineStep` and `data` and owns the buffer. Only pixels are written: row padding keeps its content. The
+ *            buffers must not overlap.
  * @return 0;
  *         0x80050001 a frame without pixels;
  *         0x80050007 null component or null `data`, with equal depth classes a source that is not unpacked Bayer, a

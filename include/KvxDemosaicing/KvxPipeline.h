@@ -100,10 +100,10 @@ KVX_EXTERN_C_BEGIN
 /**
  * Processes a frame, or answers how much memory that takes. No state stays between calls.
  *
- * @return with ImageProcessMode_Sizes the sum of the sizes, 19 N + 20 L; otherwise 0, or -1 when a stage failed, which
- * the log explains and which leaves the output as it was. -1 without a message: null `memory`. Also -1: null `param`,
- * null buffers, a size that is odd or whose sum of sizes does not fit ("image size error.\n"). A width or height below
- * 1 processes nothing and gives 0: the log is empty then, `output` stays as it was.
+ * @return with ImageProcessMode_Sizes the sum of the sizes, 19 N + 20 L; otherwise 0, or -1 when a stage failed,
+ *         which the log explains and which leaves the output as it was. -1 without a message: null `memory`. Also -1:
+ *         null `param`, null buffers, a size that is odd or whose sum of sizes does not fit ("image size error.\n").
+ *         A width or height below 1 processes nothing and gives 0: the log is empty then, `output` stays as it was.
  */
 KVX_API int32_t Api_ImageProcess(ImageProcessParam* param, ImageProcessMemory* memory) KVX_NOEXCEPT;
 
@@ -247,7 +247,7 @@ KVX_API int32_t Alg_IterativeSigmaFilter(int32_t* plane, int32_t* copy, int32_t 
  * @param cfaPattern as in ImageProcessParam
  * @param red,green,blue 4 L values 16.16 each
  * @return 0; -1 "CFA pattern error.\n", "CFA color error.\n", "pBuf memory alloc error.\n", and the same of
- * "g_dynamicBuffer1". Scratch: 16 L bytes, and 12 L bytes of buffer 1
+ *         "g_dynamicBuffer1". Scratch: 16 L bytes, and 12 L bytes of buffer 1
  */
 KVX_API int32_t Alg_LowColorDiffUpSample(const int32_t* lowColorDiff, int32_t w2, int32_t h2, int32_t cfaPattern,
                                          int32_t* red, int32_t* green, int32_t* blue, LogText_t* log) KVX_NOEXCEPT;

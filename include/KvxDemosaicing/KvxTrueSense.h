@@ -181,12 +181,12 @@ KVX_API uint32_t KvxTrueSense_AllocData(KvxTrueSense* component, const _KvxImage
  * @param src one of the 64 TrueSense formats, `height` rows of `lineStep` bytes; a sample is one byte or one
  *            right-aligned 16-bit word. `pixelDepth` is the number of significant bits.
  * @param dst the caller sets `pixelType`, `lineStep` and `data` and owns the buffer: `src->height` rows of `lineStep`
- *            bytes; its `width` and `height` are not looked at. Only pixels are written: not the row padding, and not
- * the fourth byte of a four-channel pixel. The buffers must not overlap.
+ *            bytes; its `width` and `height` are not looked at. Only pixels are written: not the row padding, and
+ *            not the fourth byte of a four-channel pixel. The buffers must not overlap.
  * @return 0; 0x80060007 null argument, source not TrueSense, algorithm that is not available, destination or depth that
- *         is not supported, a line step that cannot hold a row or is past INT_MAX; 0x80060008 null `data`; 0x80060009
- * no memory, or no pixels to make any for; with algorithm 4 also a frame of more than some 89 megapixels. Whatever is
- * refused leaves the destination as it was.
+ *         is not supported, a line step that cannot hold a row or is past INT_MAX; 0x80060008 null `data`;
+ *         0x80060009 no memory, or no pixels to make any for; with algorithm 4 also a frame of more than some 89
+ *         megapixels. Whatever is refused leaves the destination as it was.
  */
 KVX_API uint32_t KvxTrueSense_ConvertImage(KvxTrueSense* component, const _KvxImage* src, _KvxImage* dst) KVX_NOEXCEPT;
 
