@@ -10,8 +10,8 @@
 #include <string>
 
 #include "KvxDemosaicing/KvxTrueSenseFlat.h"
-#include "demosaicers/TrueSenseBayerLike.h"
-#include "demosaicers/TrueSenseToRgb.h"
+#include "demosaicers/interpolation/TrueSenseBayerLike.h"
+#include "demosaicers/interpolation/TrueSenseToRgb.h"
 #include "support/MemoryFloor.h"
 #include "support/Runs.h"
 

@@ -2,7 +2,7 @@
 #include <climits>
 
 #include "KvxDemosaicing/KvxPipeline.h"
-#include "demosaicers/PipelineParams.h"
+#include "demosaicers/denoising/PipelineParams.h"
 #include "support/GuardedBuffer.h"
 
 using namespace kvx::fuzz;

@@ -1,10 +1,10 @@
 #include "KvxTrueSense/DemosaicerClasses.h"
 
-#include "demosaicers/TrueSenseBayerLike.h"
-#include "demosaicers/TrueSenseKodak.h"
-#include "demosaicers/TrueSenseKodakLike.h"
-#include "demosaicers/TrueSenseSimple.h"
-#include "demosaicers/TrueSenseToRgb.h"
+#include "demosaicers/denoising/TrueSenseKodak.h"
+#include "demosaicers/denoising/TrueSenseKodakLike.h"
+#include "demosaicers/denoising/TrueSenseSimple.h"
+#include "demosaicers/interpolation/TrueSenseBayerLike.h"
+#include "demosaicers/interpolation/TrueSenseToRgb.h"
 
 namespace kvx {
 namespace {

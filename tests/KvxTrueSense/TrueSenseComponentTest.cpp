@@ -7,8 +7,8 @@
 #include "KvxDemosaicing/KvxPixelFormat.h"
 #include "KvxDemosaicing/KvxTrueSenseFlat.h"
 #include "KvxTrueSense/TrueSenseParams.h"
-#include "demosaicers/TrueSenseBayerLike.h"
-#include "demosaicers/TrueSenseToRgb.h"
+#include "demosaicers/interpolation/TrueSenseBayerLike.h"
+#include "demosaicers/interpolation/TrueSenseToRgb.h"
 #include "support/BayerFrames.h"
 
 namespace kvx::test {

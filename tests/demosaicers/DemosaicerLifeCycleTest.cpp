@@ -5,11 +5,11 @@
 #include <climits>
 #include <functional>
 
-#include "demosaicers/TrueSenseBayerLike.h"
-#include "demosaicers/TrueSenseKodak.h"
-#include "demosaicers/TrueSenseKodakLike.h"
-#include "demosaicers/TrueSenseSimple.h"
-#include "demosaicers/TrueSenseToRgb.h"
+#include "demosaicers/denoising/TrueSenseKodak.h"
+#include "demosaicers/denoising/TrueSenseKodakLike.h"
+#include "demosaicers/denoising/TrueSenseSimple.h"
+#include "demosaicers/interpolation/TrueSenseBayerLike.h"
+#include "demosaicers/interpolation/TrueSenseToRgb.h"
 #include "support/TrueSenseJobs.h"
 
 namespace kvx::test {

@@ -3,10 +3,10 @@
 
 #include <climits>
 
-#include "demosaicers/TrueSenseKodak.h"
-#include "demosaicers/TrueSenseKodakLike.h"
-#include "demosaicers/TrueSenseSimple.h"
-#include "demosaicers/TrueSenseToRgb.h"
+#include "demosaicers/denoising/TrueSenseKodak.h"
+#include "demosaicers/denoising/TrueSenseKodakLike.h"
+#include "demosaicers/denoising/TrueSenseSimple.h"
+#include "demosaicers/interpolation/TrueSenseToRgb.h"
 #include "support/CountedAllocations.h"
 #include "support/TrueSenseJobs.h"
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "demosaicers/PipelineParams.h"
+#include "demosaicers/denoising/PipelineParams.h"
 
 namespace kvx::test {
 

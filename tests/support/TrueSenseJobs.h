@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "KvxTrueSense/IDemConvertion.h"
-#include "demosaicers/InterpolatingDemosaicer.h"
-#include "demosaicers/SlowTrueSense.h"
+#include "demosaicers/interpolation/InterpolatingDemosaicer.h"
+#include "demosaicers/interpolation/SlowTrueSense.h"
 #include "pipeline/ToneScales.h"
 
 namespace kvx::test {

@@ -1,0 +1,62 @@
+#include "demosaicers/frame/PixelWriter.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "demosaicers/frame/ToneIndices.h"
+
+namespace kvx {
+namespace {
+
+constexpr size_t kBlock = 512;  // pixels: their tone indices stay in the L1 cache
+
+template <class Value>
+void StorePixels(const std::array<const uint16_t*, kChannels>& indices, const Value* tone, size_t begin, size_t end,
+                 ptrdiff_t pixelStep, uint8_t* dst) {
+    dst += static_cast<ptrdiff_t>(begin) * pixelStep;
+    for (size_t i = begin; i < end; ++i, dst += pixelStep) {
+        std::memcpy(dst, tone + indices[0][i], sizeof(Value));
+        std::memcpy(dst + sizeof(Value), tone + indices[1][i], sizeof(Value));
+        std::memcpy(dst + 2 * sizeof(Value), tone + indices[2][i], sizeof(Value));
+    }
+}
+
+}  // namespace
+
+PixelWriter::PixelWriter(const TrueSenseFrame& frame) : m_frame(frame), m_fixedMatrix(FixedMatrixOf(frame.matrix)) {
+    std::transform(frame.tone.begin(), frame.tone.end(), m_byteTone.begin(),
+                   [](uint16_t value) { return static_cast<uint8_t>(value); });
+    m_gentleTone = GentleToneOf(m_byteTone);
+}
+
+void PixelWriter::WriteRow(int row, const std::array<const int16_t*, kChannels>& planes) const {
+    alignas(64) uint16_t block[kChannels][kBlock];
+    uint16_t* const indices[] = {block[0], block[1], block[2]};
+    const TrueSenseDestination& to = m_frame.destination;
+    const int first = to.blueFirst ? 2 : 0;
+    const std::array<const uint16_t*, kChannels> inOrder = {indices[first], indices[1], indices[2 - first]};
+
+    uint8_t* dst = to.origin + row * to.rowStep;
+    const auto width = static_cast<size_t>(m_frame.area.regionWidth);
+    for (size_t begin = 0; begin < width; begin += kBlock) {
+        const size_t count = std::min(kBlock, width - begin);
+        const int16_t* const at[] = {planes[0] + begin, planes[1] + begin, planes[2] + begin};
+        if (m_frame.applyMatrix)
+            ToneIndices(at, m_frame.matrix, m_fixedMatrix, count, indices);
+        else
+            ToneIndices(at, count, indices);
+        uint8_t* pixels = dst + static_cast<ptrdiff_t>(begin) * to.pixelStep;
+        if (to.sampleSize == 1)
+            StoreBytes(inOrder, count, pixels);
+        else
+            StorePixels(inOrder, m_frame.tone.data(), 0, count, to.pixelStep, pixels);
+    }
+}
+
+void PixelWriter::StoreBytes(const std::array<const uint16_t*, kChannels>& indices, size_t count, uint8_t* dst) const {
+    const ptrdiff_t pixelStep = m_frame.destination.pixelStep;
+    const size_t done = m_gentleTone.isUsable ? StoreGentleTones(indices, m_gentleTone, count, pixelStep, dst) : 0;
+    StorePixels(indices, m_byteTone.data(), done, count, pixelStep, dst);
+}
+
+}  // namespace kvx

@@ -1,0 +1,32 @@
+/** Finished planes become pixels: colour matrix, clamp, tone table, channel order. */
+#pragma once
+
+#include <array>
+
+#include "demosaicers/frame/FixedMatrix.h"
+#include "demosaicers/frame/GentleTone.h"
+#include "demosaicers/frame/TrueSenseFrame.h"
+
+namespace kvx {
+
+/** Writes the rows of one frame; any number of threads may, each its own rows. */
+class PixelWriter {
+public:
+    explicit PixelWriter(const TrueSenseFrame& frame);
+
+    /**
+     * @param row of the region
+     * @param planes red, green and blue of the region's width, and a vector more that may be read
+     */
+    void WriteRow(int row, const std::array<const int16_t*, kChannels>& planes) const;
+
+private:
+    void StoreBytes(const std::array<const uint16_t*, kChannels>& indices, size_t count, uint8_t* dst) const;
+
+    const TrueSenseFrame& m_frame;
+    FixedMatrix m_fixedMatrix;
+    std::array<uint8_t, KVX_TONE_TABLE_SIZE> m_byteTone;  // the frame's table for destinations of bytes
+    GentleTone m_gentleTone;                              // the same in another form, where it has one
+};
+
+}  // namespace kvx

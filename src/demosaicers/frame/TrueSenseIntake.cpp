@@ -1,0 +1,120 @@
+#include "demosaicers/frame/TrueSenseIntake.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "demosaicers/frame/TrueSenseMargins.h"
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "demosaicers/frame/TrueSenseIntake.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace kvx::HWY_NAMESPACE {
+namespace {
+namespace hn = hwy::HWY_NAMESPACE;
+
+using Words = hn::ScalableTag<uint16_t>;
+
+auto LoadWords(Words d, const uint8_t* bytes, uint8_t) {
+    return hn::PromoteTo(d, hn::LoadU(hn::Rebind<uint8_t, Words>(), bytes));
+}
+auto LoadWords(Words d, const uint8_t* bytes, uint16_t) {
+    return hn::LoadU(d, reinterpret_cast<const uint16_t*>(bytes));
+}
+
+/** `next` is what will be taken after this: it is fetched while this row is worked on. */
+template <class T>
+uint16_t Take(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count, int16_t* line) {
+    const Words d;
+    const hn::RebindToSigned<Words> signedWords;
+    const size_t lanes = hn::Lanes(d);
+    auto largest = hn::Zero(d);
+    size_t i = 0;
+    for (; i + lanes <= count; i += lanes) {
+        auto v = LoadWords(d, samples + (source.backwards ? count - lanes - i : i) * sizeof(T), T{});
+        __builtin_prefetch(next + i * sizeof(T));
+        if (source.backwards) v = hn::Reverse(d, v);
+        v = hn::ShiftRightSame(hn::ShiftLeftSame(v, source.leftShift), source.rightShift);
+        largest = hn::Max(largest, v);
+        hn::StoreU(hn::BitCast(signedWords, v), signedWords, line + i);
+    }
+    uint16_t result = hn::GetLane(hn::MaxOfLanes(d, largest));
+    for (; i < count; ++i) {
+        T sample;
+        std::memcpy(&sample, samples + (source.backwards ? count - 1 - i : i) * sizeof(T), sizeof(T));
+        const auto value = static_cast<uint16_t>(sample << source.leftShift >> source.rightShift);
+        result = std::max(result, value);
+        line[i] = static_cast<int16_t>(value);
+    }
+    return result;
+}
+
+uint16_t TakeBytes(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count,
+                   int16_t* line) {
+    return Take<uint8_t>(source, samples, next, count, line);
+}
+uint16_t TakeWords(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count,
+                   int16_t* line) {
+    return Take<uint16_t>(source, samples, next, count, line);
+}
+
+}  // namespace
+}  // namespace kvx::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace kvx {
+namespace {
+
+HWY_EXPORT(TakeBytes);
+HWY_EXPORT(TakeWords);
+
+/** Takes `count` samples, shifted to 12 bits. @return the largest, as an unsigned value */
+uint16_t TakeSamples(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, int count,
+                     int16_t* line) {
+    const auto length = static_cast<size_t>(count);
+    return source.sampleSize == 1 ? HWY_DYNAMIC_DISPATCH(TakeBytes)(source, samples, next, length, line)
+                                  : HWY_DYNAMIC_DISPATCH(TakeWords)(source, samples, next, length, line);
+}
+
+/** A row of a region so low that its columns may take the row's samples from different rows. */
+uint16_t TakeColumnByColumn(const TrueSenseFrame& frame, int row, int16_t* line) {
+    const WorkingArea& area = frame.area;
+    uint16_t largest = 0;
+    for (int i = 0; i < area.regionWidth; ++i) {
+        const auto kindAt = [column = area.columnPhase + i](int place) { return KindAt(place, column); };
+        const int from = StandIn(row, area.rowPhase, area.regionHeight, kindAt) - area.rowPhase;
+        const auto at = static_cast<size_t>(frame.source.backwards ? area.regionWidth - 1 - i : i);
+        const uint8_t* sample = frame.source.Row(from) + at * frame.source.sampleSize;
+        largest = std::max(largest, TakeSamples(frame.source, sample, sample, 1, line + i));
+    }
+    return largest;
+}
+
+}  // namespace
+
+bool TakeLine(const TrueSenseFrame& frame, int row, int16_t* line) {
+    const WorkingArea& area = frame.area;
+    int16_t* region = line + area.columnPhase;
+    uint16_t largest;
+    if (area.regionHeight >= kTileSize) {
+        const auto anyKind = [](int) { return 'W'; };
+        const int from = StandIn(row, area.rowPhase, area.regionHeight, anyKind) - area.rowPhase;
+        const int next = std::min(from + 1, area.regionHeight - 1);
+        largest = TakeSamples(frame.source, frame.source.Row(from), frame.source.Row(next), area.regionWidth, region);
+    } else {
+        largest = TakeColumnByColumn(frame, row, region);
+    }
+    const auto fill = [&](int begin, int end) {
+        for (int column = begin; column < end; ++column)
+            line[column] = line[StandIn(column, area.columnPhase, area.regionWidth,
+                                        [row](int place) { return KindAt(row, place); })];
+    };
+    fill(0, area.columnPhase);
+    fill(area.columnPhase + area.regionWidth, area.width);
+    return largest < KVX_TONE_TABLE_SIZE;
+}
+
+}  // namespace kvx
+#endif
