@@ -7,7 +7,7 @@
 
 #include "KvxDemosaicing/KvxBayer.h"
 #include "KvxDemosaicing/KvxTrueSense.h"
-#include "frame/Fail.h"
+#include "frame/base/Fail.h"
 #include "frame/formats/NearestNames.h"
 
 namespace kvx::frame {

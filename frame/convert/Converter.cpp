@@ -1,9 +1,9 @@
 #include "KvxFrame/Converter.h"
 
-#include "frame/Checks.h"
-#include "frame/Fail.h"
+#include "frame/base/Fail.h"
 #include "frame/convert/Component.h"
 #include "frame/convert/ConverterImpl.h"
+#include "frame/view/Checks.h"
 
 namespace kvx::frame {
 Converter::Converter(Family family) : m_impl(std::make_unique<ConverterImpl>(family)) {}

@@ -4,9 +4,9 @@
 
 #include <cmath>
 
-#include "frame/Checks.h"
-#include "frame/Fail.h"
+#include "frame/base/Fail.h"
 #include "frame/finish/Balance.h"
+#include "frame/view/Checks.h"
 
 namespace kvx::frame {
 namespace {
@@ -66,9 +66,9 @@ ConverterImpl::ConverterImpl(Family frameFamily) : family(frameFamily) {
 }
 
 void ConverterImpl::Release() noexcept {
-    m_mosaic.Release();
+    m_preprocessor.Release();
     m_picture.Release();
-    m_meter = {};
+    m_whiteBalance = {};
     tone = {};
     if (component) component->Release();
 }
@@ -96,7 +96,7 @@ SourceView ConverterImpl::WithMirrorParameters(SourceView source) const {
 Gains ConverterImpl::GainsFor(const SourceView& source) {
     if (!finish) return {};
     if (finish->whiteBalance == WhiteBalance::Given) return finish->gains;
-    const Gains found = m_meter.Measure(source, *finish);
+    const Gains found = m_whiteBalance.Estimate(source, *finish);
     return {found.red * finish->gains.red, found.green * finish->gains.green, found.blue * finish->gains.blue,
             found.pan * finish->gains.pan};
 }
@@ -144,7 +144,7 @@ void ConverterImpl::Convert(const SourceView& given, const DestinationView& dest
     const Route route = component ? component->RouteFor(source.format, bits, finish.has_value())
                                   : Route{WithBits(Unpacked(source.format), monoBits), monoBits, (1u << monoBits) - 1};
     const Gains gains = GainsFor(source);
-    const SourceView mosaic = m_mosaic.Make(source, route.mosaic, finish ? &*finish : nullptr, gains);
+    const SourceView mosaic = m_preprocessor.Process(source, route.mosaic, finish ? &*finish : nullptr, gains);
     const uint16_t* const table = TableFor(route, bits);
     const PixelMatrix matrix = finish ? MatrixFor(*finish, route.pictureWhite) : PixelMatrix{};
 

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "frame/convert/Component.h"
-#include "frame/convert/MosaicMaker.h"
 #include "frame/convert/PictureRow.h"
-#include "frame/finish/GainMeter.h"
+#include "frame/convert/RawPreprocessor.h"
 #include "frame/finish/ToneTable.h"
+#include "frame/finish/WhiteBalanceEstimator.h"
 
 namespace kvx::frame {
 
@@ -35,8 +35,8 @@ private:
     void MakePicture(const uint8_t* in, ptrdiff_t inStride, const PictureStep& step,
                      const DestinationView& destination);
 
-    GainMeter m_meter;
-    MosaicMaker m_mosaic;
+    WhiteBalanceEstimator m_whiteBalance;
+    RawPreprocessor m_preprocessor;
     Buffer m_picture;
 };
 

@@ -14,12 +14,12 @@ constexpr uint32_t kToneWhite = (1u << kToneBits) - 1;
 constexpr const char* kNormalization = "normalizationEnable";
 
 /** Parameters that have other values for a while. */
-class LoanedParameters {
+class ScopedParameters {
 public:
-    explicit LoanedParameters(KvxComponent* store) : m_store(store) {}
-    LoanedParameters(const LoanedParameters&) = delete;
-    LoanedParameters& operator=(const LoanedParameters&) = delete;
-    ~LoanedParameters() {
+    explicit ScopedParameters(KvxComponent* store) : m_store(store) {}
+    ScopedParameters(const ScopedParameters&) = delete;
+    ScopedParameters& operator=(const ScopedParameters&) = delete;
+    ~ScopedParameters() {
         for (size_t i = m_count; i-- > 0;) Put(m_saved[i]);
     }
 
@@ -76,7 +76,7 @@ public:
     }
 
     uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, bool isFinished) override {
-        LoanedParameters parameters(KvxTrueSense_GetComponent(m_component.get()));
+        ScopedParameters parameters(KvxTrueSense_GetComponent(m_component.get()));
         if (mosaic.horMirrored) parameters.SetInt("horMirrored", 1);
         if (mosaic.verMirrored) parameters.SetInt("verMirrored", 1);
         if (isFinished) {

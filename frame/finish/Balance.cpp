@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "frame/Fail.h"
-#include "frame/SampleRow.h"
+#include "frame/base/Fail.h"
+#include "frame/samples/SampleRow.h"
 
 namespace kvx::frame {
 namespace {

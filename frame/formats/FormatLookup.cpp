@@ -5,7 +5,7 @@
 #include <cctype>
 #include <map>
 
-#include "frame/Fail.h"
+#include "frame/base/Fail.h"
 #include "frame/formats/FormatTables.h"
 #include "frame/formats/NearestNames.h"
 

@@ -2,7 +2,7 @@
 #include <array>
 
 #include "KvxDemosaicing/KvxPixelFormat.h"
-#include "frame/Fail.h"
+#include "frame/base/Fail.h"
 #include "frame/formats/FormatTables.h"
 
 namespace kvx::frame {

@@ -6,11 +6,11 @@
 #include <utility>
 #include <vector>
 
-#include "frame/Checks.h"
-#include "frame/Fail.h"
-#include "frame/RowTeam.h"
-#include "frame/SampleRow.h"
+#include "frame/base/Fail.h"
+#include "frame/samples/RowTeam.h"
+#include "frame/samples/SampleRow.h"
 #include "frame/sensor/NormalDeviates.h"
+#include "frame/view/Checks.h"
 
 namespace kvx::frame {
 namespace {

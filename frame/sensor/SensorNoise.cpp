@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "KvxFrame/Mosaic.h"
-#include "frame/Fail.h"
+#include "frame/base/Fail.h"
 
 namespace kvx::frame {
 namespace {

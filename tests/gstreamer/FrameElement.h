@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/TestFrames.h"
+#include "frame/support/TestFrames.h"
 
 namespace kvx::test {
 

@@ -6,7 +6,7 @@
 #include "KvxDemosaicing/KvxBayerFlat.h"
 #include "KvxDemosaicing/KvxPixelFormat.h"
 #include "KvxDemosaicing/KvxTrueSense.h"
-#include "frame/TestFrames.h"
+#include "frame/support/TestFrames.h"
 
 namespace kvx::frame {
 namespace {

@@ -3,8 +3,8 @@
 #include <functional>
 #include <limits>
 
-#include "frame/Refusals.h"
-#include "frame/TestFrames.h"
+#include "frame/support/Refusals.h"
+#include "frame/support/TestFrames.h"
 
 namespace kvx::frame {
 namespace {

@@ -4,9 +4,9 @@
 
 #include <cmath>
 
-#include "frame/TestFrames.h"
 #include "frame/convert/PictureRow.h"
 #include "frame/finish/BalanceRow.h"
+#include "frame/support/TestFrames.h"
 #include "support/InstructionSets.h"
 
 namespace kvx::frame {

@@ -5,7 +5,7 @@
 #include "KvxDemosaicing/KvxPixelFormat.h"
 #include "KvxDemosaicing/KvxTrueSense.h"
 #include "KvxFrame/Format.h"
-#include "frame/Refusals.h"
+#include "frame/support/Refusals.h"
 
 namespace kvx::frame {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <cstring>
 
-#include "frame/Refusals.h"
 #include "frame/packing/BitByBit.h"
+#include "frame/support/Refusals.h"
 #include "support/GuardedBuffer.h"
 #include "support/InstructionSets.h"
 

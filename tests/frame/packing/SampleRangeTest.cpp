@@ -1,8 +1,8 @@
 // Ranges of samples, on every instruction set, beside the layouts bit by bit.
 #include <cstring>
 
-#include "frame/Refusals.h"
 #include "frame/packing/BitByBit.h"
+#include "frame/support/Refusals.h"
 #include "support/GuardedBuffer.h"
 #include "support/InstructionSets.h"
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "frame/Refusals.h"
-#include "frame/TestFrames.h"
+#include "frame/support/Refusals.h"
+#include "frame/support/TestFrames.h"
 
 namespace kvx::frame {
 namespace {

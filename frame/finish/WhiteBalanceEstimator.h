@@ -8,10 +8,10 @@
 
 namespace kvx::frame {
 
-class GainMeter {
+class WhiteBalanceEstimator {
 public:
     /** As MeasureGains(), of a valid view and levels that fit it. */
-    Gains Measure(const SourceView& source, const Finish& finish);
+    Gains Estimate(const SourceView& source, const Finish& finish);
 
 private:
     static constexpr int kBins = 4096;

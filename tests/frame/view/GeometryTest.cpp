@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "frame/TestFrames.h"
+#include "frame/support/TestFrames.h"
 
 namespace kvx::frame {
 namespace {

@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "frame/Checks.h"
-#include "frame/SampleRow.h"
+#include "frame/samples/SampleRow.h"
+#include "frame/view/Checks.h"
 
 namespace kvx::frame {
 

@@ -1,6 +1,6 @@
 #include "KvxFrame/Geometry.h"
 
-#include "frame/Fail.h"
+#include "frame/base/Fail.h"
 #include "frame/formats/FormatTables.h"
 
 namespace kvx::frame {

@@ -1,11 +1,11 @@
-#include "frame/finish/GainMeter.h"
+#include "frame/finish/WhiteBalanceEstimator.h"
 
 #include <algorithm>
 #include <array>
 
-#include "frame/Fail.h"
-#include "frame/SampleRow.h"
+#include "frame/base/Fail.h"
 #include "frame/finish/Balance.h"
+#include "frame/samples/SampleRow.h"
 
 namespace kvx::frame {
 namespace {
@@ -46,7 +46,7 @@ Gains GainsFor(const std::array<uint64_t, 3>& levels) {
 }  // namespace
 
 /** Adds the whole tiles of the rows from `firstRow` on, as many as a tile has. */
-void GainMeter::Count(const SourceView& source, uint32_t firstRow, uint32_t black, uint32_t clipped) {
+void WhiteBalanceEstimator::Count(const SourceView& source, uint32_t firstRow, uint32_t black, uint32_t clipped) {
     const uint32_t side = TileSide(source.format), width = source.width;
     const int leftShift = 16 - source.format.bits;
     std::array<int, kMostSites> colours{};
@@ -81,7 +81,7 @@ void GainMeter::Count(const SourceView& source, uint32_t firstRow, uint32_t blac
 }
 
 /** The brightest tiles, at least this share of all. */
-GainMeter::Bin GainMeter::Brightest(double share) const {
+WhiteBalanceEstimator::Bin WhiteBalanceEstimator::Brightest(double share) const {
     uint64_t all = 0;
     for (const Bin& bin : m_bins) all += bin.count;
     Bin brightest{};
@@ -93,7 +93,7 @@ GainMeter::Bin GainMeter::Brightest(double share) const {
     return brightest;
 }
 
-Gains GainMeter::Measure(const SourceView& source, const Finish& finish) {
+Gains WhiteBalanceEstimator::Estimate(const SourceView& source, const Finish& finish) {
     const uint32_t side = TileSide(source.format);
     if (side == 1) return {};
     m_rows.resize(size_t{side} * source.width);
@@ -112,7 +112,7 @@ Gains MeasureGains(const SourceView& source, const Finish& finish) {
     CheckLevels(source, finish);
     if (finish.whiteBalance == WhiteBalance::Given)
         Fail(KvxResult_InvalidArgument, "nothing to measure: choose grey world or white patch");
-    return GainMeter().Measure(source, finish);
+    return WhiteBalanceEstimator().Estimate(source, finish);
 }
 
 }  // namespace kvx::frame

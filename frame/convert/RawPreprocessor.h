@@ -2,11 +2,11 @@
 #pragma once
 
 #include "KvxFrame/Finish.h"
-#include "frame/Buffer.h"
+#include "frame/base/Buffer.h"
 
 namespace kvx::frame {
 
-class MosaicMaker {
+class RawPreprocessor {
 public:
     /**
      * @param source a valid view
@@ -14,7 +14,7 @@ public:
      * @param finish and `gains` are applied where it is not null
      * @return a view of the source itself where that will do, else of working memory; positive stride
      */
-    SourceView Make(const SourceView& source, const Format& format, const Finish* finish, const Gains& gains);
+    SourceView Process(const SourceView& source, const Format& format, const Finish* finish, const Gains& gains);
     void Release() noexcept {
         m_memory.Release();
     }

@@ -1,9 +1,9 @@
-#include "frame/Checks.h"
+#include "frame/view/Checks.h"
 
 #include <climits>
 #include <utility>
 
-#include "frame/Fail.h"
+#include "frame/base/Fail.h"
 
 namespace kvx::frame {
 namespace {

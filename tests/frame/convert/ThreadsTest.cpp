@@ -3,7 +3,7 @@
 
 #include <thread>
 
-#include "frame/TestFrames.h"
+#include "frame/support/TestFrames.h"
 
 namespace kvx::frame {
 namespace {

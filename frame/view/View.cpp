@@ -1,8 +1,8 @@
 #include "KvxFrame/View.h"
 
-#include "frame/Checks.h"
-#include "frame/Fail.h"
+#include "frame/base/Fail.h"
 #include "frame/formats/FormatTables.h"
+#include "frame/view/Checks.h"
 
 namespace kvx::frame {
 uint64_t ImageBytes(const Format& format, uint32_t width, uint32_t height, ptrdiff_t stride) {

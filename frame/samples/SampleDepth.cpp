@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "frame/Fail.h"
-#include "frame/SampleRow.h"
+#include "frame/base/Fail.h"
+#include "frame/samples/SampleRow.h"
 
 namespace kvx::frame {
 namespace {

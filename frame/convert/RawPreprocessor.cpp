@@ -1,10 +1,10 @@
-#include "frame/convert/MosaicMaker.h"
+#include "frame/convert/RawPreprocessor.h"
 
 #include <cstring>
 #include <optional>
 
-#include "frame/SampleRow.h"
 #include "frame/finish/Balance.h"
+#include "frame/samples/SampleRow.h"
 
 namespace kvx::frame {
 namespace {
@@ -23,7 +23,8 @@ void CopyBytes(const SourceView& source, const SourceView& mosaic, uint8_t* memo
 
 }  // namespace
 
-SourceView MosaicMaker::Make(const SourceView& source, const Format& format, const Finish* finish, const Gains& gains) {
+SourceView RawPreprocessor::Process(const SourceView& source, const Format& format, const Finish* finish,
+                                    const Gains& gains) {
     SourceView mosaic = source;
     mosaic.format = format;
     mosaic.stride = static_cast<ptrdiff_t>(RowBytes(format, source.width));

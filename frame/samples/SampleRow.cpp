@@ -1,4 +1,4 @@
-#include "frame/SampleRow.h"
+#include "frame/samples/SampleRow.h"
 
 #include <algorithm>
 #include <cstring>
