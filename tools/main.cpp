@@ -3,18 +3,8 @@
 #include <sstream>
 
 #include "tools/ToolError.h"
+#include "tools/commands/Commands.h"
 #include "tools/console/Console.h"
-#include "tools/convert/ConvertCommand.h"
-#include "tools/demo/DemoCommand.h"
-#include "tools/frames/MosaicCommand.h"
-#include "tools/frames/PackCommand.h"
-#include "tools/lists/FormatsCommand.h"
-#include "tools/lists/ParamsCommand.h"
-#include "tools/look/BenchCommand.h"
-#include "tools/look/CompareCommand.h"
-#include "tools/look/ExplainCommand.h"
-#include "tools/look/GuessCommand.h"
-#include "tools/look/InfoCommand.h"
 
 namespace kvx::tool {
 namespace {

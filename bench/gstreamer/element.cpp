@@ -16,11 +16,11 @@
 #include "KvxFrame/Converter.h"
 #include "gstreamer/Element.h"
 #include "quality/Cpsnr.h"
-#include "tools/demo/Scene.h"
 #include "tools/files/InputFile.h"
 #include "tools/files/PictureDecoder.h"
 #include "tools/frames/Formats.h"
 #include "tools/frames/Mosaic.h"
+#include "tools/scene/Scene.h"
 
 namespace {
 

@@ -91,7 +91,7 @@ std::span<const FlatField> AllFlatFields() {
     return kFlatFields;
 }
 
-tool::Picture DrawFlat(const FlatField& field, int side) {
+Picture DrawFlat(const FlatField& field, int side) {
     return {cv::Mat(side, side, CV_16UC3, cv::Scalar(field.levels[0], field.levels[1], field.levels[2])), 4095};
 }
 

@@ -27,6 +27,6 @@ struct FlatFigures {
 FlatFigures MeasureFlat(const FlatField& field, const Setting& setting);
 
 /** A flat picture for looking at. */
-tool::Picture DrawFlat(const FlatField& field, int side);
+Picture DrawFlat(const FlatField& field, int side);
 
 }  // namespace kvx::quality

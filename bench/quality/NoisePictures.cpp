@@ -6,11 +6,11 @@
 
 namespace kvx::quality {
 
-void DrawParts(const std::string& path, const tool::Picture& picture, const cv::Rect& part,
+void DrawParts(const std::string& path, const Picture& picture, const cv::Rect& part,
                const std::vector<Setting>& settings, const std::vector<Gain>& gains) {
     constexpr int kEnlargement = 4;
     cv::Mat original;
-    picture.pixels.convertTo(original, CV_8U, 255.0 / picture.maximum);
+    picture.pixels.convertTo(original, CV_8U, 255.0 / picture.white);
     std::vector<std::vector<cv::Mat>> rows;
     for (const Gain gain : gains) {
         rows.push_back({original(part)});

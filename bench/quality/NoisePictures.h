@@ -12,7 +12,7 @@ namespace kvx::quality {
  * A part of a picture, four times enlarged: a row for each gain, in it the original, then each setting's.
  * Throws std::runtime_error when the file cannot be written.
  */
-void DrawParts(const std::string& path, const tool::Picture& picture, const cv::Rect& part,
+void DrawParts(const std::string& path, const Picture& picture, const cv::Rect& part,
                const std::vector<Setting>& settings, const std::vector<Gain>& gains);
 
 /** Such parts of all flat fields and edges into a folder. */

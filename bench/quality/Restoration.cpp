@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "KvxDemosaicing/KvxDemosaicing.h"
+#include "KvxFrame/Mosaic.h"
 #include "KvxTrueSense/TrueSenseParams.h"
-#include "tools/frames/Mosaic.h"
 
 namespace kvx::quality {
 namespace {
@@ -61,6 +61,28 @@ bool Parse(const std::string& text, Number& number) {
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
     return error == std::errc() && stop == end;
+}
+
+template <class View>
+View ViewOf(const cv::Mat& image, const frame::Format& format) {
+    return {.data = image.data,
+            .width = static_cast<uint32_t>(image.cols),
+            .height = static_cast<uint32_t>(image.rows),
+            .stride = static_cast<ptrdiff_t>(image.step),
+            .capacity = image.total() * image.elemSize(),
+            .format = format};
+}
+
+/** What a sensor of this unpacked format would see of the picture. */
+cv::Mat FrameOf(const Picture& picture, const frame::Format& format, frame::Sensor sensor) {
+    const frame::Format colour{.family = frame::Family::Colour,
+                               .bits = static_cast<uint8_t>(8 * picture.pixels.elemSize1()),
+                               .order = frame::Order::Bgr};
+    cv::Mat samples(picture.pixels.size(), format.bits > 8 ? CV_16UC1 : CV_8UC1);
+    sensor.pictureWhite = picture.white;
+    frame::MakeMosaic(ViewOf<frame::SourceView>(picture.pixels, colour),
+                      ViewOf<frame::DestinationView>(samples, format), sensor);
+    return samples;
 }
 
 }  // namespace
@@ -133,7 +155,7 @@ void SetParam(tagTrueSenseParam& params, const std::string& assignment) {
     throw std::invalid_argument(assignment + ": give the name of a TrueSense parameter, = and a number");
 }
 
-cv::Mat Restored(const tool::Picture& picture, const Setting& setting) {
+cv::Mat Restored(const Picture& picture, const Setting& setting) {
     const Algorithm& algorithm = setting.algorithm;
     const bool isBayer = algorithm.family == Family::Bayer;
     tagTrueSenseParam params = setting.params;
@@ -146,7 +168,7 @@ cv::Mat Restored(const tool::Picture& picture, const Setting& setting) {
         sensor.noiseSeed = setting.seed;
     }
     const char* format = isBayer ? "BayerRG8" : "TrueSense_BGGR_WBBW_0_12";
-    const cv::Mat samples = tool::MakeMosaic(picture, frame::FormatByName(format), sensor).samples;
+    const cv::Mat samples = FrameOf(picture, frame::FormatByName(format), sensor);
     if (algorithm.peer) {
         const auto conversion = algorithm.peer->open(samples, 8);
         conversion->Prepare();

@@ -8,7 +8,7 @@
 
 #include "KvxDemosaicing/KvxTrueSense.h"
 #include "peers/Peers.h"
-#include "tools/files/Picture.h"
+#include "quality/Picture.h"
 
 namespace kvx::quality {
 
@@ -71,6 +71,6 @@ void SetParam(tagTrueSenseParam& params, const std::string& assignment);
  * @return 8 bits; blue, green, red
  * @throws std::runtime_error when a library refuses
  */
-cv::Mat Restored(const tool::Picture& picture, const Setting& setting);
+cv::Mat Restored(const Picture& picture, const Setting& setting);
 
 }  // namespace kvx::quality

@@ -84,7 +84,7 @@ std::span<const Edge> AllEdges() {
     return kEdges;
 }
 
-tool::Picture DrawEdge(const Edge& edge, const cv::Size& size) {
+Picture DrawEdge(const Edge& edge, const cv::Size& size) {
     constexpr int kFine = 8;  // samples along each side of a pixel
     cv::Mat picture(size, CV_16UC3);
     for (int y = 0; y < size.height; ++y)
@@ -102,7 +102,7 @@ tool::Picture DrawEdge(const Edge& edge, const cv::Size& size) {
 
 EdgeFigures MeasureEdge(const Edge& edge, const Setting& setting) {
     const cv::Size size(192, 1024);
-    const tool::Picture picture = DrawEdge(edge, size);
+    const Picture picture = DrawEdge(edge, size);
     Profile profiles[3];
     const uint64_t frames = setting.analogGain ? 4 : 1;
     for (uint64_t frame = 0; frame < frames; ++frame) {

@@ -26,6 +26,6 @@ struct EdgeFigures {
 EdgeFigures MeasureEdge(const Edge& edge, const Setting& setting);
 
 /** The edge, 5 degrees from upright, through the middle of the picture; area-sampled. */
-tool::Picture DrawEdge(const Edge& edge, const cv::Size& size);
+Picture DrawEdge(const Edge& edge, const cv::Size& size);
 
 }  // namespace kvx::quality

@@ -10,8 +10,6 @@
 #include "quality/FlatField.h"
 #include "quality/NoiseFigures.h"
 #include "quality/NoisePictures.h"
-#include "tools/ToolError.h"
-#include "tools/console/TextTable.h"
 
 namespace {
 
@@ -35,7 +33,7 @@ std::vector<Setting> SettingsOf(const Options& options) {
         try {
             Restored(DrawFlat(AllFlatFields().front(), 64), setting);
             settings.push_back(setting);
-        } catch (const kvx::tool::ToolError& error) {
+        } catch (const std::runtime_error& error) {
             fmt::print(stderr, "kvx_noise: left out: {}\n", error.what());
         }
     }
@@ -49,15 +47,13 @@ std::string CellOf(const nlohmann::ordered_json& value) {
 }
 
 void PrintTable(const std::string& title, const Table& rows) {
-    std::vector<std::string> cells;
-    for (const auto& column : rows.front().items()) cells.push_back(column.key());
-    kvx::tool::TextTable table(cells);
+    fmt::print("{}\n", title);
+    for (const auto& column : rows.front().items()) fmt::print("{:<12} ", column.key());
     for (const auto& row : rows) {
-        cells.clear();
-        for (const auto& value : row) cells.push_back(CellOf(value));
-        table.AddRow(cells);
+        fmt::print("\n");
+        for (const auto& value : row) fmt::print("{:<12} ", CellOf(value));
     }
-    fmt::print("{}\n{}\n", title, table.Text());
+    fmt::print("\n\n");
 }
 
 void DrawPicture(const Options& options, const std::vector<Setting>& settings, const std::vector<Gain>& gains) {

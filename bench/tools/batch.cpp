@@ -11,11 +11,11 @@
 #include <thread>
 
 #include "tools/convert/Batch.h"
-#include "tools/demo/Scene.h"
 #include "tools/files/OutputFile.h"
 #include "tools/frames/Formats.h"
 #include "tools/frames/FrameConversion.h"
 #include "tools/frames/Mosaic.h"
+#include "tools/scene/Scene.h"
 
 namespace {
 

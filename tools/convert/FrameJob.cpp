@@ -5,6 +5,7 @@
 #include "tools/files/OutputFile.h"
 #include "tools/files/PictureEncoder.h"
 #include "tools/frames/FrameConversion.h"
+#include "tools/frames/FrameError.h"
 
 namespace kvx::tool {
 namespace {
@@ -16,8 +17,8 @@ void ApplySettings(frame::Converter& converter, const std::vector<std::string>& 
         if (sign == std::string::npos || sign == 0) {
             Fail(ExitCode::Usage, "--set: '{}' is not of the form NAME=VALUE", setting);
         }
-        OrExit(ExitCode::Library, "--set",
-               [&] { converter.SetParameter(setting.substr(0, sign), setting.substr(sign + 1)); });
+        WithExitCode(ExitCode::Library, "--set",
+                     [&] { converter.SetParameter(setting.substr(0, sign), setting.substr(sign + 1)); });
     }
 }
 
@@ -42,11 +43,12 @@ void FrameJob::Convert(const FileTask& task, FileReport& report) {
     const std::string name = InputName(task.input);
     frame::SourceView source = ViewOf(input.frame);
     if (m_settings.crop) {
-        source = OrExit(ExitCode::Frame, name + ": --crop", [&] { return frame::Crop(source, *m_settings.crop); });
+        source =
+            WithExitCode(ExitCode::Frame, name + ": --crop", [&] { return frame::Crop(source, *m_settings.crop); });
     }
     frame::Converter& converter = ConverterFor(source.format.family);
     const std::optional<frame::Finish> finish = MakeFinish(m_settings.finish, input.sidecar, input.frame.format, name);
-    OrExit(ExitCode::Usage, name, [&] { converter.SetFinish(finish); });
+    WithExitCode(ExitCode::Usage, name, [&] { converter.SetFinish(finish); });
     Picture picture = ConvertFrame(converter, source, m_settings.destination, name);
     if (m_settings.flip) {
         cv::flip(picture.pixels, picture.pixels, *m_settings.flip);
@@ -68,7 +70,7 @@ frame::Converter& FrameJob::ConverterFor(frame::Family family) {
     frame::Converter converter(family);
     ApplySettings(converter, m_settings.settings);
     if (!m_settings.algorithm.empty()) {
-        OrExit(ExitCode::Usage, "--algorithm", [&] { converter.SetAlgorithm(m_settings.algorithm); });
+        WithExitCode(ExitCode::Usage, "--algorithm", [&] { converter.SetAlgorithm(m_settings.algorithm); });
     }
     converter.SetThreads(m_settings.threads);
     return m_converters.emplace(family, std::move(converter)).first->second;

@@ -1,5 +1,7 @@
 #include "tools/frames/FrameConversion.h"
 
+#include "tools/frames/FrameError.h"
+
 namespace kvx::tool {
 
 frame::Family FamilyNamed(const std::string& name) {
@@ -25,7 +27,7 @@ Picture ConvertFrame(frame::Converter& converter, const frame::SourceView& sourc
         .capacity = picture.step * picture.rows,
         .format = {
             .family = frame::Family::Colour, .bits = isWide ? uint8_t{16} : uint8_t{8}, .order = frame::Order::Bgr}};
-    OrExit(ExitCode::Library, name, [&] { converter.Convert(source, target); });
+    WithExitCode(ExitCode::Library, name, [&] { converter.Convert(source, target); });
     return {picture, isWide ? 65535u : 255u};
 }
 

@@ -3,7 +3,6 @@
 #include <string>
 
 #include "KvxFrame/Converter.h"
-#include "tools/ToolError.h"
 #include "tools/files/Picture.h"
 
 namespace kvx::tool {
@@ -17,15 +16,5 @@ frame::Family FamilyNamed(const std::string& name);
  */
 Picture ConvertFrame(frame::Converter& converter, const frame::SourceView& source, const frame::Format& destination,
                      const std::string& name);
-
-/** Runs `action`; what the frame layer refuses in it ends the command with `code`. */
-template <typename Action>
-auto OrExit(ExitCode code, const std::string& subject, const Action& action) {
-    try {
-        return action();
-    } catch (const frame::Error& error) {
-        Fail(code, "{}: {}", subject, error.what());
-    }
-}
 
 }  // namespace kvx::tool

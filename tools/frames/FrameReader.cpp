@@ -8,7 +8,7 @@
 #include "tools/files/InputFile.h"
 #include "tools/files/PictureDecoder.h"
 #include "tools/files/RawLayout.h"
-#include "tools/frames/FrameConversion.h"
+#include "tools/frames/FrameError.h"
 
 namespace kvx::tool {
 namespace {
@@ -173,7 +173,7 @@ FrameInput ReadFrame(const std::string& path, const FrameRequest& request) {
     const Bytes content = ReadInput(path);
     RawFrame frame = IsPictureFile(content) ? FrameFromPicture(content, format, inference, request, name)
                                             : FrameFromSamples(content, format, inference, name);
-    OrExit(ExitCode::Frame, name, [&] { frame::CheckSampleDepth(ViewOf(frame)); });
+    WithExitCode(ExitCode::Frame, name, [&] { frame::CheckSampleDepth(ViewOf(frame)); });
     std::vector<FrameFact> facts = inference.Facts(frame.samples);
     return {std::move(frame), format, inference.FromSidecar(), std::move(facts), inference.Inferred()};
 }

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <opencv2/imgproc.hpp>
 
-#include "tools/demo/Scene.h"
 #include "tools/frames/Mosaic.h"
 #include "tools/look/PictureView.h"
 #include "tools/look/Stopwatch.h"
+#include "tools/scene/Scene.h"
 
 namespace kvx::tool {
 namespace {

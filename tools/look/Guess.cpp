@@ -31,18 +31,18 @@ std::vector<frame::Format> MosaicsOf(const frame::Format& layout) {
     return formats;
 }
 
-void AddGuesses(const Reading& reading, const TileAnalysis& analysis, std::vector<Guess>& guesses) {
-    const double continuity = Rounded(std::max(0.0, reading.continuity));
+void AddGuesses(const LayoutCandidate& candidate, const TileAnalysis& analysis, std::vector<Guess>& guesses) {
+    const double continuity = Rounded(std::max(0.0, candidate.continuity));
     double largest = 0;
     const auto add = [&](const frame::Format& format, double explained, double warmth) {
-        guesses.push_back({format, reading.samples, Rounded(continuity * explained), continuity, explained, warmth});
+        guesses.push_back({format, candidate.samples, Rounded(continuity * explained), continuity, explained, warmth});
     };
-    for (const frame::Format& format : MosaicsOf(reading.layout)) {
+    for (const frame::Format& format : MosaicsOf(candidate.layout)) {
         const double explained = Rounded(std::max(0.0, analysis.Explained(format)));
         add(format, explained, analysis.Warmth(format));
         largest = std::max(largest, explained);
     }
-    add(reading.layout, Rounded((1 - largest) * analysis.Evenness()), 0);
+    add(candidate.layout, Rounded((1 - largest) * analysis.Evenness()), 0);
 }
 
 bool IsBefore(const Guess& a, const Guess& b) {
@@ -51,16 +51,16 @@ bool IsBefore(const Guess& a, const Guess& b) {
 
 }  // namespace
 
-Guesses RankFormats(const std::vector<Reading>& readings) {
+Guesses RankFormats(const std::vector<LayoutCandidate>& candidates) {
     Guesses guesses{{}, false};
     std::vector<Guess>& ranking = guesses.ranking;
     double contrast = 0;
-    for (const Reading& reading : readings) {
-        const TileAnalysis analysis(reading.samples);
-        if (&reading == &readings.front()) {
+    for (const LayoutCandidate& candidate : candidates) {
+        const TileAnalysis analysis(candidate.samples);
+        if (&candidate == &candidates.front()) {
             contrast = analysis.Contrast();
         }
-        AddGuesses(reading, analysis, ranking);
+        AddGuesses(candidate, analysis, ranking);
     }
     std::stable_sort(ranking.begin(), ranking.end(), IsBefore);
     // The second of a known pattern is the same with red and blue exchanged.

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "tools/look/Readings.h"
+#include "tools/look/LayoutSearch.h"
 
 namespace kvx::tool {
 
@@ -22,7 +22,7 @@ struct Guesses {
     bool isPatternKnown;         ///< whether the frame has enough colour to tell its mosaic
 };
 
-/** Tries mono, four Bayer and sixteen TrueSense mosaics on each reading. */
-Guesses RankFormats(const std::vector<Reading>& readings);
+/** Tries mono, four Bayer and sixteen TrueSense mosaics on each candidate. */
+Guesses RankFormats(const std::vector<LayoutCandidate>& candidates);
 
 }  // namespace kvx::tool

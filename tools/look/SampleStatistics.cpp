@@ -33,4 +33,17 @@ SampleStatistics MeasureSamples(const RawFrame& frame) {
             static_cast<double>(black) / total};
 }
 
+uint8_t BitsUsed(const cv::Mat& samples) {
+    if (samples.depth() == CV_8U) {
+        return 8;
+    }
+    double largest = 0;
+    cv::minMaxLoc(samples, nullptr, &largest);
+    uint8_t bits = 10;
+    while (bits < 16 && largest > (1u << bits) - 1) {
+        bits += 2;
+    }
+    return bits;
+}
+
 }  // namespace kvx::tool

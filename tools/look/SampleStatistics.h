@@ -17,6 +17,10 @@ struct SampleStatistics {
     double blackShare;    ///< of samples that are 0
 };
 
+/** Measures every sample. */
 SampleStatistics MeasureSamples(const RawFrame& frame);
+
+/** The fewest bits, of 8 for bytes and 10 to 16 for words, that hold the largest sample. */
+uint8_t BitsUsed(const cv::Mat& samples);
 
 }  // namespace kvx::tool

@@ -26,7 +26,7 @@ const std::vector<cv::Scalar> kCold = {{210, 80, 30}, {220, 150, 50}, {200, 150,
 Guesses GuessMosaic(const Picture& picture, const frame::Format& format) {
     const Bytes bytes =
         EncodePacked(MakeMosaic(picture, frame::Unpacked(format)).samples, format, frame::RowPadding::Line);
-    return RankFormats(ReadingsOf(bytes, {}, 4));
+    return RankFormats(FindLayouts(bytes, {}, 4));
 }
 
 TEST(Guess, FindsEveryMosaicOfAWarmScene) {
@@ -70,10 +70,10 @@ TEST(Guess, AGreySceneTellsNoPattern) {
 }
 
 TEST(Guess, NothingFitsAFileOfAnOddSize) {
-    EXPECT_TRUE(ReadingsOf(Bytes(1009), {}, 4).empty());
-    EXPECT_TRUE(ReadingsOf(Bytes(100), {.width = 0, .height = 10, .bits = {}}, 4).empty());
-    EXPECT_TRUE(ReadingsOf({}, {}, 4).empty());
-    EXPECT_EQ(ReadingsOf(Bytes(100 * 7), {.width = 100, .height = 7, .bits = {}}, 4).size(), 1u);
+    EXPECT_TRUE(FindLayouts(Bytes(1009), {}, 4).empty());
+    EXPECT_TRUE(FindLayouts(Bytes(100), {.width = 0, .height = 10, .bits = {}}, 4).empty());
+    EXPECT_TRUE(FindLayouts({}, {}, 4).empty());
+    EXPECT_EQ(FindLayouts(Bytes(100 * 7), {.width = 100, .height = 7, .bits = {}}, 4).size(), 1u);
 }
 
 }  // namespace

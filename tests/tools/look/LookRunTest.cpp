@@ -4,11 +4,11 @@
 
 #include "TemporaryDirectory.h"
 #include "ToolRun.h"
-#include "tools/demo/Scene.h"
 #include "tools/files/PictureDecoder.h"
 #include "tools/files/PictureEncoder.h"
-#include "tools/look/BusyPlaces.h"
+#include "tools/look/CropSelection.h"
 #include "tools/look/SampleStatistics.h"
+#include "tools/scene/Scene.h"
 
 namespace kvx::tool {
 namespace {
@@ -91,15 +91,15 @@ TEST(BenchRun, MeasuresWhatIsAskedFor) {
     ExpectRefusal(RunTool({"bench", "--format", "RGB8"}), 2, {"RGB8"});
 }
 
-TEST(BusyPlaces, AreWherePicturesDiffer) {
+TEST(SelectCrops, AreWherePicturesDiffer) {
     const cv::Mat even(60, 80, CV_8UC3, cv::Scalar::all(9));
     cv::Mat other = even.clone();
     other(cv::Rect(50, 30, 4, 4)).setTo(200);
-    const std::vector<cv::Rect> places = BusyPlaces({even, other}, {10, 10}, 3);
+    const std::vector<cv::Rect> places = SelectCrops({even, other}, {10, 10}, 3);
     ASSERT_EQ(places.size(), 3u);
     EXPECT_EQ(places[0] & cv::Rect(50, 30, 4, 4), cv::Rect(50, 30, 4, 4));
     EXPECT_TRUE((places[0] & places[1]).empty());
-    EXPECT_EQ(BusyPlaces({even}, {100, 100}, 3), std::vector<cv::Rect>{cv::Rect(0, 0, 80, 60)});
+    EXPECT_EQ(SelectCrops({even}, {100, 100}, 3), std::vector<cv::Rect>{cv::Rect(0, 0, 80, 60)});
 }
 
 TEST(SampleStatistics, RangeBitsAndShares) {

@@ -1,4 +1,4 @@
-#include "tools/look/BenchCommand.h"
+#include "tools/commands/Commands.h"
 
 #include <fmt/format.h>
 #include <omp.h>
@@ -13,7 +13,7 @@
 #include "tools/console/TextTable.h"
 #include "tools/files/RawLayout.h"
 #include "tools/frames/Formats.h"
-#include "tools/frames/FrameConversion.h"
+#include "tools/frames/FrameError.h"
 #include "tools/look/Benchmark.h"
 #include "tools/look/CameraLinks.h"
 
@@ -159,7 +159,7 @@ std::string BenchJson(const std::vector<Throughput>& results, int threads) {
 void Bench(const BenchOptions& options) {
     const BenchmarkPlan plan = MakePlan(options);
     const int threads = plan.threads > 0 ? plan.threads : omp_get_max_threads();
-    const auto results = OrExit(ExitCode::Library, "bench", [&plan] { return MeasureThroughput(plan); });
+    const auto results = WithExitCode(ExitCode::Library, "bench", [&plan] { return MeasureThroughput(plan); });
     PrintText(options.asJson ? BenchJson(results, threads) : BenchText(results, threads));
 }
 

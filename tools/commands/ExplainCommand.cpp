@@ -1,4 +1,4 @@
-#include "tools/look/ExplainCommand.h"
+#include "tools/commands/Commands.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "tools/look/InfoCommand.h"
+#include "tools/commands/Commands.h"
 
 #include <fmt/format.h>
 
@@ -12,7 +12,6 @@
 #include "tools/frames/FrameOptions.h"
 #include "tools/frames/FrameReader.h"
 #include "tools/look/FormatDrawing.h"
-#include "tools/look/Readings.h"
 #include "tools/look/SampleStatistics.h"
 
 namespace kvx::tool {

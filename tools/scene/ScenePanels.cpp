@@ -1,4 +1,4 @@
-#include "tools/demo/ScenePanels.h"
+#include "tools/scene/ScenePanels.h"
 
 #include <array>
 #include <cmath>

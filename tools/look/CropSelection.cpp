@@ -1,4 +1,4 @@
-#include "tools/look/BusyPlaces.h"
+#include "tools/look/CropSelection.h"
 
 #include <algorithm>
 #include <opencv2/imgproc.hpp>
@@ -35,7 +35,7 @@ cv::Rect CornersNear(const cv::Rect& place, cv::Size corners) {
 
 }  // namespace
 
-std::vector<cv::Rect> BusyPlaces(const std::vector<cv::Mat>& pictures, cv::Size size, size_t count) {
+std::vector<cv::Rect> SelectCrops(const std::vector<cv::Mat>& pictures, cv::Size size, size_t count) {
     const cv::Size whole = pictures.front().size();
     size = {std::min(size.width, whole.width), std::min(size.height, whole.height)};
     cv::Mat sums;  // mean activity of the place at each possible upper left corner

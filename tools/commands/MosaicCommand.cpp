@@ -1,4 +1,4 @@
-#include "tools/frames/MosaicCommand.h"
+#include "tools/commands/Commands.h"
 
 #include <memory>
 

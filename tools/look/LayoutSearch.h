@@ -16,20 +16,11 @@ struct KnownFacts {
 };
 
 /** One way to read a file: how the samples lie in it, and the size of the frame. Nothing of colours yet. */
-struct Reading {
+struct LayoutCandidate {
     frame::Format layout;  ///< of mono; says bits and layout
     cv::Mat samples;       ///< CV_8UC1 or CV_16UC1
     double continuity;     ///< see Continuity()
 };
-
-/**
- * How much more alike near samples (two and four sites apart, in both directions) are than far ones: about 1 for a
- * smooth picture, 0 for noise and for rows of a wrong width.
- */
-double Continuity(const cv::Mat& samples);
-
-/** The fewest bits, of 8 for bytes and 10 to 16 for words, that hold the largest sample. */
-uint8_t BitsUsed(const cv::Mat& samples);
 
 /**
  * All ways to read the samples of a file that fill it without a rest, the most continuous first, at most `count`.
@@ -38,6 +29,6 @@ uint8_t BitsUsed(const cv::Mat& samples);
  * only those with the smallest depth count: a byte order that leaves high bits unset is no accident. A size that is not
  * known has a width that is a multiple of 4 and between one and 2.4 times the height.
  */
-std::vector<Reading> ReadingsOf(const Bytes& content, const KnownFacts& known, size_t count);
+std::vector<LayoutCandidate> FindLayouts(const Bytes& content, const KnownFacts& known, size_t count);
 
 }  // namespace kvx::tool

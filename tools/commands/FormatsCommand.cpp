@@ -1,4 +1,4 @@
-#include "tools/lists/FormatsCommand.h"
+#include "tools/commands/Commands.h"
 
 #include <fmt/format.h>
 

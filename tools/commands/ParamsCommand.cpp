@@ -1,4 +1,4 @@
-#include "tools/lists/ParamsCommand.h"
+#include "tools/commands/Commands.h"
 
 #include <cfloat>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "tools/convert/ConvertCommand.h"
+#include "tools/commands/Commands.h"
 
 #include <memory>
 

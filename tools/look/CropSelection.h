@@ -11,6 +11,6 @@ namespace kvx::tool {
  *
  * @param size of a place, cut to that of the pictures
  */
-std::vector<cv::Rect> BusyPlaces(const std::vector<cv::Mat>& pictures, cv::Size size, size_t count);
+std::vector<cv::Rect> SelectCrops(const std::vector<cv::Mat>& pictures, cv::Size size, size_t count);
 
 }  // namespace kvx::tool

@@ -1,9 +1,9 @@
-#include "tools/demo/Scene.h"
+#include "tools/scene/Scene.h"
 
 #include <array>
 #include <opencv2/imgproc.hpp>
 
-#include "tools/demo/ScenePanels.h"
+#include "tools/scene/ScenePanels.h"
 
 namespace kvx::tool {
 namespace {

@@ -1,4 +1,4 @@
-#include "tools/frames/PackCommand.h"
+#include "tools/commands/Commands.h"
 
 #include <fmt/format.h>
 

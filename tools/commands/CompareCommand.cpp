@@ -1,4 +1,4 @@
-#include "tools/look/CompareCommand.h"
+#include "tools/commands/Commands.h"
 
 #include <fmt/format.h>
 
@@ -15,11 +15,11 @@
 #include "tools/files/OutputFile.h"
 #include "tools/files/PictureDecoder.h"
 #include "tools/files/PictureEncoder.h"
-#include "tools/frames/FrameConversion.h"
+#include "tools/frames/FrameError.h"
 #include "tools/frames/FrameOptions.h"
 #include "tools/frames/FrameReader.h"
-#include "tools/look/BusyPlaces.h"
 #include "tools/look/CompareSheet.h"
+#include "tools/look/CropSelection.h"
 
 namespace kvx::tool {
 namespace {
@@ -79,7 +79,7 @@ std::vector<cv::Rect> Crops(const CompareOptions& options, const std::vector<Alg
         for (const AlgorithmResult& result : results) {
             pictures.push_back(result.picture);
         }
-        crops = BusyPlaces(pictures, kCropSize, kCropCount);
+        crops = SelectCrops(pictures, kCropSize, kCropCount);
     }
     return crops;
 }
@@ -132,8 +132,8 @@ void Compare(const CompareOptions& options) {
     const FrameInput input = ReadFrame(options.input, options.request);
     const cv::Mat reference = ReadReference(options.reference, input.frame.samples.size());
     const auto finish = MakeFinish(options.finish, input.sidecar, input.frame.format, name);
-    const auto results =
-        OrExit(ExitCode::Library, name, [&] { return CompareAlgorithms(ViewOf(input.frame), finish, reference); });
+    const auto results = WithExitCode(ExitCode::Library, name,
+                                      [&] { return CompareAlgorithms(ViewOf(input.frame), finish, reference); });
     const std::vector<cv::Rect> crops = Crops(options, results);
     const std::string title =
         fmt::format("{}  {}x{}  {}", std::filesystem::path(name).filename().string(), input.frame.samples.cols,

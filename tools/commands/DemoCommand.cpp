@@ -1,11 +1,12 @@
-#include "tools/demo/DemoCommand.h"
+#include "tools/commands/Commands.h"
+
+#include <fmt/format.h>
 
 #include <array>
 #include <filesystem>
 #include <memory>
 
 #include "tools/console/Console.h"
-#include "tools/demo/Scene.h"
 #include "tools/files/FrameName.h"
 #include "tools/files/OutputFile.h"
 #include "tools/files/PictureEncoder.h"
@@ -13,6 +14,7 @@
 #include "tools/frames/Formats.h"
 #include "tools/frames/FrameConversion.h"
 #include "tools/frames/Mosaic.h"
+#include "tools/scene/Scene.h"
 
 namespace kvx::tool {
 namespace {

@@ -1,9 +1,10 @@
-#include "tools/look/Readings.h"
+#include "tools/look/LayoutSearch.h"
 
 #include <algorithm>
 #include <array>
 #include <map>
-#include <opencv2/imgproc.hpp>
+
+#include "tools/look/Continuity.h"
 
 namespace kvx::tool {
 namespace {
@@ -57,24 +58,6 @@ bool HasNoOtherBits(const Bytes& content, const frame::SourceView& view, const R
     return largest <= frame::White(view.format) && EncodePacked(frame.samples, view.format, padding) == content;
 }
 
-/** The mean difference of any two samples, from their distribution. */
-double MeanDifference(const cv::Mat& samples) {
-    constexpr int kValues = 1 << 16;
-    cv::Mat words;
-    samples.convertTo(words, CV_16U);
-    cv::Mat counts;
-    const std::array<float, 2> range = {0, kValues};
-    const float* ranges = range.data();
-    cv::calcHist(&words, 1, std::array{0}.data(), cv::noArray(), counts, 1, &kValues, &ranges);
-    double below = 0;
-    double difference = 0;
-    for (int value = 0; value < kValues; ++value) {
-        below += counts.at<float>(value) / static_cast<double>(words.total());
-        difference += 2 * below * (1 - below);
-    }
-    return difference;
-}
-
 std::vector<frame::Format> Layouts(const KnownFacts& known) {
     std::vector<frame::Format> layouts;
     for (const auto layout : {frame::Layout::Plain, frame::Layout::MsbAligned, frame::Layout::BigEndian,
@@ -89,54 +72,24 @@ std::vector<frame::Format> Layouts(const KnownFacts& known) {
     return layouts;
 }
 
-/** Of readings in which a sample takes the same room only those of the smallest depth are plausible. */
-void DropNeedlessDepths(std::vector<Reading>& readings) {
+/** Of candidates in which a sample takes the same room only those of the smallest depth are plausible. */
+void DropNeedlessDepths(std::vector<LayoutCandidate>& candidates) {
     std::map<uint64_t, uint8_t> smallest;
-    const auto room = [](const Reading& reading) { return frame::RowBytes(reading.layout, 8); };
-    for (const Reading& reading : readings) {
-        uint8_t& bits = smallest.try_emplace(room(reading), reading.layout.bits).first->second;
-        bits = std::min(bits, reading.layout.bits);
+    const auto room = [](const LayoutCandidate& candidate) { return frame::RowBytes(candidate.layout, 8); };
+    for (const LayoutCandidate& candidate : candidates) {
+        uint8_t& bits = smallest.try_emplace(room(candidate), candidate.layout.bits).first->second;
+        bits = std::min(bits, candidate.layout.bits);
     }
-    const auto isNeedless = [&](const Reading& reading) { return reading.layout.bits > smallest.at(room(reading)); };
-    readings.erase(std::remove_if(readings.begin(), readings.end(), isNeedless), readings.end());
+    const auto isNeedless = [&](const LayoutCandidate& candidate) {
+        return candidate.layout.bits > smallest.at(room(candidate));
+    };
+    candidates.erase(std::remove_if(candidates.begin(), candidates.end(), isNeedless), candidates.end());
 }
 
 }  // namespace
 
-double Continuity(const cv::Mat& samples) {
-    constexpr int kRows = 512;
-    constexpr std::array kLags = {2, 4};
-    const int first = std::max(0, (samples.rows - kRows) / 2);
-    const cv::Mat middle = samples.rowRange(first, std::min(samples.rows, first + kRows));
-    const double far = MeanDifference(middle);
-    if (std::min(middle.rows, middle.cols) <= kLags.back() || far == 0) {
-        return 0;
-    }
-    double near = 0;
-    for (const int lag : kLags) {
-        const cv::Mat upper = middle.rowRange(0, middle.rows - lag);
-        const cv::Mat left = middle.colRange(0, middle.cols - lag);
-        near += cv::norm(upper, middle.rowRange(lag, middle.rows), cv::NORM_L1) / static_cast<double>(upper.total());
-        near += cv::norm(left, middle.colRange(lag, middle.cols), cv::NORM_L1) / static_cast<double>(left.total());
-    }
-    return 1 - near / (2 * kLags.size()) / far;
-}
-
-uint8_t BitsUsed(const cv::Mat& samples) {
-    if (samples.depth() == CV_8U) {
-        return 8;
-    }
-    double largest = 0;
-    cv::minMaxLoc(samples, nullptr, &largest);
-    uint8_t bits = 10;
-    while (bits < 16 && largest > (1u << bits) - 1) {
-        bits += 2;
-    }
-    return bits;
-}
-
-std::vector<Reading> ReadingsOf(const Bytes& content, const KnownFacts& known, size_t count) {
-    std::vector<Reading> readings;
+std::vector<LayoutCandidate> FindLayouts(const Bytes& content, const KnownFacts& known, size_t count) {
+    std::vector<LayoutCandidate> candidates;
     for (const frame::Format& layout : Layouts(known)) {
         for (const Size& size : SizesToTry(layout, known, content.size())) {
             const auto view = ViewThatFills(content, layout, size);
@@ -147,14 +100,14 @@ std::vector<Reading> ReadingsOf(const Bytes& content, const KnownFacts& known, s
             if (!HasNoOtherBits(content, *view, frame)) {
                 break;  // so it is with every size
             }
-            readings.push_back({layout, frame.samples, Continuity(frame.samples)});
+            candidates.push_back({layout, frame.samples, Continuity(frame.samples)});
         }
     }
-    DropNeedlessDepths(readings);
-    std::stable_sort(readings.begin(), readings.end(),
-                     [](const Reading& a, const Reading& b) { return a.continuity > b.continuity; });
-    readings.resize(std::min(readings.size(), count));
-    return readings;
+    DropNeedlessDepths(candidates);
+    std::stable_sort(candidates.begin(), candidates.end(),
+                     [](const LayoutCandidate& a, const LayoutCandidate& b) { return a.continuity > b.continuity; });
+    candidates.resize(std::min(candidates.size(), count));
+    return candidates;
 }
 
 }  // namespace kvx::tool

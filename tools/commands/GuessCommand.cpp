@@ -1,4 +1,4 @@
-#include "tools/look/GuessCommand.h"
+#include "tools/commands/Commands.h"
 
 #include <fmt/format.h>
 
@@ -15,8 +15,10 @@
 #include "tools/files/OutputFile.h"
 #include "tools/files/PictureDecoder.h"
 #include "tools/files/PictureEncoder.h"
+#include "tools/look/Continuity.h"
 #include "tools/look/Guess.h"
 #include "tools/look/PictureView.h"
+#include "tools/look/SampleStatistics.h"
 #include "tools/look/Sheet.h"
 #include "tools/look/TileAnalysis.h"
 
@@ -39,7 +41,7 @@ Examples:
   kvx-demosaic guess unknown.raw
   kvx-demosaic guess unknown.raw --width 1936 --height 1216 --output sheet.png)";
 
-constexpr size_t kReadings = 4;
+constexpr size_t kCandidates = 4;
 constexpr size_t kShown = 8;
 
 struct GuessOptions {
@@ -50,7 +52,7 @@ struct GuessOptions {
     bool asJson = false;
 };
 
-std::vector<Reading> ReadingsOfFile(const GuessOptions& options, const std::string& name) {
+std::vector<LayoutCandidate> FindFileLayouts(const GuessOptions& options, const std::string& name) {
     Bytes content = ReadInput(options.input);
     if (IsPictureFile(content)) {
         const cv::Mat samples = DecodePicture(content, name).pixels;
@@ -65,23 +67,23 @@ std::vector<Reading> ReadingsOfFile(const GuessOptions& options, const std::stri
         Fail(ExitCode::Frame, "{}: holds {} bytes, no frame behind --skip-bytes {}", name, content.size(), skipBytes);
     }
     content.erase(content.begin(), content.begin() + static_cast<ptrdiff_t>(skipBytes));
-    return ReadingsOf(content, options.known, kReadings);
+    return FindLayouts(content, options.known, kCandidates);
 }
 
 Guesses GuessFile(const GuessOptions& options) {
     const std::string name = InputName(options.input);
-    std::vector<Reading> readings = ReadingsOfFile(options, name);
-    const auto isSmall = [](const Reading& reading) {
-        return std::min(reading.samples.rows, reading.samples.cols) < TileAnalysis::kSmallestSide;
+    std::vector<LayoutCandidate> candidates = FindFileLayouts(options, name);
+    const auto isSmall = [](const LayoutCandidate& candidate) {
+        return std::min(candidate.samples.rows, candidate.samples.cols) < TileAnalysis::kSmallestSide;
     };
-    readings.erase(std::remove_if(readings.begin(), readings.end(), isSmall), readings.end());
-    if (readings.empty()) {
+    candidates.erase(std::remove_if(candidates.begin(), candidates.end(), isSmall), candidates.end());
+    if (candidates.empty()) {
         Fail(ExitCode::Frame,
              "{}: no frame of at least {} rows and columns fills its bytes: give --width and --height, --depth if it "
              "is known, and --skip-bytes for a header",
              name, TileAnalysis::kSmallestSide);
     }
-    return RankFormats(readings);
+    return RankFormats(candidates);
 }
 
 std::string SizeText(const Guess& guess) {

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdint>
+#include <opencv2/core.hpp>
+
+namespace kvx::quality {
+
+/** A picture to make a frame of. */
+struct Picture {
+    cv::Mat pixels;  ///< CV_8UC3 or CV_16UC3: blue, green, red
+    uint32_t white;  ///< sample value of white
+};
+
+}  // namespace kvx::quality
