@@ -1,4 +1,7 @@
-"""Prints Google Benchmark's medians as a table: time, throughput, and time relative to the job's peer: "bare", "floor", or the first by name."""
+"""Prints the medians of Google Benchmark as a table.
+
+Columns: time, throughput, and time relative to the job's reference, which is "bare", "floor" or the first name.
+"""
 import json
 import sys
 

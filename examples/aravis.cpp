@@ -1,8 +1,8 @@
-// Pictures from a live camera: Aravis delivers Bayer frames, the frame layer converts them as they come.
+// Converts frames of a live camera: Aravis delivers Bayer frames, the frame layer converts them.
 //
 //     aravis [CAMERA [FRAMES [PICTURE.ppm]]]
 //
-// Without a camera: Aravis has one inside, "Fake_1", which is the default here.
+// The default camera is Aravis' simulated camera, "Fake_1".
 #include <KvxFrame/KvxFrame.h>
 #include <arv.h>
 
@@ -26,7 +26,7 @@ struct Unref {
 using Camera = std::unique_ptr<ArvCamera, Unref>;
 using Stream = std::unique_ptr<ArvStream, Unref>;
 
-/** What Aravis reports in its last argument becomes an exception. */
+/** Throws the error that Aravis reported in its last argument. */
 void Check(GError*& error) {
     if (!error) return;
     const std::string message = error->message;
@@ -34,10 +34,10 @@ void Check(GError*& error) {
     throw std::runtime_error(message);
 }
 
-/** A camera's frame as the frame layer sees it; the pixel format is a PFNC code, which says everything. */
+/** A view of a camera frame for the frame layer. The pixel format is a PFNC code. */
 frame::SourceView ViewOf(ArvBuffer* buffer) {
     const auto format = frame::FormatByPfncCode(arv_buffer_get_image_pixel_format(buffer));
-    if (!format) throw std::runtime_error("the camera's pixel format is no mosaic");
+    if (!format) throw std::runtime_error("the camera's pixel format is not a mosaic");
     size_t size = 0;
     const void* data = arv_buffer_get_image_data(buffer, &size);
     return {data,
@@ -52,7 +52,7 @@ void WritePpm(const std::string& path, const std::vector<uint8_t>& rgb, const fr
     const std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(path.c_str(), "wb"), &std::fclose);
     if (!file || std::fprintf(file.get(), "P6\n%u %u\n255\n", source.width, source.height) < 0 ||
         std::fwrite(rgb.data(), 1, rgb.size(), file.get()) != rgb.size())
-        throw std::runtime_error(path + " cannot be written");
+        throw std::runtime_error(path + ": cannot write the file");
 }
 
 void Run(const char* name, int frames, const char* path) {
@@ -68,7 +68,7 @@ void Run(const char* name, int frames, const char* path) {
     Check(error);
     for (int i = 0; i < 4; ++i) arv_stream_push_buffer(stream.get(), arv_buffer_new_allocate(payload));
 
-    frame::Converter converter(frame::Family::Bayer);  // keeps its memory from frame to frame
+    frame::Converter converter(frame::Family::Bayer);  // reuses its memory for all frames
     converter.SetAlgorithm("ipp");
     std::vector<uint8_t> rgb;
     frame::SourceView source;
@@ -84,7 +84,7 @@ void Run(const char* name, int frames, const char* path) {
                                        frame::FormatByName("RGB8")});
             ++converted;
         }
-        arv_stream_push_buffer(stream.get(), buffer);  // back to the camera
+        arv_stream_push_buffer(stream.get(), buffer);  // return the buffer to the camera
     }
     arv_camera_stop_acquisition(camera.get(), &error);
     Check(error);

@@ -1,4 +1,4 @@
-/* A 12-bit Bayer frame becomes an 8-bit RGB picture: the whole of what a C program does. */
+/* Converts a 12-bit Bayer frame to an 8-bit RGB image in C. */
 #include <KvxDemosaicing/KvxDemosaicing.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -6,7 +6,7 @@
 enum { WIDTH = 64, HEIGHT = 48 };
 
 int main(void) {
-    /* A frame that the camera would deliver: here an even grey of 2048 of 4095. */
+    /* Stands for a camera frame: uniform grey, 2048 of 4095. */
     static uint16_t raw[HEIGHT][WIDTH];
     static uint8_t rgb[HEIGHT][WIDTH][3];
     for (int y = 0; y < HEIGHT; ++y)

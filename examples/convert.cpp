@@ -1,4 +1,4 @@
-// An 8-bit Bayer frame becomes a BGR picture by the edge-aware algorithm, set as a component parameter.
+// Converts an 8-bit Bayer frame to BGR with the edge-aware algorithm, set as a component parameter.
 #include <KvxDemosaicing/KvxDemosaicing.h>
 
 #include <cstdio>

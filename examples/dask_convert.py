@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Converts raw frames on the workers of a Dask cluster: here, or wherever --scheduler is.
+"""Converts raw frames on the workers of a Dask cluster: local, or the one at --scheduler.
 
     dask_convert.py FRAME... --output FOLDER [--format BayerRG12 --width 1920 --height 1200] [--scheduler ADDRESS]
 
-A frame's name tells format and size, as in scene_1920x1200_BayerRG12.raw, unless options do. Pictures are PPM files.
-A frame that fails does not stop the others; the table at the end tells which and why. Exit code: 7 if some failed.
+Options or the file name give format and size, as in scene_1920x1200_BayerRG12.raw. The images are PPM files. A frame
+that fails does not stop the others; the list at the end gives the reasons. Exit code: 7 if some frames failed.
 """
 
 import argparse
@@ -22,17 +22,17 @@ NAME = re.compile(r"_(?P<width>\d+)x(?P<height>\d+)_(?P<format>[^.]+)\.")
 
 
 def convert_file(path: str, output: str, given: dict, settings: dict) -> str:
-    """Runs on a worker. Returns the picture's path; raises what went wrong."""
+    """Runs on a worker. Returns the path of the image; raises an exception on failure."""
     found = NAME.search(pathlib.Path(path).name)
     facts = {**(found.groupdict() if found else {}), **given}
     missing = {"width", "height", "format"} - facts.keys()
     if missing:
-        raise ValueError(f"neither its name nor an option tells {', '.join(sorted(missing))}")
+        raise ValueError(f"neither the file name nor an option gives {', '.join(sorted(missing))}")
     format = kvx.format(facts["format"])
     frame = np.fromfile(path, format.dtype)
     picture = kvx.convert(frame, format, width=int(facts["width"]), height=int(facts["height"]), threads=1, **settings)
     target = pathlib.Path(output) / (pathlib.Path(path).stem + ".ppm")
-    part = target.with_suffix(".part")  # a picture appears whole or not at all
+    part = target.with_suffix(".part")  # an image appears complete or not at all
     part.write_bytes(b"P6 %d %d 255\n" % picture.shape[1::-1] + picture.tobytes())
     part.replace(target)
     return str(target)
@@ -53,9 +53,9 @@ def main() -> int:
     parser.add_argument("--algorithm")
     parser.add_argument("--tone", choices=["linear", "srgb"])
     parser.add_argument("--white-balance", choices=["auto", "grey-world"])
-    parser.add_argument("--scheduler", metavar="ADDRESS", help="of a running cluster; else processes are started here")
+    parser.add_argument("--scheduler", metavar="ADDRESS", help="of a running cluster; default: local processes")
     parser.add_argument("--workers", type=int, default=2, help="processes on this machine (default 2)")
-    parser.add_argument("--retries", type=int, default=2, help="of a frame that failed (default 2)")
+    parser.add_argument("--retries", type=int, default=2, help="retries of a failed frame (default 2)")
     options = parser.parse_args()
 
     given = {name: getattr(options, name) for name in ("format", "width", "height") if getattr(options, name)}

@@ -1,4 +1,4 @@
-// A packed camera frame becomes a display picture: black level, white balance and sRGB curve on the way.
+// Converts a packed camera frame to a display image with black level, white balance and sRGB tone curve.
 #include <KvxFrame/KvxFrame.h>
 
 #include <cstdio>
@@ -10,7 +10,7 @@ namespace frame = kvx::frame;
 int main() try {
     constexpr uint32_t width = 64, height = 48;
 
-    // What the camera would deliver: 12 bits packed, an even grey half way between black (256) and white.
+    // Stands for a camera frame: 12 bits packed, uniform grey half way between black (256) and white.
     const frame::Format format = frame::FormatByName("BayerRG12p");  // or "pRCC", "SCF1WBWG12p", "rggb12le", ...
     std::vector<uint16_t> samples(width, 256 + (4095 - 256) / 2);
     std::vector<uint8_t> raw(frame::ImageBytes(format, width, height, 0));
@@ -27,7 +27,7 @@ int main() try {
     finish.whiteBalance = frame::WhiteBalance::GreyWorld;
     finish.tone = frame::ToneCurve::Srgb;
 
-    frame::Converter converter(format.family);  // keep it: from the second frame on it allocates nothing
+    frame::Converter converter(format.family);  // reuse it: no allocation after the first frame
     converter.SetAlgorithm("ipp");
     converter.SetFinish(finish);
     converter.Convert(source, destination);

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs the benchmarks (arguments go to them, for example --benchmark_filter=12to8) and prints each figure beside its
-# peer's: medians over interleaved repetitions, so that a disturbance of the machine meets all of them alike.
+# Runs the benchmarks (with the arguments, for example --benchmark_filter=12to8) and compares each with its reference.
+# Figures are medians of interleaved repetitions, so a disturbance of the machine affects all alike.
 set -eu
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh develop

@@ -1,17 +1,17 @@
 #!/usr/bin/env bash
-# Runs all tests with counters in the code and prints which share of the lines and branches of src, frame and tools they
-# reach (arguments go to ctest, for example -R Bayer). A page for each file is in build/coverage/report.
+# Runs all tests and prints their line and branch coverage of src, frame and tools (arguments go to ctest, for example
+# -R Bayer). build/coverage/report has a page per file.
 #
-# A kernel file is compiled once for each instruction set: a line counts as reached when any of them reached it. Branches
-# that the compiler makes for exceptions alone do not count.
+# A kernel file is compiled once per instruction set: a line counts as reached if any of them reached it. Branches that the
+# compiler adds for exceptions do not count.
 set -eu
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh develop
 cmake --preset coverage > /dev/null
 cmake --build --preset coverage > /dev/null
 find build/coverage -name '*.gcda' -delete
-# HalfWritten limits how large files may grow: the counters' too.
-ctest --preset coverage --exclude-regex HalfWritten "$@" || echo "Not all tests passed." >&2
+# HalfWritten limits the size of files, also of those with the counters.
+ctest --preset coverage --exclude-regex HalfWritten "$@" || echo "Some tests failed." >&2
 mkdir -p build/coverage/report
 gcovr --root . --object-directory build/coverage --filter src/ --filter frame/ --filter tools/ \
     --exclude-throw-branches --exclude-unreachable-branches \

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Before a release: makes a bare Debian 12 in a folder, clones what is committed here into it and runs the two commands
-# of README.md there. As root; half an hour on two cores.   scripts/fresh-machine.sh [MIRROR]
+# Before a release: clones the committed state into a bare Debian 12 in a folder and runs the two commands of README.md
+# there. Run as root; takes half an hour on two cores.   scripts/fresh-machine.sh [MIRROR]
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/bare-debian.sh

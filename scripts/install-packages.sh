@@ -1,23 +1,32 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building and testing need, those that are missing (as root or through sudo). With the
-# argument "develop": also those for measuring, checking the sources and hunting data races; "package": also those for
-# making Debian packages; "site": also those for the documentation site.
+# Installs the missing Debian packages, as root or through sudo:   scripts/install-packages.sh [demo|develop|package|site]
+#
+#   demo     the library and the command-line tool
+#   (none)   building and testing everything
+#   develop  also measuring, lint, sanitizers, fuzzing and coverage
+#   package  also Debian packages
+#   site     also the documentation site
 set -eu
 
 packages=(
-    g++ cmake ninja-build pkgconf
+    g++ cmake ninja-build
     libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libhwy-dev
     libcli11-dev libfmt-dev nlohmann-json3-dev
-    libgtest-dev libbenchmark-dev libraw-dev abigail-tools help2man bash-completion
+)
+everything=(
+    pkgconf libgtest-dev libbenchmark-dev libraw-dev abigail-tools help2man bash-completion
     libaravis-dev libusb-1.0-0-dev python3
     libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
     gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-bad
     pybind11-dev python3-dev python3-numpy python3-pytest python3-hypothesis python3-distributed mypy
 )
+[ "${1-}" = demo ] || packages+=("${everything[@]}")
 case ${1-} in
-    develop) packages+=(clang libomp-dev clang-format clang-tidy flake8 python3-matplotlib python3-numpy gcovr valgrind) ;;
-    package) packages+=(dpkg-dev file lintian) ;;
+    '' | demo) ;;
+    develop) packages+=(git clang libomp-dev clang-format clang-tidy flake8 python3-matplotlib gcovr valgrind) ;;
+    package) packages+=(git dpkg-dev file lintian) ;;
     site) packages+=(python3-sphinx python3-myst-parser python3-sphinx-copybutton furo doxygen python3-breathe) ;;
+    *) echo "$0: unknown set of packages: $1" >&2; exit 2 ;;
 esac
 
 missing=()

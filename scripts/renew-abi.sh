@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Writes the binary interfaces of the three libraries anew, into abi/, for tests/abi to compare with. For additions: what
-# changes or goes away needs another soname.
+# Updates the baselines of the binary interfaces in abi/, which tests/abi compares with. Use it after additions; a change
+# or removal needs another soname.
 set -eu
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh
@@ -8,7 +8,7 @@ cmake --preset release > /dev/null
 cmake --build --preset release --target KvxFrame
 for library in src/libKvxDemosaicing frame/libKvxFrame src/libKvxMisc; do
     name=${library#*/lib}
-    # Nothing that another folder or another line of a source file would change.
+    # Exclude everything that depends on the folder or on line numbers.
     abidw --no-corpus-path --no-comp-dir-path --no-show-locs --no-elf-needed --no-parameter-names --no-architecture \
         --type-id-style hash --exported-interfaces-only --drop-private-types \
         --drop-undefined-syms --no-write-default-sizes --suppressions abi/other_libraries.suppr \

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Measures speed and quality beside other libraries and writes docs/report:
+# Compares speed and quality with other libraries and writes docs/report:
 #
 #     scripts/report.sh [--step STEP]... [[NAME=]PICTURE FOLDER...]
 #
-# Without --step it takes all steps, about twenty minutes. Results stay in build/report, so that a step can be renewed by
-# itself; the page is made of whatever is there. Without folders of pictures the figures of quality are those of the
-# drawn scene only. Pictures of the folders appear in build/report and nowhere else.
+# Without --step it runs all steps, which takes about twenty minutes. Results stay in build/report, so that one step can be
+# repeated; the page shows all results found there. Without folders of images, quality covers the drawn scene only. The
+# images of the folders are copied to build/report only.
 set -eu
 cd "$(dirname "$0")/.."
 steps=()
@@ -25,7 +25,7 @@ build() {
     cmake --build --preset release --target "$@" > /dev/null
 }
 
-# Medians over interleaved repetitions, so that a disturbance of the machine meets all of them alike.
+# Medians of interleaved repetitions, so a disturbance of the machine affects all alike.
 measure_speed() {  # NAME FILTER
     build kvx_bench
     $programs/kvx_bench --benchmark_filter="$2" --benchmark_enable_random_interleaving=true \
@@ -41,16 +41,16 @@ measure_quality() {  # [NAME=]FOLDER...
     build/release/tools/kvx-demosaic demo $results/demo > /dev/null
     cp $results/demo/scene.png "$results/folders/drawn scene/"
     local folder algorithm
-    for folder in "$@"; do  # the page calls a folder by its name
+    for folder in "$@"; do  # the page shows the name of the folder
         ln -s "$(realpath "${folder#*=}")" "$results/folders/$(basename "${folder%%=*}")"
     done
     for algorithm in $($programs/kvx_quality --list); do
         local pictures=$results/pictures/$algorithm
         mkdir -p "$pictures"
         $programs/kvx_quality --algorithm "$algorithm" --pictures "$pictures" --json "$results/quality-$algorithm.json" \
-            "$results"/folders/* > /dev/null || echo "$algorithm is left out"
+            "$results"/folders/* > /dev/null || echo "$algorithm: no results"
     done
-    [ $# -gt 0 ] || echo "No folders of pictures given: quality on the drawn scene only."
+    [ $# -gt 0 ] || echo "No folders of images: quality of the drawn scene only."
 }
 
 measure_noise() {
@@ -70,6 +70,6 @@ for step in "${steps[@]}"; do
         quality) measure_quality "$@" ;;
         noise) measure_noise ;;
         page) /usr/bin/python3 -B scripts/report $results docs/report ;;
-        *) echo "$0: no step is called $step" >&2; exit 2 ;;
+        *) echo "$0: unknown step: $step" >&2; exit 2 ;;
     esac
 done

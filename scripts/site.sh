@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing and builds the documentation site: build/site/index.html.
+# Installs missing packages and builds the documentation site: build/site/index.html.
 set -eu
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh site

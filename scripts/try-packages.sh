@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Before a release, after scripts/package.sh: installs the packages in a bare Debian 12 in a folder, uses them, and removes
-# them. As root; a few minutes.   scripts/try-packages.sh [MIRROR]
+# Before a release, after scripts/package.sh: installs, uses and removes the packages in a bare Debian 12 in a folder. Run as
+# root; takes a few minutes.   scripts/try-packages.sh [MIRROR]
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/bare-debian.sh
 bare_debian try-packages "${1:-http://deb.debian.org/debian}"
 
-# A source of packages beside the mirror, so that apt finds out what belongs together as it does for everybody.
+# A package source in addition to the mirror, so that apt resolves the dependencies as for any user.
 mkdir "$root/packages"
 cp build/package/*.deb "$root/packages"
 (cd "$root/packages" && dpkg-scanpackages --multiversion . > Packages 2> /dev/null)

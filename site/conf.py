@@ -1,4 +1,4 @@
-"""Sphinx over a copy of the repository's documents; see build.sh."""
+"""Sphinx settings for a copy of the documents; see build.sh."""
 project = "KvxDemosaicing"
 author = "KvxDemosaicing developers"
 project_copyright = author

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes what the site shows and nobody writes: drawings, tables of names, help texts, sheets of pictures.
+"""Generates parts of the site: drawings, tables of names, help texts, contact sheets.
 
 generate.py KVX-DEMOSAIC FOLDER
 """
@@ -15,14 +15,14 @@ from drawings.patterns import draw_bayer, draw_truesense
 
 
 def write_help(tool, folder):
-    """The help of the tool and of each command, a section each."""
+    """The help of each command in a section."""
     commands = re.findall(r"^  (\w+)  +", tool.run("--help").partition("Subcommands:")[2], re.MULTILINE)
     text = "".join(f"## {command}\n\n```text\n{tool.run(command, '--help')}```\n\n" for command in commands)
     (folder / "commands.md").write_text(text)
 
 
 def make_sheets(tool, folder):
-    """The drawn scene by every algorithm of both families."""
+    """The drawn scene, converted by every algorithm of both families."""
     with tempfile.TemporaryDirectory() as work:
         tool.run("demo", work)
         for family, frame in (("bayer", "BayerRG12"), ("truesense", "TrueSense_RGGB_WRRW_0_12")):

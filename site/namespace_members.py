@@ -1,4 +1,4 @@
-"""Puts the members of namespaces into the XML of the header that declares them, where Breathe looks for a header's."""
+"""Moves the members of namespaces into the XML of the header that declares them, where Breathe expects them."""
 import pathlib
 import sys
 import xml.etree.ElementTree as tree

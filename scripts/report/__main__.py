@@ -1,4 +1,4 @@
-"""Writes the page with its plots and crops: report RESULTS PAGE_FOLDER. Plots of what was not measured are left out."""
+"""Writes the page with its plots and crops: report RESULTS PAGE_FOLDER. Plots without measurements are left out."""
 import sys
 from pathlib import Path
 
@@ -10,9 +10,9 @@ import summary
 
 
 def main(measured, target):
-    speed, quality, noise = results.Speed(measured), results.Quality(measured), results.noise(measured)
+    speed, quality, noise = results.Speed(measured), results.Quality(measured), results.Noise(measured)
     if not speed.rates:
-        sys.exit(f"{measured}: no speed was measured yet")
+        sys.exit(f"{measured}: no speed measurements")
     target.mkdir(parents=True, exist_ok=True)
     drawn = {
         "speed-bayer": plots.speed_of_bayer(speed, target / "speed-bayer.svg"),
@@ -25,7 +25,7 @@ def main(measured, target):
     scene = measured / "folders" / "drawn scene" / "scene.png"
     if quality.means:
         crops.sheet(scene, measured, target / "crops.png")
-        for folder in (measured / "folders").iterdir():  # for looking at; other people's pictures stay out of the page
+        for folder in (measured / "folders").iterdir():  # for inspection; images of others are not published
             for picture in sorted(folder.iterdir()):
                 if (measured / "pictures" / "ipp" / f"{picture.stem}.png").exists() and picture.suffix == ".png":
                     (measured / "crops").mkdir(exist_ok=True)

@@ -1,4 +1,4 @@
-"""Crops of places where methods go wrong, side by side."""
+"""Crops of difficult places, side by side."""
 import matplotlib.image
 import matplotlib.pyplot as plt
 import numpy as np
@@ -15,15 +15,16 @@ def _read(path):
 
 
 def _hard_places(original, restored):
-    """Corners of squares: three where the methods differ most, then three where ours errs most."""
+    """Corners of squares: three where the methods differ most, then three with the largest errors of in-house."""
     pictures = np.array(restored, float)
-    difference = np.median(abs(pictures - np.median(pictures, axis=0)), axis=0).sum(axis=2)  # not one method alone
+    # The median ignores differences of a single method.
+    difference = np.median(abs(pictures - np.median(pictures, axis=0)), axis=0).sum(axis=2)
     error = ((pictures[SHOWN.index("ipp")] - original) ** 2).sum(axis=2)
     return _peaks(difference, 3, []) + _peaks(error, 3, _peaks(difference, 3, []))
 
 
 def _peaks(values, count, taken):
-    """Corners of the squares with the largest sums, apart from one another and from those that are taken."""
+    """Corners of the squares with the largest sums, away from each other and from those in `taken`."""
     sums = np.pad(values, ((1, 0), (1, 0))).cumsum(0).cumsum(1)
     totals = sums[SIDE:, SIDE:] - sums[:-SIDE, SIDE:] - sums[SIDE:, :-SIDE] + sums[:-SIDE, :-SIDE]
     border = 10
@@ -43,7 +44,7 @@ def _peaks(values, count, taken):
 
 
 def sheet(original_path, results, path):
-    """Rows of places; the original, then each method, by name."""
+    """A row per place: the original, then each method."""
     methods = [method for method in SHOWN if (results / "pictures" / method / original_path.name).exists()]
     original = _read(original_path)
     restored = [_read(results / "pictures" / method / original_path.name) for method in methods]

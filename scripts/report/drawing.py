@@ -1,10 +1,10 @@
-"""Plots that are readable on light and on dark pages, and labels that do not lie on each other."""
+"""Plots for light and dark pages, with labels that do not overlap."""
 import matplotlib
 
 matplotlib.use("agg")
 import matplotlib.pyplot as plt  # noqa: E402
 
-#: Of a light page. In the file each has its counterpart for a dark one; no data has these colours.
+#: Colours of a light page, which the file maps to those of a dark page. No data has these colours.
 _INK, _PAPER, _FAINT = "#24292f", "#ffffff", "#d8dee4"
 _DARK = {_INK: "#e6edf3", _PAPER: "#161b22", _FAINT: "#373e47"}
 
@@ -32,30 +32,30 @@ def save(figure, path):
 
 
 def plain_log(axis):
-    """1, 10, 100, 1,000 in place of powers of ten."""
+    """Labels 1, 10, 100, 1,000 instead of powers of ten."""
     axis.set_major_formatter(matplotlib.ticker.FuncFormatter(lambda value, _: f"{value:,.10g}"))
     axis.set_minor_formatter(matplotlib.ticker.NullFormatter())
 
 
 def _apart(levels, distance):
-    """Ascending levels, moved as little as possible (least squares) so that neighbours keep their distance."""
-    groups = []  # [sum of the members' wishes for the first one's level, count]
+    """Moves ascending levels as little as possible (least squares) so that neighbours keep a distance."""
+    groups = []  # [sum of the members' proposals for the level of the first, count]
     for index, level in enumerate(levels):
         groups.append([level, 1])
         while len(groups) > 1:
-            (wishes, count), (below, lower) = groups[-1], groups[-2]
-            if wishes / count >= below / lower + lower * distance:
+            (proposals, count), (below, lower) = groups[-1], groups[-2]
+            if proposals / count >= below / lower + lower * distance:
                 break
-            wishes, count = groups.pop()
-            groups[-1][0] += wishes - count * groups[-1][1] * distance
+            proposals, count = groups.pop()
+            groups[-1][0] += proposals - count * groups[-1][1] * distance
             groups[-1][1] += count
-    return [wishes / count + member * distance for wishes, count in groups for member in range(count)]
+    return [proposals / count + member * distance for proposals, count in groups for member in range(count)]
 
 
 def label_ends(axes, ends, size=8):
     """
-    Names lines at their right ends: `ends` has (x, y, text, colour). Labels keep apart. To be called when the whole
-    figure is drawn, which settles where the axes lie.
+    Labels lines at their right ends without overlap: `ends` has (x, y, text, colour). Call this when the figure is
+    complete, because the layout determines the position of the axes.
     """
     axes.figure.draw_without_rendering()
     ends = sorted(ends, key=lambda end: end[1])
@@ -69,8 +69,8 @@ def label_ends(axes, ends, size=8):
 
 def label_points(axes, points, size=8):
     """
-    Names points: `points` has (x, y, text, colour). Each label goes where it covers nothing, as near as it can. To be
-    called when the whole figure is drawn.
+    Labels points: `points` has (x, y, text, colour). Each label goes to the nearest free place. Call this when the
+    figure is complete.
     """
     figure = axes.figure
     figure.draw_without_rendering()

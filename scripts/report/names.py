@@ -1,4 +1,4 @@
-"""How algorithms are called and coloured, the same in every table and plot."""
+"""Names and colours of the algorithms in all tables and plots."""
 from dataclasses import dataclass
 
 
@@ -46,6 +46,6 @@ def look(who):
 
 
 def order(who):
-    """The place of an algorithm in tables: the floor, ours, peers."""
+    """The position of an algorithm in tables: memory floor, this library, other libraries."""
     name = _NUMBERED.get(who, who)
     return -1 if name == "floor" else list(_LOOKS).index(name)

@@ -5,7 +5,7 @@ import subprocess
 from pathlib import Path
 
 import names
-from plots import LARGE, SIZE, edge_width, mean_deviation
+from plots import LARGE, SIZE
 
 _RUN = "scripts/report.sh --step"
 
@@ -69,15 +69,13 @@ def _quality_table(quality, algorithms, folders, figures):
 
 
 def _noise_table(noise):
-    gains = list(dict.fromkeys(row["gain"] for row in noise["flats"]))
-    algorithms = list(dict.fromkeys(row["algorithm"] for row in noise["flats"]))
-    head = ["algorithm"] + [f"gain {gain}" if gain != "none" else "no noise" for gain in gains]
+    head = ["algorithm"] + [f"gain {gain}" if gain != "none" else "no noise" for gain in noise.gains]
     rows = []
-    for algorithm in algorithms:
+    for algorithm in noise.algorithms:
         label = names.look(algorithm).label
         rows.append([f"{label}: deviation, codes"]
-                    + [f"{mean_deviation(noise, algorithm, gain):.1f}" for gain in gains])
-        rows.append([f"{label}: edge, pixels"] + [f"{edge_width(noise, algorithm, gain):.2f}" for gain in gains])
+                    + [f"{noise.deviation(algorithm, gain):.1f}" for gain in noise.gains])
+        rows.append([f"{label}: edge, pixels"] + [f"{noise.edge_width(algorithm, gain):.2f}" for gain in noise.gains])
     return _table(head, rows)
 
 
@@ -96,31 +94,30 @@ def _facts(speed):
         versions |= {name: context[name] for name in ("OpenCV", "LibRaw", "GStreamer") if name in context}
     peers = ", ".join(f"{name} {version}" for name, version in versions.items())
     if "GStreamer" not in versions:
-        peers += "; GStreamer's bayer2rgb was left out: its packages are not installed"
-    return f"- Date: {', '.join(sorted(dates))}\n- Machine: {_machine()}\n- Peers: {peers}\n"
+        peers += "; without GStreamer's bayer2rgb, whose packages are not installed"
+    return f"- Date: {', '.join(sorted(dates))}\n- Machine: {_machine()}\n- Other libraries: {peers}\n"
 
 
 def text(speed, quality, noise, summary, plots, crops):
     def plot(name, alt):
         return f"![{alt}]({name}.svg)\n" if name in plots else ""
 
-    parts = ["# Speed and quality, beside other libraries\n",
-             "Made by `scripts/report.sh`; nothing here was written by hand. Each figure has the command that renews "
-             "it.\n", _facts(speed),
-             "\nThe machine is shared with other work: absolute figures and small differences mean little, ratios "
-             "within a run count. Speeds are medians of five interleaved repetitions, ± half the distance of the "
-             "quartiles.\n",
-             "\n## In short\n", "\n".join(f"- {line}" for line in summary) + "\n",
+    parts = ["# Speed and quality compared with other libraries\n",
+             "`scripts/report.sh` generates this page. Each section names the command that updates it.\n",
+             _facts(speed),
+             "\nThe machine has other work: compare ratios within a run, not absolute figures or small differences. "
+             "Speeds are medians of five interleaved repetitions, ± half the interquartile range.\n",
+             "\n## Summary\n", "\n".join(f"- {line}" for line in summary) + "\n",
              plot("quality-speed", "Quality and speed"),
              f"Speed at {SIZE} on one thread, 8 bits to RGB8; LibRaw's 12 bits to RGB12.\n",
-             "\n## Speed\n", "Mpixel/s; × is time in multiples of the memory floor, a pass that reads the source and "
-             "writes the destination once, in the same run.\n",
-             "Ours, OpenCV's and GStreamer's figures are whole conversions between buffers that exist already. "
-             "GStreamer's element gets and gives buffers in the calling thread, without a pipeline, from a "
-             "pool that it keeps; it writes four bytes a pixel and has no threads of its own. LibRaw's figures are its "
-             "interpolations alone; it always computes in 16 bits.\n"]
+             "\n## Speed\n", "Mpixel/s; × is the time as a multiple of the memory floor, a pass that reads the source "
+             "and writes the destination once, in the same run.\n",
+             "The figures of this library, OpenCV and GStreamer are complete conversions between existing buffers. "
+             "GStreamer's element receives and returns buffers in the calling thread, without a pipeline, from its own "
+             "pool; it writes four bytes per pixel and is single-threaded. LibRaw's figures are for interpolation "
+             "only; it always computes in 16 bits.\n"]
     if bayer := speed.jobs("bayer_1") + speed.jobs("bayer_8"):
-        parts += [plot("speed-bayer", "Speed of Bayer conversions"), "\n### Bayer, beside the peers\n",
+        parts += [plot("speed-bayer", "Speed of Bayer conversions"), "\n### Bayer, compared with other libraries\n",
                   f"`{_RUN} bayer-bytes`, `{_RUN} bayer-words`\n",
                   _speed_table(speed, [job for job in ("bayer_8to8", "bayer_12to12") if job in bayer],
                                lambda who: True),
@@ -131,32 +128,33 @@ def text(speed, quality, noise, summary, plots, crops):
                   f"\n`{_RUN} truesense-bytes`, `{_RUN} truesense-words`; default parameters, colour matrix and tone "
                   "curve included.\n", _speed_table(speed, sorted(truesense, key=_depths), lambda who: True)]
     if "speed-size" in plots:
-        parts += ["\n### Frame size and threads\n", f"`{_RUN} scaling`. Dashed: peers. Small frames show what a call "
-                  "costs, large ones what memory gives.\n", plot("speed-size", "Throughput against frame size"), "\n",
+        parts += ["\n### Frame size and threads\n", f"`{_RUN} scaling`. Dashed: other libraries. Small frames show "
+                  "the cost of a call, large frames the memory bandwidth.\n",
+                  plot("speed-size", "Throughput against frame size"), "\n",
                   plot("speed-threads", "Throughput against threads")]
     parts.append(_left_out(speed))
     if quality.means:
         folders = quality.folders()
         sets = ", ".join(f"{folder} ({quality.count(folder)})" for folder in folders)
         figures = [("colour", "CPSNR"), ("chroma", "chroma"), ("ssim", "SSIM")]
-        parts += ["\n## Quality\n", f"`{_RUN} quality KODAK MCMASTER …`: pictures of 8 bits become mosaics and are "
-                  f"restored. Sets, with the number of pictures: {sets}; the sets of photographs are parts of the "
-                  "public ones of that name and not in this project, the scene is the one of `kvx-demosaic demo`. "
-                  "PSNR in dB, of all three channels together and of Cb and Cr; structural similarity of luma; a "
-                  "border of 10 pixels does not count. OpenCV's VNG puts its picture two rows too high; it was moved "
-                  "back first.\n", "\n### Bayer\n",
+        parts += ["\n## Quality\n", f"`{_RUN} quality KODAK MCMASTER …`: 8-bit images are converted to mosaics and "
+                  f"restored. Image sets, with the number of images: {sets}. The photographs are parts of the public "
+                  "sets of that name and are not in this project; the scene is that of `kvx-demosaic demo`. PSNR in dB "
+                  "of all three channels together, and of Cb and Cr; structural similarity of luma; a border of 10 "
+                  "pixels is excluded. OpenCV's VNG shifts its image up by two rows, which is corrected first.\n",
+                  "\n### Bayer\n",
                   _quality_table(quality, names.BAYER + names.PEERS, folders, figures),
-                  "\n### TrueSense\n", "12-bit frames without noise, pan the mean of red, green and blue, no colour "
-                  "matrix, default noise filters. A row can be compared with the Bayer ones only loosely: the sensor "
-                  "is another.\n", _quality_table(quality, names.TRUESENSE, folders, figures)]
+                  "\n### TrueSense\n", "12-bit frames without noise; pan is the mean of red, green and blue; no "
+                  "colour matrix; default noise filters. The comparison with Bayer rows is loose, since the sensor "
+                  "differs.\n", _quality_table(quality, names.TRUESENSE, folders, figures)]
     if crops:
-        parts += ["\n### Where it is hard\n", "Of the drawn scene, three places where the methods differ most, then "
-                  "three where in-house errs most; three times enlarged.\n", "![Crops](crops.png)\n"]
-    if noise:
+        parts += ["\n### Difficult places\n", "Crops of the drawn scene, enlarged three times: three places where the "
+                  "methods differ most, then three with the largest errors of in-house.\n", "![Crops](crops.png)\n"]
+    if noise.gains:
         parts += ["\n## Noise and edges, TrueSense\n", plot("noise", "Noise and edge width against gain"),
-                  f"\n`{_RUN} noise`: root mean square over flat fields and channels of the standard deviation, 12-bit "
-                  "codes; width of a slanted grey edge from 10 to 90 %. What gets narrower as noise grows is not "
-                  "sharper: filtering thins the flanks.\n", _noise_table(noise)]
+                  f"\n`{_RUN} noise`: standard deviation in 12-bit codes, as root mean square over flat fields and "
+                  "channels; width of a slanted grey edge from 10 to 90 %. An edge that gets narrower with noise is "
+                  "not sharper: filtering narrows its flanks.\n", _noise_table(noise)]
     return "\n".join(part for part in parts if part)
 
 

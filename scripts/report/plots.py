@@ -1,6 +1,4 @@
-"""The plots of the page. Each returns whether there was anything to draw."""
-import statistics
-
+"""The plots of the page. Each function returns whether there was anything to draw."""
 import matplotlib.pyplot as plt
 
 import names
@@ -10,8 +8,27 @@ from results import pixels
 SIZE, LARGE = "1920x1200", "4096x3072"
 
 
+def _save_labelled(figure, path, labels, draw_labels=label_ends, size=8):
+    """Labels each of the axes in `labels`, [(axes, items)], once the figure is complete, and writes the file."""
+    for axes, items in labels:
+        draw_labels(axes, items, size)
+    save(figure, path)
+    return True
+
+
+def _line(axes, who, places, values, **style):
+    """Draws a line and returns its right end for the label."""
+    look = names.look(who)
+    axes.plot(places, values, color=look.colour, **style)
+    return places[-1], values[-1], look.label, look.colour
+
+
+def _style(who):
+    return {"linestyle": "-" if names.look(who).ours else "--", "marker": "."}
+
+
 def _bars(axes, speed, job, title):
-    """A row for each algorithm, the fastest on top: one thread filled, all threads hollow, quartiles as lines."""
+    """A row per algorithm, the fastest on top: one thread filled, all threads hollow, quartiles as lines."""
     people = [who for who in speed.people(job) if speed.rate(job, SIZE, 1, who)]
     people.sort(key=lambda who: speed.median(job, SIZE, 1, who))
     most = max(speed.threads(job))
@@ -67,13 +84,10 @@ def speed_by_size(speed, path):
         sizes, ends = speed.sizes(job), []
         places = [pixels(size) * 1e-6 for size in sizes]
         for who in speed.people(job):
-            look = names.look(who)
             rates = [speed.rate(job, size, 1, who) for size in sizes]
-            one.plot(places, [rate.median for rate in rates], "-" if look.ours else "--", marker=".",
-                     color=look.colour)
-            one.fill_between(places, [rate.low for rate in rates], [rate.high for rate in rates], color=look.colour,
-                             alpha=0.15, linewidth=0)
-            ends.append((places[-1], rates[-1].median, look.label, look.colour))
+            ends.append(_line(one, who, places, [rate.median for rate in rates], **_style(who)))
+            one.fill_between(places, [rate.low for rate in rates], [rate.high for rate in rates],
+                             color=names.look(who).colour, alpha=0.15, linewidth=0)
         one.set_xscale("log")
         one.set_yscale("log")
         one.set_xticks(places, [size.replace("x", "×") for size in sizes], rotation=45, ha="right", fontsize=7)
@@ -83,10 +97,7 @@ def speed_by_size(speed, path):
         one.set_xlim(right=places[-1] * 40)
         labels.append((one, ends))
     axes[0].set_ylabel("Mpixel/s, 1 thread")
-    for one, ends in labels:
-        label_ends(one, ends)
-    save(figure, path)
-    return True
+    return _save_labelled(figure, path, labels)
 
 
 def speed_by_threads(speed, path):
@@ -99,11 +110,10 @@ def speed_by_threads(speed, path):
         for row, size in enumerate((SIZE, LARGE)):
             one, ends = axes[row][column], []
             for who in speed.people(job):
-                look = names.look(who)
                 alone = speed.median(job, size, 1, who)
                 gains = [speed.median(job, size, count, who) / alone for count in threads]
-                one.plot(threads, gains, "-" if look.ours else "--", marker=".", color=look.colour)
-                ends.append((threads[-1], gains[-1], f"{look.label} {gains[-1]:.2f}", look.colour))
+                *end, label, colour = _line(one, who, threads, gains, **_style(who))
+                ends.append((*end, f"{label} {gains[-1]:.2f}", colour))
             one.plot(threads, threads, ":", color=INK, linewidth=0.8)
             one.set_xticks(threads)
             one.set_xlim(threads[0], threads[-1] + (threads[-1] - threads[0]) * 0.6)
@@ -113,14 +123,11 @@ def speed_by_threads(speed, path):
         one.set_xlabel("threads")
     for one in axes[:, 0]:
         one.set_ylabel("times as fast as 1 thread")
-    for one, ends in labels:
-        label_ends(one, ends, 7.5)
-    save(figure, path)
-    return True
+    return _save_labelled(figure, path, labels, size=7.5)
 
 
 def rate_for_quality(speed, algorithm):
-    """Mpixel/s of the job that shows an algorithm: LibRaw was measured with words only."""
+    """Mpixel/s of the job that represents an algorithm: LibRaw is measured with words only."""
     if algorithm.startswith("libraw"):
         return speed.median("bayer_12to12", SIZE, 1, algorithm)
     return speed.median("bayer_8to8", SIZE, 1, algorithm)
@@ -147,36 +154,21 @@ def quality_and_speed(speed, quality, path):
         one.margins(x=0.25, y=0.12)
         plain_log(one.xaxis)
         one.set_xlabel("Mpixel/s, 1 thread (right is faster)")
-        one.set_title(f"{folder}, pictures: {quality.count(folder)}")
+        one.set_title(f"{folder}, images: {quality.count(folder)}")
         labels.append((one, sorted(points, key=lambda point: -point[1])))
     for one in axes[:, 0]:
         one.set_ylabel("CPSNR, dB (up is better)")
-    for one, points in labels:
-        label_points(one, points, 7.5)
-    save(figure, path)
-    return True
-
-
-def gain_value(name):
-    return 0.0 if name == "none" else float(name)
+    return _save_labelled(figure, path, labels, label_points, 7.5)
 
 
 def noise_by_gain(noise, path):
-    if not noise:
+    if not noise.gains:
         return False
     figure, axes = plt.subplots(1, 2, figsize=(9.2, 3.6))
-    gains = list(dict.fromkeys(row["gain"] for row in noise["flats"]))
-    algorithms = list(dict.fromkeys(row["algorithm"] for row in noise["flats"]))
-    left, right = [], []
-    for algorithm in algorithms:
-        look = names.look(algorithm)
-        noisy = [gain for gain in gains if gain != "none"]
-        deviations = [mean_deviation(noise, algorithm, gain) for gain in noisy]
-        axes[0].plot([gain_value(gain) for gain in noisy], deviations, marker="o", color=look.colour)
-        left.append((gain_value(noisy[-1]), deviations[-1], look.label, look.colour))
-        widths = [edge_width(noise, algorithm, gain) for gain in gains]
-        axes[1].plot([gain_value(gain) for gain in gains], widths, marker="o", color=look.colour)
-        right.append((gain_value(gains[-1]), widths[-1], look.label, look.colour))
+    noisy = [gain for gain in noise.gains if gain != "none"]
+    panels = ((axes[0], noisy, noise.deviation), (axes[1], noise.gains, noise.edge_width))
+    labels = [(one, [_line(one, who, [noise.value(gain) for gain in gains], [figure_of(who, gain) for gain in gains],
+                           marker="o") for who in noise.algorithms]) for one, gains, figure_of in panels]
     axes[0].set_ylabel("standard deviation, 12-bit codes")
     axes[0].set_title("Noise left on flat fields")
     axes[1].set_ylabel("10 to 90 %, pixels")
@@ -185,20 +177,4 @@ def noise_by_gain(noise, path):
         one.set_ylim(0, one.get_ylim()[1] * 1.05)
         one.set_xlabel("analog gain")
         one.set_xlim(right=one.get_xlim()[1] * 1.3)
-    for one, ends in zip(axes, (left, right)):
-        label_ends(one, ends)
-    save(figure, path)
-    return True
-
-
-def mean_deviation(noise, algorithm, gain):
-    """Root mean square over all flat fields and channels."""
-    values = [row[f"sd {channel}"] for row in noise["flats"]
-              if row["algorithm"] == algorithm and row["gain"] == gain for channel in "RGB"]
-    return statistics.fmean(value * value for value in values) ** 0.5
-
-
-def edge_width(noise, algorithm, gain, edge="grey"):
-    row = next(row for row in noise["edges"]
-               if row["edge"] == edge and row["algorithm"] == algorithm and row["gain"] == gain)
-    return statistics.fmean(row[f"width {channel}"] for channel in "RGB")
+    return _save_labelled(figure, path, labels)

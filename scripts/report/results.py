@@ -1,4 +1,4 @@
-"""What scripts/report.sh measured."""
+"""The measurements of scripts/report.sh."""
 import json
 import statistics
 from dataclasses import dataclass
@@ -21,7 +21,7 @@ class Rate:
 
 
 class Speed:
-    """Rates by job, size such as "1920x1200", threads, and who. Who failed has a reason instead."""
+    """Rates by job, size such as "1920x1200", threads, and `who` (the algorithm). Failures have a reason instead."""
 
     def __init__(self, folder):
         self.rates, self.reasons, self.contexts = {}, {}, []
@@ -54,7 +54,7 @@ class Speed:
         return rate.median if rate else None
 
     def people(self, job):
-        """In the order of names.order; they were measured in any."""
+        """All measured algorithms of a job, in the order of names.order."""
         return sorted({who for a, _, _, who in self.rates if a == job}, key=names.order)
 
     def jobs(self, prefix):
@@ -97,6 +97,28 @@ class Quality:
         return max(len(pictures) for (_, a), pictures in self.pictures.items() if a == folder)
 
 
-def noise(folder):
-    path = folder / "noise.json"
-    return json.loads(path.read_text()) if path.exists() else None
+class Noise:
+    """Deviations on flat fields and widths of edges by algorithm and analog gain ("none" without noise)."""
+
+    def __init__(self, folder):
+        path = folder / "noise.json"
+        document = json.loads(path.read_text()) if path.exists() else {"flats": [], "edges": []}
+        self._flats, self._edges = document["flats"], document["edges"]
+        self.gains = list(dict.fromkeys(row["gain"] for row in self._flats))
+        self.algorithms = list(dict.fromkeys(row["algorithm"] for row in self._flats))
+
+    @staticmethod
+    def value(gain):
+        return 0.0 if gain == "none" else float(gain)
+
+    def deviation(self, algorithm, gain):
+        """Root mean square over all flat fields and channels."""
+        values = [row[f"sd {channel}"] for row in self._flats
+                  if row["algorithm"] == algorithm and row["gain"] == gain for channel in "RGB"]
+        return statistics.fmean(value * value for value in values) ** 0.5
+
+    def edge_width(self, algorithm, gain):
+        """Of the grey edge, 10 to 90 %, in pixels: the mean of the channels."""
+        row = next(row for row in self._edges
+                   if row["edge"] == "grey" and row["algorithm"] == algorithm and row["gain"] == gain)
+        return statistics.fmean(row[f"width {channel}"] for channel in "RGB")

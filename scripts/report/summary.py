@@ -1,14 +1,14 @@
-"""The sentences on top of the page: what the figures say, also where a peer is ahead."""
+"""The summary at the top of the page, including where another library is ahead."""
 import names
-from plots import LARGE, SIZE, gain_value, mean_deviation, edge_width, rate_for_quality
+from plots import LARGE, SIZE, rate_for_quality
 
-#: Ours, and the peers that do the same kind of work.
+#: Algorithms of other libraries that compare with bilinear and edge-aware, and with in-house.
 _SIMPLE_PEERS = ["opencv-bilinear", "opencv-edge-aware", "gstreamer-bayer2rgb"]
 _GOOD_PEERS = ["opencv-vng", "libraw-ppg", "libraw-ahd"]
 
 
 def _times(ratio):
-    """How an amount compares with 1 in words."""
+    """A ratio of speeds in words."""
     if 0.97 <= ratio <= 1.03:
         return "as fast as"
     return f"{ratio:.2g} times as fast as" if ratio > 1 else f"slower ({ratio:.2f} times the speed) than"
@@ -37,8 +37,8 @@ def _good_speed(speed):
     if not own or not others:
         return []
     texts = [f"{names.look(who).label.removeprefix('LibRaw ')} {own / rate:.2g}" for who, rate in others.items()]
-    return [f"**In-house**, 12 bits to RGB12, {SIZE}, 1 thread: {own:.0f} Mpixel/s. Its speed as a multiple of "
-            f"LibRaw's algorithms: {', '.join(texts)}."]
+    return [f"**In-house**, 12 bits to RGB12, {SIZE}, 1 thread: {own:.0f} Mpixel/s. Speed relative to LibRaw's "
+            f"algorithms: {', '.join(texts)}."]
 
 
 def _quality(quality):
@@ -52,7 +52,7 @@ def _quality(quality):
         best = max(peers, key=peers.get)
         verb = "ahead of" if own > peers[best] else "**behind**"
         lines.append(f"**Quality, {folder}**: in-house {own:.2f} dB, {abs(own - peers[best]):.2f} dB {verb} the best "
-                     f"peer, {names.look(best).label} ({peers[best]:.2f} dB).")
+                     f"other algorithm, {names.look(best).label} ({peers[best]:.2f} dB).")
     return lines
 
 
@@ -65,7 +65,7 @@ def _where_peers_lead(speed, quality):
                 for peer in _SIMPLE_PEERS:
                     other = speed.median(job, size, threads, peer)
                     if own and other and other > own:
-                        found.append(f"{names.look(peer).label} is {other / own:.2f} times as fast as our bilinear "
+                        found.append(f"{names.look(peer).label} is {other / own:.2f} times as fast as bilinear "
                                      f"({job.removeprefix('bayer_').replace('to', ' to ')} bits, {size}, "
                                      f"threads: {threads})")
     for size in speed.sizes("bayer_scaling"):
@@ -75,7 +75,7 @@ def _where_peers_lead(speed, quality):
             faster = [f"{names.look(peer).label} {rate / own:.2g}" for peer, rate in rates.items()
                       if own and rate and rate > 1.03 * own]
             if faster and size not in (SIZE, LARGE):
-                found.append(f"frames of {size}, speed as a multiple of our {names.look(ours).label}: "
+                found.append(f"frames of {size}, speed relative to {names.look(ours).label}: "
                              + ", ".join(faster))
     own = speed.median("bayer_8to8", SIZE, 1, "ipp")
     for peer in names.PEERS:
@@ -90,8 +90,8 @@ def _where_peers_lead(speed, quality):
                 if own and other and other > own + (0.0005 if figure == "ssim" else 0.005):
                     found.append(f"{names.look(peer).label} is {other - own:.3g} {unit} above in-house on {folder}")
     if not found:
-        return ["**Where a peer is ahead**: nowhere in these figures."]
-    return ["**Where a peer is ahead**:\n" + "\n".join(f"  - {sentence}" for sentence in found)]
+        return ["**Where another library is ahead**: nowhere in these figures."]
+    return ["**Where another library is ahead**:\n" + "\n".join(f"  - {sentence}" for sentence in found)]
 
 
 def _truesense(speed, noise):
@@ -102,15 +102,14 @@ def _truesense(speed, noise):
     if rates:
         texts = [f"{label} {one:.0f}" + (f" ({two:.0f})" if two else "") for label, one, two in rates]
         lines.append(f"**TrueSense**, 12 bits to RGB8, {SIZE}, Mpixel/s on 1 (2) threads: {', '.join(texts)}.")
-    if noise:
-        gain = max((row["gain"] for row in noise["flats"]), key=gain_value)
-        fast = mean_deviation(noise, "fast", gain)
-        texts = [f"{names.look(who).label} {fast / mean_deviation(noise, who, gain):.1f}"
-                 for who in ("simple", "kodak-like")]
-        edges = [f"{names.look(who).label} {edge_width(noise, who, gain):.2f}"
+    if noise.gains:
+        gain = max(noise.gains, key=noise.value)
+        fast = noise.deviation("fast", gain)
+        texts = [f"{names.look(who).label} {fast / noise.deviation(who, gain):.1f}" for who in ("simple", "kodak-like")]
+        edges = [f"{names.look(who).label} {noise.edge_width(who, gain):.2f}"
                  for who in ("fast", "simple", "kodak-like")]
-        lines.append(f"**Noise** at analog gain {gain}, times less than with fast: {', '.join(texts)}. "
-                     f"Width of a grey edge there, pixels: {', '.join(edges)}.")
+        lines.append(f"**Noise** at analog gain {gain}, reduction compared with fast: {', '.join(texts)}. "
+                     f"Width of a grey edge, pixels: {', '.join(edges)}.")
     return lines
 
 

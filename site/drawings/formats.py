@@ -1,4 +1,4 @@
-"""What kvx-demosaic says about pixel formats, for drawings that cannot differ from the library."""
+"""Pixel formats as kvx-demosaic describes them, so that the drawings agree with the library."""
 import json
 import re
 import subprocess

@@ -1,4 +1,4 @@
-"""Where the bits of samples lie in memory, as the library says it."""
+"""The position of sample bits in memory, as the library describes it."""
 from drawings.svg import PALE, Drawing
 
 SAMPLES = {"a": "#f6c7a1", "b": "#b9d8f2", "c": "#c9e5b5", "d": "#e3c4ea", "-": PALE}

@@ -1,11 +1,11 @@
-"""Pictures of the methods: which samples meet at a site, and in which order the steps run."""
+"""Drawings of the methods: the samples that a site uses, and the order of the steps."""
 from drawings.svg import MARK, Drawing
 
 CELL = 44
 
 
 def neighbourhood(drawing, x, y, heading, rows, centre, from_sites, notes):
-    """A 3x3 or 5x5 piece of a mosaic, its centre framed, with arrows from the sites that it is computed from."""
+    """A part of a mosaic with its centre outlined and arrows from the sites that the centre is computed from."""
     side = len(rows)
     drawing.text(x + side * CELL / 2, y - 12, heading, 14, weight="bold")
     drawing.mosaic(x, y, CELL, rows)
@@ -23,7 +23,7 @@ def draw_bilinear(folder):
     drawing = Drawing(760, 240, "Bilinear interpolation")
     red, green = ["BGB", "GRG", "BGB"], ["GBG", "RGR", "GBG"]
     neighbourhood(drawing, 30, 42, "green at red", red, (1, 1), sides, ["mean of four"])
-    neighbourhood(drawing, 220, 42, "blue at red", red, (1, 1), corners, ["mean of four diagonal ones"])
+    neighbourhood(drawing, 220, 42, "blue at red", red, (1, 1), corners, ["mean of four diagonals"])
     neighbourhood(drawing, 410, 42, "red at green", green, (1, 1), [(1, 0), (1, 2)], ["mean of two"])
     neighbourhood(drawing, 600, 42, "blue at green", green, (1, 1), [(0, 1), (2, 1)], ["mean of two"])
     drawing.save(folder / "bilinear.svg")
@@ -32,15 +32,15 @@ def draw_bilinear(folder):
 def draw_edge_aware(folder):
     drawing = Drawing(600, 250, "Edge-aware interpolation of green")
     red = ["BGB", "GRG", "BGB"]
-    neighbourhood(drawing, 90, 42, "across: |left - right|", red, (1, 1), [(1, 0), (1, 2)],
+    neighbourhood(drawing, 90, 42, "horizontal: |left - right|", red, (1, 1), [(1, 0), (1, 2)],
                   ["smaller, or equal: green is the", "mean of left and right"])
-    neighbourhood(drawing, 380, 42, "down: |above - below|", red, (1, 1), [(0, 1), (2, 1)],
+    neighbourhood(drawing, 380, 42, "vertical: |above - below|", red, (1, 1), [(0, 1), (2, 1)],
                   ["smaller: green is the mean", "of above and below"])
     drawing.save(folder / "edge-aware.svg")
 
 
 def draw_chain(title, steps, path, per_row=4):
-    """Boxes with arrows between, row after row."""
+    """Boxes connected by arrows, row by row."""
     width, height, gap = 196, 74, 26
     rows = (len(steps) + per_row - 1) // per_row
     drawing = Drawing(per_row * (width + gap) + 6, rows * (height + 40), title)
@@ -63,15 +63,15 @@ def draw_in_house(folder):
         ["2 activity", "gradient, change and", "noise of the differences"],
         ["3 directions", "a cost for each axis,", "from a window of 5x5"],
         ["4 green", "four half lines, weighted", "by 1 / cost"],
-        ["5 slopes", "how far red and blue", "follow green here"],
+        ["5 slopes", "how much red and blue", "follow green here"],
         ["6 red and blue", "at the other colour's sites", "by four diagonals"],
         ["6 red and blue", "at green sites", "by four direct neighbours"],
         ["picture", "known samples kept,", "rounded, clamped"]], folder / "in-house.svg")
 
 
 def draw_pan(folder, tile):
-    """A colour site of the tile with its four clear neighbours, then the quincunx of pan and the sparse colours."""
-    rows = ["".join(tile[row % 4][column % 4] for column in range(6)) for row in range(6)]
+    """The mosaic, then its pan sites and its colour sites."""
+    rows = Drawing.repeated(tile, 6)
 
     def only(kept):
         return ["".join(site if site in kept else " " for site in row) for row in rows]
@@ -87,24 +87,24 @@ def draw_pan(folder, tile):
 
 def draw_fast(folder):
     draw_chain("The fast TrueSense interpolator", [
-        ["1 pan at colour sites", "mean of the pair of pan", "neighbours that differs less"],
+        ["1 pan at colour sites", "mean of the pan pair with", "the smaller difference"],
         ["2 differences", "pan - colour,", "one colour at each site"],
         ["3 green everywhere", "mean of four differences", "two sites away"],
         ["3 red at blue, blue at red", "mean of four differences", "at the diagonals"],
         ["4 red and blue at green", "mean of four differences", "two sites away"],
-        ["5 colours at pan sites", "mean of the adjacent ones,", "along the weaker gradient"],
+        ["5 colours at pan sites", "mean of the adjacent sites,", "along the smaller gradient"],
         ["6 pixels", "pan - difference, then", "colour matrix, tone curve"]], folder / "truesense-fast.svg")
 
 
 def draw_pipeline(folder):
     drawing = Drawing(900, 490, "The noise-reducing pipeline")
-    drawing.box(20, 30, 170, 62, ["raw samples", "less the dark floor"])
+    drawing.box(20, 30, 170, 62, ["raw samples", "minus the dark floor"])
     drawing.box(230, 30, 190, 62, ["Alg_WhiteBalance", "quarter planes"])
     drawing.box(470, 30, 190, 62, ["Alg_InterpolatePan", "pan at every site"])
-    drawing.box(700, 120, 180, 62, ["full-resolution pan", "the detail"], "#fdf1e3")
+    drawing.box(700, 120, 180, 62, ["full-resolution pan", "detail"], "#fdf1e3")
     drawing.box(470, 130, 190, 62, ["Alg_GenerateLow", "half resolution"])
-    drawing.box(330, 230, 210, 62, ["Alg_LowColorDiffClean", "noise out of colour"], "#e6f1fb")
-    drawing.box(570, 230, 190, 62, ["Alg_LowPanClean", "noise out of pan"], "#e6f1fb")
+    drawing.box(330, 230, 210, 62, ["Alg_LowColorDiffClean", "filters colour"], "#e6f1fb")
+    drawing.box(570, 230, 190, 62, ["Alg_LowPanClean", "filters pan"], "#e6f1fb")
     drawing.box(330, 320, 210, 62, ["Alg_LowColorDiffUpSample", "colour minus pan"])
     drawing.box(570, 320, 190, 62, ["Alg_LowPanUpSample", "low-pass pan"])
     drawing.box(330, 412, 210, 58, ["Alg_ColorCorrection", "matrix, tone"])

@@ -1,4 +1,4 @@
-"""A drawing in SVG: rectangles, texts, lines and arrows on a light ground, which a dark page shows, too."""
+"""A drawing in SVG: rectangles, texts, lines and arrows on a light background, also for dark pages."""
 from xml.sax.saxutils import escape
 
 FILTERS = {"R": "#e4675c", "G": "#63b06a", "B": "#5a8ee0", "W": "#ffffff"}
@@ -33,15 +33,20 @@ class Drawing:
                           'marker-end="url(#tip)"/>')
 
     def box(self, x, y, width, height, lines, fill=PALE):
-        """A step of a method: a heading and what it does."""
+        """A step of a method: a heading and a description."""
         self.rect(x, y, width, height, fill, radius=6)
         top = y + height / 2 - 8 * (len(lines) - 1) + 4
         for number, line in enumerate(lines):
             size, weight = (12, "normal") if number else (13, "bold")
             self.text(x + width / 2, top + 16 * number, line, size, weight=weight)
 
+    @staticmethod
+    def repeated(tile, side):
+        """`side` rows and columns of a mosaic."""
+        return ["".join(tile[row % len(tile)][column % len(tile)] for column in range(side)) for row in range(side)]
+
     def mosaic(self, x, y, cell, rows):
-        """Sites by the letters of their filters; anything but a filter is left empty."""
+        """Sites with the letters of their filters; other letters are empty sites."""
         for row, sites in enumerate(rows):
             for column, site in enumerate(sites):
                 left, top = x + column * cell, y + row * cell
