@@ -1,18 +1,19 @@
-// All Bayer algorithms at all depths beside other libraries' and beside one pass over the same memory, on one drawn
+// All Bayer algorithms at all depths, algorithms of other libraries, and one pass over the same memory, on a drawn
 // frame.
 //
-// The job bayer_<source>to<destination> has both frame sizes, bayer_scaling (8 bits to RGB8) many sizes and thread
-// counts. Ours are whole conversions, samples in, interleaved picture out, and so are OpenCV's and GStreamer's;
-// LibRaw's figures are its interpolations alone, for which it has copied the frame. LibRaw computes in 16 bits whatever
-// comes in: it is in the 12-bit job only. A peer that is not there shows as an error.
+// The jobs bayer_<source>to<destination> have two frame sizes, bayer_scaling (8 bits to RGB8) many sizes and thread
+// counts. This library, OpenCV and GStreamer run complete conversions, from samples to an interleaved image. LibRaw
+// runs its interpolation only, on its own copy of the frame. LibRaw always computes in 16 bits, so it is in the 12-bit
+// job only. A library that is not available shows an error.
 #include <exception>
 #include <string>
 #include <vector>
 
 #include "KvxDemosaicing/KvxDemosaicing.h"
 #include "peers/Peers.h"
-#include "support/DrawnFrame.h"
+#include "support/Frames.h"
 #include "support/MemoryFloor.h"
+#include "support/Records.h"
 #include "support/Runs.h"
 
 namespace kvx::bench {
@@ -39,31 +40,11 @@ struct Job {
 
 constexpr Job kJobs[] = {{8, 8}, {10, 8}, {12, 8}, {14, 8}, {16, 8}, {10, 10}, {12, 12}, {14, 14}, {16, 16}};
 
-_KvxImage RecordOf(const cv::Mat& image, const std::string& format, int depth) {
-    _KvxImage record{};
-    record.structSize = sizeof record;
-    record.structVersion = KVX_IMAGE_VERSION;
-    record.pixelType = KvxPixelFormat_ByName(format.c_str())->pixelType;
-    record.pixelDepth = static_cast<uint32_t>(depth);
-    record.width = static_cast<uint32_t>(image.cols);
-    record.height = static_cast<uint32_t>(image.rows);
-    record.lineStep = static_cast<uint32_t>(image.step);
-    record.imageSize = record.lineStep * record.height;
-    record.data = image.data;
-    return record;
-}
-
-/** Of the destination: touched, page faults are not a conversion's business. */
-cv::Mat EmptyPicture(const cv::Size& size, const Job& job) {
-    return {size, job.dstDepth == 8 ? CV_8UC3 : CV_16UC3, cv::Scalar::all(0)};
-}
-
-/** By the component, which keeps its memory; from words to bytes by a flat function: there the component is bilinear.
- */
+/** Uses the component, which keeps its memory; from words to bytes a flat function, since the component is bilinear. */
 void Ours(benchmark::State& state, const Algorithm& algorithm, const Job& job, const Size& size) {
-    const cv::Mat frame = DrawnFrame(size, job.depth), picture = EmptyPicture(frame.size(), job);
-    _KvxImage src = RecordOf(frame, "BayerRG" + std::to_string(job.depth), job.depth);
-    _KvxImage dst = RecordOf(picture, "RGB" + std::to_string(job.dstDepth), job.dstDepth);
+    const cv::Mat frame = DrawnFrame(size, job.depth), picture = BlackImage(size, job.dstDepth == 8 ? 1 : 2);
+    _KvxImage src = RecordOf(frame, ("BayerRG" + std::to_string(job.depth)).c_str());
+    _KvxImage dst = RecordOf(picture, ("RGB" + std::to_string(job.dstDepth)).c_str());
     KvxBayer* component = KvxBayer_CreateComponent();
     KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", algorithm.number);
     const bool byComponent = job.depth == job.dstDepth;
@@ -91,7 +72,7 @@ void Theirs(benchmark::State& state, const peers::Peer& peer, const Job& job, co
 
 void Floor(benchmark::State& state, const Job& job, const Size& size) {
     const cv::Mat frame = DrawnFrame(size, job.depth);
-    cv::Mat picture = EmptyPicture(frame.size(), job);
+    cv::Mat picture = BlackImage(size, job.dstDepth == 8 ? 1 : 2);
     for ([[maybe_unused]] auto _ : state) CopyThrough(frame, picture);
 }
 
@@ -99,13 +80,13 @@ bool IsLibRaw(const peers::Peer& peer) {
     return std::string(peer.name).starts_with("libraw");
 }
 
-/** Those of LibRaw's algorithms that stand for the others in many sizes: the fastest good one and the best known. */
+/** Two of LibRaw's algorithms represent the others at many sizes: the fastest good one and the best known. */
 bool Scales(const peers::Peer& peer) {
     const std::string name = peer.name;
     return !IsLibRaw(peer) || name == "libraw-ppg" || name == "libraw-ahd";
 }
 
-/** Not a word destination where a peer gives words only and bytes are asked for: that takes another pass. */
+/** Excludes conversions from words to bytes, which need another pass in other libraries. */
 bool Takes(const peers::Peer& peer, const Job& job) {
     if (IsLibRaw(peer)) return job.depth == 12 && job.dstDepth == 12;
     return job.depth == job.dstDepth && (job.depth == 8 || peer.takesWords);

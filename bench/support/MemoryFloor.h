@@ -1,4 +1,4 @@
-/** One pass over the memory of a conversion: no conversion can be faster than this. */
+/** One pass over the memory of a conversion: a lower limit for the time of any conversion. */
 #pragma once
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 
 namespace kvx::bench {
 
-/** Reads the source once and writes the destination once, with as many threads as OpenMP has. */
+/** Reads the source once and writes the destination once, with all OpenMP threads. */
 inline void CopyThrough(const cv::Mat& source, cv::Mat& destination) {
     const size_t in = source.cols * source.elemSize(), out = destination.cols * destination.elemSize();
 #pragma omp parallel for

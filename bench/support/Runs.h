@@ -1,4 +1,4 @@
-/** What all benchmarks share: frame sizes, thread counts, names and the figure that they report. */
+/** Shared by all benchmarks: frame sizes, thread counts, names and the reported figure. */
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -13,7 +13,7 @@ struct Size {
     int width, height;
 };
 
-/** For us, and for peers that have threads of their own. */
+/** Sets the number of threads of this library and of OpenCV. */
 inline void UseThreads(int count) {
     omp_set_num_threads(count);
     cv::setNumThreads(count);
@@ -42,7 +42,7 @@ void ForEachScale(const Body& body) {
     }
 }
 
-/** Registers `run(state)` as <job>/<size>/threads:<n>/<who>; it runs with that many threads. */
+/** Registers `run(state)` as <job>/<size>/threads:<n>/<who>. It runs with that number of threads. */
 template <class Run>
 void Add(const std::string& job, const Size& size, int threads, const char* who, Run run) {
     const std::string name = job + "/" + std::to_string(size.width) + "x" + std::to_string(size.height) +
@@ -55,6 +55,12 @@ void Add(const std::string& job, const Size& size, int threads, const char* who,
                                  })
         ->UseRealTime()
         ->Unit(benchmark::kMillisecond);
+}
+
+/** Registers `run(state, job, size)` under the name of the job. */
+template <class Job, class Run>
+void AddJob(const Job& job, const Size& size, int threads, const char* who, Run run) {
+    Add(job.name, size, threads, who, [=](benchmark::State& state) { run(state, job, size); });
 }
 
 }  // namespace kvx::bench

@@ -1,4 +1,4 @@
-#include "support/DrawnFrame.h"
+#include "support/Frames.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,12 +26,24 @@ cv::Mat Draw(const Size& size) {
 }  // namespace
 
 cv::Mat DrawnFrame(const Size& size, int depth) {
-    static std::map<std::pair<int, int>, cv::Mat> drawn;  // drawing takes longer than many a benchmark
+    static std::map<std::pair<int, int>, cv::Mat> drawn;  // drawing takes longer than many benchmarks
     cv::Mat& words = drawn[{size.width, size.height}];
     if (words.empty()) words = Draw(size);
     cv::Mat frame;
     words.convertTo(frame, depth == 8 ? CV_8U : CV_16U, ((1 << depth) - 1) / 65535.0);
     return frame;
+}
+
+cv::Mat RandomFrame(const Size& size, int depth, int paddingPixels) {
+    cv::Mat frame(size.height, size.width + paddingPixels, depth == 8 ? CV_8UC1 : CV_16UC1);
+    cv::RNG random(1);
+    random.fill(frame, cv::RNG::UNIFORM, 0, 1 << depth);
+    return frame.colRange(0, size.width);
+}
+
+cv::Mat BlackImage(const Size& size, int sampleBytes, int paddingPixels) {
+    const int type = sampleBytes == 1 ? CV_8UC3 : CV_16UC3;
+    return cv::Mat(size.height, size.width + paddingPixels, type, cv::Scalar::all(0)).colRange(0, size.width);
 }
 
 }  // namespace kvx::bench
