@@ -1,9 +1,9 @@
-// The interpolating TrueSense demosaicers beside the image-processing library's bilinear conversion of a Bayer frame of
-// the same size to bytes, and beside one pass over the same memory.
+// The interpolating TrueSense demosaicers compared with OpenCV's bilinear conversion of a Bayer frame of the same size
+// to bytes, and with one pass over the same memory.
 //
-// A name is <job>/<size>/threads:<n>/<who>: "bare" is the peer that the figures of a job are divided by. The jobs
+// A name is <job>/<size>/threads:<n>/<who>: "bare" is OpenCV, the reference of the job. The jobs
 // truesense_algorithms_<source>to<destination> have all algorithms by number, with the default parameters of the flat
-// functions, and the pass over memory; truesense_scaling (12 bits to RGB8) has many sizes and thread counts.
+// functions, and the pass over memory. truesense_scaling (12 bits to RGB8) has many sizes and thread counts.
 #include <memory>
 #include <opencv2/imgproc.hpp>
 #include <span>
@@ -12,6 +12,7 @@
 #include "KvxDemosaicing/KvxTrueSenseFlat.h"
 #include "demosaicers/interpolation/TrueSenseBayerLike.h"
 #include "demosaicers/interpolation/TrueSenseToRgb.h"
+#include "support/Frames.h"
 #include "support/MemoryFloor.h"
 #include "support/Runs.h"
 
@@ -38,11 +39,7 @@ struct Frame {
     tagTrueSenseParam params;
 
     Frame(const Job& job, const Size& size)
-        : raw(size.height, size.width, job.srcSampleSize == 1 ? CV_8UC1 : CV_16UC1),
-          picture(size.height, size.width, job.dstSampleSize == 1 ? CV_8UC3 : CV_16UC3) {
-        cv::RNG random(1);
-        random.fill(raw, cv::RNG::UNIFORM, 0, 1 << job.depth);
-        picture = cv::Scalar::all(0);
+        : raw(RandomFrame(size, job.depth)), picture(BlackImage(size, static_cast<int>(job.dstSampleSize))) {
         TrueSense_DefaultValues(&params);
         if (job.identity) {
             params.RG = params.RB = params.GR = params.GB = params.BR = params.BG = 0;
@@ -78,10 +75,10 @@ void Convert(benchmark::State& state, const Job& job, const Size& size) {
     (job.srcSampleSize == 1 ? Convert<Demosaicer, uint8_t> : Convert<Demosaicer, uint16_t>)(state, job, size);
 }
 
-/** A 12-bit Bayer frame through 16-bit samples to bytes, whatever the job. */
+/** A 12-bit Bayer frame to 16-bit samples and then to bytes, for every job. */
 void Bare(benchmark::State& state, const Job&, const Size& size) {
     Frame frame({"", 12, 2, 1, false}, size);
-    cv::Mat words(size.height, size.width, CV_16UC3, cv::Scalar::all(0));  // touched: page faults are not its business
+    cv::Mat words = BlackImage(size, 2);
     for ([[maybe_unused]] auto _ : state) {
         cv::cvtColor(frame.raw, words, cv::COLOR_BayerBG2RGB);
         words.convertTo(frame.picture, CV_8U, 1.0 / 16);
@@ -106,7 +103,7 @@ constexpr Algorithm kAlgorithms[] = {
     {"4_kodak", KvxTrueSenseAlgorithm_Kodak},
 };
 
-/** Depths of the source, each to bytes and to its own depth. */
+/** All source depths, each to bytes and to its own depth. */
 constexpr Job kDepths[] = {
     {"truesense_algorithms_8to8", 8, 1, 1, false},    {"truesense_algorithms_10to8", 10, 2, 1, false},
     {"truesense_algorithms_12to8", 12, 2, 1, false},  {"truesense_algorithms_14to8", 14, 2, 1, false},
@@ -114,7 +111,7 @@ constexpr Job kDepths[] = {
     {"truesense_algorithms_14to14", 14, 2, 2, false},
 };
 
-/** As a caller has it. */
+/** Through the flat functions. */
 void ConvertBy(benchmark::State& state, const Algorithm& algorithm, const Job& job, const Size& size) {
     Frame frame(job, size);
     const _KvxSize whole{static_cast<uint32_t>(size.width), static_cast<uint32_t>(size.height)};
@@ -147,13 +144,11 @@ void AddAlgorithms(const std::string& name, const Job& job, const Size& size, in
 const bool s_registered = [] {
     ForEachSetting([](const Size& size, int threads) {
         for (const Job& job : kJobs) {
-            const auto add = [&](const char* who, auto run) {
-                Add(job.name, size, threads, who, [=](benchmark::State& state) { run(state, job, size); });
-            };
-            add("bare", Bare);
-            add("floor", Floor);
-            add("fast", Convert<TrueSenseToRgb>);
-            add("bayer_like", Convert<TrueSenseBayerLike>);
+            AddJob(job, size, threads, "bare", Bare);
+            AddJob(job, size, threads, "floor", Floor);
+            AddJob(job, size, threads, "fast", [](auto&... arguments) { Convert<TrueSenseToRgb>(arguments...); });
+            AddJob(job, size, threads, "bayer_like",
+                   [](auto&... arguments) { Convert<TrueSenseBayerLike>(arguments...); });
         }
         for (const Job& job : kDepths) AddAlgorithms(job.name, job, size, threads, kAlgorithms);
     });

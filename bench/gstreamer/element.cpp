@@ -1,6 +1,6 @@
-// kvxdemosaic beside bayer2rgb of GStreamer's own plug-ins, in the same pipelines and the same run:
-//     kvx_gstreamer_bench FRAMES [PICTURE...]
-// Times are medians over rounds in which every element has its turn; with pictures also how well they are restored.
+// Compares kvxdemosaic with GStreamer's bayer2rgb in the same pipelines and the same run:
+//     kvx_gstreamer_bench FRAMES [IMAGE...]
+// Times are medians over rounds in which every element has its turn. With images, also measures the quality.
 #include <fmt/format.h>
 #include <gst/gst.h>
 #include <gst/video/video.h>
@@ -65,7 +65,7 @@ public:
             g_signal_emit_by_name(m_source, "push-buffer", frame, &result);
         }
     }
-    /** Until everything has arrived. */
+    /** Waits until all frames have arrived. */
     void Finish() {
         GstFlowReturn result = GST_FLOW_OK;
         g_signal_emit_by_name(m_source, "end-of-stream", &result);
@@ -110,7 +110,7 @@ GstBuffer* MakeFrame(const Picture& picture) {
     return gst_buffer_new_memdup(frame.samples.data, frame.samples.total());
 }
 
-/** Milliseconds a frame. */
+/** Milliseconds per frame. */
 double Time(const Contestant& contestant, const char* format, cv::Size size, GstBuffer* frame, int count) {
     Pipeline pipeline(contestant.element, format, size, "fakesink");
     pipeline.Push(frame, kWarmUp);
@@ -139,7 +139,7 @@ void CompareSpeed(int count) {
             std::ranges::sort(all);
             const double median = all[kRounds / 2];
             peer = peer == 0 ? median : peer;
-            fmt::print("rggb {}x{} to {}: {:<36} {:6.2f} ms a frame, {:.2f} of bayer2rgb\n", size.width, size.height,
+            fmt::print("rggb {}x{} to {}: {:<36} {:6.2f} ms per frame, {:.2f} of bayer2rgb\n", size.width, size.height,
                        format, contestant.name, median, median / peer);
         }
     }
@@ -170,8 +170,8 @@ void CompareQuality(const std::vector<std::string>& files) {
             const Picture original = DecodePicture(ReadInput(file), file);
             sum += kvx::quality::Compare(original.pixels, Restore(contestant, original), kBorder).colour;
         }
-        fmt::print("{:<36} {:.2f} dB, mean over {} pictures\n", contestant.name,
-                   sum / static_cast<double>(files.size()), files.size());
+        fmt::print("{:<36} {:.2f} dB, mean over {} images\n", contestant.name, sum / static_cast<double>(files.size()),
+                   files.size());
     }
 }
 

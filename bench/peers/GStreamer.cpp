@@ -25,7 +25,7 @@ struct Harness {
     GstHarness* m_harness;
 };
 
-/** Asks the element for a pool of its own, as a sink that shows pictures does; it would allocate each one otherwise. */
+/** Requests the element's own pool, as a display sink does; otherwise it allocates every buffer. */
 GstPadProbeReturn ProposePool(GstPad*, GstPadProbeInfo* info, gpointer size) {
     GstQuery* query = GST_PAD_PROBE_INFO_QUERY(info);
     if (GST_QUERY_TYPE(query) != GST_QUERY_ALLOCATION) return GST_PAD_PROBE_OK;
@@ -42,11 +42,11 @@ public:
             ",width=" + std::to_string(frame.cols) + ",height=" + std::to_string(frame.rows) + ",framerate=30/1";
         gst_harness_set_src_caps_str(m_element.m_harness, ("video/x-bayer,format=rggb" + size).c_str());
         gst_harness_set_sink_caps_str(m_element.m_harness, ("video/x-raw,format=BGRx" + size).c_str());
-        const int step = (frame.cols + 3) / 4 * 4;  // as the element expects rows
+        const int step = (frame.cols + 3) / 4 * 4;  // the row padding that the element expects
         cv::Mat padded;
         cv::copyMakeBorder(frame, padded, 0, 0, 0, step - frame.cols, cv::BORDER_CONSTANT);
         m_frame = gst_buffer_new_memdup(padded.data, padded.total());
-        Run();  // touches the pool's buffer: page faults are not a conversion's business
+        Run();  // touches the pool's buffer, so that page faults do not count
     }
     ~GStreamerConversion() override {
         Drop();
@@ -54,12 +54,12 @@ public:
     }
 
     void Prepare() override {
-        Drop();  // as a sink does: the element uses the buffer again
+        Drop();  // as a sink does: the element reuses the buffer
     }
 
     void Run() override {
         m_picture = gst_harness_push_and_pull(m_element.m_harness, gst_buffer_ref(m_frame));
-        if (!m_picture) throw std::runtime_error("bayer2rgb gives no picture");
+        if (!m_picture) throw std::runtime_error("bayer2rgb returned no image");
     }
 
     cv::Mat Picture() const override {

@@ -5,8 +5,7 @@
 
 namespace kvx::peers {
 
-/** The frame goes into the element's pad and the picture is taken from it, in the calling thread: no pipeline, no copy.
- */
+/** Pushes the frame into the element's pad and takes the image in the calling thread, without a pipeline or a copy. */
 std::unique_ptr<Conversion> GStreamerBayer2Rgb(const cv::Mat& frame, int depth);
 
 std::string GStreamerVersion();

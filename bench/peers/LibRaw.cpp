@@ -8,7 +8,7 @@
 namespace kvx::peers {
 namespace {
 
-/** Opens the protected steps. LibRaw computes in 16 bits and expects frames that fill them. */
+/** Gives access to the protected steps. LibRaw computes in 16 bits and expects frames that use all of them. */
 class Processor : public LibRaw {
 public:
     using Step = void (Processor::*)();
@@ -19,7 +19,7 @@ public:
                                       static_cast<uint16_t>(words.rows), 0, 0, 0, 0, 0, LIBRAW_OPENBAYER_RGGB, 0, 0, 0);
         if (opened != LIBRAW_SUCCESS || unpack() != LIBRAW_SUCCESS || raw2image() != LIBRAW_SUCCESS)
             throw std::runtime_error("LibRaw refuses the frame");
-        for (int i = 0; i < 3; ++i) imgdata.color.rgb_cam[i][i] = 1;  // stays zero otherwise: no colour to compare
+        for (int i = 0; i < 3; ++i) imgdata.color.rgb_cam[i][i] = 1;  // otherwise zero, without colour
         pre_interpolate();
     }
 
@@ -40,7 +40,7 @@ public:
         ahd_interpolate();
     }
     void Dcb() {
-        dcb(-1, 1);  // as dcraw_process() calls it when nothing else is asked for
+        dcb(-1, 1);  // the defaults of dcraw_process()
     }
     void Dht() {
         dht_interpolate();

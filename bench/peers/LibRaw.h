@@ -1,4 +1,4 @@
-/** LibRaw's interpolations: these steps alone, without what it does before and after. */
+/** LibRaw's interpolations, without the steps before and after. */
 #pragma once
 
 #include "peers/Peers.h"

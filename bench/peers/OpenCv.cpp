@@ -29,7 +29,7 @@ private:
     int m_code;
 };
 
-/** Its picture lies two rows too high (OpenCV 4.6), which is no matter of interpolation. */
+/** OpenCV 4.6 shifts its image up by two rows, which this corrects. */
 class OpenCvVngConversion : public OpenCv {
 public:
     using OpenCv::OpenCv;

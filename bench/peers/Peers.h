@@ -1,4 +1,4 @@
-/** Other libraries' conversions of Bayer frames: what ours are measured beside. */
+/** Bayer conversions of other libraries, for comparison. */
 #pragma once
 
 #include <memory>
@@ -9,33 +9,33 @@
 
 namespace kvx::peers {
 
-/** A frame that a library has taken in and converts again and again. */
+/** A frame in the form that a library converts, repeatedly. */
 class Conversion {
 public:
     virtual ~Conversion() = default;
 
-    /** Puts the frame back where the library works in place, drops what it made. Not part of the conversion. */
+    /** Restores the frame if the library works in place, and drops the last image. Not part of the measured time. */
     virtual void Prepare() {}
 
-    /** The conversion, each time after Prepare(). */
+    /** Converts. Call Prepare() before each call. */
     virtual void Run() = 0;
 
-    /** What Run() made: 8 bits; blue, green, red. */
+    /** The image of Run(): 8 bits; blue, green, red. */
     virtual cv::Mat Picture() const = 0;
 };
 
 struct Peer {
     const char* name;  ///< library-algorithm
-    bool takesWords;   ///< all take bytes
+    bool takesWords;   ///< every library takes bytes
 
     /**
-     * @param frame red in its first row and column, green beside it; CV_8UC1, or CV_16UC1 of `depth` bits
-     * @throws std::runtime_error when the library cannot take it
+     * @param frame red in its first row and column, green to its right; CV_8UC1, or CV_16UC1 of `depth` bits
+     * @throws std::runtime_error if the library refuses it
      */
     std::unique_ptr<Conversion> (*open)(const cv::Mat& frame, int depth);
 };
 
-/** All that this build has. */
+/** All conversions in this build. */
 std::span<const Peer> AllPeers();
 
 struct Version {

@@ -1,4 +1,4 @@
-// The median time of a conversion in C++, in microseconds, for overhead.py: kvx_converter_time WIDTH HEIGHT SECONDS
+// Prints the median time of a conversion in C++ in microseconds, for overhead.py: kvx_converter_time WIDTH HEIGHT SECONDS
 #include <algorithm>
 #include <chrono>
 #include <cstdio>

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""What Python adds to a conversion, and what a second Python thread brings.
+"""Measures the cost of Python per conversion, and the gain of a second Python thread.
 
     PYTHONPATH=build/release/python bench/python/overhead.py build/release/bench/kvx_converter_time
 
-The program is the same work in C++: without it only Python's times are shown. Medians, one thread per conversion.
+The program does the same work in C++; without it, only Python's times are printed. Medians, one thread per conversion.
 """
 
 import statistics
@@ -48,7 +48,7 @@ def overhead(program, seconds, rounds):
 
 
 def two_threads(seconds):
-    """Frames per second of two threads over those of one."""
+    """Frames per second of two threads relative to one."""
 
     def work(counts, index, end):
         frame = np.full((1200, 1920), 1000, np.uint16)

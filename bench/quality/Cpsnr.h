@@ -1,4 +1,4 @@
-/** How near a restored picture comes to the original. */
+/** The distance of a restored image from the original. */
 #pragma once
 
 #include <opencv2/core.hpp>
@@ -10,14 +10,14 @@ struct Cpsnr {
     double colour;  ///< from the mean square error of all three channels together
     double red, green, blue;
     double luma;    ///< of Y (ITU-R BT.601)
-    double chroma;  ///< mean of those of Cb and Cr
+    double chroma;  ///< mean of Cb and Cr
     double ssim;    ///< of luma, up to 1
 };
 
 /**
- * Compares two 8-bit pictures of the same size (channels blue, green, red).
+ * Compares two 8-bit images of the same size (channels blue, green, red).
  *
- * @param border pixels at each side that do not count; the pictures must be larger
+ * @param border excluded pixels at each side; the images must be larger
  */
 Cpsnr Compare(const cv::Mat& original, const cv::Mat& restored, int border);
 

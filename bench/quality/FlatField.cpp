@@ -16,13 +16,13 @@ const FlatField kFlatFields[] = {
     {"grey 3000", {3000, 3000, 3000}}, {"orange", {600, 1200, 2400}}, {"dark blue", {700, 300, 200}},
 };
 
-/** Spreads a part of the 12-bit range over all 8-bit values, so that rounding to these does not hide the noise. */
+/** Spreads a part of the 12-bit range over all 8-bit values, so that rounding does not hide the noise. */
 class Window {
 public:
     static Window Whole() {
         return {0, 4096};
     }
-    /** `halfWidth` is rounded up so that bytes divide the window evenly. */
+    /** Rounds `halfWidth` up so that bytes divide the window evenly. */
     static Window Around(int level, double halfWidth) {
         const auto width = static_cast<int>(std::bit_ceil(static_cast<unsigned>(std::max(2 * halfWidth, 128.0))));
         return {level - width / 2, width};
@@ -31,7 +31,7 @@ public:
     const uint16_t* Tone() const {
         return m_tone.data();
     }
-    /** The middle of the 12-bit values that became a byte. */
+    /** The middle of the 12-bit values that map to a byte. */
     cv::Mat Undo(const cv::Mat& bytes) const {
         const double step = m_width / 256.0;
         cv::Mat values;
@@ -50,13 +50,13 @@ private:
     std::array<uint16_t, KVX_TONE_TABLE_SIZE> m_tone;
 };
 
-/** Shows one channel of a field with all its noise. */
+/** A window around one channel of a field and all its noise. */
 Window WindowFor(const FlatField& field, int channel, const Setting& setting) {
     const tagTrueSenseParam& params = setting.params;
     const bool dependsOnDisplay = params.maxSharpen != 0 || params.highLumaNoise != params.lowLumaNoise;
     if (params.sharpnessEnable && dependsOnDisplay) return Window::Whole();
     if (!setting.analogGain) return Window::Around(field.levels[channel], 0);
-    // Wide enough for the noise of all channels, which colour differences mix.
+    // Wide enough for the noise of all channels, since colour differences mix them.
     const double brightest = *std::max_element(field.levels.val, field.levels.val + 3);
     const double noise = frame::NoiseAt(setting.params, *setting.analogGain).pan.DeviationAt(brightest);
     return Window::Around(field.levels[channel], 8 * noise);

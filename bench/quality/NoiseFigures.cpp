@@ -19,23 +19,23 @@ std::string GainName(Gain gain) {
     return gain ? fmt::format("{:g}", *gain) : "none";
 }
 
-/** Null where nothing is left. */
+/** Null if the divisor is 0. */
 Row Ratio(double peer, double own) {
     return own == 0 ? Row() : Row(peer / own);
 }
 
-/** The columns "title R", "title G" and "title B" by the channel's number: blue is first. */
+/** Adds the columns "title R", "title G" and "title B"; channel numbers start with blue. */
 template <class ValueOf>
 void AddChannels(Row& row, const std::string& title, const ValueOf& valueOf) {
     for (const int channel : {2, 1, 0}) row[title + " " + "BGR"[channel]] = valueOf(channel);
 }
 
-/** The values of the three channels of a row. */
+/** The values of the three channels in a row. */
 std::array<Row, 3> Channels(const Row& row, const std::string& title) {
     return {row[title + " R"], row[title + " G"], row[title + " B"]};
 }
 
-/** The least of `least` and those values that are there. */
+/** Lowers `least` to the smallest of the values that are not null. */
 void Lower(Row& least, std::span<const Row> values) {
     for (const Row& value : values)
         if (!value.is_null() && (least.is_null() || value < least)) least = value;

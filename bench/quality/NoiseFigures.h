@@ -1,4 +1,4 @@
-/** Tables of what algorithms leave of a sensor's noise, and what they do to edges. */
+/** Tables of remaining noise and of edge widths. */
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -8,19 +8,19 @@
 
 namespace kvx::quality {
 
-/** Rows of figures by the titles of their columns, which are the same in every row. */
+/** Rows of figures by column title. All rows have the same columns. */
 using Table = std::vector<nlohmann::ordered_json>;
 
 /**
- * Each algorithm on each flat field at each gain. Deviations ("sd"), shifts of the mean and blotches are in 12-bit
- * codes; "less" says how many times less than with the fast algorithm, null where nothing is left.
+ * A row per algorithm, flat field and gain. Deviations ("sd"), shifts of the mean and blotches are in 12-bit
+ * codes; "less" is the reduction compared with the fast algorithm, null if nothing is left.
  */
 Table FlatTable(const std::vector<Setting>& settings, const std::vector<Gain>& gains);
 
-/** The worst of all flat fields for each algorithm and gain. A cast is the difference between channels' shifts. */
+/** The worst flat field per algorithm and gain. A cast is the difference between the shifts of the channels. */
 Table SummaryOf(const Table& flats);
 
-/** Widths in pixels and overshoots as shares of the step, on each edge at each gain. */
+/** Widths in pixels and overshoots as a share of the step, per edge and gain. */
 Table EdgeTable(const std::vector<Setting>& settings, const std::vector<Gain>& gains);
 
 }  // namespace kvx::quality

@@ -1,4 +1,4 @@
-/** Enlarged parts of pictures, for looking at what algorithms do to noise. */
+/** Enlarged crops, for inspection of the noise. */
 #pragma once
 
 #include <string>
@@ -9,16 +9,16 @@
 namespace kvx::quality {
 
 /**
- * A part of a picture, four times enlarged: a row for each gain, in it the original, then each setting's.
- * Throws std::runtime_error when the file cannot be written.
+ * Writes crops of an image, enlarged four times: a row per gain with the original and the image of each setting.
+ * Throws std::runtime_error if the file cannot be written.
  */
 void DrawParts(const std::string& path, const Picture& picture, const cv::Rect& part,
                const std::vector<Setting>& settings, const std::vector<Gain>& gains);
 
-/** Such parts of all flat fields and edges into a folder. */
+/** Writes such crops of all flat fields and edges to a folder. */
 void DrawFlatsAndEdges(const std::string& folder, const std::vector<Setting>& settings, const std::vector<Gain>& gains);
 
-/** Rows and columns of the parts that are drawn of everything. */
+/** Rows and columns of a crop. */
 constexpr int kPartSize = 96;
 
 }  // namespace kvx::quality

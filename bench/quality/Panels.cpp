@@ -17,7 +17,7 @@ Colour Mixed(const Colour& a, const Colour& b, double share) {
 }
 
 Colour ZonePlate(double x, double y) {
-    constexpr double finestPitch = 2.4;  // pixels a ring, at the middle of each side
+    constexpr double finestPitch = 2.4;  // pixels per ring, at the middle of each side
     const double squared = (x - kCentre) * (x - kCentre) + (y - kCentre) * (y - kCentre);
     return Colour::all(0.5 + 0.45 * std::cos(kPi * squared / (finestPitch * kCentre)));
 }
@@ -48,7 +48,7 @@ Colour PicketFence(double x, double y) {
 cv::Mat DrawPanel(int number) {
     using Draw = Colour (*)(double, double);
     static constexpr Draw panels[kPanelCount] = {ZonePlate, ColourEdges, Fan, PicketFence};
-    constexpr int fine = 4;  // samples along each side of a pixel, as a sensor's area would gather
+    constexpr int fine = 4;  // samples along each side of a pixel, as on the area of a sensor pixel
     cv::Mat picture(kPanelSize, kPanelSize, CV_8UC3);
     for (int y = 0; y < kPanelSize; ++y)
         for (int x = 0; x < kPanelSize; ++x) {

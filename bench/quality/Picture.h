@@ -5,7 +5,7 @@
 
 namespace kvx::quality {
 
-/** A picture to make a frame of. */
+/** An image to make a frame from. */
 struct Picture {
     cv::Mat pixels;  ///< CV_8UC3 or CV_16UC3: blue, green, red
     uint32_t white;  ///< sample value of white

@@ -11,10 +11,12 @@
 #include "KvxDemosaicing/KvxDemosaicing.h"
 #include "KvxFrame/Mosaic.h"
 #include "KvxTrueSense/TrueSenseParams.h"
+#include "support/Records.h"
 
 namespace kvx::quality {
 namespace {
 
+using bench::RecordOf;
 using Family = Algorithm::Family;
 
 constexpr Algorithm kAlgorithms[] = {
@@ -28,24 +30,9 @@ constexpr Algorithm kAlgorithms[] = {
     {"kodak", Family::TrueSense, KvxTrueSenseAlgorithm_Kodak},
 };
 
-_KvxImage RecordOf(const cv::Mat& image, const char* formatName) {
-    const _KvxPixelFormat& format = *KvxPixelFormat_ByName(formatName);
-    _KvxImage record{};
-    record.structSize = sizeof record;
-    record.structVersion = KVX_IMAGE_VERSION;
-    record.pixelType = format.pixelType;
-    record.pixelDepth = format.bitsPerComponent;
-    record.width = static_cast<uint32_t>(image.cols);
-    record.height = static_cast<uint32_t>(image.rows);
-    record.lineStep = static_cast<uint32_t>(image.step);
-    record.imageSize = record.lineStep * record.height;
-    record.data = image.data;
-    return record;
-}
-
 using ToneTable = std::array<uint16_t, KVX_TONE_TABLE_SIZE>;
 
-/** 12-bit values whose upper 8 bits are the display value of an amount of light, from 0 to 1. */
+/** 12-bit values whose upper 8 bits are the display value of light from 0 to 1. */
 template <class Curve>
 ToneTable ToneTableOf(const Curve& curve) {
     ToneTable table;
@@ -73,7 +60,7 @@ View ViewOf(const cv::Mat& image, const frame::Format& format) {
             .format = format};
 }
 
-/** What a sensor of this unpacked format would see of the picture. */
+/** The frame that a sensor of this unpacked format would record of the image. */
 cv::Mat FrameOf(const Picture& picture, const frame::Format& format, frame::Sensor sensor) {
     const frame::Format colour{.family = frame::Family::Colour,
                                .bits = static_cast<uint8_t>(8 * picture.pixels.elemSize1()),
@@ -99,7 +86,7 @@ std::span<const Algorithm> AllAlgorithms() {
 const Algorithm& AlgorithmByName(const std::string& name) {
     for (const Algorithm& algorithm : AllAlgorithms())
         if (name == algorithm.name) return algorithm;
-    throw std::invalid_argument("no algorithm is called " + name);
+    throw std::invalid_argument("unknown algorithm: " + name);
 }
 
 Setting Setting::At(Gain gain) const {

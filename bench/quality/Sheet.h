@@ -1,4 +1,4 @@
-/** Pictures side by side, for looking at. */
+/** Contact sheets: images side by side. */
 #pragma once
 
 #include <opencv2/core.hpp>
@@ -7,10 +7,10 @@
 
 namespace kvx::quality {
 
-/** Rows of 8-bit pictures (blue, green, red) of one size, enlarged without smoothing, with white gaps. */
+/** Rows of 8-bit images (blue, green, red) of one size, enlarged without smoothing, with white gaps. */
 cv::Mat SheetOf(const std::vector<std::vector<cv::Mat>>& rows, int enlargement);
 
-/** Writes a PNG file. Throws std::runtime_error when that fails. */
+/** Writes a PNG file. Throws std::runtime_error on failure. */
 void WritePng(const std::string& path, const cv::Mat& picture);
 
 }  // namespace kvx::quality

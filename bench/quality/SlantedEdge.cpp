@@ -10,7 +10,7 @@ namespace {
 
 const Edge kEdges[] = {
     {"grey", cv::Vec3d::all(800), cv::Vec3d::all(2400)},
-    {"colour", {900, 900, 2400}, {1800, 1800, 600}},  // the mean of the three, that is pan, stays
+    {"colour", {900, 900, 2400}, {1800, 1800, 600}},  // the mean of the three, which is pan, stays
 };
 
 constexpr double kSlant = 5 * std::numbers::pi / 180;
@@ -20,7 +20,7 @@ double Distance(double x, double y, const cv::Size& size) {
     return (x - size.width / 2.0) * std::cos(kSlant) + (y - size.height / 2.0) * std::sin(kSlant);
 }
 
-/** Mean values across the edge, four to a pixel. */
+/** Mean values across the edge, four per pixel. */
 class Profile {
 public:
     void Add(double distance, double value) {
@@ -30,7 +30,7 @@ public:
         ++bin.count;
     }
 
-    /** From 0 on the left to 1 on the right, as the outer parts have it. */
+    /** Normalises the profile: 0 at the left end, 1 at the right end. */
     std::vector<double> Normalised() const {
         const double left = MeanOf(0, kPlateau), right = MeanOf(m_bins.size() - kPlateau, m_bins.size());
         std::vector<double> values;
@@ -57,7 +57,7 @@ private:
     std::vector<Bin> m_bins = std::vector<Bin>(2 * kReach * kBinsPerPixel);
 };
 
-/** Where values, seen from the middle on, first reach `level` in the direction `step`; in bins. */
+/** The bin, from the middle in the direction `step`, where values first reach `level`. */
 double Crossing(const std::vector<double>& values, double level, int step) {
     const int count = static_cast<int>(values.size());
     for (int index = count / 2; index > 0 && index < count - 1; index += step) {
@@ -68,7 +68,7 @@ double Crossing(const std::vector<double>& values, double level, int step) {
     return step * HUGE_VAL;
 }
 
-/** From 10 to 90 per cent. The middle of the profile must lie between them. */
+/** The width from 10 to 90 per cent. The middle of the profile must lie between them. */
 double WidthOf(const std::vector<double>& values) {
     return (Crossing(values, 0.9, 1) - Crossing(values, 0.1, -1)) / Profile::kBinsPerPixel;
 }

@@ -1,4 +1,4 @@
-/** How sharp an edge comes out, after ISO 12233: an edge at a slant is sampled finely across it. */
+/** Sharpness of an edge after ISO 12233: a slanted edge gives fine samples across it. */
 #pragma once
 
 #include <opencv2/core.hpp>
@@ -13,7 +13,7 @@ struct Edge {
     cv::Vec3d left, right;  ///< blue, green, red; 12-bit codes; no channel is the same on both sides
 };
 
-/** One in brightness, one in colour alone. */
+/** An edge in brightness, and one in colour only. */
 std::span<const Edge> AllEdges();
 
 /** Channels blue, green, red. */
@@ -22,10 +22,10 @@ struct EdgeFigures {
     cv::Vec3d overshoot;  ///< beyond either side, as a share of the step
 };
 
-/** Means over a thousand rows; with noise over four frames of them. Throws as Restored(). */
+/** Means over a thousand rows; with noise over four frames. Throws as Restored(). */
 EdgeFigures MeasureEdge(const Edge& edge, const Setting& setting);
 
-/** The edge, 5 degrees from upright, through the middle of the picture; area-sampled. */
+/** The edge, 5 degrees from vertical, through the middle of the image, area-sampled. */
 Picture DrawEdge(const Edge& edge, const cv::Size& size);
 
 }  // namespace kvx::quality

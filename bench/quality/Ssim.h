@@ -1,4 +1,4 @@
-/** Structural similarity: how alike two pictures look, rather than how far their samples are apart. */
+/** Structural similarity of two images. */
 #pragma once
 
 #include <opencv2/core.hpp>
@@ -7,7 +7,7 @@ namespace kvx::quality {
 
 /**
  * Mean structural similarity of luma after Wang, Bovik, Sheikh and Simoncelli (2004), with their constants and window;
- * 1 for equal pictures. Both of 8 bits, blue, green, red; `border` pixels at each side do not count.
+ * 1 for equal images. Both have 8 bits, blue, green, red; `border` pixels at each side are excluded.
  */
 double Ssim(const cv::Mat& original, const cv::Mat& restored, int border);
 

@@ -1,4 +1,4 @@
-// Draws docs/images/ipp-*.png: whole small frames, enlarged, as drawn and as each algorithm restores them.
+// Draws docs/images/ipp-*.png: small complete frames, enlarged: the original and the image of each algorithm.
 //
 //     kvx_comparison FOLDER
 #include <cstdio>

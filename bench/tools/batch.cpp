@@ -1,4 +1,4 @@
-// How much of a batch's time is not the library's and the encoders': kvx_batch [FRAMES] prints seconds and their ratio.
+// Measures the overhead of a batch over library and encoder: kvx_batch [FRAMES] prints seconds and their ratio.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -31,7 +31,7 @@ double Seconds(const std::function<void()>& body) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-/** Only what cannot be left out: each frame, in memory, through the library and the encoder. */
+/** The unavoidable part: each frame, in memory, through the library and the encoder. */
 void ConvertInMemory(const RawFrame& frame, size_t count, PictureKind kind) {
     std::atomic<size_t> next = 0;
     std::vector<std::jthread> workers;

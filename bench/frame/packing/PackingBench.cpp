@@ -1,6 +1,7 @@
-// Unpacking and packing beside a plain loop, where there is one, and memcpy of the words. GB/s count packed bytes.
+// Unpacking and packing compared with a plain loop, if there is one, and with memcpy of the words. GB/s count packed
+// bytes.
 //
-// A name is <unpack or pack>_<packing>/<size>/threads:<n>/<who>: "bare" is the peer that the figures are divided by.
+// A name is <unpack or pack>_<packing>/<size>/threads:<n>/<who>: "bare" is the plain loop, the reference of the job.
 #include <cstring>
 #include <random>
 #include <vector>
@@ -41,7 +42,7 @@ void Pack(Frame& frame) {
     PackImage(frame.image, frame.words.data(), frame.Step(), frame.packed.data(), frame.packed.size());
 }
 
-/** 12p as it is written by hand, a pair of samples at a time. */
+/** Unpacks 12p in pairs of samples, as commonly written. */
 void PlainUnpack12p(Frame& frame) {
     const uint8_t* in = frame.packed.data();
     for (size_t i = 0; i + 1 < frame.words.size(); i += 2, in += 3) {
@@ -50,7 +51,7 @@ void PlainUnpack12p(Frame& frame) {
     }
 }
 
-/** RAW10 likewise. */
+/** Unpacks RAW10 in groups of four. */
 void PlainUnpackMipi10(Frame& frame) {
     const uint8_t* in = frame.packed.data();
     for (size_t i = 0; i + 3 < frame.words.size(); i += 4, in += 5)
@@ -67,7 +68,7 @@ void PlainPack12p(Frame& frame) {
     }
 }
 
-/** Writes as many bytes as unpacking does, from a source of that size. */
+/** Copies the size of the words. */
 void Copy(Frame& frame) {
     static std::vector<uint16_t> source;
     source.resize(frame.words.size());
