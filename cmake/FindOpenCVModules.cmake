@@ -1,9 +1,9 @@
-# Finds modules of OpenCV one by one: Debian's per-module packages have neither CMake nor pkg-config files, and the
-# package that has them brings half a gigabyte of modules that nothing here uses.
+# Finds single modules of OpenCV. Debian's per-module packages have neither CMake nor pkg-config files, and the package
+# that has them depends on half a gigabyte of unused modules.
 #
 #   find_package(OpenCVModules 3.4 REQUIRED COMPONENTS core imgproc)
 #
-# gives OpenCVModules::<module> for each component and OpenCVModules_VERSION.
+# defines OpenCVModules::<module> for each component, and OpenCVModules_VERSION.
 find_path(OpenCVModules_INCLUDE_DIR opencv2/core/version.hpp PATH_SUFFIXES opencv4)
 mark_as_advanced(OpenCVModules_INCLUDE_DIR)
 if(OpenCVModules_INCLUDE_DIR)

@@ -1,5 +1,5 @@
-# CPack gives every package with a library scripts that call ldconfig. Debian wants a trigger instead, which these have,
-# and no script: the packages are made again without them.
+# CPack adds scripts that call ldconfig to every package with a library. Debian requires a trigger instead, which these
+# packages have. This builds the packages again without the scripts.
 set(opened ${CPACK_TEMPORARY_DIRECTORY}/opened)
 foreach(package IN LISTS CPACK_PACKAGE_FILES)
     file(REMOVE_RECURSE ${opened})

@@ -1,6 +1,6 @@
-# Runs between the staging of the components and the making of their packages; CPack's variables are there.
+# CPack runs this after it has staged the components and before it builds the packages. CPack's variables are set.
 set(staged ${CPACK_TEMPORARY_DIRECTORY})
-string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)  # SOURCE_DATE_EPOCH's, if set
+string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)  # SOURCE_DATE_EPOCH, if set
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     string(TOUPPER ${component} upper)
     set(name ${CPACK_DEBIAN_${upper}_PACKAGE_NAME})
@@ -11,12 +11,12 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     configure_file(${CPACK_KVX_SOURCE_DIR}/CHANGELOG.md ${documents}/changelog COPYONLY)
     file(WRITE ${documents}/changelog.Debian
         "${CPACK_PACKAGE_NAME} (${CPACK_PACKAGE_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}) bookworm; urgency=medium\n\n"
-        "  * Packages of the project itself; changelog.gz tells what is new.\n\n"
+        "  * Packages by the project itself; see changelog.gz for the changes.\n\n"
         " -- ${CPACK_DEBIAN_PACKAGE_MAINTAINER}  ${date}\n")
     file(GLOB compressed ${documents}/changelog* ${root}/share/man/man*/*)
     execute_process(COMMAND gzip -9n ${compressed} COMMAND_ERROR_IS_FATAL ANY)
 
-    # Which packages the libraries of this build will be in, for dpkg-shlibdeps. CPack removes the folder when that has run.
+    # The packages of this build's own libraries, for dpkg-shlibdeps. CPack removes the folder afterwards.
     if(NOT DEFINED CPACK_DEBIAN_${upper}_PACKAGE_SHLIBDEPS)
         file(COPY ${CPACK_KVX_SHLIBS_LOCAL} DESTINATION ${staged}/${component}/debian)
     endif()

@@ -63,7 +63,7 @@ Folder MeasureFolder(const std::string& path, const Setting& setting, int border
         if (!output.empty()) kvx::quality::WritePng(output + "/" + file.stem().string() + ".png", restored);
         folder.pictures.push_back({file.filename().string(), kvx::quality::Compare(picture, restored, border)});
     }
-    if (folder.pictures.empty()) throw std::runtime_error(path + ": no picture in it");
+    if (folder.pictures.empty()) throw std::runtime_error(path + ": no images in this folder");
     return folder;
 }
 
@@ -103,7 +103,7 @@ nlohmann::ordered_json ToJson(const std::vector<Folder>& folders) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app("Mosaics 8-bit pictures, converts the mosaics, and prints how near the result comes.");
+    CLI::App app("Makes mosaics from 8-bit images, converts them, and measures the distance of the results from the images.");
     std::string algorithm = "ipp", jsonFile, output;
     std::vector<std::string> paths, names, assignments;
     int border = 10;
@@ -111,25 +111,25 @@ int main(int argc, char** argv) {
     std::string sharpness = "plain";
     Setting setting{.algorithm = {}, .params = kvx::quality::PlainParams()};
     for (const auto& known : kvx::quality::AllAlgorithms()) names.emplace_back(known.name);
-    app.add_option("folders", paths, "Folders of pictures")->required()->check(CLI::ExistingDirectory);
+    app.add_option("folders", paths, "Folders of images")->required()->check(CLI::ExistingDirectory);
     app.add_option("-a,--algorithm", algorithm, "Algorithm")->check(CLI::IsMember(names))->capture_default_str();
-    app.add_option("--analog-gain", setting.analogGain, "Adds the noise of this gain to the mosaics")
+    app.add_option("--analog-gain", setting.analogGain, "Adds the noise of this analog gain to the mosaics")
         ->check(CLI::NonNegativeNumber);
     app.add_option("--seed", setting.seed, "Seed of the noise")->capture_default_str();
     app.add_option("--noise-filter", filtersNoise, "on or off: all passes of the TrueSense noise filter")
         ->default_str("on");
-    app.add_option("--sharpness", sharpness, "Detail in the TrueSense pipeline: none, as it is, or the defaults")
+    app.add_option("--sharpness", sharpness, "Detail in the TrueSense pipeline: off, plain (unchanged) or full (default sharpening)")
         ->check(CLI::IsMember(kSharpness))
         ->capture_default_str();
     app.add_flag("--rendered", setting.isRendered,
-                 "Frames of linear light behind sRGB pictures, converted with the sRGB curve (TrueSense)");
+                 "Makes frames of linear light from sRGB images and converts them with the sRGB curve (TrueSense)");
     app.add_option("--set", assignments, "TrueSense parameter, NAME=VALUE")->allow_extra_args(false);
-    app.add_option("--border", border, "Pixels at each side that do not count")
+    app.add_option("--border", border, "Excluded pixels at each side")
         ->check(CLI::Range(0, 1000))
         ->capture_default_str();
-    app.add_option("--pictures", output, "Writes the restored pictures to this folder")->check(CLI::ExistingDirectory);
+    app.add_option("--pictures", output, "Writes the restored images to this folder")->check(CLI::ExistingDirectory);
     app.add_option("--json", jsonFile, "Writes all figures to this file");
-    app.add_flag("--each", eachPicture, "Prints every picture's figures, not only the folders'");
+    app.add_flag("--each", eachPicture, "Prints figures per image, not only per folder");
     const auto list = [&names] {
         for (const std::string& name : names) fmt::print("{}\n", name);
         throw CLI::Success();

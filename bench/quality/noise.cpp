@@ -34,10 +34,10 @@ std::vector<Setting> SettingsOf(const Options& options) {
             Restored(DrawFlat(AllFlatFields().front(), 64), setting);
             settings.push_back(setting);
         } catch (const std::runtime_error& error) {
-            fmt::print(stderr, "kvx_noise: left out: {}\n", error.what());
+            fmt::print(stderr, "kvx_noise: skipped: {}\n", error.what());
         }
     }
-    if (settings.empty()) throw std::runtime_error("no algorithm is left");
+    if (settings.empty()) throw std::runtime_error("no algorithm to measure");
     return settings;
 }
 
@@ -61,7 +61,7 @@ void DrawPicture(const Options& options, const std::vector<Setting>& settings, c
     cv::Rect part((pixels.cols - kPartSize) / 2, (pixels.rows - kPartSize) / 2, kPartSize, kPartSize);
     if (!options.corner.empty()) part = {options.corner[0], options.corner[1], kPartSize, kPartSize};
     if ((part & cv::Rect({}, pixels.size())) != part)
-        throw std::runtime_error(options.picture + ": no picture that has such a part");
+        throw std::runtime_error(options.picture + ": not an image, or it does not contain the crop");
     DrawParts(options.folder + "/picture.png", {pixels, 255}, part, settings, gains);
 }
 
@@ -75,8 +75,8 @@ void Run(const Options& options) {
     }
     const Table flats = FlatTable(settings, gains), edges = EdgeTable(settings, gains), summary = SummaryOf(flats);
     PrintTable("Flat fields, 12-bit codes", flats);
-    PrintTable("The worst of the flat fields", summary);
-    PrintTable("Edges, pixels and shares", edges);
+    PrintTable("Worst flat field", summary);
+    PrintTable("Edges, pixels and shares of the step", edges);
     if (!options.jsonFile.empty()) {
         const nlohmann::ordered_json json{
             {"seed", options.seed}, {"set", options.assignments}, {"flats", flats}, {"edges", edges}};
@@ -87,18 +87,18 @@ void Run(const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app("Prints what TrueSense algorithms leave of a sensor's noise, and what they do to edges.");
+    CLI::App app("Measures remaining noise and edge widths of the TrueSense algorithms.");
     Options options;
-    app.add_option("picture", options.picture, "A picture for --pictures")->check(CLI::ExistingFile);
+    app.add_option("picture", options.picture, "An image for --pictures")->check(CLI::ExistingFile);
     app.add_option("-a,--algorithm", options.algorithms, "Algorithms")->capture_default_str();
-    app.add_option("--analog-gain", options.gains, "Gains whose noise is added")
+    app.add_option("--analog-gain", options.gains, "Analog gains of the added noise")
         ->check(CLI::NonNegativeNumber)
         ->capture_default_str();
     app.add_option("--seed", options.seed, "Seed of the noise")->capture_default_str();
     app.add_option("--set", options.assignments, "Parameter, NAME=VALUE")->allow_extra_args(false);
-    app.add_option("--pictures", options.folder, "Folder for parts of flat fields, edges and the picture, enlarged")
+    app.add_option("--pictures", options.folder, "Folder for enlarged crops of flat fields, edges and the image")
         ->check(CLI::ExistingDirectory);
-    app.add_option("--corner", options.corner, "Left column and top row of the part; else its middle")->expected(2);
+    app.add_option("--corner", options.corner, "Left column and top row of the crop (default: the middle)")->expected(2);
     app.add_option("--json", options.jsonFile, "Writes all figures to this file");
     CLI11_PARSE(app, argc, argv);
     try {

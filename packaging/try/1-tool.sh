@@ -1,4 +1,4 @@
-# The tool alone: apt brings the libraries; demo frames become a picture; manual and completion are there.
+# The tool alone: apt installs its libraries, it converts a frame, and its manual and completion work.
 . /root/try/common
 get kvx-demosaic
 for library in libkvxmisc3 libkvxdemosaicing3 libkvxframe3; do
@@ -17,4 +17,4 @@ bash -c '
     COMP_WORDS=(kvx-demosaic conv) COMP_CWORD=1 COMP_LINE="kvx-demosaic conv" COMP_POINT=17
     _kvx_demosaic kvx-demosaic conv kvx-demosaic
     [ "${COMPREPLY[*]}" = convert ]'
-echo "the tool makes a picture, and has its manual and completion"
+echo "the tool converts a frame; manual and completion work"

@@ -1,9 +1,9 @@
-# The development packages: first the library's alone, for a caller in C; then the frame layer's. By CMake and pkg-config.
+# The development packages with CMake and pkg-config: first the library alone, then the frame layer.
 . /root/try/common
 expect() { [ "$($2)" = "$1" ] || { echo "$2 printed '$($2)'"; exit 1; }; }
 quiet apt-get purge -y -qq --autoremove kvx-demosaic
 get g++ make cmake pkgconf libkvxdemosaicing-dev
-if have libkvxframe3; then echo "libkvxdemosaicing-dev brings the frame layer"; exit 1; fi
+if have libkvxframe3; then echo "libkvxdemosaicing-dev installs the frame layer"; exit 1; fi
 cd /tmp
 # shellcheck disable=SC2046  # the flags are words
 cc -std=c11 /root/examples/convert.c -o by_pc_c $(pkg-config --cflags --libs KvxDemosaicing)

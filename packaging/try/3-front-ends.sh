@@ -1,4 +1,4 @@
-# The Python module and the GStreamer element, as far as their packages were made.
+# The Python module and the GStreamer element, if their packages were built.
 . /root/try/common
 if has_package python3-kvxdemosaicing; then
     get python3-kvxdemosaicing
