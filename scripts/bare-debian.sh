@@ -1,5 +1,5 @@
-# Source this as root. bare_debian NAME MIRROR makes a bare Debian 12 in a folder, in_bare COMMAND... runs a command in it.
-# The folder is removed when the script ends.
+# Source this as root. bare_debian NAME MIRROR makes a bare Debian 12 in a folder, in_bare COMMAND... runs a command
+# in it. The folder is removed at the end of the script.
 bare_debian() {
     [ "$(id -u)" -eq 0 ] || { echo "$0: run this as root"; exit 1; }
     command -v debootstrap > /dev/null || apt-get install -y -qq --no-install-recommends debootstrap > /dev/null

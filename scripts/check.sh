@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# The checks that scripts/test.sh does not run: lint, the address and undefined-behaviour sanitizers over library, frame
-# layer and tool, the thread sanitizer, and five seconds per fuzzer. Prints the minutes of each step and fails if one fails.
+# The checks that scripts/test.sh does not run: lint, the address and undefined-behaviour sanitizers over library,
+# frame layer and tool, the thread sanitizer, and five seconds per fuzzer. Prints the time of each step and fails if one
+# fails. Logs are in build/check.
 #
 #     scripts/check.sh [lint|sanitize|races|fuzz]...     without arguments: all of them
 set -eu

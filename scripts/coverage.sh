@@ -2,8 +2,8 @@
 # Runs all tests and prints their line and branch coverage of src, frame and tools (arguments go to ctest, for example
 # -R Bayer). build/coverage/report has a page per file.
 #
-# A kernel file is compiled once per instruction set: a line counts as reached if any of them reached it. Branches that the
-# compiler adds for exceptions do not count.
+# A kernel file is compiled once per instruction set: a line counts as reached if any of them reached it. Branches that
+# the compiler adds for exceptions do not count.
 set -eu
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh develop

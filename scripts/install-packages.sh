@@ -1,5 +1,7 @@
 #!/usr/bin/env bash
-# Installs the missing Debian packages, as root or through sudo:   scripts/install-packages.sh [demo|develop|package|site]
+# Installs the missing Debian packages, as root or through sudo:
+#
+#     scripts/install-packages.sh [demo|develop|package|site]
 #
 #   demo     the library and the command-line tool
 #   (none)   building and testing everything

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Updates the baselines of the binary interfaces in abi/, which tests/abi compares with. Use it after additions; a change
-# or removal needs another soname.
+# Updates the baselines of the binary interfaces in abi/, which tests/abi compares with. Use it after additions; a
+# change or removal needs another soname.
 set -eu
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh

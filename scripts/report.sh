@@ -3,8 +3,8 @@
 #
 #     scripts/report.sh [--step STEP]... [[NAME=]PICTURE FOLDER...]
 #
-# Without --step it runs all steps, which takes about twenty minutes. Results stay in build/report, so that one step can be
-# repeated; the page shows all results found there. Without folders of images, quality covers the drawn scene only. The
+# Without --step it runs all steps, which takes about twenty minutes. Results stay in build/report, so that one step can
+# be repeated; the page shows all results found there. Without folders of images, quality covers the drawn scene only. The
 # images of the folders are copied to build/report only.
 set -eu
 cd "$(dirname "$0")/.."

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Before a release, after scripts/package.sh: installs, uses and removes the packages in a bare Debian 12 in a folder. Run as
-# root; takes a few minutes.   scripts/try-packages.sh [MIRROR]
+# Before a release, after scripts/package.sh: installs, uses and removes the packages in a bare Debian 12 in a folder.
+# Run as root; takes a few minutes.   scripts/try-packages.sh [MIRROR]
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/bare-debian.sh

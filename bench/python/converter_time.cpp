@@ -1,4 +1,5 @@
-// Prints the median time of a conversion in C++ in microseconds, for overhead.py: kvx_converter_time WIDTH HEIGHT SECONDS
+// Prints the median time of a conversion in C++ in microseconds: kvx_converter_time WIDTH HEIGHT SECONDS
+// SECONDS
 #include <algorithm>
 #include <chrono>
 #include <cstdio>

@@ -103,7 +103,7 @@ nlohmann::ordered_json ToJson(const std::vector<Folder>& folders) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app("Makes mosaics from 8-bit images, converts them, and measures the distance of the results from the images.");
+    CLI::App app("Makes mosaics from 8-bit images, converts them, and measures the PSNR of the results.");
     std::string algorithm = "ipp", jsonFile, output;
     std::vector<std::string> paths, names, assignments;
     int border = 10;
@@ -118,7 +118,8 @@ int main(int argc, char** argv) {
     app.add_option("--seed", setting.seed, "Seed of the noise")->capture_default_str();
     app.add_option("--noise-filter", filtersNoise, "on or off: all passes of the TrueSense noise filter")
         ->default_str("on");
-    app.add_option("--sharpness", sharpness, "Detail in the TrueSense pipeline: off, plain (unchanged) or full (default sharpening)")
+    app.add_option("--sharpness", sharpness,
+                   "Detail in the TrueSense pipeline: off, plain or full (default sharpening)")
         ->check(CLI::IsMember(kSharpness))
         ->capture_default_str();
     app.add_flag("--rendered", setting.isRendered,

@@ -98,7 +98,8 @@ int main(int argc, char** argv) {
     app.add_option("--set", options.assignments, "Parameter, NAME=VALUE")->allow_extra_args(false);
     app.add_option("--pictures", options.folder, "Folder for enlarged crops of flat fields, edges and the image")
         ->check(CLI::ExistingDirectory);
-    app.add_option("--corner", options.corner, "Left column and top row of the crop (default: the middle)")->expected(2);
+    app.add_option("--corner", options.corner, "Left column and top row of the crop (default: the middle)")
+        ->expected(2);
     app.add_option("--json", options.jsonFile, "Writes all figures to this file");
     CLI11_PARSE(app, argc, argv);
     try {
