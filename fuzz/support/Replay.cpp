@@ -1,5 +1,5 @@
-// Replaces libFuzzer in builds without it: runs the inputs of a folder, each unchanged and then with a few bytes changed
-// at random, the same in every run.   replay FOLDER CHANGED_VERSIONS
+// Replaces libFuzzer in builds without it: runs the inputs of a folder, each unchanged and then with a few bytes
+// changed at random, the same in every run.   replay FOLDER CHANGED_VERSIONS
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>

@@ -128,7 +128,4 @@ def run_document(document, home):
 
 
 if __name__ == "__main__":
-    try:
-        sys.exit(1 if run_document(pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2]).resolve()) else 0)
-    except DocumentError as problem:
-        sys.exit(f"{sys.argv[1]}: {problem}")
+    sys.exit(1 if run_document(pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2]).resolve()) else 0)

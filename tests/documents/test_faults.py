@@ -38,4 +38,5 @@ def passes(text, home):
 
 
 if __name__ == "__main__":
-    sys.exit("\n".join(fault for fault, text in FAULTS.items() if passes(text, pathlib.Path(sys.argv[1]))) or 0)
+    home = pathlib.Path(sys.argv[1]).resolve()
+    sys.exit("\n".join(fault for fault, text in FAULTS.items() if passes(text, home)) or 0)
