@@ -6,7 +6,8 @@ function(kvx_shared_library library map)
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
         INSTALL_RPATH "$ORIGIN"  # each other's neighbours wherever they are installed
         LINK_DEPENDS ${map})
-    target_link_options(${library} PRIVATE LINKER:--version-script=${map})
+    # nodelete: threads of the OpenMP runtime that wait for the next frame must not lose their code by dlclose().
+    target_link_options(${library} PRIVATE LINKER:--version-script=${map} LINKER:-z,nodelete)
     if(NOT CMAKE_CXX_FLAGS MATCHES -fsanitize)  # a sanitizer's runtime is undefined in a library until the program loads
         target_link_options(${library} PRIVATE LINKER:--no-undefined)
     endif()

@@ -12,21 +12,8 @@ int main(void) {
     for (int y = 0; y < HEIGHT; ++y)
         for (int x = 0; x < WIDTH; ++x) raw[y][x] = 2048;
 
-    _KvxImage src = {.structSize = sizeof src,
-                     .structVersion = KVX_IMAGE_VERSION,
-                     .pixelType = KvxFormat_BayerRG12,
-                     .pixelDepth = 12,
-                     .width = WIDTH,
-                     .height = HEIGHT,
-                     .lineStep = sizeof raw[0],
-                     .imageSize = sizeof raw,
-                     .data = raw};
-    _KvxImage dst = src;
-    dst.pixelType = KvxFormat_RGB8;
-    dst.pixelDepth = 8;
-    dst.lineStep = sizeof rgb[0];
-    dst.imageSize = sizeof rgb;
-    dst.data = rgb;
+    const _KvxImage src = KvxImage_Make(KvxFormat_BayerRG12, WIDTH, HEIGHT, sizeof raw[0], raw);
+    _KvxImage dst = KvxImage_Make(KvxFormat_RGB8, WIDTH, HEIGHT, sizeof rgb[0], rgb);
 
     KvxBayer* bayer = KvxBayer_CreateComponent();
     const uint32_t result = KvxBayer_ConvertImage(bayer, &src, &dst);

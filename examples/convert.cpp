@@ -8,28 +8,18 @@
 
 namespace {
 
-_KvxImage Describe(uint32_t pixelType, uint32_t width, uint32_t height, uint32_t bytesPerPixel,
+_KvxImage MakeGrey(uint32_t pixelType, uint32_t width, uint32_t height, uint32_t bytesPerPixel,
                    std::vector<uint8_t>& pixels) {
     pixels.resize(std::size_t{width} * height * bytesPerPixel, 100);
-    _KvxImage image{};
-    image.structSize = sizeof image;
-    image.structVersion = KVX_IMAGE_VERSION;
-    image.pixelType = pixelType;
-    image.pixelDepth = 8;
-    image.width = width;
-    image.height = height;
-    image.lineStep = width * bytesPerPixel;
-    image.imageSize = image.lineStep * height;
-    image.data = pixels.data();
-    return image;
+    return KvxImage_Make(pixelType, width, height, width * bytesPerPixel, pixels.data());
 }
 
 }  // namespace
 
 int main() {
     std::vector<uint8_t> raw, bgr;
-    const _KvxImage src = Describe(KvxFormat_BayerGB8, 64, 48, 1, raw);
-    _KvxImage dst = Describe(KvxFormat_BGR8, 64, 48, 3, bgr);
+    const _KvxImage src = MakeGrey(KvxFormat_BayerGB8, 64, 48, 1, raw);
+    _KvxImage dst = MakeGrey(KvxFormat_BGR8, 64, 48, 3, bgr);
 
     const std::unique_ptr<KvxBayer, decltype(&KvxBayer_DeleteComponent)> bayer(KvxBayer::CreateComponent(),
                                                                                KvxBayer_DeleteComponent);

@@ -1,5 +1,5 @@
-// A Bayer component through a few calls with any records: nothing outside the buffers is touched, the result is a
-// documented one, and whatever is refused leaves the destination as it was.
+// A few calls of a Bayer component with arbitrary records: nothing outside the buffers is touched, every result is
+// documented, and a call that fails leaves the destination unchanged.
 #include "KvxDemosaicing/KvxBayer.h"
 #include "support/Images.h"
 #include "support/InstructionSet.h"
@@ -18,16 +18,20 @@ void ConvertAny(Input& input, KvxBayer* component) {
     src.record.lineStep = DrawStep(input, srcRow);
 
     dst.record = src.record;
-    const bool alike = input.Below(8) != 0;
+    const bool isSameSize = input.Below(8) != 0;
     dst.record.pixelType = input.Flag() ? uint32_t{KvxFormat_RGB8} : DrawFormat(input, 2);
-    if (!alike) dst.record.width = DrawLength(input), dst.record.height = DrawLength(input);
+    if (!isSameSize) dst.record.width = DrawLength(input), dst.record.height = DrawLength(input);
     const bool virtually = input.Flag();
     const uint32_t dstSample =
         SampleBytes(virtually ? src.record.pixelType : dst.record.pixelType);  // see KvxBayer::ConvertImage()
-    const uint64_t dstRow = uint64_t{dst.record.width} * 3 * dstSample;
+    // From 10 or 12 bits to 8 the destination has the source's size, whatever its record says.
+    const bool toBytes = !virtually && (src.record.pixelType & 0xFE00) == 0x0200 &&
+                         (dst.record.pixelType == KvxFormat_RGB8 || dst.record.pixelType == KvxFormat_BGR8);
+    const _KvxImage& sized = toBytes ? src.record : dst.record;
+    const uint64_t dstRow = uint64_t{sized.width} * 3 * dstSample;
     dst.record.lineStep = DrawStep(input, dstRow);
     if (!src.Allocate(input, src.record.height, srcRow)) return;
-    if (!dst.Allocate(input, dst.record.height, dst.record.lineStep)) return;
+    if (!dst.Allocate(input, sized.height, dst.record.lineStep)) return;
     const auto convert = [&] {
         return virtually ? component->ConvertImage(&src.record, &dst.record)
                          : KvxBayer_ConvertImage(component, &src.record, &dst.record);

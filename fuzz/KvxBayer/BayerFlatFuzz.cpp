@@ -1,4 +1,4 @@
-// The flat Bayer functions with any arguments.
+// The flat Bayer functions with arbitrary arguments.
 #include "KvxDemosaicing/KvxBayer.h"
 #include "KvxDemosaicing/KvxBayerFlat.h"
 #include "support/Images.h"

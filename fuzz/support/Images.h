@@ -1,4 +1,4 @@
-/** Image records that may be anything, with buffers of exactly what they promise, and what may be written to them. */
+/** Arbitrary image records with buffers of exactly the size that they describe. */
 #pragma once
 
 #include <memory>
@@ -10,7 +10,7 @@
 
 namespace kvx::fuzz {
 
-/** Beyond this a record promises more than there is to give: such an input is passed over. */
+/** Inputs with larger images are skipped. */
 constexpr uint64_t kMostBytes = 1 << 17;
 
 /** Mostly one of the known formats, `colourModel` (the top byte of a code) more often than others. */
@@ -49,7 +49,7 @@ struct Image {
     _KvxImage record{};
     std::unique_ptr<GuardedBuffer> buffer;
 
-    /** @return false when the record promises more than kMostBytes. `lastRow`: bytes of it, all others have lineStep */
+    /** @return false when the record needs more than kMostBytes. `lastRow`: bytes of it; all others have lineStep */
     bool Allocate(Input& input, uint64_t rows, uint64_t lastRow) {
         uint64_t bytes = rows == 0 ? 0 : (rows - 1) * record.lineStep + lastRow;
         if (record.lineStep > INT32_MAX || lastRow > record.lineStep) bytes = 0;  // to be refused before it is touched
@@ -62,8 +62,8 @@ struct Image {
 };
 
 /**
- * Runs `call` on a source that it may only read. Its result is a documented one, and it changes only those bytes whose
- * places in their rows `mayChange` names, and none unless it succeeds.
+ * Runs `call` on a read-only source. Its result must be documented; it may change only bytes at positions in a row for
+ * which `mayChange` is true, and only when it succeeds.
  */
 template <class Call, class MayChange>
 void Convert(Input& input, const Image& src, const Image& dst, std::initializer_list<uint32_t> documented,

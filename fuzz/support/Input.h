@@ -10,7 +10,7 @@
 
 namespace kvx::fuzz {
 
-/** What must hold whatever the input. */
+/** A property that holds for every input. */
 inline void Require(bool holds, const char* what) {
     if (holds) return;
     std::fprintf(stderr, "violated: %s\n", what);
@@ -24,7 +24,7 @@ inline void RequireOneOf(uint32_t result, std::initializer_list<uint32_t> docume
     Require(false, "a documented result code");
 }
 
-/** Bytes are taken from the front; after the last come zeros. */
+/** Takes bytes from the front; after the last one, zeros follow. */
 class Input {
 public:
     Input(const uint8_t* data, size_t size) : m_data(data), m_size(size) {}
@@ -59,7 +59,7 @@ public:
         return values[Below(count)];
     }
 
-    /** Samples: one byte throughout, extremes side by side, noise, or what is left of the input, again and again. */
+    /** Samples: one value throughout, random extremes, noise, or the rest of the input, repeated. */
     void Fill(uint8_t* to, size_t size) {
         const uint32_t kind = Below(4);
         auto state = Take<uint32_t>() | 1;

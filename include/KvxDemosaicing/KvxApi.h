@@ -1,8 +1,8 @@
 /**
  * @file
- * What every public header needs: fixed-width types and the marks of the exported interface.
+ * What every public header needs: fixed-width types and the macros of the exported interface.
  *
- * Exported functions have C linkage, throw nothing and write nothing to a console.
+ * Exported functions have C linkage, throw nothing and print nothing.
  */
 #ifndef KVXDEMOSAICING_KVXAPI_H
 #define KVXDEMOSAICING_KVXAPI_H
@@ -11,7 +11,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
-/** Marks what the shared library exports. */
+/** Exported by the shared library. */
 #define KVX_API __attribute__((visibility("default")))
 
 /**
@@ -20,9 +20,9 @@
  * @def KVX_CONSTEXPR
  * `constexpr` in C++, nothing in C.
  * @def KVX_EXTERN_C_BEGIN
- * Starts declarations with C linkage.
+ * Opens a block of declarations with C linkage.
  * @def KVX_EXTERN_C_END
- * Ends them.
+ * Closes it.
  */
 #ifdef __cplusplus
 #define KVX_NOEXCEPT noexcept

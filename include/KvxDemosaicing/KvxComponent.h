@@ -1,22 +1,26 @@
 /**
  * @file
- * Components: objects with string-named parameters behind one uniform interface.
+ * Components: converters with named parameters.
  *
- * C++ callers use the class KvxComponent, C callers the functions KvxComponent_..., which do the same (texts, arrays
- * and commands have none, since no parameter is one so far). A component is used by one thread at a time and is owned
- * by the converter it came from (KvxBayer_GetComponent()): it lives as long as the converter and is never deleted
- * through this interface.
+ * C++ callers use the class KvxComponent, C callers the functions KvxComponent_..., which do the same. (There are no C
+ * functions for texts, arrays and commands, as no parameter is of such a kind.) A component belongs to the converter
+ * that it came from (KvxBayer_GetComponent()): it lives as long as the converter, is never deleted through this
+ * interface, and is used by one thread at a time.
  *
- * Rules that hold for every parameter access:
- * - Names are NUL-terminated and case matters. An unknown name gives 0x80000002, another type 0x80000003.
- * - Setters store all or nothing: a value outside [minimum, maximum] gives 0x80000004, a parameter that is not writable
- *   0x80000005. Floating-point setters refuse NaN and infinities; a declared minimum of DBL_MIN means "no lower bound".
- * - Bool access works on integer parameters whose range is 0 to 1.
- * - A text is returned into `buffer` of `*size` bytes. When it does not fit, the needed size with the final NUL is
- *   written to `*size`, the buffer stays as it was, and the result is 0x80000006. Asking with `*size` 0 tells the size;
+ * Rules of every parameter access:
+ * - Names are NUL-terminated and case-sensitive. An unknown name gives 0x80000002, a parameter of another type
+ *   0x80000003.
+ * - A setter that fails stores nothing. A value outside [minimum, maximum] gives 0x80000004, a parameter that is not
+ *   writable 0x80000005. Floating-point setters refuse NaN and infinities; a declared minimum of DBL_MIN means "no
+ *   lower bound".
+ * - Bool access works on integer parameters with the range 0 to 1.
+ * - A text is returned in `buffer`, which has `*size` bytes. If it does not fit, the result is 0x80000006, `*size`
+ *   becomes the size needed (final NUL included) and the buffer is not changed. To ask for the size, pass `*size` 0;
  *   `buffer` may then be null.
- * - A null argument gives 0x80000008; GetParamName() gives it with the type of its component.
- * - No parameter holds a text, an array or a command so far: those accessors answer 0x80000003 for a known name.
+ * - A null argument gives 0x80000008; GetParamName() returns it with the component's own type.
+ * - No parameter is a text, an array or a command. GetParamString(), SetParamString(), GetParamArray(), SetParamArray()
+ *   and RunCommand() give 0x80000008 when any pointer is null, even with a `*size` of 0, then 0x80000002 for an unknown
+ *   name, else 0x80000003.
  */
 #ifndef KVXDEMOSAICING_KVXCOMPONENT_H
 #define KVXDEMOSAICING_KVXCOMPONENT_H
@@ -30,23 +34,23 @@ enum KvxParamType { KvxParamType_Int = 0, KvxParamType_Float = 2 };
 /** Bits of _KvxStParam::flags. */
 enum KvxParamAccess { KvxParamAccess_Read = 1, KvxParamAccess_Write = 2 };
 
-/** A parameter's value, as `type` says. */
+/** A parameter's value; _KvxStParam::type says which member holds it. */
 typedef union _KvxParamValue {
-    int64_t asInt;  /**< of KvxParamType_Int */
-    double asFloat; /**< of KvxParamType_Float */
+    int64_t asInt;  /**< KvxParamType_Int */
+    double asFloat; /**< KvxParamType_Float */
 } _KvxParamValue;
 
-/** Describes one parameter: what a component registers, and what a caller gets back by index. */
+/** The description of one parameter: KvxComponent_GetParamByIdx(). */
 typedef struct _KvxStParam {
     uint32_t type;               /**< KvxParamType */
     uint32_t flags;              /**< KvxParamAccess bits */
     char name[256];              /**< NUL-terminated */
     uint8_t reserved264[40];     /**< zero */
     _KvxParamValue defaultValue; /**< may lie below `minValue`; see the rule for DBL_MIN above */
-    _KvxParamValue minValue;     /**< the least that setters take */
-    _KvxParamValue maxValue;     /**< the most that setters take */
+    _KvxParamValue minValue;     /**< smallest value that setters accept */
+    _KvxParamValue maxValue;     /**< largest value that setters accept */
     uint8_t reserved328[8];      /**< zero */
-    void* value;                 /**< the int64_t or double that holds the current value; owned by the component */
+    void* value;                 /**< the current value, an int64_t or double; owned by the component */
 } _KvxStParam;
 
 static_assert(sizeof(_KvxStParam) == 344 && offsetof(_KvxStParam, name) == 8 &&
@@ -62,17 +66,17 @@ public:
 
     /** 5 for the Bayer component, 6 for the TrueSense component (KvxComponentType). */
     virtual uint8_t GetComponentTypeID() noexcept = 0;
-    /** How many parameters there are. */
+    /** The number of parameters. */
     virtual uint32_t GetParamCount() noexcept = 0;
     /**
-     * The name of the parameter with a zero-based index in order of registration, NUL-padded to `*size` bytes; an empty
-     * name, and success, when there is none. Failures (a buffer too small, a null argument) bear this component's type,
-     * not the store's.
+     * The name of the parameter at a zero-based index, in order of registration, padded with NULs to `*size` bytes. An
+     * index without a parameter gives an empty name and success. Failures (a buffer too small, a null argument) carry
+     * this component's type.
      */
     virtual uint32_t GetParamName(uint32_t index, char* buffer, uint32_t* size) noexcept = 0;
     /**
-     * The current value as text, independent of the locale: integers in decimal, doubles in the shortest form that
-     * reads back to the same bits. `format` is reserved for a later use and may be null.
+     * The current value as text, in any locale: integers in decimal, doubles in the shortest form that reads back to
+     * the same bits. `format` is reserved and may be null.
      */
     virtual uint32_t GetParamAsString(const char* name, char* buffer, uint32_t* size, const char* format) noexcept = 0;
     /** Reads the whole of `text` as a value of the parameter's type, in the form that GetParamAsString() writes. */
@@ -84,14 +88,14 @@ public:
     virtual uint32_t SetParamString(const char* name, const char* text) noexcept = 0;
     virtual uint32_t SetParamArray(const char* name, const void* data, uint32_t byteCount) noexcept = 0;
     /** @} */
-    /** @{ Reads a value of the named type, which is written on success only. */
+    /** @{ Reads a value of the named type; the output is written only on success. */
     virtual uint32_t GetParamBool(const char* name, bool* value) noexcept = 0;
     virtual uint32_t GetParamInt(const char* name, int64_t* value) noexcept = 0;
     virtual uint32_t GetParamFloat(const char* name, double* value) noexcept = 0;
     virtual uint32_t GetParamString(const char* name, char* buffer, uint32_t* size) noexcept = 0;
     virtual uint32_t GetParamArray(const char* name, void* data, uint32_t* byteCount) noexcept = 0;
     /** @} */
-    /** Runs a command. */
+    /** Runs a command; the rules above hold. */
     virtual uint32_t RunCommand(const char* name) noexcept = 0;
 };
 #else
@@ -102,8 +106,8 @@ KVX_EXTERN_C_BEGIN
 
 /**
  * @{
- * The class's operation of this name for C. A null component gives 0x80000008; GetComponentTypeID and GetParamCount
- * then give 0.
+ * The member function of this name, for C. A null component gives 0x80000008, from GetComponentTypeID and
+ * GetParamCount 0.
  */
 KVX_API uint8_t KvxComponent_GetComponentTypeID(KvxComponent* component) KVX_NOEXCEPT;
 KVX_API uint32_t KvxComponent_GetParamCount(KvxComponent* component) KVX_NOEXCEPT;
@@ -122,10 +126,10 @@ KVX_API uint32_t KvxComponent_SetParamFloat(KvxComponent* component, const char*
 /** @} */
 
 /**
- * The descriptor (type, access, range, default, address of the value) of the parameter with a zero-based index.
+ * The description (type, access, range, default, address of the value) of the parameter at a zero-based index.
  *
- * @return 0; 0x80000007 when there is no such parameter or the component was not made by this library;
- *         0x80000008 when an argument is null. `*param` is written on success only.
+ * @return 0; 0x80000007 no such parameter, or a component that this library did not make; 0x80000008 null argument.
+ *         `*param` is written only on success.
  */
 KVX_API uint32_t KvxComponent_GetParamByIdx(KvxComponent* component, uint32_t index, _KvxStParam* param) KVX_NOEXCEPT;
 

@@ -1,6 +1,14 @@
 /**
  * @file
- * All of the library's interface.
+ * The whole interface of the library.
+ *
+ * Threads: conversions spread their work over OpenMP threads, never more than there is work for. Those threads stay
+ * with the process and wait for the next frame.
+ *
+ * fork(): a child process has only the thread that forked. After a conversion in the parent, a conversion in the child
+ * waits for ever for threads that it does not have. Fork before the first conversion, or call exec() in the child.
+ *
+ * dlclose(): the library stays in memory until the process ends, as its waiting threads need it.
  */
 #ifndef KVXDEMOSAICING_KVXDEMOSAICING_H
 #define KVXDEMOSAICING_KVXDEMOSAICING_H
@@ -14,5 +22,6 @@
 #include "KvxDemosaicing/KvxResult.h"
 #include "KvxDemosaicing/KvxTrueSense.h"
 #include "KvxDemosaicing/KvxTrueSenseFlat.h"
+#include "KvxDemosaicing/KvxVersion.h"
 
 #endif

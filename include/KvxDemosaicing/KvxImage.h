@@ -1,6 +1,6 @@
 /**
  * @file
- * The records that describe an image, a region and a size to every conversion.
+ * The records that describe an image, a region and a size.
  */
 #ifndef KVXDEMOSAICING_KVXIMAGE_H
 #define KVXDEMOSAICING_KVXIMAGE_H
@@ -8,11 +8,11 @@
 #include "KvxDemosaicing/KvxApi.h"
 
 /**
- * One image: the caller fills the record and owns the pixel buffer it points at.
+ * One image: a raw frame or a picture. The caller fills the record, for example with KvxImage_Make(), and owns the
+ * pixel buffer.
  *
- * A sample is one byte (8-bit formats) or one little-endian 16-bit word with the value right-aligned.
- * A conversion reads `pixelType`, `pixelDepth`, `width`, `height`, `lineStep` and `data` and nothing else;
- * callers zero the rest.
+ * A sample is one byte (8-bit formats) or one little-endian 16-bit word with the value right-aligned. Conversions read
+ * `pixelType`, `pixelDepth`, `width`, `height`, `lineStep` and `data`; callers set all other fields to zero.
  */
 typedef struct _KvxImage {
     uint32_t structSize;    /**< size of this record in bytes: 96 */
@@ -25,7 +25,7 @@ typedef struct _KvxImage {
     uint32_t imageSize;     /**< bytes in the buffer: height x lineStep */
     uint32_t lineStep;      /**< bytes from the start of one row to the start of the next */
     uint8_t reserved52[28]; /**< zero */
-    void* data;             /**< first byte of the top row; owned by the caller */
+    void* data;             /**< first byte of the top row; the data of a source is only read */
     uint8_t reserved88[8];  /**< zero */
 } _KvxImage;
 
@@ -54,6 +54,28 @@ static_assert(offsetof(_KvxImage, pixelType) == 8 && offsetof(_KvxImage, reserve
               "the image record is part of the binary interface");
 static_assert(sizeof(_KvxRect) == 16 && offsetof(_KvxRect, height) == 12, "passed by value through the C interface");
 static_assert(sizeof(_KvxSize) == 8 && offsetof(_KvxSize, height) == 4, "passed by value through the C interface");
+
+/**
+ * A record with all fields set, for C and C++.
+ *
+ * `pixelDepth` is that of the format; a caller whose samples have fewer significant bits changes it afterwards.
+ *
+ * @param pixelType one of KvxFormat_... (KvxPixelFormat.h)
+ * @param width,height pixels in a row, and rows
+ * @param lineStep bytes from the start of one row to the start of the next
+ * @param data first byte of the top row; stays the caller's
+ */
+static inline KVX_CONSTEXPR _KvxImage KvxImage_Make(uint32_t pixelType, uint32_t width, uint32_t height,
+                                                    uint32_t lineStep, void* data) {
+    const uint32_t depthClass = pixelType >> 8 & 0xF; /* 1 = 8 bits, 2 = 10, ... */
+    const _KvxImage image = {96,        KVX_IMAGE_VERSION,
+                             pixelType, depthClass ? 2 * (depthClass + 3) : 0,
+                             {0},       width,
+                             height,    height * lineStep,
+                             lineStep,  {0},
+                             data,      {0}};
+    return image;
+}
 
 #ifdef __cplusplus
 /** True when all four fields are equal. */

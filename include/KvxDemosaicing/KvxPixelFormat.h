@@ -1,6 +1,6 @@
 /**
  * @file
- * Pixel-type codes, and read access to the table that describes the 133 formats.
+ * Pixel-type codes, and the table that describes the 133 formats.
  *
  * | bits  | meaning of a pixel-type code                                                                 |
  * |-------|----------------------------------------------------------------------------------------------|
@@ -16,10 +16,10 @@
 #include "KvxDemosaicing/KvxApi.h"
 
 /**
- * The pixel-type codes. A name is the format's own with the prefix KvxFormat_.
+ * The pixel-type codes: format names with the prefix KvxFormat_.
  *
- * Bayer names give the first two sites of the top row: GR = "G R / B G". TrueSense names give the colours of the
- * 4x4 tile, the phase 0 to 3 (one column to the right for bit 0, one row down for bit 1) and the depth.
+ * A Bayer name gives the first two sites of the top row: GR = "G R / B G". A TrueSense name gives the colours of the
+ * 4x4 tile, the phase 0 to 3 (bit 0: one column to the right; bit 1: one row down) and the depth.
  */
 enum KvxPixelType {
     KvxFormat_Mono8 = 0x01080101,
@@ -160,22 +160,22 @@ enum KvxPixelType {
 /** Number of rows of the format table. */
 #define KVX_PIXEL_FORMAT_COUNT 133u
 
-/** Gives a component letter's position in a pixel; see GetIndexMONO() and its sisters. */
+/** The position of a component letter in a pixel: GetIndexMONO() and the five functions after it. */
 typedef uint32_t (*KvxGetIndex)(int16_t letter);
 
 /** One row of the format table. Rows are constant and live as long as the library. */
 typedef struct _KvxPixelFormat {
     const char* name; /**< for example "BayerRG12" */
     /**
-     * Component letters, blanks between: of a pixel in memory order; of a Bayer cell clockwise from its top left site
-     * ("R G B G2" is R G above G2 B); of a TrueSense cell row by row.
+     * Component letters, separated by blanks: a pixel's in memory order; a Bayer cell's clockwise from the top left
+     * site ("R G B G2" is R G above G2 B); a TrueSense tile's row by row.
      */
     const char* components;
     uint32_t componentCount;   /**< samples per pixel: 1, 3 or 4 */
     uint16_t bitsPerComponent; /**< 8, 10, 12, 14 or 16 */
     uint16_t reserved;         /**< 0 */
-    KvxGetIndex getIndex;      /**< the letter lookup that fits the format */
-    uint32_t phase;            /**< TrueSense: 0 to 3; all others: 0 */
+    KvxGetIndex getIndex;      /**< the letter lookup for this format */
+    uint32_t phase;            /**< TrueSense: 0 to 3; others: 0 */
     uint32_t pixelType;        /**< the code */
 } _KvxPixelFormat;
 
@@ -184,16 +184,16 @@ KVX_EXTERN_C_BEGIN
 /** The row at a zero-based index, or null when `index` is KVX_PIXEL_FORMAT_COUNT or more. Any thread. */
 KVX_API const _KvxPixelFormat* KvxPixelFormat_ByIndex(uint32_t index) KVX_NOEXCEPT;
 
-/** The row whose code is exactly `pixelType`, or null. Any thread. */
+/** The row with the code `pixelType`, or null. Any thread. */
 KVX_API const _KvxPixelFormat* KvxPixelFormat_ByCode(uint32_t pixelType) KVX_NOEXCEPT;
 
-/** The row with this name (case matters), or null when there is none or `name` is null. Any thread. */
+/** The row with this name (case-sensitive), or null when there is none or `name` is null. Any thread. */
 KVX_API const _KvxPixelFormat* KvxPixelFormat_ByName(const char* name) KVX_NOEXCEPT;
 
 /**
- * Position (zero-based) of a component letter within one pixel of the layout, or 0xFFFFFFFF when the layout has no
- * such component. MONO knows 'Y'; RGB and BGR know 'R', 'G', 'B'; RGBA and BGRA also 'A'; YUV knows 'Y', 'U', 'V'.
- * Any letter is legal. Any thread.
+ * The zero-based position of a component letter in a pixel of the layout, or 0xFFFFFFFF when the layout has no such
+ * component. MONO has 'Y'; RGB and BGR have 'R', 'G' and 'B'; RGBA and BGRA also 'A'; YUV has 'Y', 'U' and 'V'. Any
+ * value may be passed. Any thread.
  */
 KVX_API uint32_t GetIndexMONO(int16_t letter) KVX_NOEXCEPT;
 KVX_API uint32_t GetIndexRGB(int16_t letter) KVX_NOEXCEPT;  /**< @copydoc GetIndexMONO */

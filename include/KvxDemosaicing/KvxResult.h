@@ -2,9 +2,9 @@
  * @file
  * Result codes of components, flat functions and parameters. (Api_ImageProcess() and its stages have their own.)
  *
- * 0 is success. A failure is 0x80000000 | (component type << 16) | code, where the component type is 0 (parameter
- * store), 5 (Bayer) or 6 (TrueSense): 0x80050007 is an invalid argument to the Bayer component. The codes mean the
- * same in every component. KvxBayer_ConvertImage() alone also returns two of them bare, without type and top bit.
+ * 0 is success. A failure is 0x80000000 | (component type << 16) | code. The component type is 0 (parameter store),
+ * 5 (Bayer) or 6 (TrueSense): 0x80050007 is an invalid argument to the Bayer component. A code means the same in every
+ * component. Only KvxBayer_ConvertImage() also returns two codes bare, without component type and top bit.
  */
 #ifndef KVXDEMOSAICING_KVXRESULT_H
 #define KVXDEMOSAICING_KVXRESULT_H
@@ -14,17 +14,17 @@
 /** The codes in the low bits of a result. */
 enum KvxResultCode {
     KvxResult_Success = 0,
-    /** A step failed; in the Bayer component also: there are no pixels. Bare: depths that cannot be combined. */
+    /** A conversion step failed; Bayer: a frame without pixels; bare: depths that cannot be combined. */
     KvxResult_ConversionFailed = 1,
     KvxResult_UnknownName = 2,    /**< no parameter has this name */
-    KvxResult_WrongType = 3,      /**< the parameter has another type, or the text is no value of its type */
+    KvxResult_WrongType = 3,      /**< the parameter has another type, or the text is not a value of its type */
     KvxResult_OutOfRange = 4,     /**< outside [minimum, maximum], or not a finite number; nothing is stored */
     KvxResult_ReadOnly = 5,       /**< the parameter cannot be written */
-    KvxResult_BufferTooSmall = 6, /**< the needed size, with the final NUL, has been written to the size argument */
+    KvxResult_BufferTooSmall = 6, /**< the size argument now holds the size needed, final NUL included */
     /** A null record, a format that is not supported, or a geometry that does not fit the buffers. */
     KvxResult_InvalidArgument = 7,
-    KvxResult_NullPointer = 8, /**< a pointer that is needed is null */
-    KvxResult_NoMemory = 9     /**< no working memory; in the TrueSense component also: there are no pixels */
+    KvxResult_NullPointer = 8, /**< a required pointer is null */
+    KvxResult_NoMemory = 9     /**< out of memory; TrueSense: also a frame or region without pixels */
 };
 
 /** The component types in bits 16 to 23 of a failure. */
@@ -32,21 +32,21 @@ enum KvxComponentType { KvxComponentType_ParamStorage = 0, KvxComponentType_Baye
 
 KVX_EXTERN_C_BEGIN
 
-/** `code` (KvxResultCode) in the form in which a component of this type (KvxComponentType) returns it. */
+/** The result with which a component of this type (KvxComponentType) reports `code` (KvxResultCode). */
 static inline KVX_CONSTEXPR uint32_t KvxResult_Of(uint32_t componentType, uint32_t code) {
     return code == KvxResult_Success ? code : 0x80000000u | (componentType << 16) | code;
 }
 
-/** True when `result` reports a failure; bare codes, which lack the top bit, included. */
+/** True when `result` reports a failure, with or without the top bit. */
 static inline KVX_CONSTEXPR bool KvxResult_Failed(uint32_t result) {
     return result != KvxResult_Success;
 }
 
 /**
- * The meaning of a result code in one English sentence, without the component it comes from.
+ * The meaning of a result in one English sentence. The sentence does not name the component.
  *
- * @param result what a function that names these codes returned
- * @return a constant text, never null; an unknown code gives "unknown result code". Any thread.
+ * @param result what a function with these result codes returned
+ * @return a constant text, never null; "unknown result code" for an unknown code. Any thread.
  */
 KVX_API const char* KvxResult_Text(uint32_t result) KVX_NOEXCEPT;
 

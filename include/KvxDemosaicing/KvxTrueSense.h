@@ -1,15 +1,15 @@
 /**
  * @file
- * The TrueSense component: raw frames of 4x4 mosaics, in which half of the sites are panchromatic (W), become images.
+ * The TrueSense component converts raw frames with a 4x4 mosaic, half of whose sites are panchromatic (W), into images.
  *
- * Life cycle: KvxTrueSense_CreateComponent(), parameters through KvxTrueSense_GetComponent(), optionally
+ * Order of calls: KvxTrueSense_CreateComponent(), parameters through KvxTrueSense_GetComponent(), optionally
  * KvxTrueSense_AllocData(), KvxTrueSense_ConvertImage() once per frame, KvxTrueSense_DeleteComponent().
  *
  * The component has 66 parameters: "TrueSenseAlgType" (integer, 0 to 6, default 0, one of KvxTrueSenseAlgorithm),
- * "NoRealloc" (kept for callers that set it; no effect), and the 64 named fields of tagTrueSenseParam.
+ * "NoRealloc" (no effect; exists for callers that set it), and the 64 named fields of tagTrueSenseParam.
  *
- * Threads: a component serves one conversion at a time; two components never disturb each other. A conversion spreads
- * its work over "threads_num" threads, or as many as OpenMP is set to, and leaves that setting as it was; algorithm 4
+ * Threads: a component is used by one thread at a time; different components are independent. A conversion spreads its
+ * work over "threads_num" threads, or as many as OpenMP is set to, and does not change that setting; algorithm 4
  * takes one, and the reduced Bayer mosaic of algorithm 2 goes through OpenCV, with OpenCV's threads and memory. The
  * picture is the same for any number of threads. After the first frame of a geometry, algorithms 0, 1, 3 and 4 allocate
  * nothing. Image buffers belong to the caller.
@@ -37,9 +37,10 @@ enum KvxTrueSenseAlgorithm {
 #define KVX_TONE_TABLE_SIZE 4096u
 
 /**
- * All tuning of a TrueSense conversion. The fields but the last bear the names of the component's parameters, whose
- * descriptors (KvxComponent_GetParamByIdx(), or the command `kvx-demosaic params truesense`) tell ranges and defaults;
- * a record is used as it is. TrueSense_DefaultValues() has the defaults of the flat functions. Flags are 0 or 1.
+ * The parameters of a TrueSense conversion. All fields but the last have the names of the component's parameters, whose
+ * descriptions (KvxComponent_GetParamByIdx(), or the command `kvx-demosaic params truesense`) give ranges and defaults.
+ * The values of a record are not checked. TrueSense_DefaultValues() sets the defaults of the flat functions. Flags are
+ * 0 or 1.
  *
  * Of what is marked as noise-reducing (algorithms 1, 3 and 4), algorithm 4 takes no impulseFilterEnable: it always
  * filters; and algorithm 1 has no noise model and no sharpening: it takes monoEnable, impulseFilterEnable, darkFloor,
@@ -48,14 +49,15 @@ enum KvxTrueSenseAlgorithm {
 typedef struct tagTrueSenseParam {
     int64_t threads_num;         /**< threads of a conversion; 0: as OpenMP is set */
     int64_t normalizationEnable; /**< flag: 16-bit samples are written 16 bits deep, whatever the source's depth */
-    int64_t horMirrored;         /**< flag: the sensor was read out from right to left; the format then names the phase
+    int64_t horMirrored;         /**< flag: the sensor was read out from right to left; the format then gives the phase
                                       of the last column, which was read first */
-    int64_t verMirrored;         /**< flag: the sensor was read out from bottom to top; the same for the last row */
-    int64_t monoEnable;          /**< 1: grey; noise-reducing, as all from here to the colour matrix */
+    int64_t verMirrored;         /**< flag: the sensor was read out from bottom to top; the format then gives the phase
+                                      of the last row */
+    int64_t monoEnable;          /**< 1: grey. Noise-reducing algorithms only, as all fields to the colour matrix */
     int64_t impulseFilterEnable; /**< flag: outliers among the colour differences are clamped */
     int64_t sharpnessEnable;     /**< flag: detail at full resolution is added, and edges are sharpened */
     int64_t darkFloor;           /**< black level at 12 bits */
-    /** @{ White balance: factors of the samples behind each filter. */
+    /** @{ White balance: factors of the samples of each colour. */
     double redGain;
     double greenGain;
     double blueGain;
@@ -104,7 +106,7 @@ typedef struct tagTrueSenseParam {
     double colorSigma1;
     double colorSigma2;
     /** @} */
-    /** @{ Colour matrix: first letter the output, second the input; exactly the identity is not applied. */
+    /** @{ Colour matrix: first letter the output, second the input. The identity is skipped. */
     double RR;
     double RG;
     double RB;
@@ -120,7 +122,7 @@ typedef struct tagTrueSenseParam {
     double maxSharpen;    /**< largest amount of sharpening */
     double highLumaNoise; /**< share of the detail that is added in the brightest places */
     double lowLumaNoise;  /**< share of the detail that is added in the darkest places */
-    /** KVX_TONE_TABLE_SIZE output values, 0 to 4095, by 12-bit input; the caller's. Null: the built-in curve. */
+    /** KVX_TONE_TABLE_SIZE output values, 0 to 4095, by 12-bit input; owned by the caller. Null: built-in curve. */
     const uint16_t* toneTable;
 } tagTrueSenseParam;
 
@@ -138,7 +140,7 @@ public:
     /** Same as KvxTrueSense_DeleteComponent(). */
     static void DeleteComponent(KvxTrueSense* component) noexcept;
 
-    /** The parameter interface; lives as long as this object. */
+    /** The parameter interface, which lives as long as this object. */
     virtual KvxComponent* GetComponent() noexcept = 0;
     /** Same as KvxTrueSense_ConvertImage(). */
     virtual uint32_t ConvertImage(const _KvxImage* src, _KvxImage* dst) noexcept = 0;
@@ -156,57 +158,58 @@ typedef struct KvxTrueSense KvxTrueSense;
 
 KVX_EXTERN_C_BEGIN
 
-/** A new component with default parameters, to be given to KvxTrueSense_DeleteComponent(); null without memory. */
+/** A new component with default parameters; null when out of memory. Delete it by KvxTrueSense_DeleteComponent(). */
 KVX_API KvxTrueSense* KvxTrueSense_CreateComponent(void) KVX_NOEXCEPT;
 
-/** The parameter interface of a component, which stays its owner; null in, null out. */
+/** The parameter interface of a component, which owns it. Null for null. */
 KVX_API KvxComponent* KvxTrueSense_GetComponent(KvxTrueSense* component) KVX_NOEXCEPT;
 
 /**
- * Optional: releases what is kept from earlier frames and makes ready for the source's format and the current
- * algorithm. The image buffers are not looked at; nothing is written to `dst`.
+ * Optional: releases what the component keeps from earlier frames and prepares it for the source's format and the
+ * current algorithm. Reads only the two formats and writes nothing.
  *
- * @return 0; 0x80060007 null argument, source not TrueSense, algorithm not available; 0x80060009 no memory
+ * @return 0; 0x80060007 null argument, source not TrueSense, algorithm not available; 0x80060009 out of memory
  */
 KVX_API uint32_t KvxTrueSense_AllocData(KvxTrueSense* component, const _KvxImage* src, _KvxImage* dst) KVX_NOEXCEPT;
 
 /**
  * Converts one frame with the algorithm that "TrueSenseAlgType" selects.
  *
- * Sources of 8 bits become "RGB8", "BGR8", "RGBa8" or "BGRa8". Sources of 10 to 14 bits become those, or "RGB10" to
- * "RGB16" and "BGR10" to "BGR16"; 16-bit samples have the source's depth whatever the destination's name says, or are
- * 16 bits deep with "normalizationEnable".
+ * Destinations: "RGB8", "BGR8", "RGBa8" or "BGRa8"; for sources of 10 to 14 bits also "RGB10" to "RGB16" and "BGR10" to
+ * "BGR16". 16-bit samples have the source's depth whatever the format's name says; with "normalizationEnable" they are
+ * 16 bits deep.
  *
  * @param component from KvxTrueSense_CreateComponent(); used by one thread at a time
  * @param src one of the 64 TrueSense formats, `height` rows of `lineStep` bytes; a sample is one byte or one
  *            right-aligned 16-bit word. `pixelDepth` is the number of significant bits.
- * @param dst the caller sets `pixelType`, `lineStep` and `data` and owns the buffer: `src->height` rows of `lineStep`
- *            bytes; its `width` and `height` are not looked at. Only pixels are written: not the row padding, and
- *            not the fourth byte of a four-channel pixel. The buffers must not overlap.
- * @return 0; 0x80060007 null argument, source not TrueSense, algorithm that is not available, destination or depth that
- *         is not supported, a line step that cannot hold a row or is past INT_MAX; 0x80060008 null `data`;
- *         0x80060009 no memory, or no pixels to make any for; with algorithm 4 also a frame of more than some 89
- *         megapixels. Whatever is refused leaves the destination as it was.
+ * @param dst the caller sets `pixelType`, `lineStep` and `data`; the buffer has `src->height` rows of `lineStep` bytes,
+ *            and the caller owns it. Its `width` and `height` are not read. Only pixels are written, neither the row
+ *            padding nor the fourth byte of a four-channel pixel. The buffers may overlap: the source is then copied
+ *            first, which costs time and memory.
+ * @return 0; 0x80060007 null argument, source not TrueSense, algorithm not available, destination or depth not
+ *         supported, a line step that does not hold a row or is above INT_MAX; 0x80060008 null `data`; 0x80060009 out
+ *         of memory, or a frame without pixels; with algorithm 4 also a frame of more than about 89 megapixels. A call
+ *         that fails leaves the destination unchanged.
  */
 KVX_API uint32_t KvxTrueSense_ConvertImage(KvxTrueSense* component, const _KvxImage* src, _KvxImage* dst) KVX_NOEXCEPT;
 
 /**
- * Gives the component a tone table in place of the built-in curve: tagTrueSenseParam::toneTable, which is no parameter.
+ * Replaces the component's tone curve: tagTrueSenseParam::toneTable, which is not a parameter.
  *
- * @param table KVX_TONE_TABLE_SIZE entries of 12 bits by 12-bit input; the caller's, and must live until another one is
- *              set or the component deleted. Null: the built-in curve again.
+ * @param table KVX_TONE_TABLE_SIZE entries of 12 bits, by 12-bit input. The caller keeps it until another table is set
+ *              or the component is deleted. Null selects the built-in curve again.
  * @return 0; 0x80060007 null component
  */
 KVX_API uint32_t KvxTrueSense_SetToneTable(KvxTrueSense* component, const uint16_t* table) KVX_NOEXCEPT;
 
-/** Releases what the component keeps between frames; the parameters stay. Null is ignored. */
+/** Releases what the component keeps between frames. The parameters keep their values. Null is ignored. */
 KVX_API void KvxTrueSense_ReleaseData(KvxTrueSense* component) KVX_NOEXCEPT;
 
-/** Destroys a component and the interface that KvxTrueSense_GetComponent() gave. Null is ignored. */
+/** Deletes a component and its parameter interface. Null is ignored. */
 KVX_API void KvxTrueSense_DeleteComponent(KvxTrueSense* component) KVX_NOEXCEPT;
 
 /**
- * The place of a TrueSense frame's first pixel in the base tile.
+ * The position of a TrueSense frame's first pixel in the base tile.
  *
  * @param pixelType any pixel-type code
  * @return 4 x row + column, 0 to 15, in the tile "W B W G / B W G W / W G W R / G W R W"; -1 for every other format.
@@ -217,7 +220,7 @@ KVX_API int PixelTypeToTruesenseGrid(unsigned long pixelType) KVX_NOEXCEPT;
 /**
  * Fills a record with the defaults of the flat functions, which differ from those of a component.
  *
- * @param params any content; must not be null
+ * @param params must not be null; its content is overwritten
  * @return 0
  */
 KVX_API uint32_t TrueSense_DefaultValues(tagTrueSenseParam* params) KVX_NOEXCEPT;

@@ -3,96 +3,62 @@
 #include <algorithm>
 #include <cstring>
 
-#include "KvxBayer/BayerGeometry.h"
 #include "KvxBayer/MosaicRow.h"
 #include "KvxDemosaicing/KvxBayer.h"
-#include "framework/PixelFormats.h"
+#include "KvxDemosaicing/KvxResult.h"
+#include "framework/Bands.h"
 
 namespace kvx {
 namespace {
 
-constexpr size_t kChannels = 3;
-
-size_t SampleSizeOf(const _KvxImage& src) {
-    return Is8Bit(src.pixelType) ? 1 : 2;
+void ConvertRow(const BayerJob& job, GreenRule rule, int64_t row) {
+    const auto pictureBytes = static_cast<size_t>(job.PictureBytes());
+    uint8_t* const out = static_cast<uint8_t*>(job.destination) + row * job.destinationStep;
+    if (job.size.width < 3 || job.size.height < 3) {  // no site has all its neighbours
+        std::memset(out, 0, pictureBytes);
+    } else {
+        const int64_t centre = std::clamp<int64_t>(row, 1, int64_t{job.size.height} - 2);  // border rows are copies
+        const uint8_t* const samples = static_cast<const uint8_t*>(job.source) + centre * job.sourceStep;
+        const bool odd = centre % 2 != 0;
+        const bool topColourFirst = IsBlueOnTop(job.pattern) == (job.order == ChannelOrder::BGR);
+        ConvertMosaicRow({.above = samples - job.sourceStep,
+                          .centre = samples,
+                          .below = samples + job.sourceStep,
+                          .sampleSize = static_cast<size_t>(job.sampleSize),
+                          .width = job.size.width,
+                          .greenFirst = IsGreenFirst(job.pattern) != odd,
+                          .rowColourFirst = topColourFirst != odd,
+                          .rule = rule,
+                          .output = job.output},
+                         out);
+    }
+    std::memset(out + pictureBytes, 0, static_cast<size_t>(job.WrittenBytes()) - pictureBytes);
 }
 
-/** A frame whose rows are converted each by itself. */
-class Frame {
-public:
-    Frame(const _KvxImage& src, const _KvxImage& dst, BayerPattern pattern, ChannelOrder order, GreenRule rule,
-          const BayerOutput& output, SlotBytes slot)
-        : m_src(src),
-          m_dst(dst),
-          m_greenFirst(IsGreenFirst(pattern)),
-          m_topColourFirst(IsBlueOnTop(pattern) == (order == ChannelOrder::BGR)),
-          m_rule(rule),
-          m_output(output),
-          m_slot(slot) {}
-
-    void ConvertRow(int64_t row) const {
-        uint8_t* out = RowOf(m_dst, row);
-        if (m_src.width < 3 || m_src.height < 3) {  // no site has all its neighbours
-            std::memset(out, 0, PictureBytes());
-        } else {
-            const int64_t centre = std::clamp<int64_t>(row, 1, int64_t{m_src.height} - 2);  // border rows are copies
-            const bool odd = centre % 2 != 0;
-            ConvertMosaicRow({.above = RowOf(m_src, centre - 1),
-                              .centre = RowOf(m_src, centre),
-                              .below = RowOf(m_src, centre + 1),
-                              .sampleSize = SampleSizeOf(m_src),
-                              .width = m_src.width,
-                              .greenFirst = m_greenFirst != odd,
-                              .rowColourFirst = m_topColourFirst != odd,
-                              .rule = m_rule,
-                              .output = m_output},
-                             out);
-        }
-        if (m_slot == SlotBytes::Four) std::memset(out + PictureBytes(), 0, SlotRowBytes() - PictureBytes());
-    }
-
-private:
-    static uint8_t* RowOf(const _KvxImage& image, int64_t row) {
-        return static_cast<uint8_t*>(image.data) + row * int64_t{image.lineStep};
-    }
-    size_t PictureBytes() const {
-        return m_src.width * kChannels * (m_output.form == BayerOutput::Samples ? SampleSizeOf(m_src) : 1);
-    }
-    size_t SlotRowBytes() const {
-        return std::min<size_t>(m_dst.lineStep, size_t{4} * m_src.width);
-    }
-
-    const _KvxImage& m_src;
-    const _KvxImage& m_dst;
-    bool m_greenFirst;      // at the top left
-    bool m_topColourFirst;  // the red or blue of the top row is the first sample of a pixel
-    GreenRule m_rule;
-    BayerOutput m_output;
-    SlotBytes m_slot;
-};
+void ConvertRows(const BayerJob& job, GreenRule rule) {
+    constexpr int64_t bandRows = 16;                 // small, so that a thread that is held up delays little work
+    constexpr int64_t pixelsWorthAThread = 1 << 15;  // below, starting a thread costs more than it saves
+    const int64_t rows = job.size.height, bands = (rows + bandRows - 1) / bandRows;
+    const int threads = TeamSize(std::min(bands, job.size.width * rows / pixelsWorthAThread));
+    ForBands(0, rows, bands, threads, [&](int /*thread*/, int64_t begin, int64_t end) {
+        for (int64_t row = begin; row < end; ++row) ConvertRow(job, rule, row);
+    });
+}
 
 }  // namespace
 
-ChannelOrder OrderOf(const _KvxImage& dst) noexcept {
-    return IsBlueFirst(dst.pixelType) ? ChannelOrder::BGR : ChannelOrder::RGB;
-}
-
-GreenRule RuleOf(int algorithm) noexcept {
-    return algorithm == KvxBayerAlgorithm_EdgeAware ? GreenRule::EdgeAware : GreenRule::Mean;
-}
-
-uint32_t ConvertBayer(const _KvxImage& src, const _KvxImage& dst, BayerPattern pattern, ChannelOrder order,
-                      GreenRule rule, const BayerOutput& output, SlotBytes slot) noexcept {
-    const uint32_t result = CheckBayerGeometry(src, dst, output);
+uint32_t ConvertBayer(BayerJob job, int algorithm, DemosaicingIPP* interpolator) noexcept {
+    const uint32_t result = CheckGeometry(job);
     if (result != KvxResult_Success) return result;
+    DisjointSource disjoint;
+    const auto rows = disjoint.Take(job.SourceRows(), job.WrittenRows());
+    if (!rows) return KvxResult_NoMemory;
+    job.source = rows->data;
+    job.sourceStep = rows->lineStep;
 
-    const Frame frame(src, dst, pattern, order, rule, output, slot);
-    const auto height = static_cast<int64_t>(src.height);
-    constexpr uint64_t pixelsWorthThreads = 1 << 16;  // below, waking a team costs more than it saves
-    constexpr int rowsAtOnce = 16;                    // so that a thread that is held up holds up little
-#pragma omp parallel for schedule(dynamic, rowsAtOnce) default(none) \
-    shared(frame, height, rowsAtOnce) if (uint64_t{src.width} * src.height > pixelsWorthThreads)
-    for (int64_t row = 0; row < height; ++row) frame.ConvertRow(row);
+    if (algorithm == KvxBayerAlgorithm_IPP)
+        return interpolator ? interpolator->Convert(job) : uint32_t{KvxResult_NoMemory};
+    ConvertRows(job, algorithm == KvxBayerAlgorithm_EdgeAware ? GreenRule::EdgeAware : GreenRule::Mean);
     return KvxResult_Success;
 }
 

@@ -1,32 +1,25 @@
-/** One Bayer frame by algorithm 0 or 2. */
+/** One Bayer frame by any algorithm. */
 #pragma once
 
 #include <cstdint>
 
-#include "KvxBayer/BayerOutput.h"
-#include "KvxBayer/BayerPattern.h"
-#include "KvxBayer/MosaicRow.h"
-#include "KvxDemosaicing/KvxImage.h"
+#include "KvxBayer/BayerJob.h"
+#include "KvxBayer/ipp/DemosaicingIPP.h"
 
 namespace kvx {
 
-/** The order of a destination: blue-first for the BGR formats, red-first for any other. */
-ChannelOrder OrderOf(const _KvxImage& dst) noexcept;
-
-/** The rule for green of algorithms 0 and 2. */
-GreenRule RuleOf(int algorithm) noexcept;
-
 /**
- * Converts `src` into `dst`, three samples a pixel.
+ * Checks the job and converts the frame. Nothing is written outside the pixels of the destination, or its slots. Where
+ * source and destination share memory, a private copy of the source is converted.
  *
- * The samples are those of OpenCV's conversion with the code that PixelTypeToBayerType() gives, to the bit: computed in
- * one pass because the library's is scalar for words, gives words only, ignores the row padding in its edge-aware form,
- * and refuses words at odd addresses. Any line step will do; nothing is written outside the pixels of `dst`.
+ * Algorithms 0 and 2 give the samples of OpenCV's conversion with the code of PixelTypeToBayerType(), to the bit.
+ * OpenCV itself is not called: its conversion of words is scalar, gives words only, ignores row padding in its
+ * edge-aware form, and refuses words at odd addresses.
  *
- * @return 0, or a KvxResultCode: InvalidArgument when the records do not fit each other or their buffers,
- *         ConversionFailed for a frame without pixels
+ * @param algorithm a KvxBayerAlgorithm
+ * @param interpolator for algorithm 1: an object for the job's sample size, or null when there was no memory for one
+ * @return 0, or a KvxResultCode: InvalidArgument and ConversionFailed as of CheckGeometry(), NoMemory
  */
-uint32_t ConvertBayer(const _KvxImage& src, const _KvxImage& dst, BayerPattern pattern, ChannelOrder order,
-                      GreenRule rule, const BayerOutput& output, SlotBytes slot = SlotBytes::AsWritten) noexcept;
+uint32_t ConvertBayer(BayerJob job, int algorithm, DemosaicingIPP* interpolator) noexcept;
 
 }  // namespace kvx

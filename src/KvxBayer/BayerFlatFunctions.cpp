@@ -1,76 +1,49 @@
-// The typed flat functions: arguments become two records, and the records are converted.
-#include <iterator>
-
+// The typed flat functions: their arguments become a job.
 #include "KvxBayer/BayerFlat.h"
+#include "KvxDemosaicing/KvxBayerFlat.h"
 
 namespace kvx {
 namespace {
 
-/** Formats of 16-bit samples; null for a depth that the functions do not take. */
-const BayerFormats* WordFormats(int pixelDepth) {
-    for (const BayerFormats& formats : kBayerFormats)
-        if (formats.depth == pixelDepth && formats.depth != 8) return &formats;
-    return nullptr;
-}
-
-_KvxImage Record(uint32_t pixelType, int pixelDepth, uint32_t width, uint32_t height, int lineStep, const void* data) {
-    _KvxImage image{};
-    image.structSize = sizeof image;
-    image.structVersion = KVX_IMAGE_VERSION;
-    image.pixelType = pixelType;
-    image.pixelDepth = static_cast<uint32_t>(pixelDepth);
-    image.width = width;
-    image.height = height;
-    image.lineStep = static_cast<uint32_t>(lineStep);  // a negative step is one past INT_MAX, which is refused
-    image.imageSize = image.lineStep * height;
-    image.data = const_cast<void*>(data);  // a source record's data is only read
-    return image;
-}
-
-uint32_t Convert(const BayerFlatArguments& a, const BayerFormats* formats, ChannelOrder order,
-                 const BayerOutput& output, SlotBytes slot = SlotBytes::AsWritten) {
-    if (!formats || a.bayerPattern >= std::size(formats->sources))
+/** Every typed function: its arguments, then what its name adds to them. */
+template <class Source, class Destination>
+uint32_t Convert(const Source* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth, Destination* pDst,
+                 int dstStep, uint8_t bayerPattern, int algType, ChannelOrder order,
+                 SlotBytes slot = SlotBytes::AsWritten) noexcept {
+    constexpr bool fromWords = sizeof(Source) == 2, toBytes = sizeof(Destination) < sizeof(Source);
+    const bool isDepth = pixelDepth == 10 || pixelDepth == 12 || pixelDepth == 14 || pixelDepth == 16;
+    if (bayerPattern > static_cast<uint8_t>(BayerPattern::GB) || (fromWords && !isDepth))
         return KvxResult_Of(KvxComponentType_Bayer, KvxResult_InvalidArgument);
-    const uint32_t dstType = order == ChannelOrder::BGR ? formats->bgr : formats->rgb;
-    const _KvxImage src =
-        Record(formats->sources[a.bayerPattern], a.pixelDepth, a.srcSize.width, a.srcSize.height, a.srcStep, a.pSrc);
-    _KvxImage dst = Record(dstType, a.pixelDepth, a.srcRoi.width, a.srcRoi.height, a.dstStep, a.pDst);
-    return ConvertBayerFlat(src, dst, a.algType, order, output, slot);
-}
-
-uint32_t ToBytes(const BayerFlatArguments& arguments, ChannelOrder order) noexcept {
-    return Convert(arguments, &kBayerFormats[0], order, {.form = BayerOutput::Samples});
-}
-
-uint32_t ToWords(const BayerFlatArguments& arguments, ChannelOrder order) noexcept {
-    return Convert(arguments, WordFormats(arguments.pixelDepth), order, {.form = BayerOutput::Samples});
+    BayerJob job = {.source = pSrc,
+                    .sourceStep = srcStep,
+                    .size = srcSize,
+                    .sampleSize = sizeof(Source),
+                    .depth = SignificantBits(static_cast<uint32_t>(pixelDepth), fromWords ? 16 : 8),
+                    .pattern = static_cast<BayerPattern>(bayerPattern),
+                    .destination = pDst,
+                    .destinationStep = dstStep,
+                    .destinationSize = {srcRoi.width, srcRoi.height},
+                    .order = order,
+                    .slot = slot};
+    if (toBytes) job.output = {.form = BayerOutput::ShiftedBytes, .shift = pixelDepth - 8};
+    return ConvertBayerFlat(job, algType);
 }
 
 }  // namespace
-
-uint32_t BayerToShiftedBytes(const BayerFlatArguments& arguments, ChannelOrder order, SlotBytes slot) noexcept {
-    return Convert(arguments, WordFormats(arguments.pixelDepth), order,
-                   {.form = BayerOutput::ShiftedBytes, .shift = arguments.pixelDepth - 8}, slot);
-}
-
 }  // namespace kvx
 
-using kvx::BayerToShiftedBytes;
 using kvx::ChannelOrder;
+using kvx::Convert;
 using kvx::SlotBytes;
-using kvx::ToBytes;
-using kvx::ToWords;
 
 uint32_t BayerToRGB_8u_C1C3R(const uint8_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
                              uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return ToBytes({pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType},
-                   ChannelOrder::RGB);
+    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::RGB);
 }
 
 uint32_t BayerToBGR_8u_C1C3R(const uint8_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
                              uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return ToBytes({pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType},
-                   ChannelOrder::BGR);
+    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::BGR);
 }
 
 uint32_t BayerToRGB_8u_C1C4R(const uint8_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
@@ -85,14 +58,12 @@ uint32_t BayerToBGR_8u_C1C4R(const uint8_t* pSrc, _KvxRect srcRoi, _KvxSize srcS
 
 uint32_t BayerToRGB_16u_C1C3R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
                               uint16_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return ToWords({pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType},
-                   ChannelOrder::RGB);
+    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::RGB);
 }
 
 uint32_t BayerToBGR_16u_C1C3R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
                               uint16_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return ToWords({pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType},
-                   ChannelOrder::BGR);
+    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::BGR);
 }
 
 uint32_t BayerToRGB_16u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
@@ -107,24 +78,22 @@ uint32_t BayerToBGR_16u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize sr
 
 uint32_t BayerToRGB_16u8u_C1C3R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
                                 uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return BayerToShiftedBytes({pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType},
-                               ChannelOrder::RGB, SlotBytes::AsWritten);
+    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::RGB);
 }
 
 uint32_t BayerToBGR_16u8u_C1C3R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
                                 uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return BayerToShiftedBytes({pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType},
-                               ChannelOrder::BGR, SlotBytes::AsWritten);
+    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::BGR);
 }
 
 uint32_t BayerToRGB_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
                                 uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return BayerToShiftedBytes({pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType},
-                               ChannelOrder::RGB, SlotBytes::Four);
+    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::RGB,
+                   SlotBytes::Four);
 }
 
 uint32_t BayerToBGR_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
                                 uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return BayerToShiftedBytes({pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType},
-                               ChannelOrder::BGR, SlotBytes::Four);
+    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::BGR,
+                   SlotBytes::Four);
 }

@@ -1,4 +1,4 @@
-/** What becomes of the samples that a Bayer conversion computes. */
+/** Output format of a Bayer conversion. */
 #pragma once
 
 namespace kvx {
@@ -8,18 +8,18 @@ enum class ChannelOrder { RGB, BGR };
 
 struct BayerOutput {
     enum Form {
-        Samples,       ///< stored as wide as the source's samples
+        Samples,       ///< as wide as the source's samples
         RoundedBytes,  ///< scaled by 2^-shift, rounded to nearest even and saturated
-        ShiftedBytes   ///< shifted right by `shift`, low byte kept
+        ShiftedBytes   ///< shifted right by `shift`; the low byte is kept
     };
-    Form form;
-    int shift = 0;  ///< 0 with Samples, else 2 to 8, and the source's samples are words
+    Form form = Samples;
+    int shift = 0;  ///< 0 for Samples, else 2 to 8; the source's samples are words then
 };
 
-/** Bytes that a row of the destination has for each pixel. */
+/** Bytes that a destination row has for each pixel. */
 enum class SlotBytes {
     AsWritten,  ///< three samples
-    Four        ///< three bytes of picture; the rest of the row is zeroed, 4 x width bytes or to the line step
+    Four        ///< three bytes of picture; the rest of the row, to 4 x width bytes or the line step, is zeroed
 };
 
 }  // namespace kvx

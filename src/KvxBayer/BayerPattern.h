@@ -1,4 +1,4 @@
-/** The unpacked Bayer formats by pattern and depth, and what a pattern says about a frame. */
+/** The unpacked Bayer formats by pattern and depth. */
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@ enum class BayerPattern : uint8_t { GR, RG, BG, GB };
 constexpr bool IsGreenFirst(BayerPattern pattern) {
     return pattern == BayerPattern::GR || pattern == BayerPattern::GB;
 }
-/** The top row has blue sites, not red ones. */
+/** True when the top row has blue sites, false when it has red ones. */
 constexpr bool IsBlueOnTop(BayerPattern pattern) {
     return pattern == BayerPattern::BG || pattern == BayerPattern::GB;
 }
@@ -23,7 +23,7 @@ constexpr bool IsBlueOnTop(BayerPattern pattern) {
 struct BayerFormats {
     int depth;
     uint32_t sources[4];  // by BayerPattern
-    uint32_t rgb, bgr;    // what they are converted into
+    uint32_t rgb, bgr;    // destinations
 
     constexpr uint32_t Source(BayerPattern pattern) const {
         return sources[static_cast<uint8_t>(pattern)];

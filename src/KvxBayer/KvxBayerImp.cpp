@@ -1,7 +1,5 @@
 #include "KvxBayer/KvxBayerImp.h"
 
-#include <new>
-
 #include "KvxBayer/BayerConversion.h"
 #include "framework/PixelFormats.h"
 
@@ -33,41 +31,25 @@ int KvxBayerImp::Algorithm() noexcept {
 }
 
 uint32_t KvxBayerImp::ConvertImage(const _KvxImage* src, _KvxImage* dst) noexcept {
-    if (!src || !dst) return Result(KvxResult_InvalidArgument);
-    const auto pattern = PatternOf(src->pixelType);
-    if (!pattern) return Result(KvxResult_InvalidArgument);
+    const auto job = src && dst ? BayerJobOf(*src, *dst) : std::nullopt;
+    if (!job) return Result(KvxResult_InvalidArgument);
+    if (m_interpolator && m_interpolator->SampleSize() != job->sampleSize) ReleaseData();
     const int algorithm = Algorithm();
-    if (Is8Bit(src->pixelType))
-        m_demosaicing16.reset();
-    else
-        m_demosaicing8.reset();
-    if (algorithm == KvxBayerAlgorithm_IPP) {
-        DemosaicingIPP* interpolator = Interpolator(*src);
-        return Result(interpolator ? interpolator->Convert(dst, src) : uint32_t{KvxResult_NoMemory});
-    }
-    return Result(ConvertBayer(*src, *dst, *pattern, OrderOf(*dst), RuleOf(algorithm), {.form = BayerOutput::Samples}));
+    if (algorithm == KvxBayerAlgorithm_IPP && !m_interpolator) m_interpolator = DemosaicingIPP::Create(job->sampleSize);
+    return Result(ConvertBayer(*job, algorithm, m_interpolator.get()));
 }
 
 uint32_t KvxBayerImp::AllocData(const _KvxImage* src, _KvxImage* dst) noexcept {
     if (!src || !dst || !IsBayer(src->pixelType)) return Result(KvxResult_InvalidArgument);
     ReleaseData();
     if (!PatternOf(src->pixelType)) return Result(KvxResult_InvalidArgument);
-    if (Algorithm() == KvxBayerAlgorithm_IPP && !Interpolator(*src)) return Result(KvxResult_NoMemory);
-    return KvxResult_Success;
+    if (Algorithm() != KvxBayerAlgorithm_IPP) return KvxResult_Success;
+    m_interpolator = DemosaicingIPP::Create(Is8Bit(src->pixelType) ? 1 : 2);
+    return m_interpolator ? uint32_t{KvxResult_Success} : Result(KvxResult_NoMemory);
 }
 
 void KvxBayerImp::ReleaseData() noexcept {
-    m_demosaicing8.reset();
-    m_demosaicing16.reset();
-}
-
-DemosaicingIPP* KvxBayerImp::Interpolator(const _KvxImage& src) noexcept {
-    if (Is8Bit(src.pixelType)) {
-        if (!m_demosaicing8) m_demosaicing8.reset(new (std::nothrow) DemosaicingIPP_8);
-        return m_demosaicing8.get();
-    }
-    if (!m_demosaicing16) m_demosaicing16.reset(new (std::nothrow) DemosaicingIPP_16);
-    return m_demosaicing16.get();
+    m_interpolator.reset();
 }
 
 }  // namespace kvx

@@ -20,17 +20,13 @@ public:
     void ReleaseData() noexcept override;
 
 private:
-    /** "BayerAlgType", with 0 for what names no algorithm or cannot be read. */
+    /** "BayerAlgType"; 0 when its value is no algorithm's or cannot be read. */
     int Algorithm() noexcept;
-    /** The interpolator for the source's sample width, made when there is none; null without memory. */
-    DemosaicingIPP* Interpolator(const _KvxImage& src) noexcept;
 
     int64_t m_bayerAlgType = 0;
-    int64_t m_noRealloc = 0;  // no operation reads it: it is there so that both components have the parameter
+    int64_t m_noRealloc = 0;  // never read: both components have the parameter
 
-    // At most one of them: the interpolator of the frames' sample width, kept from frame to frame.
-    std::unique_ptr<DemosaicingIPP_8> m_demosaicing8;
-    std::unique_ptr<DemosaicingIPP_16> m_demosaicing16;
+    std::unique_ptr<DemosaicingIPP> m_interpolator;  // of algorithm 1, for the last frame's sample size
 };
 
 }  // namespace kvx

@@ -18,8 +18,8 @@ template <class T>
 using Vec = hn::Vec<Tag<T>>;
 
 /**
- * Mean of four from the rounded means of two pairs. Rounding twice is one too much where a half was rounded up in a
- * pair and again between the pairs; taking that back is exact for all bits, without wider lanes.
+ * Mean of four from the rounded means of two pairs. The result is one too high where a half was rounded up in a pair
+ * and again between the pairs; subtracting that is exact and needs no wider lanes.
  */
 template <class T, class V = Vec<T>>
 HWY_INLINE V MeanOfFour(V a, V b, V meanAB, V c, V d, V meanCD) {
@@ -34,7 +34,7 @@ HWY_INLINE V Difference(V a, V b) {
     return hn::Sub(hn::Max(a, b), hn::Min(a, b));
 }
 
-// How three vectors of samples are stored.
+// Ways to store three vectors of samples.
 
 template <class T>
 struct StoreSamples {
@@ -84,7 +84,7 @@ struct StoreRounded : StoreBytes<StoreRounded> {
     }
 };
 
-/** Converts the sites from `column` on, as many as a vector has lanes. */
+/** Converts one vector of sites from `column` on. */
 template <class T, GreenRule rule, class Store>
 HWY_INLINE void ConvertVector(const MosaicRow& row, size_t column, const Store& store, uint8_t* out) {
     const Tag<T> d;

@@ -9,7 +9,7 @@ struct Codes {
     int rgb, bgr;
 };
 
-// By kvx::BayerPattern. OpenCV calls a pattern by the second row and column of the cell: our GR is its GB.
+// By kvx::BayerPattern. OpenCV names a pattern after the second row and column of the cell: GR is its GB.
 constexpr Codes s_bilinear[] = {
     {cv::COLOR_BayerGB2RGB, cv::COLOR_BayerGB2BGR},
     {cv::COLOR_BayerBG2RGB, cv::COLOR_BayerBG2BGR},

@@ -19,7 +19,7 @@ const _KvxStParam* FindByName(const std::vector<_KvxStParam>& params, const char
     return nullptr;
 }
 
-/** The parameter called `name` when `param` can be set to it, else why not. */
+/** Sets `param` to the parameter called `name`. @return 0, or why there is none */
 uint32_t Find(const std::vector<_KvxStParam>& params, const char* name, const _KvxStParam** param) {
     if (!name) return Result(KvxResult_NullPointer);
     *param = FindByName(params, name);
@@ -32,7 +32,7 @@ uint32_t FindTyped(const std::vector<_KvxStParam>& params, const char* name, uin
     return Result((*param)->type == type ? KvxResult_Success : KvxResult_WrongType);
 }
 
-/** For the accessors of a kind that no parameter has yet. */
+/** For the accessors of kinds that no parameter has. */
 uint32_t RefuseKind(const std::vector<_KvxStParam>& params, const char* name) {
     const _KvxStParam* param = nullptr;
     const uint32_t result = Find(params, name, &param);
@@ -48,7 +48,7 @@ bool Accepts(const _KvxStParam& param, long value) {
 }
 
 bool Accepts(const _KvxStParam& param, double value) {
-    // DBL_MIN was declared where "the lowest double" was meant, and negative values are in use.
+    // Tables declare DBL_MIN where they mean "the lowest double", and negative values are in use.
     const bool hasLowerBound = param.minValue.asFloat != DBL_MIN;
     return std::isfinite(value) && (!hasLowerBound || value >= param.minValue.asFloat) &&
            value <= param.maxValue.asFloat;

@@ -6,24 +6,24 @@
 #include "KvxDemosaicing/KvxComponent.h"
 
 /**
- * A list of named parameters whose values live in their owner: the store knows each value's address, type and range,
- * and reads and writes it there. Results and rules are those of KvxComponent.h, with component type 0.
+ * A list of named parameters. The values belong to the owner of the store, which knows each value's address, type and
+ * range. Results and rules are those of KvxComponent.h, with component type 0.
  *
- * The last argument of every setter is true for a caller from outside, who must respect read-only parameters; the
- * owner passes false. Text and data arguments of setters are only read. Not locked: one thread at a time.
+ * `external` is true for callers from outside, who cannot write read-only parameters; the owner passes false. Setters
+ * only read their text and data arguments. One thread at a time.
  */
 class KVX_API KvxParamStorage {
 public:
-    /** Makes room for `capacity` parameters; more can be added. */
+    /** Reserves memory for `capacity` parameters; more can be added. */
     explicit KvxParamStorage(unsigned int capacity);
     ~KvxParamStorage();
     KvxParamStorage(const KvxParamStorage&) = delete;
     KvxParamStorage& operator=(const KvxParamStorage&) = delete;
 
     /**
-     * Registers a parameter and copies its descriptor. The value behind `param->value` is left as it is.
-     * @return 0; 0x80000007 unknown type, not readable, name empty, unterminated or taken; 0x80000008 null argument or
-     * value address; 0x80000009 no memory
+     * Registers a parameter and copies its description. The value is not changed.
+     * @return 0; 0x80000007 unknown type, not readable, or a name that is empty, unterminated or taken; 0x80000008 null
+     *         argument or value address; 0x80000009 out of memory
      */
     uint32_t AddParam(_KvxStParam* param) noexcept;
     /** @return 0; 0x80000007 no such index; 0x80000008 null argument. */

@@ -6,7 +6,7 @@
 
 namespace kvx {
 
-/** Concrete components derive from this, own their parameters' values and register them in their constructor. */
+/** Base of the components, which own their parameters' values and register them in their constructors. */
 class KvxComponentImp : public KvxComponent {
 public:
     uint8_t GetComponentTypeID() noexcept override;

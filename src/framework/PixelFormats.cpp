@@ -146,7 +146,7 @@ constexpr _KvxPixelFormat s_colorModelDescription[] = {
 };
 // clang-format on
 
-// The rows are checked below against what their names say, so that a slip in a code cannot stay unseen.
+// The code below checks every row against its name at compile time.
 
 constexpr std::string_view CfaTile(std::string_view name) {
     constexpr std::pair<std::string_view, std::string_view> tiles[] = {
@@ -183,7 +183,7 @@ constexpr std::string_view DepthText(uint32_t bits) {
     return texts[bits / 2 - 4];
 }
 
-/** What name, description and code say about each other, for every row. */
+/** True when name, description and code of every row agree. */
 constexpr bool EveryRowAgreesWithItsCode() {
     for (uint32_t row = 0; row < std::size(s_colorModelDescription); ++row) {
         const _KvxPixelFormat& f = s_colorModelDescription[row];

@@ -1,4 +1,5 @@
-// The component and the flat functions give the bits of the library's own conversion of the whole frame.
+// The component and the flat functions give the bits of OpenCV's conversion, as samples or shifted into bytes.
+// BayerToColor() rounds to bytes: see MosaicRowTest.cpp.
 #include <gtest/gtest.h>
 
 #include "support/BayerFrames.h"
@@ -20,6 +21,38 @@ constexpr Geometry kGeometries[] = {
     {31, 17, 5, 7, 1}, {640, 77, 0, 2, 0}, {641, 191, 14, 1, 0}, {5000, 23, 0, 8, 0}, {3, 1001, 0, 3, 1},
 };
 
+std::vector<uint8_t> Shifted(const cv::Mat& words, int shift) {
+    std::vector<uint8_t> bytes;
+    const auto* samples = words.ptr<uint16_t>();
+    for (size_t i = 0; i < words.total() * 3; ++i) bytes.push_back(static_cast<uint8_t>(samples[i] >> shift));
+    return bytes;
+}
+
+/** A row of 3 x width picture bytes, then zeros up to 4 x width or to the end of the step. */
+std::vector<uint8_t> InFourByteSlots(const std::vector<uint8_t>& picture, const Geometry& shape, size_t rowBytes) {
+    std::vector<uint8_t> rows(rowBytes * shape.height);
+    for (size_t row = 0; row < shape.height; ++row)
+        std::memcpy(&rows[row * rowBytes], &picture[row * shape.width * 3], shape.width * 3);
+    return rows;
+}
+
+/** The flat functions from words to bytes: `expected` is the picture. */
+void ExpectShiftedBytes(const BayerDepth& depth, const Geometry& g, GuardedImage& src, int pattern, int algorithm,
+                        bool blueFirst, const std::vector<uint8_t>& expected) {
+    const size_t picture = g.width * 3, slots = g.width * 4;
+    GuardedImage three(0, g.width, g.height, picture, picture + g.dstPadding, g.offset);
+    ASSERT_EQ(CallFlat(depth.depth, 8, blueFirst, 3, src, three, pattern, algorithm), 0u);
+    ASSERT_EQ(three.Pixels(), expected);
+    ASSERT_TRUE(three.GuardsIntact());
+    for (const size_t step : {picture, picture + g.width / 2, slots, slots + 5}) {
+        const size_t rowBytes = std::min(step, slots);
+        GuardedImage four(0, g.width, g.height, rowBytes, step);
+        ASSERT_EQ(CallFlat(depth.depth, 8, blueFirst, 4, src, four, pattern, algorithm), 0u);
+        ASSERT_EQ(four.Pixels(), InFourByteSlots(expected, g, rowBytes));
+        ASSERT_TRUE(four.GuardsIntact());
+    }
+}
+
 uint32_t ConvertByComponent(GuardedImage& src, GuardedImage& dst, int algorithm) {
     KvxBayer* component = KvxBayer_CreateComponent();
     EXPECT_EQ(KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", algorithm), 0u);
@@ -29,17 +62,18 @@ uint32_t ConvertByComponent(GuardedImage& src, GuardedImage& dst, int algorithm)
     return result;
 }
 
-TEST(BayerConversion, EqualsTheLibraryForEveryFormatAndGeometry) {
+TEST(BayerConversion, EqualsOpenCvForEveryFormatAndGeometry) {
     unsigned seed = 1;
-    ForEachLibraryConversion([&](const BayerDepth& depth, int pattern, int algorithm, bool blueFirst) {
+    ForEachOpenCvConversion([&](const BayerDepth& depth, int pattern, int algorithm, bool blueFirst) {
         for (const Geometry& g : kGeometries) {
             SCOPED_TRACE(testing::Message() << g.width << "x" << g.height << " padded " << g.srcPadding << " and "
                                             << g.dstPadding << " at " << g.offset);
             const auto samples =
                 MakeSamples(seed % 3 ? Fill::Noise : Fill::Extremes, g.width, g.height, depth.depth, seed);
             ++seed;
-            const auto expected = BytesOf(
-                LibraryConversion(samples, depth.depth, g.width, g.height, CodeOf(pattern, algorithm, blueFirst)));
+            const cv::Mat converted =
+                OpenCvConversion(samples, depth.depth, g.width, g.height, CodeOf(pattern, algorithm, blueFirst));
+            const auto expected = BytesOf(converted);
             GuardedImage src =
                 MakeSource(depth.patterns[pattern], depth.depth, g.width, g.height, g.srcPadding, samples, g.offset);
             const size_t rowBytes = g.width * 3 * depth.SampleSize();
@@ -56,20 +90,51 @@ TEST(BayerConversion, EqualsTheLibraryForEveryFormatAndGeometry) {
                 ASSERT_EQ(result->Pixels(), expected);
                 ASSERT_TRUE(result->GuardsIntact());
             }
+            if (depth.depth > 8)
+                ExpectShiftedBytes(depth, g, src, pattern, algorithm, blueFirst, Shifted(converted, depth.depth - 8));
             ASSERT_EQ(src.Pixels(), samples);
         }
     });
 }
 
-TEST(BayerConversion, AFormatWithoutBlueFirstOrderIsWrittenRedFirst) {
-    const auto samples = MakeSamples(Fill::Noise, 8, 6, 8, 1);
-    GuardedImage src = MakeSource(KvxFormat_BayerRG8, 8, 8, 6, 0, samples);
-    for (const uint32_t dstType : {KvxFormat_RGBa8, KvxFormat_Mono8, KvxFormat_YUV422_8}) {
-        GuardedImage dst(dstType, 8, 6, 24, 24 + 8);  // three bytes a pixel, also for RGBa
-        ASSERT_EQ(ConvertByComponent(src, dst, 0), 0u);
-        EXPECT_EQ(dst.Pixels(), BytesOf(LibraryConversion(samples, 8, 8, 6, 48)));
-        EXPECT_TRUE(dst.GuardsIntact());
+TEST(BayerConversion, OrderOfDestinationsThatAreNotRgbOrBgr) {
+    GuardedImage src = MakeSource(KvxFormat_BayerRG8, 8, 8, 6, 0, MakeSamples(Fill::Noise, 8, 6, 8, 1));
+    const std::pair<uint32_t, uint32_t> sameOrder[] = {{KvxFormat_RGBa8, KvxFormat_RGB8},
+                                                       {KvxFormat_BGRa8, KvxFormat_BGR8},
+                                                       {KvxFormat_Mono8, KvxFormat_RGB8},
+                                                       {KvxFormat_YUV422_8, KvxFormat_RGB8}};
+    for (const auto& [dstType, plainType] : sameOrder)
+        for (const int algorithm : {0, 1, 2}) {
+            GuardedImage dst(dstType, 8, 6, 24, 24 + 8), plain(plainType, 8, 6, 24, 24 + 8);  // three bytes per pixel
+            ASSERT_EQ(ConvertByComponent(src, dst, algorithm), 0u);
+            ASSERT_EQ(ConvertByComponent(src, plain, algorithm), 0u);
+            EXPECT_EQ(dst.Pixels(), plain.Pixels()) << std::hex << dstType << ", algorithm " << algorithm;
+            EXPECT_TRUE(dst.GuardsIntact());
+        }
+}
+
+TEST(BayerConversion, TheComponentShiftsTheBilinearPictureAndKeepsThePadding) {
+    KvxBayer* component = KvxBayer_CreateComponent();
+    // The choice of edge-aware has no effect here: the reduction of 10 and 12-bit frames is bilinear.
+    ASSERT_EQ(KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", 2), 0u);
+    for (const BayerDepth& depth : kBayerDepths) {
+        if (depth.depth != 10 && depth.depth != 12) continue;
+        for (int pattern = 0; pattern < 4; ++pattern)
+            for (const bool blueFirst : {false, true}) {
+                const auto samples = MakeSamples(Fill::Extremes, 37, 21, depth.depth, 3);
+                GuardedImage src = MakeSource(depth.patterns[pattern], depth.depth, 37, 21, 2, samples);
+                src.Record().pixelDepth = 0;  // the format gives the depth
+                GuardedImage dst(blueFirst ? KvxFormat_BGR8 : KvxFormat_RGB8, 37, 21, 37 * 3, 37 * 5);
+                dst.Record().width = 1;  // only its data and line step count
+                dst.Record().height = 0;
+                ASSERT_EQ(KvxBayer_ConvertImage(component, &src.Record(), &dst.Record()), 0u);
+                EXPECT_EQ(dst.Pixels(),
+                          Shifted(OpenCvConversion(samples, depth.depth, 37, 21, kBilinearCodes[pattern][blueFirst]),
+                                  depth.depth - 8));
+                EXPECT_TRUE(dst.GuardsIntact());
+            }
     }
+    KvxBayer_DeleteComponent(component);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Misuse gets its code, and leaves the destination as it was.
+// Every misuse has its code and leaves the destination unchanged.
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -13,7 +13,7 @@ namespace {
 constexpr uint32_t kInvalid = 0x80050007;
 constexpr uint32_t kNoPixels = 0x80050001;
 
-/** One frame of 8 x 6 pixels and the buffers for its picture, which a case spoils in one way. */
+/** A frame of 8 x 6 pixels and the buffer for its picture; each case changes one thing. */
 struct Frame {
     GuardedImage src, dst;
     int algorithm = 0;
@@ -33,10 +33,11 @@ struct GeometryCase {
 const GeometryCase kGeometryCases[] = {
     {"null source data", [](Frame& f) { f.src.Record().data = nullptr; }, kInvalid},
     {"null destination data", [](Frame& f) { f.dst.Record().data = nullptr; }, kInvalid},
-    {"destination narrower", [](Frame& f) { f.dst.Record().width = 7; }, kInvalid},
+    {"destination narrower", [](Frame& f) { f.dst.Record().width = 7; }, kInvalid, 0},
     {"destination wider", [](Frame& f) { f.dst.Record().width = 9; }, kInvalid, 0},
     {"destination higher", [](Frame& f) { f.dst.Record().height = 7; }, kInvalid, 0},
-    {"destination lower", [](Frame& f) { f.dst.Record().height = 5; }, kInvalid},
+    {"destination lower", [](Frame& f) { f.dst.Record().height = 5; }, kInvalid, 0},
+    {"destination without a size", [](Frame& f) { f.dst.Record().width = f.dst.Record().height = 0; }, kInvalid, 0},
     {"source step a byte short", [](Frame& f) { --f.src.Record().lineStep; }, kInvalid},
     {"destination step a byte short", [](Frame& f) { --f.dst.Record().lineStep; }, kInvalid},
     {"zero steps", [](Frame& f) { f.src.Record().lineStep = f.dst.Record().lineStep = 0; }, kInvalid},
@@ -72,7 +73,7 @@ TEST(BayerRefusal, GeometryThatDoesNotFit) {
                 KvxBayer* component = KvxBayer_CreateComponent();
                 KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", frame.algorithm);
                 const bool reduces = route.from.depth != 8 && route.dstSampleSize == 1;
-                if (algorithm == 0 || !reduces) {  // the component reduces bilinear, whatever its algorithm
+                if (algorithm == 0 || !reduces) {  // the component reduces by the bilinear algorithm only
                     Frame own(route.from, route.dstType, route.dstSampleSize);
                     c.spoil(own);
                     const uint32_t code = reduces ? c.reducingCode : c.code;

@@ -1,4 +1,4 @@
-// Every compiled instruction set gives the image-processing library's samples, at every width around its vectors.
+// Every compiled instruction set gives OpenCV's samples, at every width around its vectors.
 #include <gtest/gtest.h>
 
 #include "support/BayerFrames.h"
@@ -9,7 +9,7 @@ namespace {
 
 constexpr uint32_t kHeight = 4;  // an even and an odd row with all their neighbours
 
-/** Noise, or zeros and maxima side by side, of all the bits that the samples' storage has. */
+/** Noise, or a random mix of zeros and maxima, in all bits of the samples. */
 std::vector<uint8_t> WideSamples(size_t sampleSize, uint32_t width) {
     return MakeSamples(width % 3 ? Fill::Noise : Fill::Extremes, width, kHeight, sampleSize == 1 ? 8 : 16, width);
 }
@@ -22,7 +22,7 @@ void ExpectPicture(GuardedImage& src, uint32_t dstType, size_t dstSampleSize, in
     ASSERT_TRUE(dst.GuardsIntact());
 }
 
-TEST(MosaicRow, EveryInstructionSetEqualsTheLibrary) {
+TEST(MosaicRow, EveryInstructionSetEqualsOpenCv) {
     ForEachInstructionSet([] {
         for (uint32_t width = 3; width < 140; ++width)
             for (int pattern = 0; pattern < 4; ++pattern)
@@ -36,16 +36,16 @@ TEST(MosaicRow, EveryInstructionSetEqualsTheLibrary) {
                     GuardedImage byteSource =
                         MakeSource(kBayerDepths[0].patterns[pattern], 8, width, kHeight, 3, bytes);
                     ExpectPicture(byteSource, blueFirst ? KvxFormat_BGR8 : KvxFormat_RGB8, 1, algorithm,
-                                  LibraryConversion(bytes, 8, width, kHeight, code));
+                                  OpenCvConversion(bytes, 8, width, kHeight, code));
 
                     const auto words = WideSamples(2, width);
-                    const cv::Mat library = LibraryConversion(words, 16, width, kHeight, code);
+                    const cv::Mat converted = OpenCvConversion(words, 16, width, kHeight, code);
                     for (const BayerDepth& depth : kBayerDepths) {
                         if (depth.depth == 8) continue;
                         GuardedImage source = MakeSource(depth.patterns[pattern], 16, width, kHeight, 3, words);
-                        ExpectPicture(source, blueFirst ? depth.bgr : depth.rgb, 2, algorithm, library);
+                        ExpectPicture(source, blueFirst ? depth.bgr : depth.rgb, 2, algorithm, converted);
                         cv::Mat rounded;  // samples beyond the depth saturate
-                        library.convertTo(rounded, CV_8U, 1.0 / (1 << (depth.depth - 8)));
+                        converted.convertTo(rounded, CV_8U, 1.0 / (1 << (depth.depth - 8)));
                         ExpectPicture(source, blueFirst ? KvxFormat_BGR8 : KvxFormat_RGB8, 1, algorithm, rounded);
                     }
                 }

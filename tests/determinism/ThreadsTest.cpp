@@ -1,4 +1,4 @@
-// The same bits from every algorithm whatever it runs on, and whatever runs beside it.
+// Every algorithm gives the same bits on any number of threads, with any instruction set, next to any other.
 #include <gtest/gtest.h>
 #include <omp.h>
 
@@ -34,7 +34,7 @@ TEST(Threads, NeitherTheirNumberNorTheInstructionSetChangesAPicture) {
     omp_set_num_threads(before);
 }
 
-TEST(Threads, EveryAlgorithmRunsInAThreadOfItsOwnBesideAllOthers) {
+TEST(Threads, AllAlgorithmsRunAtTheSameTime) {
     std::vector<std::unique_ptr<Camera>> cameras;
     std::vector<uint32_t> expected;
     for (const Stream& stream : kStreams) {

@@ -5,6 +5,8 @@
 #include <set>
 #include <string>
 
+#include "KvxDemosaicing/KvxVersion.h"
+
 namespace {
 
 TEST(ResultCodes, EveryCodeHasATextOfItsOwnInEveryComponent) {
@@ -21,6 +23,11 @@ TEST(ResultCodes, EveryCodeHasATextOfItsOwnInEveryComponent) {
     for (const uint32_t unknown :
          {10u, 0x8005000Au, 0x00050007u, 0x80040007u, 0x81050007u, 0x80050000u, 0x80000000u, 0x40050007u, 0xFFFFFFFFu})
         EXPECT_STREQ(KvxResult_Text(unknown), "unknown result code") << std::hex << unknown;
+}
+
+TEST(Version, OfTheHeadersAndTheLibraryIsTheSame) {
+    EXPECT_EQ(Kvx_Version(), KVX_VERSION_NUMBER);
+    EXPECT_EQ(KVX_VERSION_NUMBER, KVX_VERSION_MAJOR * 0x10000 + KVX_VERSION_MINOR * 0x100 + KVX_VERSION_PATCH);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-/** Bayer frames for tests, and what the image-processing library makes of them. */
+/** Bayer frames for tests, and OpenCV's conversions of them. */
 #pragma once
 
 #include <opencv2/imgproc.hpp>
@@ -36,7 +36,7 @@ inline char BayerFilterAt(int pattern, uint32_t row, uint32_t column) {
     return kBayerTiles[pattern][row % 2 * 2 + column % 2];
 }
 
-/** The library's conversion codes, written out as the format names demand: [pattern][blue-first]. */
+/** OpenCV's conversion codes: [pattern][blue-first]. */
 constexpr int kBilinearCodes[4][2] = {{49, 47}, {48, 46}, {46, 48}, {47, 49}};
 constexpr int kEdgeAwareCodes[4][2] = {{138, 136}, {137, 135}, {135, 137}, {136, 138}};
 
@@ -44,7 +44,7 @@ inline int CodeOf(int pattern, int algorithm, bool blueFirst) {
     return (algorithm == 2 ? kEdgeAwareCodes : kBilinearCodes)[pattern][blueFirst];
 }
 
-/** Samples of a frame, bytes or 16-bit words by depth, that `sampleAt(row, column)` gives. */
+/** A frame's samples `sampleAt(row, column)`, as bytes or 16-bit words. */
 template <class SampleAt>
 std::vector<uint8_t> SamplesBy(uint32_t width, uint32_t height, int depth, const SampleAt& sampleAt) {
     std::vector<uint8_t> bytes;
@@ -59,7 +59,7 @@ std::vector<uint8_t> SamplesBy(uint32_t width, uint32_t height, int depth, const
 
 enum class Fill { Noise, Extremes };
 
-/** Noise, or zeros and maxima side by side. */
+/** Noise, or a random mix of zeros and maxima. */
 inline std::vector<uint8_t> MakeSamples(Fill fill, uint32_t width, uint32_t height, int depth, unsigned seed) {
     std::mt19937 random(seed);
     const unsigned maximum = (1u << depth) - 1;
@@ -69,7 +69,7 @@ inline std::vector<uint8_t> MakeSamples(Fill fill, uint32_t width, uint32_t heig
     });
 }
 
-/** What samples or pixels say, of this depth. */
+/** The values of samples or pixels of this depth. */
 inline std::vector<uint16_t> WordsOf(const std::vector<uint8_t>& bytes, int depth) {
     if (depth == 8) return {bytes.begin(), bytes.end()};
     std::vector<uint16_t> words(bytes.size() / 2);
@@ -77,7 +77,7 @@ inline std::vector<uint16_t> WordsOf(const std::vector<uint8_t>& bytes, int dept
     return words;
 }
 
-/** A source image with guards that holds these samples. */
+/** A source image with guards and these samples. */
 inline GuardedImage MakeSource(uint32_t pixelType, int depth, uint32_t width, uint32_t height, size_t padding,
                                const std::vector<uint8_t>& samples, size_t offset = 0) {
     const size_t rowBytes = width * (depth == 8 ? 1 : 2);
@@ -87,8 +87,8 @@ inline GuardedImage MakeSource(uint32_t pixelType, int depth, uint32_t width, ui
     return image;
 }
 
-/** The library's own conversion of a whole, unpadded frame. */
-inline cv::Mat LibraryConversion(std::vector<uint8_t> samples, int depth, uint32_t width, uint32_t height, int code) {
+/** OpenCV's conversion of a whole, unpadded frame. */
+inline cv::Mat OpenCvConversion(std::vector<uint8_t> samples, int depth, uint32_t width, uint32_t height, int code) {
     const cv::Mat source(static_cast<int>(height), static_cast<int>(width), depth == 8 ? CV_8UC1 : CV_16UC1,
                          samples.data());
     cv::Mat result;

@@ -1,4 +1,4 @@
-/** The conversions and the twelve flat functions by what they convert, so that tests can run through them. */
+/** Loops over conversions and over the twelve flat functions. */
 #pragma once
 
 #include <gtest/gtest.h>
@@ -7,9 +7,9 @@
 
 namespace kvx::test {
 
-/** Calls `check(depth, pattern, algorithm, blueFirst)` for all conversions that are the library's own. */
+/** Calls `check(depth, pattern, algorithm, blueFirst)` for all conversions that OpenCV has. */
 template <class Check>
-void ForEachLibraryConversion(const Check& check) {
+void ForEachOpenCvConversion(const Check& check) {
     for (const BayerDepth& depth : kBayerDepths)
         for (int pattern = 0; pattern < 4; ++pattern)
             for (const int algorithm : {0, 2})
@@ -39,7 +39,7 @@ struct FlatWordsToBytes {
 template <class Family, class Source, class Destination>
 uint32_t CallFamily(bool blueFirst, int channels, const _KvxImage& src, const _KvxImage& dst, int pattern,
                     int algorithm) {
-    // The origin of the region is ignored: any value must do.
+    // The origin of the region is ignored.
     return Family::functions[channels - 3][blueFirst](
         static_cast<const Source*>(src.data), {7, 9, dst.width, dst.height}, {src.width, src.height},
         static_cast<int>(src.lineStep), static_cast<int>(src.pixelDepth), static_cast<Destination*>(dst.data),

@@ -1,4 +1,4 @@
-/** A source of frames for tests of what happens from frame to frame. */
+/** A component that converts frame after frame. */
 #pragma once
 
 #include "KvxDemosaicing/KvxPipeline.h"
@@ -33,7 +33,7 @@ inline constexpr Stream kStreams[] = {
     {"TrueSense 14 bits, light", KvxFormat_TrueSense_GRBG_WGGW_0_14, KvxFormat_RGB14, 14, 1, 2, 2},
 };
 
-/** A component of the stream's family, and a frame for it. */
+/** A component of the stream's family and a frame for it. */
 class Camera {
 public:
     explicit Camera(const Stream& stream, unsigned seed = 1, uint32_t width = 640, uint32_t height = 480)

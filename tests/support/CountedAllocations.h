@@ -1,4 +1,4 @@
-/** Every allocation with operator new in this program, the library's included. */
+/** Counts the allocations by operator new in the whole program. */
 #pragma once
 
 #include <atomic>

@@ -1,16 +1,15 @@
-/** Memory that runs out when a test says so: malloc's family for the whole program, hence operator new and OpenCV too.
- */
+/** Memory that runs out on demand: malloc and its relatives for the whole program, operator new and OpenCV included. */
 #pragma once
 
 namespace kvx::test {
 
 /**
- * Which allocations from now on fail, counting from 0. Those of the OpenMP runtime do not count: without memory it ends
- * the program.
+ * Lets `count` allocations fail, from number `first` on, counted from 0. Those of the OpenMP runtime are not counted:
+ * it ends the program when it has no memory.
  */
 void FailAllocations(long first, long count);
 
-/** Memory for all again. @return how many allocations failed */
+/** Ends that. @return how many allocations failed */
 long StopFailing();
 
 /** Blocks allocated between FailAllocations() and StopFailing() and not freed yet. */

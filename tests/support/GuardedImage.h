@@ -1,4 +1,4 @@
-/** An image buffer that notices every byte written outside its pixels. */
+/** An image buffer that detects every byte written outside its pixels. */
 #pragma once
 
 #include <cstdint>
@@ -39,7 +39,7 @@ public:
     GuardedImage(const GuardedImage&) = delete;
     GuardedImage(GuardedImage&&) = default;  // the buffer, and so the record's pointer, stays where it is
 
-    /** The record to hand over; a test may spoil it, the checks below go by the true geometry. */
+    /** The record for a call. A test may change it; the checks below use the true geometry. */
     _KvxImage& Record() {
         return m_record;
     }

@@ -12,7 +12,7 @@
 
 namespace kvx::test {
 
-/** Values by lot from `least` to `most`. */
+/** Random values from `least` to `most`. */
 template <class T>
 std::vector<T> Drawn(size_t count, int least, int most, unsigned seed) {
     std::mt19937 random(seed);

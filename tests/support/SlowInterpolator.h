@@ -209,9 +209,9 @@ private:
             if (ColourAt(y, x) != 'G') return mine(y, x) + m_green(y, x);
             float steps[4];
             for (int i = 0; i < 4; ++i) steps[i] = (Step(mine, y, x, across[i]) + Step(others, y, x, across[i])) / 2;
-            const bool beside = ColourAt(y, x + 1) == colour;
+            const bool isSideways = ColourAt(y, x + 1) == colour;
             const float slope =
-                (beside ? slopes(y, x - 1) + slopes(y, x + 1) : slopes(y - 1, x) + slopes(y + 1, x)) / 2;
+                (isSideways ? slopes(y, x - 1) + slopes(y, x + 1) : slopes(y - 1, x) + slopes(y + 1, x)) / 2;
             return Follow(mine, steps, across, slope, y, x);
         });
     }

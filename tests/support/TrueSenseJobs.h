@@ -33,7 +33,7 @@ struct TrueSenseJob {
     unsigned seed = 1;
 };
 
-/** A job with everything but the size and the grid drawn by lot. */
+/** A job with everything but size and grid chosen at random. */
 inline TrueSenseJob DrawJob(int width, int height, unsigned grid, std::mt19937& random) {
     const auto draw = [&](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
     TrueSenseJob job{width, height, grid};

@@ -1,4 +1,4 @@
-/** Step 2: how restless the colour differences are along each axis, at the colour sites. */
+/** Step 2: the activity of the colour differences along each axis, at the colour sites. */
 #pragma once
 
 #include "KvxBayer/ipp/Lanes.h"
@@ -8,8 +8,8 @@ namespace kvx::ipp {
 /** Three measures of one axis, at the colour sites of a row. */
 struct Activity {
     float* gradient;  ///< |d(+1) - d(-1)|
-    float* change;    ///< square of what the smoothed differences change over four sites
-    float* noise;     ///< square of what smoothing takes away, times kNoiseShare
+    float* change;    ///< square of the smoothed differences' change over four sites
+    float* noise;     ///< square of the part that smoothing removes, times kNoiseShare
 };
 
 /** @param differences along the row; @param smooth working memory: a row */

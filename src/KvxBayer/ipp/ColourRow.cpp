@@ -70,14 +70,14 @@ void ColoursAtGreenRow(const ColourRowData rows[5], const float* mosaic, int pha
     const Vec half = Set(0.5f);
     for (int i = 0; i < lanes; i += kStep) {
         const int west = i - phase, east = west + 1;
-        // A colour lies in one plane beside the site and in the other above and below it.
-        const auto at = [&](Plane beside, Plane above, int up, int down, int left, int right) HWY_ATTR {
-            return Four{Load(rows[kHere].*beside + left), Load(rows[kHere].*beside + right), Load(rows[up].*above + i),
+        // A colour lies in one plane to the sides of the site, and in the other above and below it.
+        const auto at = [&](Plane sides, Plane above, int up, int down, int left, int right) HWY_ATTR {
+            return Four{Load(rows[kHere].*sides + left), Load(rows[kHere].*sides + right), Load(rows[up].*above + i),
                         Load(rows[down].*above + i)};
         };
-        const auto near = [&](Plane beside, Plane above) HWY_ATTR { return at(beside, above, kUp, kDown, west, east); };
-        const auto far = [&](Plane beside, Plane above)
-                             HWY_ATTR { return at(beside, above, kUp3, kDown3, west - 1, east + 1); };
+        const auto near = [&](Plane sides, Plane above) HWY_ATTR { return at(sides, above, kUp, kDown, west, east); };
+        const auto far = [&](Plane sides, Plane above)
+                             HWY_ATTR { return at(sides, above, kUp3, kDown3, west - 1, east + 1); };
         constexpr Plane ownPlane = &ColourRowData::own, otherPlane = &ColourRowData::other;
         const Four nearOwn = near(ownPlane, otherPlane), nearOther = near(otherPlane, ownPlane);
         const Four stepsOwn = Steps(nearOwn, far(ownPlane, otherPlane));

@@ -1,8 +1,8 @@
 /**
- * Step 6: red and blue where they are missing.
+ * Step 6: the missing red and blue.
  *
- * From the four nearest sites that have the colour: each says what the colour would be here if it followed green from
- * there with this site's slope, and counts the more the less green and the colour differences step in its direction.
+ * Each of the four nearest sites with the colour gives an estimate: its colour, moved along the slope from its green to
+ * the green here. An estimate weighs more the less green and the colour differences change in its direction.
  */
 #pragma once
 
@@ -10,11 +10,11 @@
 
 namespace kvx::ipp {
 
-/** What is known at the colour sites of a row, after steps 4 and 5. */
+/** The colour sites of a row after steps 4 and 5. */
 struct ColourRowData {
     const float* green;
     const float* own;    ///< the row's own colour - green
-    const float* other;  ///< the other colour - green: what OtherColourRow() finds
+    const float* other;  ///< the other colour - green: the result of OtherColourRow()
     const float* slope;  ///< of the row's own colour
 };
 

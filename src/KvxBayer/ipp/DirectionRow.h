@@ -1,5 +1,5 @@
 /**
- * Step 3: what an axis costs at a colour site, and how far along it the differences can be taken for one.
+ * Step 3: the cost of each axis at a colour site, and the distance over which its differences stay constant.
  *
  * The measures are summed over the colour sites of a window of 5x5:
  *     C . C . C
@@ -17,7 +17,7 @@ namespace kvx::ipp {
 /** One axis, at the colour sites of a row. */
 struct Direction {
     float* cost;   ///< square of the window's sum of gradients: a weight is its inverse
-    float* local;  ///< 0..1: 1 where the differences change along the axis, so that only near sites tell
+    float* local;  ///< 0..1: 1 where the differences change along the axis, so that only near sites count
 };
 
 /**

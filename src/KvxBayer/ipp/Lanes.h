@@ -1,5 +1,5 @@
 /**
- * How rows lie in the interpolator's working memory.
+ * The layout of rows in the interpolator's working memory.
  *
  * A row's even and odd columns are apart: "even[i]" is column 2i of a tile, "odd[i]" column 2i + 1. The colour sites of
  * a Bayer row are then one dense array and its green sites the other, and a vertical neighbour has the same index.
@@ -11,9 +11,9 @@
 
 namespace kvx::ipp {
 
-/** Lanes of the widest vectors that are used: rows are computed in multiples of this. */
+/** Lanes of the widest vectors: rows are computed in multiples of this. */
 constexpr int kLaneBlock = 16;
-/** Lanes before and behind a row that may be read: their values come to nothing. */
+/** Lanes before and after a row that may be read; their values have no effect. */
 constexpr int kLanePadding = 16;
 
 /** Even and odd columns of one row. */

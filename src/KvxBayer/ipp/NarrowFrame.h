@@ -1,4 +1,4 @@
-/** Frames of one row or one column, brought to the two that the pattern needs. */
+/** Extends frames of one row or one column to the two that the pattern needs. */
 #pragma once
 
 #include <vector>
@@ -10,9 +10,9 @@ namespace kvx::ipp {
 class NarrowFrame {
 public:
     /**
-     * The frame itself where it has two rows and columns; else a copy with a second row or column, whose green sites
-     * take the nearest green sample and whose others that of the sample beside them: a colour that the frame has is
-     * right, and one that it has not follows green.
+     * The frame itself if it has two rows and columns; else a copy with a second row or column. Its green sites take
+     * the nearest green sample, the others their neighbour's sample: colours that the frame has are kept, and a missing
+     * one follows green.
      * @throws std::bad_alloc
      */
     Source Widened(const Source& source);

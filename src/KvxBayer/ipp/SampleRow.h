@@ -8,10 +8,10 @@
 
 namespace kvx::ipp {
 
-/** How samples of a depth become values in the unit of Method.h, and back. */
+/** Conversion of samples of a depth to the unit of Method.h and back. */
 struct SampleScale {
     int sampleBytes;   ///< 1 or 2
-    uint16_t maximum;  ///< larger samples are taken for this
+    uint16_t maximum;  ///< larger samples are clamped to this
     float toUnit;      ///< a power of two, as is its inverse
     float fromUnit;
 };

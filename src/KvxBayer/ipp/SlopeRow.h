@@ -1,8 +1,8 @@
 /**
  * Step 5: how steeply a colour follows green around each of its sites.
  *
- * A least-squares slope through the steps from each site to the next of its colour, right and down, with a prior of 1:
- * saturated colours and colours that green does not show get less than the plain difference model would give them.
+ * A least-squares slope through the steps from each site to the next of its colour, right and down, with a prior of 1.
+ * Saturated colours and detail that green lacks thus get a smaller slope than that of the plain difference model, 1.
  */
 #pragma once
 

@@ -7,9 +7,9 @@
 namespace kvx::ipp {
 namespace {
 
-/** Any index, folded as between two mirrors into the rows or columns that there are. */
+/** The row or column for any index: mirrored at both ends. */
 int Mirrored(int index, int size) {
-    const int whole = size + size % 2;  // with the one that completes the last cell of the pattern
+    const int whole = size + size % 2;  // including the one that completes the last cell of the pattern
     const int period = 2 * (whole - 1);
     const int folded = std::abs(index) % period;
     const int inside = folded < whole ? folded : period - folded;

@@ -1,4 +1,4 @@
-/** The mosaic to interpolate, which goes on beyond its borders. */
+/** The mosaic to interpolate, continued beyond its borders. */
 #pragma once
 
 #include <cstddef>

@@ -137,34 +137,30 @@ void TileWorker::WritePixels(int row) {
     (phase == 0 ? green.even : green.odd) = m_planes.green[row];
 
     const bool ownIsBlue = m_frame->source.blueOnTop == (row % 2 == 0);
-    const bool ownIsFirst = ownIsBlue == m_frame->blueFirst;
+    const bool ownIsFirst = ownIsBlue == (m_frame->job.order == ChannelOrder::BGR);
     const PairRow channels[3] = {ownIsFirst ? own : other, green, ownIsFirst ? other : own};
     Store(channels, m_area.firstRow + row - kReach);
 }
 
 void TileWorker::Store(const PairRow channels[3], int frameRow) {
-    const bool words = m_frame->output.form == BayerOutput::Samples && m_frame->scale.sampleBytes == 2;
-    const size_t pixelBytes = words ? 6 : 3;
-    const auto bytesOf = [&](int columns) { return static_cast<size_t>(columns) * pixelBytes; };
+    const BayerJob& job = m_frame->job;
+    const bool words = job.OutputSampleSize() == 2;
+    const auto bytesOf = [&](int columns) { return static_cast<size_t>(columns) * (words ? 6 : 3); };
     const auto pack = [&](int firstLane, int lanes, uint8_t* to) {
-        PackRow(channels, kMarginLanes + firstLane, lanes, m_frame->scale, m_frame->output, to);
+        PackRow(channels, kMarginLanes + firstLane, lanes, m_frame->scale, job.output, to);
     };
-    const Destination& destination = m_frame->destination;
-    uint8_t* out = destination.Row(frameRow) + bytesOf(m_area.firstColumn);
-    // Whole blocks go straight to the picture; what would overrun the tile goes by way of our own memory.
-    const int wholeLanes = !words || destination.IsAligned(2) ? m_area.columns / 2 / kLaneBlock * kLaneBlock : 0;
+    uint8_t* const rowStart = static_cast<uint8_t*>(job.destination) + frameRow * job.destinationStep;
+    uint8_t* const out = rowStart + bytesOf(m_area.firstColumn);
+    // Whole blocks go straight into the picture; what would overrun the tile goes through our own memory.
+    const bool isAligned = reinterpret_cast<uintptr_t>(rowStart) % 2 == 0;
+    const int wholeLanes = !words || isAligned ? m_area.columns / 2 / kLaneBlock * kLaneBlock : 0;
     pack(0, wholeLanes, out);
     const int restColumns = m_area.columns - 2 * wholeLanes;
     pack(wholeLanes, (restColumns + 1) / 2, m_rowBytes.get());
     std::memcpy(out + bytesOf(2 * wholeLanes), m_rowBytes.get(), bytesOf(restColumns));
-    const bool lastOfRow = m_area.firstColumn + m_area.columns == m_frame->width;
-    if (lastOfRow && m_frame->slot == SlotBytes::Four) ClearSlots(frameRow);
-}
-
-void TileWorker::ClearSlots(int frameRow) {
-    const size_t pictureBytes = size_t{3} * static_cast<size_t>(m_frame->width);
-    const size_t rowBytes = std::min(m_frame->destination.lineStep, size_t{4} * static_cast<size_t>(m_frame->width));
-    std::memset(m_frame->destination.Row(frameRow) + pictureBytes, 0, rowBytes - pictureBytes);
+    const bool lastOfRow = m_area.firstColumn + m_area.columns == static_cast<int>(job.size.width);
+    if (lastOfRow)
+        std::memset(rowStart + job.PictureBytes(), 0, static_cast<size_t>(job.WrittenBytes() - job.PictureBytes()));
 }
 
 }  // namespace kvx::ipp

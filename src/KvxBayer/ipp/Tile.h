@@ -3,37 +3,21 @@
 
 #include <memory>
 
+#include "KvxBayer/BayerJob.h"
 #include "KvxBayer/ipp/SampleRow.h"
 #include "KvxBayer/ipp/Source.h"
 #include "KvxBayer/ipp/TileMemory.h"
 
 namespace kvx::ipp {
 
-/** Rows of pixels, of any alignment. */
-struct Destination {
-    uint8_t* data;
-    size_t lineStep;  // bytes
-
-    uint8_t* Row(int row) const {
-        return data + static_cast<size_t>(row) * lineStep;
-    }
-    bool IsAligned(size_t sampleSize) const {
-        return lineStep % sampleSize == 0 && reinterpret_cast<uintptr_t>(data) % sampleSize == 0;
-    }
-};
-
 /** One frame's conversion: what all its tiles share. */
 struct Frame {
-    Source source;
-    Destination destination;
-    int width, height;  // of the destination
+    BayerJob job;
+    Source source;  // the job's, or a copy of two rows and columns
     SampleScale scale;
-    BayerOutput output;
-    SlotBytes slot;
-    bool blueFirst;  // order of the destination's channels
 };
 
-/** The pixels that a tile gives. Both origins are even, so that tiles begin like the frame. */
+/** The pixels of a tile. Both origins are even, so that every tile starts with the frame's pattern. */
 struct TileArea {
     int firstRow, rows;
     int firstColumn, columns;
@@ -41,7 +25,7 @@ struct TileArea {
 
 constexpr int kMaxTileColumns = 2 * (kMaxLanes - 2 * kMarginLanes);
 
-/** One thread's worker; it can compute any number of tiles, one after the other. */
+/** Computes tiles, one after the other; each thread has its own. */
 class TileWorker {
 public:
     /** @return null without memory */
@@ -65,7 +49,6 @@ private:
     void WritePixels(int row);
 
     void Store(const PairRow channels[3], int frameRow);
-    void ClearSlots(int frameRow);
 
     int Phase(int row) const;
     ColourRowData ColourData(int row) const;

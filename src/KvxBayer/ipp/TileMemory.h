@@ -1,4 +1,4 @@
-/** One thread's working memory: rings of rows, so that a tile of any height stays in the cache. */
+/** A thread's working memory: rings of rows, so that a tile of any height stays in the cache. */
 #pragma once
 
 #include <hwy/aligned_allocator.h>
@@ -12,7 +12,7 @@ namespace kvx::ipp {
 
 /** Lanes of a row of a tile at most. Kept columns and margin: 2 x lanes. */
 constexpr int kMaxLanes = 544;
-/** Lanes at each end that only the kept ones depend on. */
+/** Lanes at each end that are computed only for the kept ones. */
 constexpr int kMarginLanes = kReach / 2 + 1;
 
 /** How many rows behind the intake each step works. A step's ring holds its rows until the last reader has passed. */
@@ -29,7 +29,7 @@ enum Lag {
     kOutputLag = 18
 };
 
-/** Cuts memory into rows; without memory it only counts them. */
+/** Cuts memory into rows; given no memory, it only counts them. */
 class RowCarver {
 public:
     explicit RowCarver(float* memory) : m_memory(memory) {}
@@ -94,7 +94,7 @@ struct ProductsRing {
     }
 };
 
-/** Every row that the steps hand on. Ring sizes: lag of the last reader + rows that it reads above - own lag + 1. */
+/** The rows that steps pass to later steps. Ring size: lag of the last reader + rows it reads above - own lag + 1. */
 struct TilePlanes {
     explicit TilePlanes(float* memory) : carver(memory) {}
 
