@@ -1,13 +1,13 @@
 /**
  * @file
- * Camera frames become pictures: any source format to any destination format.
+ * Converts camera frames to pictures: any source format to any destination format.
  *
- * Rules, whatever the formats:
- * - Full range: white of the source (2^bits - 1) becomes white of the destination, black 0 stays 0. 8-bit results of
- *   deeper sources are the upper 8 bits; between other depths v becomes v * (2^n - 1) / (2^m - 1), rounded half up.
- * - The fourth sample of a pixel is the largest there is: opaque.
- * - Padding and everything else outside the pixels keeps its content; what is refused leaves the whole picture alone.
- * - The picture is the same for any number of threads and any instruction set. OpenMP's settings stay as they are.
+ * Rules for all formats:
+ * - Full range: white of the source (2^bits - 1) becomes white of the destination, and black 0 stays 0. 8-bit results
+ * of deeper sources are the upper 8 bits; between other depths v becomes v * (2^n - 1) / (2^m - 1), rounded half up.
+ * - The fourth sample of a pixel is the largest value of its depth: opaque.
+ * - Only pixels are written: padding and all other bytes keep their content. A call that throws writes nothing.
+ * - The picture is the same for any number of threads and on any instruction set. OpenMP's settings do not change.
  * - A TrueSense frame without a Finish gets the colour matrix and the tone curve of the component's parameters.
  * - The TrueSense parameters "sharpnessEnable" and "impulseFilterEnable" start as 1, as in TrueSense_DefaultValues():
  *   without sharpening the noise-reducing algorithms have the sharpness of half the resolution.
@@ -28,87 +28,92 @@
 
 namespace kvx::frame {
 
-/** An algorithm of a family. */
+/** A demosaicing algorithm of a family. */
 struct Algorithm {
-    const char* name;  ///< for example "edge-aware"
-    int64_t number;    ///< value of the component's parameter
+    const char* name;  ///< such as "edge-aware"
+    int64_t number;    ///< its value of the component's parameter
 };
 
-/** The algorithms that the library has for a family, the default first; none for Mono and Colour. */
+/** The algorithms of a family, the default first; none for Mono and Colour. The reference stays valid. */
 KVX_API const std::vector<Algorithm>& AlgorithmsOf(Family family);
 
 class ConverterImpl;
 
-/** Converts frames of one family, one after the other. Used by one thread at a time; converters are independent. */
+/** Converts frames of one family. Used by one thread at a time; converters share no state. */
 class KVX_API Converter {
 public:
     /** @throws Error 0x80070007 for Family::Colour */
     explicit Converter(Family family);
-    /** A converter that has been moved from can be assigned to or destroyed. */
+    /** After a move the source can only be assigned to or destroyed. */
     Converter(Converter&&) noexcept;
     /** As above. */
     Converter& operator=(Converter&&) noexcept;
-    /** Gives back all memory. */
+    /** Frees all memory. */
     ~Converter();
 
-    /** The family that it was made for. */
+    /** The family that it was created for. */
     Family SourceFamily() const noexcept;
 
     /**
-     * Selects an algorithm by its name, or by a number in the range of the component's parameter: "edge-aware", "2".
-     * @throws Error 0x80070002 naming those that there are
+     * Selects an algorithm by its name or by a number in the range of the component's parameter: "edge-aware", "2".
+     * @throws Error 0x80070002 for an unknown algorithm; what() lists the known ones
      */
     void SetAlgorithm(std::string_view nameOrNumber);
-    /** The name of the selected algorithm, or its number where it has none; "" for mono. */
+    /** Name of the selected algorithm, or its number if it has no name; "" for mono. */
     std::string AlgorithmName() const;
 
     /**
-     * Sets a parameter of the component by name, from the text form of KvxComponent::SetParamAsString().
-     * @throws Error with the store's result: unknown name (with the nearest), wrong type, out of range
+     * Sets a parameter of the component by name, from text as for KvxComponent::SetParamAsString().
+     * @throws Error with the component's result: unknown name (what() suggests similar ones), wrong type, out of range;
+     *         0x80070002 for mono, which has no parameters
      */
     void SetParameter(const std::string& name, const std::string& value);
-    /** The value of a parameter in that form. @throws Error 0x80000002 for an unknown name */
+    /** The value of a parameter as text. @throws Error 0x80000002 for an unknown name, 0x80070002 for mono */
     std::string Parameter(const std::string& name) const;
-    /** All parameters, in order of registration; none for mono. */
+    /** All parameters in the component's order; none for mono. */
     std::vector<_KvxStParam> Parameters() const;
 
-    /** Threads of a conversion; 0, the default, as OpenMP is set. @throws Error 0x80070004 outside 0 to 1024 */
+    /**
+     * Sets the number of threads of a conversion, at most; small frames take fewer.
+     * @param count 1 to 1024; 0, the default: OpenMP's setting
+     * @throws Error 0x80070004 for another count
+     */
     void SetThreads(int count);
 
-    /** What is done to the values; nothing: no finish. @throws Error 0x80070004 naming the field out of range */
+    /** Sets the processing of the values; std::nullopt: none. @throws Error 0x80070004 for a value out of range */
     void SetFinish(std::optional<Finish> finish);
 
     /**
-     * Converts one frame. After the first frame of a geometry nothing is allocated, but for what OpenCV takes inside
-     * the "bayer-like" algorithm.
+     * Converts one frame. After the first frame of a size and format it allocates nothing, except what OpenCV
+     * allocates inside the "bayer-like" algorithm.
      *
-     * @param source of this converter's family, any layout
-     * @param destination of the same size, any colour format; no overlap with the source
-     * @throws Error what Validate() throws; 0x80070007 another family, another size, a depth without a conversion, a
-     *         black level that is not below white; what the component returns
+     * @param source      a frame of this converter's family, in any layout
+     * @param destination a picture of the same size, in any colour format; must not overlap the source
+     * @throws Error what Validate() throws; 0x80070007 for another family, different sizes, overlapping buffers, or a
+     *         black level that is not below white; the component's result if the component fails
      */
     void Convert(const SourceView& source, const DestinationView& destination);
 
-    /** The white balance that the last frame got: found and given together. 1 before the first, and without a finish.
+    /** The gains applied to the last frame: measured times given ones. 1 before the first frame and without a finish.
      */
     Gains LastGains() const noexcept;
 
-    /** Gives back the working memory; settings stay. */
+    /** Frees the working memory; settings stay. */
     void Release() noexcept;
 
 private:
     std::unique_ptr<ConverterImpl> m_impl;
 };
 
-/** Settings of one conversion; empty means default. */
+/** Settings of one conversion; empty members stand for the defaults. */
 struct Options {
     std::string algorithm;                                        ///< see Converter::SetAlgorithm()
-    std::vector<std::pair<std::string, std::string>> parameters;  ///< name and value
+    std::vector<std::pair<std::string, std::string>> parameters;  ///< names and values
     int threads = 0;                                              ///< see Converter::SetThreads()
     std::optional<Finish> finish;                                 ///< see Converter::SetFinish()
 };
 
-/** One frame by a Converter of its own. For many frames keep one: it keeps its memory. @throws Error as above */
+/** Converts one frame. A Converter is faster for many frames: it keeps its memory. @throws Error as the Converter */
 KVX_API void Convert(const SourceView& source, const DestinationView& destination, const Options& options = {});
 
 }  // namespace kvx::frame

@@ -1,9 +1,9 @@
 /**
  * @file
- * The one exception of the frame layer.
+ * The exception of the frame layer.
  *
- * Every function of KvxFrame that refuses something throws kvx::frame::Error before it writes anything; failed
- * allocations arrive as std::bad_alloc. Nothing is written to a console.
+ * Functions of KvxFrame check their arguments before they write anything and throw kvx::frame::Error for invalid ones.
+ * Failed allocations throw std::bad_alloc. Nothing is written to a console.
  */
 #ifndef KVXFRAME_ERROR_H
 #define KVXFRAME_ERROR_H
@@ -16,18 +16,18 @@
 
 namespace kvx::frame {
 
-/** The component type in result codes of the frame layer itself: 0x80070007 is an argument that it refused. */
+/** The component type in the frame layer's own result codes: 0x80070007 is an invalid argument. */
 constexpr uint32_t kComponentType = 7;
 
-/** What was refused: what() is a sentence for users that names the fix, Result() the code for programs. */
+/** An error: what() is a sentence for users that says how to fix it, Result() is the code for programs. */
 class KVX_API Error : public std::runtime_error {
 public:
-    /** @param result a failure @param sentence what() */
+    /** @param result a result code that stands for a failure @param sentence the text of what() */
     Error(uint32_t result, const std::string& sentence) : std::runtime_error(sentence), m_result(result) {}
-    /** Defined in the library, where the class's type information stays. */
+    /** Defined in the library, so that all programs share one type. */
     ~Error() override;
 
-    /** A failure as in KvxResult.h: one of this layer's (component type 7), or what a component returned. */
+    /** A result code as in KvxResult.h: of this layer (component type 7) or of a component. */
     uint32_t Result() const noexcept {
         return m_result;
     }

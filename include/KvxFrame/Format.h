@@ -1,9 +1,9 @@
 /**
  * @file
- * Pixel formats of camera frames and pictures, by whatever name or number a camera, a driver or a framework gives them.
+ * Pixel formats of camera frames and pictures, with the names and codes of cameras, drivers and frameworks.
  *
- * A Format says what the samples are; the naming schemes are ways to write it down. Functions here keep no state and
- * may run in any number of threads. A format made by hand, rather than by name, is checked wherever it is used.
+ * A Format describes the samples; naming schemes are ways to write it. Functions here keep no state: any number of
+ * threads may call them. Functions of other headers check formats whose fields were set by hand.
  */
 #ifndef KVXFRAME_FORMAT_H
 #define KVXFRAME_FORMAT_H
@@ -19,7 +19,7 @@
 
 namespace kvx::frame {
 
-/** What a pixel is. */
+/** Kind of a pixel. */
 enum class Family : uint8_t {
     Mono,       ///< one sample, no colour filter
     Bayer,      ///< one sample behind a filter of a 2x2 tile
@@ -27,130 +27,130 @@ enum class Family : uint8_t {
     Colour      ///< three or four samples
 };
 
-/** How samples of a given depth lie in memory. */
+/** How samples are stored in memory. */
 enum class Layout : uint8_t {
-    Plain,       ///< bytes for 8 bits, else little-endian 16-bit words with the value in the low bits
-    MsbAligned,  ///< little-endian 16-bit words with the value in the high bits
-    BigEndian,   ///< big-endian 16-bit words with the value in the low bits
-    Pfnc,        ///< PFNC's 10p, 12p, 14p: no gaps, the least significant bit first
-    GigE,        ///< GigE Vision's "Packed" of 10 or 12 bits: two samples in three bytes
-    Mipi         ///< MIPI CSI-2's RAW10, RAW12, RAW14: high bytes first, then the low bits
+    Plain,       ///< bytes for 8 bits, otherwise little-endian 16-bit words, right-aligned
+    MsbAligned,  ///< little-endian 16-bit words, left-aligned
+    BigEndian,   ///< big-endian 16-bit words, right-aligned
+    Pfnc,        ///< PFNC 10p, 12p, 14p: no gaps, least significant bit first
+    GigE,        ///< GigE Vision 10Packed, 12Packed: two samples in three bytes
+    Mipi         ///< MIPI CSI-2 RAW10, RAW12, RAW14: high bytes first, then the low bits
 };
 
-/** Order of the samples of a colour pixel in memory. A fourth sample is alpha (opaque in every result) or a filler. */
+/** Order of the samples of a colour pixel in memory. The fourth sample is alpha or a filler; results are opaque. */
 enum class Order : uint8_t { Rgb, Bgr, Rgba, Bgra, Rgbx, Bgrx };
 
 /** A pixel format. Default: "Mono8". */
 struct Format {
-    Family family = Family::Mono;   ///< what a pixel is
+    Family family = Family::Mono;   ///< kind of a pixel
     uint8_t bits = 8;               ///< significant bits of a sample: 8, 10, 12, 14 or 16
     Layout layout = Layout::Plain;  ///< always Plain for 8 bits and for colour
     /**
-     * Place of the frame's first pixel in the tile of its family, row by row: 0 to 3 in "R G / G B", 0 to 15 in
-     * "W B W G / B W G W / W G W R / G W R W" (PixelTypeToTruesenseGrid()). 0 for the others.
+     * Position of the frame's first pixel in the tile of its family, counted row by row: 0 to 3 in "R G / G B", 0 to 15
+     * in "W B W G / B W G W / W G W R / G W R W" (PixelTypeToTruesenseGrid()). 0 for the others.
      */
     uint8_t phase = 0;
     Order order = Order::Rgb;  ///< of colour; Rgb for the others
 };
-/** Whether all fields are equal. */
+/** Compares all fields. */
 constexpr bool operator==(const Format& a, const Format& b) noexcept {
     return a.family == b.family && a.bits == b.bits && a.layout == b.layout && a.phase == b.phase && a.order == b.order;
 }
-/** Whether a field differs. */
+/** Compares all fields. */
 constexpr bool operator!=(const Format& a, const Format& b) noexcept {
     return !(a == b);
 }
 
-/** Who uses a name. */
+/** Naming scheme. */
 enum class Scheme : uint8_t {
     Library,  ///< this library's table (KvxPixelFormat.h): "BayerRG12", "TrueSense_BGGR_WBBW_0_12"
-    Pfnc,     ///< the machine-vision standard: "BayerRG12p", "Mono8", "SCF1WBWG12": a tile's upper left sites first
+    Pfnc,     ///< Pixel Format Naming Convention: "BayerRG12p", "Mono8", "SCF1WBWG12"
     /**
-     * This layer's own, for what no standard names: a mosaic of any phase by its rows of filters, bits and layout
-     * ("CFA_RG_GB_12", "CFA_WBWG_BWGW_WGWR_GWRW_12p"; "msb", "be", "mipi", "Packed"), "Mono12msb" and its like.
+     * This layer's own names, for formats without a standard name: a mosaic of any phase by its rows of filters, bits
+     * and layout ("CFA_RG_GB_12", "CFA_WBWG_BWGW_WGWR_GWRW_12p"; "msb", "be", "mipi", "Packed"), or "Mono12msb".
      */
     Frame,
     GStreamer,  ///< "rggb", "rggb12le", "GRAY8", "RGBx", "RGBA64_LE"
     V4l2,       ///< four characters: "RGGB", "RG12", "pRCC"; case matters: "pGCC" and "pgCC" are different mosaics
     /**
-     * "COLOR_BayerBG2BGR", "cv2.COLOR_BayerRGGB2RGB_EA": the sensor's mosaic that such a conversion is for. Beware: the
-     * two letters are those of the second row, second and third column, so that OpenCV's BG is everybody else's RG.
-     * Taking the one for the other swaps red and blue. Names with four letters are read from the corner, as usual.
+     * "COLOR_BayerBG2BGR", "cv2.COLOR_BayerRGGB2RGB_EA": the mosaic that this conversion expects. Caution: OpenCV's two
+     * letters name the second and third column of the second row, so OpenCV's BG is RG in all other schemes. Confusing
+     * them swaps red and blue. Names with four letters start at the corner, as usual.
      */
     OpenCv
 };
 
 /** One name of a format. */
 struct FormatName {
-    Scheme scheme;     ///< who uses it
+    Scheme scheme;     ///< where it is used
     std::string name;  ///< as it is written there
 };
 
 /**
  * The format with a name of any scheme.
  *
- * Exactly as written first; otherwise without regard to case, where that leaves one format. What two schemes write
- * alike means the same format, with one exception: "RGB16" and "BGR16" are 16 bits per sample here, not GStreamer's
- * 5-6-5. OpenCV's names say nothing of the depth and stand for 8 bits; see WithBits().
+ * An exact match comes first; otherwise case is ignored, if that leaves one format. Names that occur in two schemes
+ * mean the same format, with one exception: "RGB16" and "BGR16" have 16 bits per sample here, not GStreamer's 5-6-5.
+ * OpenCV's names do not include the depth and stand for 8 bits; see WithBits().
  *
- * @throws Error (0x80070002) naming the nearest names
+ * @throws Error 0x80070002 for an unknown name; what() suggests similar names
  */
 KVX_API Format FormatByName(std::string_view name);
 
-/** The same without exceptions. */
+/** The same, with std::nullopt for an unknown name. */
 KVX_API std::optional<Format> FindFormat(std::string_view name);
 
-/** The format with a 32-bit code of PFNC (as in GenICam's "PixelFormat") or nothing. */
+/** The format with a 32-bit PFNC code, such as GenICam's "PixelFormat", or std::nullopt. */
 KVX_API std::optional<Format> FormatByPfncCode(uint32_t code);
-/** The format with a pixel-type code of the library (KvxPixelType) or nothing. */
+/** The format with a pixel-type code of the library (KvxPixelType), or std::nullopt. */
 KVX_API std::optional<Format> FormatByLibraryCode(uint32_t pixelType);
-/** The format with a V4L2 code (v4l2_fourcc(a, b, c, d): the first character in the low byte) or nothing. */
+/** The format with a V4L2 code (v4l2_fourcc(a, b, c, d): first character in the low byte), or std::nullopt. */
 KVX_API std::optional<Format> FormatByFourcc(uint32_t fourcc);
 
-/** PFNC's code of a format, or nothing where PFNC has none (other phases than 0 of TrueSense, MIPI, ...). */
+/** The PFNC code of a format, or std::nullopt if it has none (TrueSense phases other than 0, MIPI, ...). */
 KVX_API std::optional<uint32_t> PfncCode(const Format& format);
-/** The library's pixel-type code, or nothing. */
+/** The library's pixel-type code of a format, or std::nullopt. */
 KVX_API std::optional<uint32_t> LibraryCode(const Format& format);
-/** V4L2's code, or nothing. */
+/** The V4L2 code of a format, or std::nullopt. */
 KVX_API std::optional<uint32_t> Fourcc(const Format& format);
 
-/** The format's best-known name: the library's where it has one, else PFNC's, this layer's, GStreamer's. */
+/** The preferred name of a format: the first in the order library, PFNC, this layer, GStreamer. */
 KVX_API std::string Name(const Format& format);
 
 /** All names of a format, in the order of Scheme. */
 KVX_API std::vector<FormatName> NamesOf(const Format& format);
 
-/** Every format that has a name: what a listing shows. The reference lives as long as the program. */
+/** All valid formats. The reference stays valid. */
 KVX_API const std::vector<Format>& AllFormats();
 
-/** Whether the fields fit together and name a format that AllFormats() has. */
+/** Whether the fields fit each other: whether AllFormats() has this format. */
 KVX_API bool IsValid(const Format& format);
 
-/** A mosaic or mono format: what Convert() reads. TrueSense of 16 bits is named, but has no conversion. */
+/** Whether Convert() can read it: mono, Bayer, or TrueSense up to 14 bits. */
 KVX_API bool IsSource(const Format& format);
 
-/** A colour format: what Convert() makes. Every source can become every destination. */
+/** Whether Convert() can write it: a colour format. Every source can be converted to every destination. */
 KVX_API bool IsDestination(const Format& format);
 
-/** The same samples with another depth; 8 bits become Plain. Not checked: see IsValid(). */
+/** The same format with another depth; Plain for 8 bits. The result is not checked, see IsValid(). */
 KVX_API Format WithBits(Format format, uint8_t bits);
 
-/** The same samples as bytes or right-aligned little-endian words. */
+/** The same format in the Plain layout. */
 KVX_API Format Unpacked(Format format);
 
-/** Rows and columns after which the mosaic repeats: 2, 4; 1 for mono and colour. */
+/** Rows and columns of the tile: 2 for Bayer, 4 for TrueSense, 1 for mono and colour. */
 KVX_API uint32_t TileSide(const Format& format);
 
-/** 'R', 'G', 'B' or 'W' (clear) at a site of a mosaic; 'Y' of a mono frame. Not for colour. */
+/** The filter at a site: 'R', 'G', 'B' or 'W' (clear); 'Y' for mono. Not for colour. */
 KVX_API char FilterAt(const Format& format, uint32_t row, uint32_t column);
 
 /** Samples of a pixel: 1, 3 or 4. */
 KVX_API uint32_t SamplesPerPixel(const Format& format);
 
-/** Bytes of a row of `width` pixels without padding, a last begun byte included. */
+/** Bytes of a row of `width` pixels without padding, rounded up to whole bytes. */
 KVX_API uint64_t RowBytes(const Format& format, uint32_t width);
 
-/** The value of white, 2^bits - 1. */
+/** The sample value of white, 2^bits - 1. */
 constexpr uint32_t White(const Format& format) noexcept {
     return (1u << format.bits) - 1;
 }

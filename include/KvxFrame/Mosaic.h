@@ -1,7 +1,6 @@
 /**
  * @file
- * Frames out of pictures: what a sensor behind a colour filter would see. For tests, for benchmarks, and for who has no
- * camera.
+ * Simulation of a sensor: frames from pictures. For tests, benchmarks and work without a camera.
  */
 #ifndef KVXFRAME_MOSAIC_H
 #define KVXFRAME_MOSAIC_H
@@ -15,52 +14,54 @@
 
 namespace kvx::frame {
 
-/** Variance = slope x signal + intercept, with signal and noise in 12-bit codes. */
+/** Noise variance = slope x signal + intercept, with signal and noise in 12-bit values. */
 struct NoiseLine {
-    double slope;      ///< variance for each code of the signal
+    double slope;      ///< variance per unit of the signal
     double intercept;  ///< variance without light
 
-    /** Standard deviation at a signal; 0 where the line has fallen below 0. */
+    /** Standard deviation at a signal; 0 where the variance would be negative. */
     KVX_API double DeviationAt(double signal) const;
 };
 
-/** What the samples of one frame carry. */
+/** Noise of the samples of a frame. */
 struct SensorNoise {
-    NoiseLine pan;     ///< behind clear filters, and without any
-    NoiseLine colour;  ///< behind red, green and blue ones
+    NoiseLine pan;     ///< clear sites, and mono frames
+    NoiseLine colour;  ///< red, green and blue sites
 };
 
 /**
- * The noise model of a parameter record at an analog gain: between two of its five points interpolated, beyond them as
- * at the nearest one.
+ * The noise model of a parameter record at an analog gain: interpolated between its five calibration points, constant
+ * beyond the first and the last.
  *
- * @param analogGain not negative. @throws Error 0x80070004
+ * @param analogGain not negative
+ * @throws Error 0x80070004 for a negative gain or NaN
  */
 KVX_API SensorNoise NoiseAt(const tagTrueSenseParam& params, double analogGain);
 
-/** The same of the built-in model, TrueSense_DefaultValues(): calibrated from 11.04 to 36.77. */
+/** The same for the built-in model of TrueSense_DefaultValues(), calibrated from 11.04 to 36.77. */
 KVX_API SensorNoise NoiseAt(double analogGain);
 
-/** How a sensor sees a picture. */
+/** Properties of the simulated sensor. */
 struct Sensor {
-    /** Of red, green and blue behind a clear filter, and without any: finite, not negative, not all 0. */
+    /** Weights of red, green and blue at clear sites and in mono frames: finite, not negative, not all 0. */
     std::array<double, 3> panWeights = {1, 1, 1};
-    bool isLinear = false;      ///< the picture's sRGB encoding is undone first
-    uint32_t pictureWhite = 0;  ///< the picture's sample of white, what is above counts as it; 0: 2^bits - 1
-    std::optional<SensorNoise> noise = {};  ///< added to what the sensor sees, then rounded and clamped
-    uint64_t noiseSeed = 1;                 ///< of the noise: the same seed, the same frame
+    bool isLinear = false;                  ///< whether to undo the picture's sRGB encoding first
+    uint32_t pictureWhite = 0;              ///< sample value of white, larger ones count as white; 0: 2^bits - 1
+    std::optional<SensorNoise> noise = {};  ///< added to the samples before they are rounded and clamped
+    uint64_t noiseSeed = 1;                 ///< seed of the noise: the same seed gives the same frame
 };
 
 /**
- * What a sensor of a frame's format would see of a picture: black stays 0, the picture's white becomes the frame's,
- * samples between are rounded half up. The same frame for any number of threads.
+ * Simulates the frame of a sensor that sees a picture. Black stays 0, the picture's white becomes the frame's white;
+ * values between are rounded half up. The frame is the same for any number of threads.
  *
- * @param picture colour of any order and depth (a fourth sample counts for nothing), or grey as Plain mono
- * @param frame   any mono, Bayer or TrueSense format, in any layout; the picture's size; no overlap with the picture.
- *                Only samples are written
+ * @param picture a colour picture of any order and depth (a fourth sample is ignored), or a Plain mono picture
+ * @param frame   any mono, Bayer or TrueSense format, in any layout; of the picture's size; must not overlap the
+ * picture. Only samples are written
+ * @param sensor  see Sensor
  * @param threads as in Converter::SetThreads()
- * @throws Error 0x80070008 for null data; 0x80070004 for a number of `sensor` or `threads` out of range; 0x80070007 for
- *         all else that does not fit
+ * @throws Error 0x80070008 for null data; 0x80070004 for a value of `sensor` or `threads` out of range; 0x80070007 for
+ *         formats or sizes that do not fit
  */
 KVX_API void MakeMosaic(const SourceView& picture, const DestinationView& frame, const Sensor& sensor = {},
                         int threads = 0);

@@ -1,13 +1,12 @@
 /**
  * @file
- * Packed samples of 10, 12 and 14 bits, as cameras send them, to words and back.
+ * Unpacks and packs samples of 10, 12 and 14 bits, as cameras send them.
  *
- * A word is a right-aligned 16-bit little-endian sample, 0 to 2^depth - 1. Packing cuts a word to the depth: bits above
- * it are dropped and never reach a neighbour. Bits of a group that no sample uses are ignored, and zero once the whole
- * group has been packed.
+ * A word is a right-aligned 16-bit little-endian sample, 0 to 2^depth - 1. Packing drops bits above the depth, so they
+ * never change a neighbour. Unpacking ignores the unused bits of a group; packing a whole group clears them.
  *
- * Functions keep no state: any thread, several at once. Source and destination must not overlap. A refused call has
- * written nothing.
+ * Functions keep no state: any number of threads may call them. Source and destination must not overlap. A call that
+ * throws writes nothing.
  */
 #ifndef KVXFRAME_PACKING_H
 #define KVXFRAME_PACKING_H
@@ -21,13 +20,13 @@
 namespace kvx::frame {
 
 /**
- * Where the bits of the samples are.
+ * Order of the bits in memory.
  *
- * Samples come in groups that start with a byte. The drawings show a group's bytes in the order of memory, bit 7 of
- * each on the left; a, b, c and d are its samples with their bits, "-" is unused. a9:2 are the bits 9 to 2 of a.
+ * Samples form groups that start on a byte. The drawings show the bytes of a group in memory order, bit 7 of each on
+ * the left; a, b, c and d are its samples, a9:2 are bits 9 to 2 of a, "-" is unused.
  *
- * At the end of a sequence a group may lack samples. With the layouts called Mipi it takes as many bytes as any other,
- * as lines of that interface do; with the others as many as hold the samples that are there.
+ * The last group of a sequence may be incomplete. With the Mipi layouts it still takes all its bytes, as on that
+ * interface; with the others as many bytes as its samples need.
  */
 enum class Packing : uint8_t {
     /**
@@ -88,52 +87,52 @@ enum class Packing : uint8_t {
     Msb14,  ///< a5:0 - - | a13:6
 };
 
-/** How the rows of a packed image follow each other. */
+/** Padding of the rows of a packed image. */
 enum class RowPadding : uint8_t {
-    Line,  ///< each row starts with a byte, and a group
-    Image  ///< the image is one sequence of samples; a row can start inside a byte. The layouts called Mipi have no
-           ///< such form: there this is line padding without a byte between the rows
+    Line,  ///< each row starts on a byte, with a new group
+    Image  ///< the image is one sequence of samples; a row may begin within a byte. The Mipi layouts have no such
+           ///< form: there it is line padding without bytes between rows
 };
 
-/** What a packed image looks like. */
+/** Description of a packed image. */
 struct PackedImage {
-    Packing packing;                        ///< of its samples
+    Packing packing;                        ///< of the samples
     uint32_t width;                         ///< samples in a row: 1 to 2^31 - 1
     uint32_t height;                        ///< rows: 1 to 2^31 - 1
-    RowPadding padding = RowPadding::Line;  ///< how rows follow each other
-    /** Bytes from the start of a row to that of the next, at least PackedBytes(packing, width). 0: just these. With
-     *  image padding rows have no such step: 0. */
+    RowPadding padding = RowPadding::Line;  ///< padding of the rows
+    /** Bytes from the start of a row to the next, at least PackedBytes(packing, width); 0 stands for exactly these.
+     * With image padding it must be 0. */
     size_t lineStep = 0;
 };
 
-/** The packing of a format; nothing for bytes, and for words that are right-aligned or big-endian. */
+/** The packing of a format; std::nullopt for bytes and for words that are right-aligned or big-endian. */
 KVX_API std::optional<Packing> PackingOf(const Format& format) noexcept;
 
-/** Bits of a sample: 10, 12 or 14. 0 for a value that is no packing. */
+/** Bits of a sample: 10, 12 or 14; 0 for an invalid packing. */
 KVX_API unsigned PackedDepth(Packing packing) noexcept;
 
 /**
- * Bytes of a sequence of samples, such as a row.
+ * Size of a sequence of samples, such as a row, in bytes.
  *
  * @param samples up to SIZE_MAX / 2
- * @return whole bytes, see Packing; 0 for a value that is no packing
+ * @return whole bytes, see Packing; 0 for an invalid packing
  */
 KVX_API size_t PackedBytes(Packing packing, size_t samples) noexcept;
 
 /**
- * Bytes from the first of an image to its last; behind the last row there need be no padding.
+ * Size of an image in bytes, without padding after the last row.
  *
- * @throws Error 0x80070007 for an image with a member out of range, see PackedImage
+ * @throws Error 0x80070007 for a member out of range, see PackedImage
  */
 KVX_API size_t PackedImageBytes(const PackedImage& image);
 
 /**
- * Finds out from the size of an image how its rows follow each other.
+ * Determines the row padding of an image from its size.
  *
- * @param size     bytes that the whole image takes, padding behind its last row included
- * @param multiple with line padding, rows take a multiple of so many bytes: 1 to 65536
- * @return the image; with line padding where both paddings give this size, as a small image's may
- * @throws Error 0x80070007 when `size` is neither of the two possible ones, which what() names; or a number is out of
+ * @param size     bytes of the whole image, including padding after the last row
+ * @param multiple with line padding, rows take a multiple of this number of bytes: 1 to 65536
+ * @return the image; with line padding if both paddings give this size, as for some small images
+ * @throws Error 0x80070007 if `size` is neither of the two possible sizes, which what() names, or a number is out of
  *         range
  */
 KVX_API PackedImage PackedImageOfSize(Packing packing, uint32_t width, uint32_t height, size_t size,
@@ -142,41 +141,40 @@ KVX_API PackedImage PackedImageOfSize(Packing packing, uint32_t width, uint32_t 
 /**
  * Unpacks an image to words.
  *
- * @param packed     `packedSize` bytes, which may be more than the image takes; at any address
- * @param words      the first sample of the first row; at any address. Only samples are written, no padding of rows
- * @param wordsStep  bytes from the start of a row to that of the next; negative for rows from the bottom up. Its
- *                   magnitude is at least 2 * width, unless there is one row
- * @param threads    threads to use at most, 1 to 1024, small images take fewer; 0: as many as OpenMP is set to. That
- *                   setting stays as it is
- * @throws Error 0x80070008 for a null pointer; 0x80070007 for a number out of range, or a buffer smaller than the
- *         image, with the sizes by either padding in what()
+ * @param packed     `packedSize` bytes, at least the size of the image; at any address
+ * @param words      the first sample of the first row; at any address. Only samples are written, no padding
+ * @param wordsStep  bytes from the start of a row to the next; negative if rows are stored from bottom to top. At least
+ *                   2 * width in magnitude, unless there is only one row
+ * @param threads    threads to use at most, 1 to 1024; small images take fewer. 0: OpenMP's setting, which does not
+ *                   change
+ * @throws Error 0x80070008 for a null pointer; 0x80070007 for a number out of range or a buffer smaller than the image;
+ *         what() then gives the sizes with both paddings
  */
 KVX_API void UnpackImage(const PackedImage& image, const void* packed, size_t packedSize, void* words,
                          ptrdiff_t wordsStep, int threads = 0);
 
 /**
- * Packs an image of words. Arguments and errors are those of UnpackImage(), the direction is the other.
+ * Packs an image of words. Arguments and errors are those of UnpackImage(), in the other direction.
  *
- * Exactly the bytes of rows are written, bits behind the last sample as zeros; padding of lines stays as it was.
+ * Exactly the bytes of the rows are written, unused bits after the last sample as zeros; padding keeps its content.
  */
 KVX_API void PackImage(const PackedImage& image, const void* words, ptrdiff_t wordsStep, void* packed,
                        size_t packedSize, int threads = 0);
 
 /**
- * Unpacks samples `first` to `first` + `count` - 1 of a sequence; `first` may be inside a group.
+ * Unpacks samples `first` to `first` + `count` - 1 of a sequence; `first` may be within a group.
  *
- * @param packed the sequence from its sample 0, `packedSize` bytes. The bytes of a sequence that ends with the range
- *               must be there, see PackedBytes()
- * @param words  `count` words; may be null when `count` is 0
- * @throws Error 0x80070008 for a null pointer; 0x80070007 for no packing, or a range that ends behind the buffer
+ * @param packed the sequence from its sample 0, `packedSize` bytes: at least PackedBytes(packing, first + count)
+ * @param words  `count` words; may be null if `count` is 0
+ * @throws Error 0x80070008 for a null pointer; 0x80070007 for an invalid packing or a range that ends after the buffer
  */
 KVX_API void UnpackSamples(Packing packing, const void* packed, size_t packedSize, size_t first, size_t count,
                            uint16_t* words);
 
 /**
- * Packs words as samples `first` to `first` + `count` - 1 of a sequence. All other samples of the sequence stay, those
- * in the same bytes, too. Ranges that share a group must not be packed at the same time. Arguments and errors are those
- * of UnpackSamples(), the direction is the other.
+ * Packs words as samples `first` to `first` + `count` - 1 of a sequence. All other samples keep their values, also
+ * those in the same bytes. Ranges that share a group must not be packed at the same time. Arguments and errors are
+ * those of UnpackSamples(), in the other direction.
  */
 KVX_API void PackSamples(Packing packing, const uint16_t* words, size_t first, size_t count, void* packed,
                          size_t packedSize);

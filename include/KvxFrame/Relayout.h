@@ -1,6 +1,6 @@
 /**
  * @file
- * The samples of a frame in another layout.
+ * Conversion of a frame between layouts.
  */
 #ifndef KVXFRAME_RELAYOUT_H
 #define KVXFRAME_RELAYOUT_H
@@ -10,14 +10,15 @@
 namespace kvx::frame {
 
 /**
- * Copies a frame from any layout into any layout: unpacks, packs, exchanges bytes. Packing and aligning to the left cut
- * samples to the depth; right-aligned words keep all of their 16 bits.
+ * Copies a frame from any layout to any layout: unpacks, packs, swaps bytes. Packing and left alignment drop bits above
+ * the depth; right-aligned words keep all of their 16 bits.
  *
- * @param source      mono, Bayer or TrueSense
- * @param destination the same but for the layout; the same size; no overlap. Only samples are written, and zeros into
- *                    the bits of their bytes that no sample uses
+ * @param source      a mono, Bayer or TrueSense frame
+ * @param destination the same format except for the layout; the same size; no overlap. Only samples are written, and
+ *                    zeros to the unused bits of their bytes
  * @param threads     as in Converter::SetThreads()
- * @throws Error 0x80070008 for null data, 0x80070004 for `threads`, 0x80070007 for all else that does not fit
+ * @throws Error 0x80070008 for null data, 0x80070004 for `threads` out of range, 0x80070007 for formats or sizes that
+ *         do not fit
  */
 KVX_API void Relayout(const SourceView& source, const DestinationView& destination, int threads = 0);
 

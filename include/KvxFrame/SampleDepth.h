@@ -1,6 +1,6 @@
 /**
  * @file
- * Finds frames whose samples cannot be of the depth that their format claims.
+ * Detection of frames with samples beyond the depth of their format.
  */
 #ifndef KVXFRAME_SAMPLEDEPTH_H
 #define KVXFRAME_SAMPLEDEPTH_H
@@ -10,11 +10,11 @@
 namespace kvx::frame {
 
 /**
- * Refuses a frame of Plain 10 to 14-bit words with a sample beyond its depth, which would turn into wrong colours, and
- * tells the likely cause: exchanged bytes, values in the high bits, more bits than claimed. Reads the whole frame; any
- * other frame passes unread.
+ * Checks that no sample of a frame of Plain 10 to 14-bit words exceeds its depth; such a frame would give wrong
+ * colours. The error names the likely cause: swapped bytes, values in the high bits, a deeper format. Reads the whole
+ * frame; frames of other layouts and depths pass unread.
  *
- * @throws Error 0x80070004; what Validate() throws
+ * @throws Error 0x80070004 for a sample beyond the depth; what Validate() throws
  */
 KVX_API void CheckSampleDepth(const SourceView& source);
 
