@@ -1,8 +1,10 @@
 #include "gstreamer/FrameMapping.h"
 
-#include "gstreamer/Refuse.h"
+#include "frame/base/Fail.h"
 
 namespace kvx::gst {
+using frame::Fail;
+
 namespace {
 
 /** Where the first row is and how the others follow. */
@@ -16,8 +18,9 @@ View MakeView(const MappedBuffer& buffer, const frame::Format& format, uint32_t 
     // Rows from bottom to top begin with the one that is highest in memory.
     const uint64_t above = rows.stride < 0 ? static_cast<uint64_t>(-rows.stride) * (height - 1) : 0;
     if (rows.offset > buffer.Size() || above > rows.offset) {
-        Refuse("the buffer's GstVideoMeta puts {} rows, {} bytes apart, at byte {} of a buffer of {} bytes", height,
-               rows.stride, rows.offset, buffer.Size());
+        Fail(KvxResult_InvalidArgument,
+             "the buffer's GstVideoMeta puts {} rows, {} bytes apart, at byte {} of a buffer of {} bytes", height,
+             rows.stride, rows.offset, buffer.Size());
     }
     View view;
     view.data = buffer.Data() + rows.offset;
@@ -50,7 +53,7 @@ ptrdiff_t FindStride(size_t size, const FrameFormat& frame) {
 
 MappedBuffer::MappedBuffer(GstBuffer* buffer, GstMapFlags flags) : m_buffer(buffer) {
     if (!gst_buffer_map(buffer, &m_info, flags)) {
-        Refuse("the memory of a buffer cannot be mapped");
+        Fail(KvxResult_InvalidArgument, "the memory of a buffer cannot be mapped");
     }
 }
 

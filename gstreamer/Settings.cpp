@@ -4,9 +4,11 @@
 
 #include <array>
 
-#include "gstreamer/Refuse.h"
+#include "frame/base/Fail.h"
 
 namespace kvx::gst {
+using frame::Fail;
+
 namespace {
 
 /** Numbers with commas between, whatever the locale. */
@@ -18,7 +20,7 @@ std::array<double, count> ParseNumbers(const char* property, const std::string& 
         char* end = nullptr;
         numbers[index] = g_ascii_strtod(at, &end);
         if (end == at || *end != (index + 1 < count ? ',' : '\0')) {
-            Refuse("{}: '{}' is not {} numbers with commas between", property, text, count);
+            Fail(KvxResult_InvalidArgument, "{}: '{}' is not {} numbers with commas between", property, text, count);
         }
         at = end + 1;
     }
@@ -31,8 +33,8 @@ void SetWhiteBalance(frame::Finish& finish, const std::string& text) {
     } else if (text == "grey-world") {
         finish.whiteBalance = frame::WhiteBalance::GreyWorld;
     } else if (text.find(',') == std::string::npos) {
-        Refuse("white-balance: '{}' is none: there are auto, grey-world, white-patch, and gains such as 1.9,1,1.4",
-               text);
+        Fail(KvxResult_InvalidArgument,
+             "white-balance: '{}' is none: there are auto, grey-world, white-patch, and gains such as 1.9,1,1.4", text);
     } else {
         const auto [red, green, blue] = ParseNumbers<3>("white-balance", text);
         finish.gains = {red, green, blue, green};
@@ -45,8 +47,9 @@ frame::Format PackedFormat(const Settings& settings, frame::Format named) {
     frame::Format format = named;
     format.layout = settings.packing.value_or(named.layout);
     if (!frame::IsValid(format)) {
-        Refuse("packing: {} has no such form: there are msb (above 8 bits), pfnc and mipi (10, 12, 14), gige (10, 12)",
-               frame::Name(named));
+        Fail(KvxResult_InvalidArgument,
+             "packing: {} has no such form: there are msb (above 8 bits), pfnc and mipi (10, 12, 14), gige (10, 12)",
+             frame::Name(named));
     }
     return format;
 }

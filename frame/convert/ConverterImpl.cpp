@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "frame/base/Fail.h"
+#include "frame/base/Team.h"
 #include "frame/finish/Balance.h"
 #include "frame/view/Checks.h"
 
@@ -130,9 +131,10 @@ void ConverterImpl::MakePicture(const uint8_t* in, ptrdiff_t inStride, const Pic
                                 const DestinationView& destination) {
     auto* const out = static_cast<uint8_t*>(destination.data);
     const ptrdiff_t outStride = StepOf(destination);
-#pragma omp parallel for schedule(static)
-    for (int64_t row = 0; row < int64_t{destination.height}; ++row)
+    const int team = TeamForSamples(uint64_t{destination.width} * destination.height);
+    ForRows(destination.height, team, [&](uint32_t row, int) {
         MakePictureRow(step, in + row * inStride, out + row * outStride, destination.width);
+    });
 }
 
 void ConverterImpl::Convert(const SourceView& given, const DestinationView& destination) {

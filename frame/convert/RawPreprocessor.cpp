@@ -3,13 +3,14 @@
 #include <cstring>
 #include <optional>
 
+#include "frame/base/Team.h"
 #include "frame/finish/Balance.h"
 #include "frame/samples/SampleRow.h"
 
 namespace kvx::frame {
 namespace {
 
-/** From 8 bits to more, white to white. */
+/** Scales 8-bit samples to more bits: white stays white. */
 void Widen(uint16_t* samples, uint32_t width, int bits) {
     for (uint32_t i = 0; i < width; ++i)
         samples[i] = static_cast<uint16_t>(samples[i] << (bits - 8) | samples[i] >> (16 - bits));
@@ -42,13 +43,12 @@ SourceView RawPreprocessor::Process(const SourceView& source, const Format& form
     std::optional<Balance> balance;
     if (finish) balance.emplace(source, *finish, gains, format.bits);
     const bool widens = !finish && source.format.bits < format.bits;
-#pragma omp parallel for schedule(static)
-    for (int64_t row = 0; row < int64_t{source.height}; ++row) {
+    ForRows(source.height, TeamForSamples(uint64_t{source.width} * source.height), [&](uint32_t row, int) {
         auto* samples = reinterpret_cast<uint16_t*>(memory + row * mosaic.stride);
-        ReadRow(source, static_cast<uint32_t>(row), samples);
-        if (balance) BalanceRow(balance->OfRow(static_cast<uint32_t>(row)), samples, source.width);
+        ReadRow(source, row, samples);
+        if (balance) BalanceRow(balance->OfRow(row), samples, source.width);
         if (widens) Widen(samples, source.width, format.bits);
-    }
+    });
     return mosaic;
 }
 

@@ -1,7 +1,6 @@
 #include "frame/packing/PackedSizes.h"
 
-#include <utility>
-
+#include "frame/base/Fail.h"
 #include "frame/packing/GroupLayout.h"
 
 namespace kvx::frame {
@@ -16,10 +15,10 @@ struct Sizes {
 };
 
 std::string Describe(const PackedImage& image, const Sizes& sizes) {
-    return "a packed image of " + std::to_string(image.width) + " x " + std::to_string(image.height) + " samples of " +
-           std::to_string(PackedDepth(image.packing)) + " bits takes " + std::to_string(sizes.line) +
-           " bytes with line padding, where each row starts with a byte, or " + std::to_string(sizes.image) +
-           " with image padding, where rows follow each other without gaps";
+    return fmt::format(
+        "a packed image of {} x {} samples of {} bits takes {} bytes with line padding, where each row starts on a "
+        "byte, or {} with image padding, where rows follow each other without gaps",
+        image.width, image.height, PackedDepth(image.packing), sizes.line, sizes.image);
 }
 
 uint64_t SizeWithoutLines(const PackedImage& image) {
@@ -31,8 +30,8 @@ uint64_t SizeWithoutLines(const PackedImage& image) {
 void CheckSides(const PackedImage& image) {
     CheckPacking(image.packing);
     if (image.width == 0 || image.height == 0 || image.width > kMaxSide || image.height > kMaxSide)
-        Refuse("a packed image has 1 to 2147483647 rows and columns, not " + std::to_string(image.width) + " x " +
-               std::to_string(image.height));
+        Fail(KvxResult_InvalidArgument, "a packed image has 1 to 2147483647 rows and columns, not {} x {}", image.width,
+             image.height);
 }
 
 /** Refuses an image that is not valid. Both sizes fit a ptrdiff_t; without gaps it is not the larger one. */
@@ -40,16 +39,16 @@ Sizes SizesOf(const PackedImage& image) {
     CheckSides(image);
     const size_t rowBytes = PackedBytes(image.packing, image.width);
     if (image.padding == RowPadding::Image && image.lineStep != 0)
-        Refuse("an image with image padding has no line step");
+        Fail(KvxResult_InvalidArgument, "an image with image padding has no line step");
     if (image.padding != RowPadding::Image && image.padding != RowPadding::Line)
-        Refuse("the row padding is neither line nor image padding");
+        Fail(KvxResult_InvalidArgument, "the row padding is neither line nor image padding");
     if (image.lineStep != 0 && image.lineStep < rowBytes)
-        Refuse("a packed row of " + std::to_string(image.width) + " samples takes " + std::to_string(rowBytes) +
-               " bytes, more than the line step of " + std::to_string(image.lineStep));
+        Fail(KvxResult_InvalidArgument, "a packed row of {} samples takes {} bytes, more than the line step of {}",
+             image.width, rowBytes, image.lineStep);
     uint64_t toLastRow = 0;
     if (__builtin_mul_overflow(uint64_t{image.height} - 1, uint64_t{LineStepOf(image)}, &toLastRow) ||
         toLastRow > PTRDIFF_MAX - rowBytes)
-        Refuse("the packed image exceeds all memory");
+        Fail(KvxResult_InvalidArgument, "the packed image is larger than the address space");
     return {toLastRow + rowBytes, SizeWithoutLines(image)};
 }
 
@@ -59,12 +58,9 @@ uint64_t SizeOf(const PackedImage& image, const Sizes& sizes) {
 
 }  // namespace
 
-void Refuse(const std::string& sentence) {
-    throw Error(KvxResult_Of(kComponentType, KvxResult_InvalidArgument), sentence);
-}
-
 void CheckPacking(Packing packing) {
-    if (!IsPacking(packing)) Refuse("there is no packing number " + std::to_string(static_cast<unsigned>(packing)));
+    if (!IsPacking(packing))
+        Fail(KvxResult_InvalidArgument, "there is no packing number {}", static_cast<unsigned>(packing));
 }
 
 bool RowsStartGroups(const PackedImage& image) {
@@ -78,8 +74,8 @@ size_t LineStepOf(const PackedImage& image) {
 void CheckImageFits(const PackedImage& image, size_t size) {
     const Sizes sizes = SizesOf(image);
     if (size < SizeOf(image, sizes))
-        Refuse(Describe(image, sizes) + "; the buffer has " + std::to_string(size) + ", and " +
-               (image.padding == RowPadding::Line ? "line" : "image") + " padding was asked for");
+        Fail(KvxResult_InvalidArgument, "{}; the buffer has {}, and {} padding was requested", Describe(image, sizes),
+             size, image.padding == RowPadding::Line ? "line" : "image");
 }
 
 std::optional<Packing> PackingOf(const Format& format) noexcept {
@@ -105,7 +101,7 @@ PackedImage PackedImageOfSize(Packing packing, uint32_t width, uint32_t height, 
     PackedImage image{packing, width, height};
     CheckSides(image);
     if (multiple == 0 || multiple > kMaxMultiple)
-        Refuse("rows take a multiple of 1 to 65536 bytes, not of " + std::to_string(multiple));
+        Fail(KvxResult_InvalidArgument, "rows take a multiple of 1 to 65536 bytes, not of {}", multiple);
     const uint64_t rowBytes = LayoutOf(packing).BytesOfSequence(width);
     const uint64_t lineStep = (rowBytes + multiple - 1) / multiple * multiple;
     const Sizes sizes{lineStep * height, SizeWithoutLines(image)};
@@ -114,7 +110,7 @@ PackedImage PackedImageOfSize(Packing packing, uint32_t width, uint32_t height, 
     else if (size == sizes.image)
         image.padding = RowPadding::Image;
     else
-        Refuse(Describe(image, sizes) + "; the buffer has " + std::to_string(size));
+        Fail(KvxResult_InvalidArgument, "{}; the buffer has {}", Describe(image, sizes), size);
     return image;
 }
 

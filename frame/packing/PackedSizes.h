@@ -1,14 +1,9 @@
 /** Sizes of packed images, and what makes an image valid. */
 #pragma once
 
-#include <string>
-
 #include "KvxFrame/Packing.h"
 
 namespace kvx::frame {
-
-/** Ends a call with 0x80070007. */
-[[noreturn]] void Refuse(const std::string& sentence);
 
 void CheckPacking(Packing packing);
 

@@ -1,9 +1,9 @@
 #include "KvxFrame/Packing.h"
 
-#include <omp.h>
-
 #include <algorithm>
 
+#include "frame/base/Fail.h"
+#include "frame/base/Team.h"
 #include "frame/packing/GroupLayout.h"
 #include "frame/packing/PackedSizes.h"
 #include "frame/packing/SampleRange.h"
@@ -12,42 +12,38 @@ namespace kvx::frame {
 namespace {
 
 constexpr size_t kBandSamples = 1 << 16;  // fewer are not worth a thread
-constexpr int kMaxThreads = 1024;
-
-[[noreturn]] void RefuseNull(const char* sentence) {
-    throw Error(KvxResult_Of(kComponentType, KvxResult_NullPointer), sentence);
-}
 
 void CheckWords(const PackedImage& image, const void* words, ptrdiff_t wordsStep) {
     const size_t rowBytes = 2 * size_t{image.width};
     const size_t magnitude = wordsStep < 0 ? 0 - static_cast<size_t>(wordsStep) : static_cast<size_t>(wordsStep);
     size_t toLastRow = 0;
     if (image.height > 1 && magnitude < rowBytes)
-        Refuse("a row of " + std::to_string(image.width) + " words takes " + std::to_string(rowBytes) +
-               " bytes, more than the step of " + std::to_string(wordsStep));
+        Fail(KvxResult_InvalidArgument, "a row of {} words takes {} bytes, more than the step of {}", image.width,
+             rowBytes, wordsStep);
     if (__builtin_mul_overflow(magnitude, size_t{image.height} - 1, &toLastRow) || toLastRow > PTRDIFF_MAX - rowBytes)
-        Refuse("a step of " + std::to_string(wordsStep) + " bytes makes the image of words exceed all memory");
-    if (words == nullptr) RefuseNull("the image of words is a null pointer");
+        Fail(KvxResult_InvalidArgument, "with a step of {} bytes the image of words is larger than the address space",
+             wordsStep);
+    if (words == nullptr) Fail(KvxResult_NullPointer, "the image of words is a null pointer");
 }
 
 void CheckImages(const PackedImage& image, const void* packed, size_t packedSize, const void* words,
                  ptrdiff_t wordsStep, int threads) {
     CheckImageFits(image, packedSize);
     CheckWords(image, words, wordsStep);
-    if (packed == nullptr) RefuseNull("the packed image is a null pointer");
+    if (packed == nullptr) Fail(KvxResult_NullPointer, "the packed image is a null pointer");
     if (threads < 0 || threads > kMaxThreads)
-        Refuse("threads are 1 to 1024, or 0: as OpenMP is set; not " + std::to_string(threads));
+        Fail(KvxResult_InvalidArgument, "{} threads: give 1 to {}, or 0 for OpenMP's setting", threads, kMaxThreads);
 }
 
 void CheckRange(Packing packing, const void* packed, size_t packedSize, size_t first, size_t count,
                 const uint16_t* words) {
     CheckPacking(packing);
-    if (packed == nullptr) RefuseNull("the packed sequence is a null pointer");
-    if (words == nullptr && count > 0) RefuseNull("the words are a null pointer");
+    if (packed == nullptr) Fail(KvxResult_NullPointer, "the packed sequence is a null pointer");
+    if (words == nullptr && count > 0) Fail(KvxResult_NullPointer, "the words are a null pointer");
     const size_t held = std::min<size_t>(packedSize, PTRDIFF_MAX);  // and no byte holds two whole samples
     if (first > held || count > held - first || PackedBytes(packing, first + count) > held)
-        Refuse("samples " + std::to_string(first) + " and " + std::to_string(count) + " on end behind the buffer of " +
-               std::to_string(packedSize) + " bytes");
+        Fail(KvxResult_InvalidArgument, "{} samples from sample {} on end behind the buffer of {} bytes", count, first,
+             packedSize);
 }
 
 /** A piece of the sequences that a packed image consists of, and where its words are. */
@@ -75,9 +71,8 @@ void ForEachRow(const PackedImage& image, ptrdiff_t wordsStep, int threads, cons
     const int64_t rows = image.height, unit = LayoutOf(image.packing).samples, units = (rows + unit - 1) / unit;
     const int64_t bands = std::clamp(static_cast<int64_t>(width * image.height / kBandSamples), int64_t{1}, units);
     const auto bandAt = [=](int64_t band) { return std::min(units * band / bands * unit, rows); };
-    const int team = static_cast<int>(std::min<int64_t>(threads > 0 ? threads : omp_get_max_threads(), bands));
-#pragma omp parallel for num_threads(team) schedule(dynamic) default(none) shared(bands, bandAt, convertRows)
-    for (int64_t band = 0; band < bands; ++band) convertRows(bandAt(band), bandAt(band + 1));
+    ForRows(static_cast<uint32_t>(bands), TeamSize(static_cast<uint64_t>(bands), threads),
+            [&](uint32_t band, int) { convertRows(bandAt(band), bandAt(band + 1)); });
 }
 
 }  // namespace

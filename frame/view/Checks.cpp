@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "frame/base/Fail.h"
+#include "frame/base/Team.h"
 
 namespace kvx::frame {
 namespace {
@@ -80,9 +81,9 @@ void CheckApart(const SourceView& source, const DestinationView& destination) {
 }
 
 void CheckThreads(int count) {
-    constexpr int kMost = 1024;
-    if (count < 0 || count > kMost)
-        Fail(KvxResult_OutOfRange, "{} threads: give 1 to {}, or 0 for as many as OpenMP is set to", count, kMost);
+    if (count < 0 || count > kMaxThreads)
+        Fail(KvxResult_OutOfRange, "{} threads: give 1 to {}, or 0 for OpenMP's setting", count,
+             kMaxThreads);
 }
 
 }  // namespace kvx::frame

@@ -1,4 +1,4 @@
-"""What is raised where something is refused."""
+"""The exceptions of the module."""
 
 from __future__ import annotations
 
@@ -11,14 +11,14 @@ _FRAME_LAYER = 7
 
 
 class Error(ValueError):
-    """A refusal: the text is a sentence that names the fix, ``code`` the result code of the C interface.
+    """An invalid argument: the text says how to fix it, ``code`` is the result code of the C interface.
 
     >>> import kvxdemosaicing as kvx
     >>> try:
     ...     kvx.Converter("BayerRG12", threads=-1)
     ... except kvx.Error as error:
     ...     print(f"{error.code:#x}: {error}")
-    0x80070004: -1 threads: give 1 to 1024, or 0 for as many as OpenMP is set to
+    0x80070004: -1 threads: give 1 to 1024, or 0 for OpenMP's setting
     """
 
     def __init__(self, message: str, code: int) -> None:
@@ -30,15 +30,15 @@ class Error(ValueError):
 
 
 class UnknownNameError(Error, KeyError):
-    """No format, algorithm or parameter has this name."""
+    """The name of a format, algorithm or parameter is unknown."""
 
 
 class WrongTypeError(Error, TypeError):
-    """An array of another type, or a value of another type."""
+    """An array or a value has the wrong type."""
 
 
 for _kind in (Error, UnknownNameError, WrongTypeError):
-    _kind.__module__ = "kvxdemosaicing"  # where users find them
+    _kind.__module__ = "kvxdemosaicing"  # where users import them from
 
 
 def error_of(message: str, code: int) -> Error:
@@ -48,5 +48,5 @@ def error_of(message: str, code: int) -> Error:
 
 
 def refusal(code: int, message: str) -> Error:
-    """The exception for one of the codes above, as a result of the frame layer."""
+    """The exception for one of the codes above, with the component number of the frame layer."""
     return error_of(message, 0x80000000 | _FRAME_LAYER << 16 | code)
