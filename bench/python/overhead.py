@@ -41,7 +41,7 @@ def overhead(program, seconds, rounds):
             if program:
                 command = [program, str(width), str(height), str(seconds)]
                 native = float(subprocess.run(command, check=True, capture_output=True).stdout)
-            kept = median_of(lambda: converter.convert(frame, out), seconds)
+            kept = median_of(lambda: converter.convert(frame, out=out), seconds)
             single = median_of(lambda: kvx.convert(frame, "BayerRG12", out=out, threads=1), seconds)
             columns.append((native, kept, single))
         print(f"{width}x{height}", *(f"{statistics.median(column):8.1f}" for column in zip(*columns)))
@@ -55,7 +55,7 @@ def two_threads(seconds):
         out = np.empty((1200, 1920, 3), np.uint8)
         converter = kvx.Converter("BayerRG12", algorithm="ipp", threads=1)
         while time.perf_counter() < end:
-            converter.convert(frame, out)
+            converter.convert(frame, out=out)
             counts[index] += 1
 
     done = []

@@ -1,4 +1,4 @@
-"""Raw camera frames become pictures, in NumPy arrays.
+"""Converts raw camera frames to pictures, in NumPy arrays.
 
 >>> import kvxdemosaicing as kvx
 >>> import numpy as np
@@ -6,13 +6,13 @@
 >>> kvx.convert(frame, "BayerRG12").shape
 (4, 6, 3)
 
-Frames are arrays of rows and columns, uint8 or uint16 as the format has its samples, with any step from row to row,
-also a negative one; they are never copied. Packed formats are uint8: rows of bytes, or one dimension with ``width=``
-and ``height=``. Big-endian formats are ``>u2``, or uint16 as it was read. What is refused raises Error, whose ``code``
-is that of the C interface.
+A frame is an array of rows and columns of uint8 or uint16, as its format requires. Rows may have any stride, also a
+negative one; frames are never copied. A packed frame is an array of uint8: rows of bytes, or one dimension with
+``width=`` and ``height=``. A big-endian frame is ``>u2``, or uint16 exactly as read. Invalid arguments raise Error,
+whose ``code`` is the result code of the C interface.
 
-All functions let other Python threads run while they work. Nothing is shared between calls; a Converter used by several
-threads serves one after the other.
+All functions release the interpreter's lock while they work. Calls share no state; a Converter that several threads use
+serves one call at a time.
 """
 
 from kvxdemosaicing._converter import Converter, Parameter, Parameters, convert

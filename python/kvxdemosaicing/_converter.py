@@ -1,4 +1,4 @@
-"""Frames become pictures."""
+"""Conversion of frames to pictures."""
 
 from __future__ import annotations
 
@@ -19,7 +19,7 @@ Picture = npt.NDArray[np.unsignedinteger[Any]]
 
 
 class Parameter(NamedTuple):
-    """What a component tells of a parameter; the numbers are int or float, as its value is."""
+    """Description of a parameter; the numbers are int or float, like its value."""
 
     name: str
     default: Number
@@ -29,7 +29,7 @@ class Parameter(NamedTuple):
 
 
 class Parameters(MutableMapping[str, Number]):
-    """The parameters of a converter's component: a mapping that neither grows nor shrinks.
+    """The parameters of a converter's component: a mapping with a fixed set of keys.
 
     >>> parameters = Converter("BayerRG12").parameters
     >>> dict(parameters)
@@ -38,8 +38,8 @@ class Parameters(MutableMapping[str, Number]):
     >>> parameters.describe("BayerAlgType")
     Parameter(name='BayerAlgType', default=0, minimum=0, maximum=4, writable=True)
 
-    A name that there is not raises UnknownNameError, a KeyError; a value of the wrong type WrongTypeError; one out of
-    range Error.
+    An unknown name raises UnknownNameError, a KeyError; a value of the wrong type WrongTypeError; a value out of range
+    Error.
     """
 
     def __init__(self, native: _native.ArrayConverter) -> None:
@@ -54,7 +54,7 @@ class Parameters(MutableMapping[str, Number]):
         self._native.set_parameter(name, _text(name, value))
 
     def __delitem__(self, name: str) -> None:
-        raise refusal(INVALID_ARGUMENT, f"{name} cannot be taken out; describe('{name}').default is its first value")
+        raise refusal(INVALID_ARGUMENT, f"{name} cannot be deleted; describe('{name}').default is its initial value")
 
     def __iter__(self) -> Iterator[str]:
         return iter(self._facts)
@@ -68,12 +68,12 @@ class Parameters(MutableMapping[str, Number]):
     def describe(self, name: str) -> Parameter:
         """Default and range of a parameter."""
         if name not in self._facts:
-            self._native.parameter(name)  # tells that there is none
+            self._native.parameter(name)  # raises UnknownNameError
         return self._facts[name]
 
 
 def _text(name: str, value: Any) -> str:
-    """A number as the component reads it: the shortest form that means the same bits."""
+    """A number as text for the component: the shortest form that reads back to the same bits."""
     if isinstance(value, (bool, np.bool_, int, np.integer)):
         return str(int(value))
     if isinstance(value, (float, np.floating)):
@@ -82,7 +82,7 @@ def _text(name: str, value: Any) -> str:
 
 
 class Converter:
-    """Converts frames of one format, one after the other, and keeps its working memory.
+    """Converts frames of one format and keeps its working memory between calls.
 
     >>> import numpy as np
     >>> converter = Converter("BayerRG12p", to="BGR8", algorithm="ipp", black_level=256, tone="srgb")
@@ -93,22 +93,23 @@ class Converter:
     >>> converter.convert(frame, out=picture) is picture
     True
 
-    One thread uses a converter at a time: give each thread one of its own. A call from a second thread waits for the
-    first; each call is whole, but settings made in between are everybody's.
+    Give each thread a converter of its own. A call from a second thread waits until the first call has ended; settings
+    apply to all threads.
 
-    :param format: of the frames: a Format, a name in any scheme, or a PFNC code
+    :param format: format of the frames: a Format, a name in any scheme, or a PFNC code
     :param to: format of the pictures
     :param algorithm: one of ``format(...).algorithms``, or a number
-    :param threads: threads of one conversion; 0: as OpenMP is set, all processors unless told otherwise
+    :param threads: threads of one conversion; 0: OpenMP's setting, by default all processors
     :param black_level, white_level, white_balance, matrix, tone: see set_finish()
-    :param parameters: of the component, by name
+    :param parameters: parameters of the component, by name
     """
 
     def __init__(
         self,
         format: FormatLike,
-        to: FormatLike = "RGB8",
+        /,
         *,
+        to: FormatLike = "RGB8",
         algorithm: Union[str, int, None] = None,
         threads: int = 0,
         black_level: Optional[int] = None,
@@ -121,7 +122,7 @@ class Converter:
         self._format = find_format(format)
         self._to = find_format(to)
         if not self._to.is_destination:
-            raise refusal(INVALID_ARGUMENT, f"to={self._to.name}: no picture; there are RGB8, BGR8, RGBa8, RGB16, ...")
+            raise refusal(INVALID_ARGUMENT, f"to={self._to.name} is not a picture format: use RGB8, BGR8, RGBa8, RGB16, ...")
         self._native = _native.ArrayConverter(self._format)
         self._parameters: Optional[Parameters] = None
         for name, value in parameters.items():
@@ -136,16 +137,17 @@ class Converter:
     def convert(
         self,
         frame: Frame,
-        out: Optional[Picture] = None,
+        /,
         *,
+        out: Optional[Picture] = None,
         width: Optional[int] = None,
         height: Optional[int] = None,
     ) -> Picture:
         """Converts one frame.
 
-        :param frame: see the module
-        :param out: rows x columns x samples, to be written instead of a new array, with any step from row to row
-        :param width, height: of frames in one dimension; of packed rows that are longer than their samples
+        :param frame: see the module's documentation
+        :param out: array of rows x columns x samples to write into instead of a new array; any row stride
+        :param width, height: size of a frame in one dimension; ``width`` also of packed rows with padding
         :return: ``out`` or a new array
         """
         return self._native.convert(frame, self._format, self._to, out, width, height)
@@ -159,24 +161,24 @@ class Converter:
         matrix: Optional[npt.ArrayLike] = None,
         tone: Optional[Tone] = None,
     ) -> None:
-        """Says anew what is done to the values; without arguments: nothing.
+        """Replaces the finish: the processing of the sample values. Without arguments, there is none.
 
-        :param black_level: sample of black, 0 unless given
-        :param white_level: sample at which the sensor clips, the largest there is unless given
-        :param white_balance: "auto" (the same as "white-patch"), "grey-world", or gains of red, green, blue and perhaps
-            pan
-        :param matrix: 3 x 3: red, green and blue out of red, green and blue
-        :param tone: "linear", "srgb", or a table of 2 to 65536 values up to 65535, from black to white
+        :param black_level: sample value of black, by default 0
+        :param white_level: sample value at which the sensor clips, by default the largest of the format
+        :param white_balance: "auto" (same as "white-patch"), "grey-world", or the gains of red, green and blue; a
+            fourth gain is that of clear sites and mono frames, by default green's
+        :param matrix: 3 x 3 coefficients, a row each for the red, green and blue of the result
+        :param tone: "linear", "srgb", or a table of 2 to 65536 values from 0 to 65535, from black to white
         """
         self._native.set_finish(make_finish(black_level, white_level, white_balance, matrix, tone))
 
     def release(self) -> None:
-        """Gives back the working memory; settings stay."""
+        """Frees the working memory; settings stay."""
         self._native.release()
 
     @property
     def format(self) -> Format:
-        """The format of the frames; another one of the same family may be set, for another part of the sensor."""
+        """Format of the frames; may be set to another format of the same family, for another region of the sensor."""
         return self._format
 
     @format.setter
@@ -184,18 +186,18 @@ class Converter:
         found = find_format(format)
         if found.family != self._format.family:
             raise refusal(
-                INVALID_ARGUMENT, f"{found.name} is not of the family {self._format.family}: make another Converter"
+                INVALID_ARGUMENT, f"{found.name} is not of the family {self._format.family}: create another Converter"
             )
         self._format = found
 
     @property
     def to(self) -> Format:
-        """The format of the pictures."""
+        """Format of the pictures."""
         return self._to
 
     @property
     def algorithm(self) -> str:
-        """The name of the algorithm, or its number where it has no name; empty for mono."""
+        """Name of the algorithm, or its number if it has no name; empty for mono."""
         return self._native.algorithm()
 
     @algorithm.setter
@@ -204,7 +206,7 @@ class Converter:
 
     @property
     def threads(self) -> int:
-        """Threads of one conversion; 0: as OpenMP is set."""
+        """Threads of one conversion; 0: OpenMP's setting."""
         return self._threads
 
     @threads.setter
@@ -214,7 +216,7 @@ class Converter:
 
     @property
     def gains(self) -> tuple[float, float, float, float]:
-        """Red, green, blue and pan of the white balance that the last frame got, found and given together."""
+        """Red, green, blue and pan gain applied to the last frame: measured gains times given gains."""
         red, green, blue, pan = self._native.last_gains()
         return red, green, blue, pan
 
@@ -229,11 +231,12 @@ class Converter:
 def convert(
     frame: Frame,
     format: FormatLike,
+    /,
+    *,
     to: FormatLike = "RGB8",
     algorithm: Union[str, int, None] = None,
     out: Optional[Picture] = None,
     threads: int = 0,
-    *,
     width: Optional[int] = None,
     height: Optional[int] = None,
     black_level: Optional[int] = None,
@@ -243,10 +246,10 @@ def convert(
     tone: Optional[Tone] = None,
     **parameters: Number,
 ) -> Picture:
-    """One frame becomes a picture. For many frames keep a Converter, whose arguments these are.
+    """Converts one frame to a picture. The arguments are those of Converter, which is faster for many frames.
 
     >>> import numpy as np
-    >>> convert(np.full((2, 2), 255, np.uint8), "Mono8", "BGRa8").tolist()[0][0]
+    >>> convert(np.full((2, 2), 255, np.uint8), "Mono8", to="BGRa8").tolist()[0][0]
     [255, 255, 255, 255]
 
     >>> convert(np.zeros((4, 4), np.float32), "BayerRG8")
@@ -256,7 +259,7 @@ def convert(
     """
     converter = Converter(
         format,
-        to,
+        to=to,
         algorithm=algorithm,
         threads=threads,
         black_level=black_level,
@@ -266,4 +269,4 @@ def convert(
         tone=tone,
         **parameters,
     )
-    return converter.convert(frame, out, width=width, height=height)
+    return converter.convert(frame, out=out, width=width, height=height)

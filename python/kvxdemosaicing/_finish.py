@@ -1,4 +1,4 @@
-"""What is done to the values of a frame, in Python's spelling."""
+"""Converts the Python options for sample values to a finish of the frame layer."""
 
 from __future__ import annotations
 
@@ -21,7 +21,7 @@ def make_finish(
     matrix: Optional[npt.ArrayLike],
     tone: Optional[Tone],
 ) -> Optional[_native.Finish]:
-    """A finish; None where nothing is asked for."""
+    """The finish for these options; None if none is given."""
     if all(option is None for option in (black_level, white_level, white_balance, matrix, tone)):
         return None
     method, gains = _balance(white_balance)
@@ -40,17 +40,19 @@ def make_finish(
 def _level(name: str, level: Optional[int]) -> int:
     level = 0 if level is None else int(level)
     if not 0 <= level <= 0xFFFF:
-        raise refusal(OUT_OF_RANGE, f"{name}={level}: give a sample of the frame")
+        raise refusal(OUT_OF_RANGE, f"{name}={level}: give a sample value from 0 to 65535")
     return level
 
 
 def _balance(white_balance: Optional[WhiteBalance]) -> tuple[str, list[float]]:
     if isinstance(white_balance, str):
         return white_balance, [1.0] * 4
-    gains = [1.0] * 3 if white_balance is None else [float(gain) for gain in white_balance]
-    if len(gains) not in (3, 4):
-        raise refusal(OUT_OF_RANGE, f"white_balance has {len(gains)} gains: give red, green, blue, and pan if any")
-    return "given", gains + [1.0] * (4 - len(gains))
+    gains = [1.0] * 4 if white_balance is None else [float(gain) for gain in white_balance]
+    if len(gains) == 3:
+        gains.append(gains[1])  # clear sites get green's gain, as in sidecars, the tool and the element
+    if len(gains) != 4:
+        raise refusal(OUT_OF_RANGE, f"white_balance has {len(gains)} gains: give red, green, blue, and perhaps pan")
+    return "given", gains
 
 
 def _coefficients(matrix: Optional[npt.ArrayLike]) -> list[float]:

@@ -1,4 +1,4 @@
-"""Formats by any name."""
+"""Lookup of formats."""
 
 from __future__ import annotations
 
@@ -16,10 +16,10 @@ _by_name = functools.lru_cache(maxsize=512)(_native.format_by_name)
 def format(name: FormatLike) -> Format:
     """The format with a name of any scheme (PFNC, GStreamer, V4L2, OpenCV, ...) or with a PFNC code.
 
-    Its facts are attributes: ``name``, ``family`` ("mono", "bayer", "truesense", "colour"), ``bits``, ``layout``
+    Its attributes are ``name``, ``family`` ("mono", "bayer", "truesense", "colour"), ``bits``, ``layout``
     ("plain", "msb", "big-endian", "pfnc", "gige", "mipi"), ``tile`` (rows of filters), ``channels``, ``dtype``,
     ``algorithms``, ``names`` (scheme and name), ``pfnc_code``, ``fourcc``, ``library_code``, ``is_source``,
-    ``is_destination``, ``unpacked`` (the same in right-aligned samples).
+    ``is_destination``, ``unpacked`` (the format of the same samples, right-aligned).
 
     >>> rg = format("rggb12le")
     >>> rg, rg.tile, rg.bits, rg.dtype
@@ -27,13 +27,13 @@ def format(name: FormatLike) -> Format:
     >>> format(0x010C0059), format(0x010C0059).layout, format("pRCC") == format("BayerRG12mipi")
     (Format('BayerRG12p'), 'pfnc', True)
 
-    ``row_bytes(width)`` is the size of a row without padding. ``at(row, column)`` is the format of a part of a frame,
-    by the site where it starts:
+    ``row_bytes(width)`` is the size of a row without padding. ``at(row, column)`` is the format of a region of a frame
+    that starts at this site:
 
     >>> rg.at(1, 0)
     Format('BayerGB12')
 
-    An unknown name raises UnknownNameError, which tells the nearest ones.
+    An unknown name raises UnknownNameError, whose text suggests similar names.
     """
     if isinstance(name, Format):
         return name

@@ -1,4 +1,4 @@
-"""Frames from layout to layout, and out of pictures."""
+"""Unpacking and packing of frames, and frames simulated from pictures."""
 
 from __future__ import annotations
 
@@ -23,13 +23,13 @@ def unpack(
     out: Optional[Frame] = None,
     threads: int = 0,
 ) -> Frame:
-    """The samples of a frame of any layout: rows and columns of uint8 or uint16, right-aligned.
+    """Unpacks a frame of any layout to rows and columns of uint8 or uint16, right-aligned.
 
     >>> import numpy as np
     >>> unpack(np.array([[0x21, 0x43, 0x65]], np.uint8), "Mono12p")
     array([[ 801, 1620]], dtype=uint16)
 
-    :param width, height: of frames in one dimension; of packed rows that are longer than their samples
+    :param width, height: size of a frame in one dimension; ``width`` also of packed rows with padding
     """
     return _native.unpack(frame, find_format(format), out, width, height, threads)
 
@@ -42,14 +42,14 @@ def pack(
     out: Optional[Frame] = None,
     threads: int = 0,
 ) -> Frame:
-    """Right-aligned samples in the layout of a format, cut to its depth.
+    """Packs right-aligned samples into the layout of a format; bits above its depth are dropped.
 
     >>> import numpy as np
     >>> pack(np.array([[801, 1620]], np.uint16), "Mono12p")
     array([[ 33,  67, 101]], dtype=uint8)
 
-    :param padding: "line": rows start with a byte, two dimensions; "image": packed rows follow each other without a
-        gap, one dimension
+    :param padding: "line": each row starts on a byte, the result has two dimensions; "image": packed rows follow each
+        other without a gap, the result has one dimension
     """
     if padding not in ("line", "image"):
         raise refusal(UNKNOWN_NAME, f"padding='{padding}': give line or image")
@@ -69,7 +69,7 @@ def mosaic(
     out: Optional[Frame] = None,
     threads: int = 0,
 ) -> Frame:
-    """What a sensor would see of a picture: a frame of any mono, Bayer or TrueSense format, packed ones too.
+    """Simulates the frame of a sensor from a picture, in any mono, Bayer or TrueSense format, packed or not.
 
     >>> import numpy as np
     >>> red = np.zeros((2, 4, 3), np.uint8)
@@ -79,18 +79,18 @@ def mosaic(
            [   0,    0,    0,    0]], dtype=uint16)
 
     :param picture: uint8 or uint16, grey or with 3 or 4 samples per pixel
-    :param order: of the samples, "RGB" or "BGR"
-    :param white: the picture's sample of white; 0: the largest of its type
+    :param order: order of the samples, "RGB" or "BGR"
+    :param white: sample value of white in the picture; 0: the largest value of its type
     :param linear: undo the picture's sRGB encoding first
     :param pan_weights: weights of red, green and blue at clear sites and in mono frames
-    :param analog_gain: add the noise of a sensor at this gain, calibrated from 11.04 to 36.77
-    :param seed: of the noise: the same seed, the same frame
+    :param analog_gain: adds the noise of a sensor at this gain; the model is calibrated from 11.04 to 36.77
+    :param seed: seed of the noise: the same seed gives the same frame
     """
     if order not in ("RGB", "BGR"):
         raise refusal(UNKNOWN_NAME, f"order='{order}': give RGB or BGR")
     weights = [float(weight) for weight in pan_weights]
     if len(weights) != 3:
-        raise refusal(INVALID_ARGUMENT, f"{len(weights)} pan weights: give those of red, green and blue")
+        raise refusal(INVALID_ARGUMENT, f"{len(weights)} pan weights: give three, of red, green and blue")
     return _native.mosaic(
         picture, find_format(format), out, order == "BGR", linear, weights, white, analog_gain, seed, threads
     )

@@ -1,4 +1,4 @@
-"""Arrays of any size, type, step and format become the bytes that the C functions make."""
+"""Arrays of any size, type, stride and format give the bytes of the C functions."""
 
 import sys
 
@@ -23,7 +23,7 @@ def random_samples(format, height, width, seed=1):
 
 @st.composite
 def arrays(draw):
-    """Slack behind a row and direction of an array: `place(values)` is such an array with these values."""
+    """Padding and direction of the rows: `place(values)` is such an array with these values."""
     slack, is_flipped = draw(st.integers(0, 5)), draw(st.booleans())
 
     def place(values):
@@ -46,11 +46,11 @@ def test_bayer_frames_of_any_shape(name, order, height, width, place, place_out,
     to = f"{order}{format.bits}"
     expected = flat.converted(samples, name, to, algorithm)
     frame, out = place(samples), place_out(np.zeros_like(expected))
-    assert np.array_equal(kvx.convert(frame, name, to, algorithm), expected)
-    assert kvx.convert(frame, name, to, algorithm, out=out) is out
+    assert np.array_equal(kvx.convert(frame, name, to=to, algorithm=algorithm), expected)
+    assert kvx.convert(frame, name, to=to, algorithm=algorithm, out=out) is out
     assert np.array_equal(out, expected)
     assert np.array_equal(frame, samples)
-    assert (out.base[:, width:] == 0xA5).all()  # behind the rows
+    assert (out.base[:, width:] == 0xA5).all()  # padding
 
 
 @given(st.sampled_from(TRUESENSE), st.sampled_from(["RGB8", "BGR8", "RGBa8", "BGRa8"]), SIZES, SIZES, arrays())
@@ -59,7 +59,7 @@ def test_truesense_frames_of_any_shape(name, to, height, width, place):
     expected = flat.converted(samples, name, to)
     if expected.shape[2] == 4:
         expected[..., 3] = 255  # the C functions leave alpha alone
-    assert np.array_equal(kvx.convert(place(samples), name, to), expected)
+    assert np.array_equal(kvx.convert(place(samples), name, to=to), expected)
 
 
 @given(st.sampled_from(["BayerGB12p", "BayerGR10mipi"]), SIZES, SIZES, arrays())
@@ -69,7 +69,7 @@ def test_packed_frames_mean_their_samples(name, height, width, place):
     samples = random_samples(unpacked, height, width, seed=height)
     expected, packed = flat.converted(samples, unpacked.name, to), kvx.pack(samples, name)
     for array in (place(packed), packed.ravel(), np.pad(packed, ((0, 0), (0, 3)))):
-        assert np.array_equal(kvx.convert(array, name, to, width=width, height=height), expected)
+        assert np.array_equal(kvx.convert(array, name, to=to, width=width, height=height), expected)
 
 
 @pytest.mark.parametrize(
@@ -85,17 +85,22 @@ def test_packed_frames_mean_their_samples(name, height, width, place):
 def test_words_however_they_are_spelled(name, spell):
     samples = random_samples(kvx.format("BayerRG12"), 7, 1 if spell is np.asfortranarray else 10)
     height, width = samples.shape
-    picture = kvx.convert(spell(samples), name, "RGB12", width=width, height=height)
+    picture = kvx.convert(spell(samples), name, to="RGB12", width=width, height=height)
     assert np.array_equal(picture, flat.converted(samples, "BayerRG12", "RGB12"))
 
 
 def test_finish_in_python_spelling():
     grey = np.full((4, 4), 256 + 3839 // 2, np.uint16)
     assert (kvx.convert(grey, "BayerRG12", black_level=256, tone="srgb") == 187).all()
-    negative = kvx.convert(grey, "BayerRG12", "RGB16", tone=[65535, 0], white_level=4000)
+    negative = kvx.convert(grey, "BayerRG12", to="RGB16", tone=[65535, 0], white_level=4000)
     assert (negative == 65535 - (2175 * 65535 + 2000) // 4000).all()
     swapped = kvx.convert(grey, "BayerRG12", white_balance=(1, 0.5, 0.25), matrix=np.eye(3)[::-1])
     assert swapped[2, 2].tolist() == [34, 68, 135]
+    for balance, gains in (((2, 1.5, 1), (2, 1.5, 1, 1.5)), ((2, 1.5, 1, 3), (2, 1.5, 1, 3))):  # clear sites: green's
+        for family in ("BayerRG12", "SCF1WBWG12", "Mono12"):
+            converter = kvx.Converter(family, white_balance=balance)
+            converter.convert(grey)
+            assert converter.gains == gains
     converter = kvx.Converter("BayerRG12", white_balance="grey-world")
     red = kvx.mosaic(np.full((8, 8, 3), (50, 100, 200), np.uint8), "BayerRG12")
     assert np.ptp(converter.convert(red).astype(int)) <= 1
@@ -107,16 +112,15 @@ def test_finish_in_python_spelling():
 def test_out_is_reused_and_nothing_leaks():
     frame, out = random_samples(kvx.format("BayerRG12"), 480, 640), np.empty((480, 640, 3), np.uint8)
     converter = kvx.Converter("BayerRG12", algorithm="ipp")
-    converter.convert(frame, out)
-    counts = sys.getrefcount(frame), sys.getrefcount(out), sys.getrefcount(converter), sys.getrefcount(None)
-    resident = _resident_bytes()
+    converter.convert(frame, out=out)
+    counted = frame, out, converter
+    counts, resident = [sys.getrefcount(item) for item in counted], _resident_bytes()
     for _ in range(300):  # 300 new pictures would be 276 MB
-        converter.convert(frame, out)
+        converter.convert(frame, out=out)
         kvx.convert(frame, "BayerRG12")
         with pytest.raises(kvx.Error):
-            converter.convert(frame[:1], out)
-    assert (sys.getrefcount(frame), sys.getrefcount(out), sys.getrefcount(converter)) == counts[:3]
-    assert abs(sys.getrefcount(None) - counts[3]) < 100
+            converter.convert(frame[:1], out=out)
+    assert [sys.getrefcount(item) for item in counted] == counts
     assert _resident_bytes() - resident < 20e6
 
 

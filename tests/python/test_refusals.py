@@ -1,4 +1,4 @@
-"""What is refused names the fix, carries the code and writes nothing."""
+"""Invalid arguments: the error names the fix and carries the code, and nothing is written."""
 
 import pickle
 
@@ -58,6 +58,7 @@ def picture(*shape, dtype=np.uint8):
         (WORDS, "BayerRG12", {"tone": [0, 70000]}, RANGE, "65535"),
         (WORDS, "BayerRG12", {"out": [1]}, TYPE, "numpy array"),
         (WORDS, "BayerRG12", {"out": picture(4, 8, 3, dtype=np.uint16)}, TYPE, "another to="),
+        (WORDS, "BayerRG12", {"to": "RGB12", "out": picture(4, 8, 3, dtype=">u2")}, TYPE, "another to="),
         (WORDS, "BayerRG12", {"out": picture(4, 8, 4)}, INVALID, "(height, width, 3)"),
         (WORDS, "BayerRG12", {"out": picture(4, 7, 3)}, INVALID, "make them equal"),
         (WORDS, "BayerRG12", {"out": picture(4, 16, 3)[:, ::2]}, INVALID, "pixels of out"),
