@@ -1,9 +1,11 @@
+#include <malloc.h>
+
 #include "gstreamer/FrameElement.h"
 
 namespace kvx::test {
 namespace {
 
-/** Downstream offers a pool whose pictures begin and end with free columns and rows, as a display may need them. */
+/** Downstream offers a pool whose pictures have margins, as a display may need them. */
 GstPadProbeReturn OfferPool(GstPad* /*pad*/, GstPadProbeInfo* info, gpointer /*data*/) {
     GstQuery* query = GST_PAD_PROBE_INFO_QUERY(info);
     if (GST_QUERY_TYPE(query) != GST_QUERY_ALLOCATION || !(GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_PUSH))
@@ -47,6 +49,40 @@ TEST(GStreamerAllocation, UsesTheRowsOfDownstreamsPool) {
         const GstVideoMeta* meta = gst_buffer_get_video_meta(result.get());
         ASSERT_TRUE(meta);
         EXPECT_GT(meta->offset[0], 0u);
+    }
+}
+
+TEST(GStreamerAllocation, TellsUpstreamThatRowsMayBeAnywhere) {
+    FrameElement element;
+    element.SetCaps("video/x-bayer,format=rggb,width=8,height=4", "video/x-raw,format=RGB");
+    const Caps caps(gst_pad_get_current_caps(element.Harness()->srcpad));
+    GstQuery* query = gst_query_new_allocation(caps.get(), FALSE);
+    EXPECT_TRUE(gst_pad_peer_query(element.Harness()->srcpad, query));
+    EXPECT_TRUE(gst_query_find_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr));
+    gst_query_unref(query);
+}
+
+/** Memory that is still mapped for reading cannot be mapped for writing. */
+TEST(GStreamerAllocation, UnmapsBuffersAndReleasesItsMemoryWhenItStops) {
+    const frame::TestFrame frame = frame::MakeNoise(frame::FormatByName("SCF1WBWG12"), 1000, 800);
+    FrameElement element("algorithm=kodak-like");
+    element.SetCaps("SCF1WBWG12", frame.view, "RGB");
+    Buffer buffer = MakeBuffer(frame.bytes);
+    GstMemory* memory = gst_memory_ref(gst_buffer_peek_memory(buffer.get(), 0));
+    ASSERT_EQ(element.Push(std::move(buffer)), GST_FLOW_OK);
+    GstMapInfo info;
+    EXPECT_TRUE(gst_memory_map(memory, &info, GST_MAP_WRITE));
+    gst_memory_unmap(memory, &info);
+    gst_memory_unref(memory);
+
+    const auto used = [] {
+        const auto heap = mallinfo2();
+        return heap.uordblks + heap.hblkhd;
+    };
+    const size_t before = used();
+    gst_element_set_state(element.Harness()->element, GST_STATE_READY);
+    if (before > 0) {  // the sanitizers' allocators do not count
+        EXPECT_LT(used() + 2'000'000, before);
     }
 }
 

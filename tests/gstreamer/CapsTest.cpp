@@ -3,15 +3,15 @@
 namespace kvx::test {
 namespace {
 
-TEST(GStreamerCaps, OfAPictureSayWhatItsFramesSay) {
+TEST(GStreamerCaps, OfPicturesHaveTheFieldsOfTheFrames) {
     const struct {
         const char *frames, *pictures, *fields;
     } cases[] = {
         {"framerate=25/1,pixel-aspect-ratio=2/1,interlace-mode=progressive,colorimetry=sRGB", "video/x-raw",
          "format=RGB,framerate=25/1,pixel-aspect-ratio=2/1,interlace-mode=progressive,colorimetry=sRGB"},
-        // From a file nobody knows a rate: it is "variable".
+        // Frames from a file have no rate: it is "variable".
         {"views=1", "video/x-raw,format=BGRx", "format=BGRx,framerate=0/1,views=1"},
-        // What downstream insists on, and frames leave open.
+        // Fields that downstream requires and frames leave open.
         {"views=1", "video/x-raw,format=BGRA,framerate=(fraction)[5/1,9/1],colorimetry=sRGB",
          "format=BGRA,framerate=5/1,colorimetry=sRGB"},
     };
@@ -26,17 +26,13 @@ TEST(GStreamerCaps, OfAPictureSayWhatItsFramesSay) {
     }
 }
 
-/** Frames that cannot be converted do not get as far as the first buffer. */
-TEST(GStreamerCaps, AreRefused) {
+TEST(GStreamerCaps, OfFramesWithoutConversionAreRefused) {
     for (const char* frames :
-         {"video/x-bayer,format=rggb11le,width=8,height=4", "video/x-raw,format=RGB,width=8,height=4",
-          "video/x-kvx-truesense,format=SCF1WBWG16,width=8,height=4", "video/x-kvx-truesense,width=8,height=4",
-          "video/x-kvx-truesense,format=BayerRG8,width=8,height=4",
-          "video/x-kvx-truesense,format=nonsense,width=8,height=4"}) {
-        SCOPED_TRACE(frames);
+         {"video/x-bayer,format=rggb11le", "video/x-raw,format=RGB", "video/x-kvx-truesense,format=SCF1WBWG16",
+          "video/x-kvx-truesense", "video/x-kvx-truesense,format=BayerRG8", "video/x-kvx-truesense,format=nonsense"}) {
         FrameElement element;
-        element.SetCaps(frames, "video/x-raw");
-        EXPECT_EQ(element.Push(MakeBuffer(std::vector<uint8_t>(64))), GST_FLOW_NOT_NEGOTIATED);
+        element.SetCaps(fmt::format("{},width=8,height=4", frames), "video/x-raw");
+        EXPECT_EQ(element.Push(MakeBuffer(std::vector<uint8_t>(64))), GST_FLOW_NOT_NEGOTIATED) << frames;
     }
 }
 
@@ -56,7 +52,7 @@ TEST(GStreamerCaps, MayChangeFromFrameToFrame) {
     }
 }
 
-/** A filter in front, as in every pipeline that reads a file, gets caps that it can fix. */
+/** A filter upstream, as in every pipeline that reads a file, gets caps that it can fix. */
 TEST(GStreamerCaps, LeaveFramesTheFieldsThatTheyDoNotHave) {
     FrameElement element;
     element.SetCaps("video/x-bayer,format=rggb,width=8,height=4",

@@ -1,5 +1,3 @@
-#include <thread>
-
 #include "gstreamer/FrameElement.h"
 
 namespace kvx::test {
@@ -42,20 +40,6 @@ TEST(GStreamerPicture, IsTheFrameLayersForEveryPackingAndAlgorithm) {
         element.SetCaps(c.caps, frame.view, "BGRA");
         element.ExpectPicture(MakeBuffer(frame.bytes), frame.view, c.options);
     }
-}
-
-TEST(GStreamerPicture, IsTheSameInManyElementsAtOnce) {
-    std::vector<std::jthread> threads;
-    for (int number = 0; number < 8; ++number)
-        threads.emplace_back([number] {
-            const char* format = number % 2 ? "rggb12le" : "SCF1WBWG12";
-            const char* algorithm = number % 2 ? "ipp" : "kodak-like";
-            const frame::TestFrame frame = frame::MakeNoise(frame::FormatByName(format), 200, 90);
-            FrameElement element(std::string("algorithm=") + algorithm);
-            element.SetCaps(format, frame.view, "RGBx");
-            for (int round = 0; round < 5; ++round)
-                element.ExpectPicture(MakeBuffer(frame.bytes), frame.view, {algorithm, {}, 0, {}});
-        });
 }
 
 }  // namespace

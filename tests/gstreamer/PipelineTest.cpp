@@ -1,12 +1,12 @@
-// Whole pipelines, with frames that an element of somebody else makes.
-#include <cmath>
+// Whole pipelines, with frames of another element.
+#include <cstdlib>
 
 #include "gstreamer/FrameElement.h"
 
 namespace kvx::test {
 namespace {
 
-constexpr int kWidth = 322, kHeight = 241, kBorder = 4;
+constexpr int kWidth = 322, kHeight = 241;
 
 /** The first picture that arrives at an appsink of this name. */
 std::vector<uint16_t> Picture(GstElement* pipeline, const char* sink) {
@@ -22,43 +22,31 @@ std::vector<uint16_t> Picture(GstElement* pipeline, const char* sink) {
     return samples;
 }
 
-/** PSNR of a channel inside the border. */
-double Psnr(const std::vector<uint16_t>& a, const std::vector<uint16_t>& b, int channel) {
-    double sum = 0;
-    for (int row = kBorder; row < kHeight - kBorder; ++row)
-        for (int column = kBorder; column < kWidth - kBorder; ++column) {
-            const size_t index = (row * size_t{kWidth} + column) * 3 + channel;
-            sum += (a[index] - b[index]) * (a[index] - b[index]);
+/** Smooth colours come back from mosaics of all four orders; a wrong order changes the colours by far more. */
+TEST(GStreamerPipeline, RestoresThePictureThatRgb2bayerMosaicked) {
+    for (const char* algorithm : {"bilinear", "ipp"})
+        for (const char* order : {"rggb", "grbg", "gbrg", "bggr"}) {
+            SCOPED_TRACE(fmt::format("{} {}", algorithm, order));
+            GstElement* pipeline = gst_parse_launch(
+                fmt::format("videotestsrc num-buffers=2 pattern=chroma-zone-plate kx2=2 ky2=3 ! "
+                            "video/x-raw,format=ARGB,width={},height={} ! tee name=t ! queue ! "
+                            "videoconvert ! video/x-raw,format=RGB ! appsink name=truth sync=false "
+                            "t. ! queue ! rgb2bayer ! video/x-bayer,format={} ! kvxdemosaic algorithm={} ! "
+                            "video/x-raw,format=RGB ! appsink name=result sync=false",
+                            kWidth, kHeight, order, algorithm)
+                    .c_str(),
+                nullptr);
+            ASSERT_TRUE(pipeline);
+            gst_element_set_state(pipeline, GST_STATE_PLAYING);
+            const std::vector<uint16_t> truth = Picture(pipeline, "truth"), result = Picture(pipeline, "result");
+            gst_element_set_state(pipeline, GST_STATE_NULL);
+            gst_object_unref(pipeline);
+            ASSERT_EQ(truth.size(), size_t{kWidth} * kHeight * 3);
+            ASSERT_EQ(result.size(), truth.size());
+            double difference = 0;
+            for (size_t i = 0; i < truth.size(); ++i) difference += std::abs(truth[i] - result[i]);
+            EXPECT_LT(difference / static_cast<double>(truth.size()), 1);
         }
-    return 10 * std::log10(255.0 * 255 * (kHeight - 2 * kBorder) * (kWidth - 2 * kBorder) / sum);
-}
-
-/** Smooth colours and bars come back from the mosaics of all four orders; with another order, 48 and 25 are 10. */
-TEST(GStreamerPipeline, BringsBackWhatRgb2bayerTookApart) {
-    for (const auto& [pattern, decibels] : {std::pair("chroma-zone-plate kx2=2 ky2=3", 48), {"smpte75", 25}})
-        for (const char* algorithm : {"bilinear", "edge-aware", "ipp"})
-            for (const char* order : {"rggb", "grbg", "gbrg", "bggr"}) {
-                SCOPED_TRACE(fmt::format("{} {} {}", pattern, algorithm, order));
-                GstElement* pipeline = gst_parse_launch(
-                    fmt::format("videotestsrc num-buffers=2 pattern={} ! "
-                                "video/x-raw,format=ARGB,width={},height={} ! tee name=t ! queue ! "
-                                "videoconvert ! video/x-raw,format=RGB ! appsink name=truth sync=false "
-                                "t. ! queue ! rgb2bayer ! video/x-bayer,format={} ! kvxdemosaic algorithm={} ! "
-                                "video/x-raw,format=RGB ! appsink name=result sync=false",
-                                pattern, kWidth, kHeight, order, algorithm)
-                        .c_str(),
-                    nullptr);
-                ASSERT_TRUE(pipeline);
-                gst_element_set_state(pipeline, GST_STATE_PLAYING);
-                const std::vector<uint16_t> truth = Picture(pipeline, "truth");
-                const std::vector<uint16_t> result = Picture(pipeline, "result");
-                gst_element_set_state(pipeline, GST_STATE_NULL);
-                gst_object_unref(pipeline);
-                ASSERT_EQ(truth.size(), size_t{kWidth} * kHeight * 3);
-                ASSERT_EQ(result.size(), truth.size());
-                for (int channel = 0; channel < 3; ++channel)
-                    EXPECT_GT(Psnr(truth, result, channel), decibels) << "channel " << channel;
-            }
 }
 
 }  // namespace

@@ -10,7 +10,8 @@ namespace {
 
 using frame::Options;
 
-/** Each change counts from the next frame on, with the ones before. Read back, it does so in another element, too. */
+/** Each change applies from the next frame on, with the ones before. Values that are read back work in a second
+ * element. */
 TEST(GStreamerSettings, CountFromTheNextFrameOn) {
     const struct {
         const char *property, *value;
@@ -61,7 +62,22 @@ TEST(GStreamerSettings, CountFromTheNextFrameOn) {
     }
 }
 
-/** Changes by another thread fall between frames, never into one. */
+TEST(GStreamerSettings, AreReadUnderTheObjectLock) {
+    FrameElement element;
+    GstElement* const object = element.Harness()->element;
+    std::atomic<bool> isRead = false;
+    GST_OBJECT_LOCK(object);
+    std::jthread reader([&] {
+        guint level = 0;
+        g_object_get(object, "black-level", &level, nullptr);
+        isRead = true;
+    });
+    g_usleep(50'000);
+    EXPECT_FALSE(isRead);
+    GST_OBJECT_UNLOCK(object);
+}
+
+/** Changes by another thread take effect between frames, never within one. */
 TEST(GStreamerSettings, ChangeBetweenFramesWhilePlaying) {
     const frame::TestFrame frame =
         frame::MakeFrame(frame::FormatByName("rggb"), 300, 100, [](uint32_t, uint32_t) { return uint16_t{80}; });

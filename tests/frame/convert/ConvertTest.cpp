@@ -6,6 +6,7 @@
 #include "KvxDemosaicing/KvxBayerFlat.h"
 #include "KvxDemosaicing/KvxPixelFormat.h"
 #include "KvxDemosaicing/KvxTrueSense.h"
+#include "frame/convert/Component.h"
 #include "frame/support/TestFrames.h"
 
 namespace kvx::frame {
@@ -13,80 +14,54 @@ namespace {
 
 constexpr uint32_t kWidth = 21, kHeight = 10;
 
-struct FlatArea {
-    const char* name;
-    Levels levels;
-};
-constexpr FlatArea kAreas[] = {{"red", {0.75, 0.125, 0.125}},
-                               {"green", {0.125, 0.75, 0.125}},
-                               {"blue", {0.125, 0.125, 0.75}},
-                               {"grey", {0.5, 0.5, 0.5}},
-                               {"white", {1, 1, 1}}};
-
-/** All, but of the 16 phases of TrueSense in packed layouts only some. */
-std::vector<Format> Sources() {
-    std::vector<Format> sources;
+/** All formats that the predicate takes, but only some of the 16 phases of packed TrueSense. */
+std::vector<Format> Formats(bool (*isTaken)(const Format&)) {
+    std::vector<Format> formats;
     for (const Format& format : AllFormats())
-        if (IsSource(format) &&
+        if (isTaken(format) &&
             (format.family != Family::TrueSense || format.layout == Layout::Plain || format.phase % 7 == 3))
-            sources.push_back(format);
-    return sources;
-}
-
-std::vector<Format> Destinations() {
-    std::vector<Format> destinations;
-    for (const Format& format : AllFormats())
-        if (IsDestination(format)) destinations.push_back(format);
-    return destinations;
-}
-
-/** @param check is given the share of white (0 to 1) of a channel in the picture */
-template <class Check>
-void ForEachChannel(TestPicture& picture, const Format& format, const Check& check) {
-    for (uint32_t row = 0; row < kHeight; ++row)
-        for (uint32_t column = 0; column < kWidth; ++column) {
-            for (uint32_t channel = 0; channel < 3; ++channel)
-                check(channel, static_cast<double>(picture.At(row, column, channel)) / White(format));
-            if (SamplesPerPixel(format) == 4) {
-                ASSERT_EQ(picture.At(row, column, 3), White(format));
-            }
-        }
+            formats.push_back(format);
+    return formats;
 }
 
 /** Without a finish TrueSense frames go through a tone curve: there only order, evenness and white are certain. */
 TEST(Convert, EverySourceBecomesEveryDestinationWithAndWithoutFinish) {
+    const auto check = [](Converter& converter, const Format& source, const Format& destination, bool hasCurve,
+                          const Levels& levels) {
+        TestFrame frame = MakeFlat(source, kWidth, kHeight, levels);
+        TestPicture picture(destination, kWidth, kHeight);
+        converter.Convert(frame.view, picture.View());
+        ASSERT_TRUE(picture.Image().GuardsIntact());
+        const double white = White(destination), dark = picture.At(4, 4, levels[0] < 0.5 ? 0 : 1) / white;
+        const double grey = (levels[0] + levels[1] + levels[2]) / 3;
+        for (uint32_t site = 0; site < kWidth * kHeight; ++site)
+            for (uint32_t channel = 0; channel < SamplesPerPixel(destination); ++channel) {
+                const double share = picture.At(site / kWidth, site % kWidth, channel) / white;
+                const double level = channel == 3 ? 1 : source.family == Family::Mono ? grey : levels[channel];
+                if (channel == 3)
+                    ASSERT_EQ(share, 1);
+                else if (!hasCurve)
+                    ASSERT_NEAR(share, level, 1.5 / 255 + 0.51 / White(source)) << "channel " << channel;
+                else if (level == 0.75)
+                    ASSERT_GT(share, 1.3 * dark);
+                else
+                    ASSERT_NEAR(share, level == 1 ? 1 : dark, 0.006);
+            }
+    };
     for (const bool isFinished : {false, true})
-        for (const Format& source : Sources()) {
+        for (const Format& source : Formats(IsSource)) {
             Converter converter(source.family);
             if (isFinished) converter.SetFinish(Finish{});
             const bool hasCurve = source.family == Family::TrueSense && !isFinished;
             if (hasCurve)  // the colours of the component's matrix are a camera's
                 for (const char* name : {"RR", "RG", "RB", "GR", "GG", "GB", "BR", "BG", "BB"})
                     converter.SetParameter(name, name[0] == name[1] ? "1" : "0");
-            for (const FlatArea& area : kAreas) {
-                const Levels& levels = area.levels;
-                TestFrame frame = MakeFlat(source, kWidth, kHeight, levels);
-                const double grey = (levels[0] + levels[1] + levels[2]) / 3;
-                for (const Format& destination : Destinations()) {
-                    SCOPED_TRACE(Name(source) + " to " + NamesOf(destination).back().name + ", " + area.name);
-                    TestPicture picture(destination, kWidth, kHeight);
-                    converter.Convert(frame.view, picture.View());
-                    ASSERT_TRUE(picture.Image().GuardsIntact());
-                    const double dark =
-                        static_cast<double>(picture.At(4, 4, levels[0] < 0.5 ? 0 : 1)) / White(destination);
-                    ForEachChannel(picture, destination, [&](uint32_t channel, double share) {
-                        const double level = source.family == Family::Mono ? grey : levels[channel];
-                        if (!hasCurve) {
-                            ASSERT_NEAR(share, level, 1.5 / 255 + 0.51 / White(source)) << "channel " << channel;
-                        } else if (level == 0.75) {
-                            ASSERT_GT(share, 1.3 * dark);
-                        } else {
-                            ASSERT_NEAR(share, level == 1 ? 1 : dark, 0.006);
-                        }
-                    });
-                    if (testing::Test::HasFailure()) return;
-                }
-            }
+            for (const Levels& levels : {Levels{0.75, 0.125, 0.125}, Levels{0.125, 0.75, 0.125},
+                                         Levels{0.125, 0.125, 0.75}, Levels{0.5, 0.5, 0.5}, Levels{1, 1, 1}})
+                for (const Format& destination : Formats(IsDestination))
+                    ASSERT_NO_FATAL_FAILURE(check(converter, source, destination, hasCurve, levels))
+                        << Name(source) << " to " << NamesOf(destination).back().name << ", " << levels[0] << " "
+                        << levels[1] << " " << levels[2];
         }
 }
 
@@ -123,20 +98,13 @@ TEST(Convert, ScalesByTheDocumentedRule) {
         }
 }
 
-/** Bytes of a picture by the library itself, three samples per pixel. */
-std::vector<uint8_t> ByLibrary(const SourceView& source, uint32_t pixelType, uint32_t depth) {
-    std::vector<uint8_t> pixels(size_t{source.width} * source.height * 3 * (depth > 8 ? 2 : 1));
-    _KvxImage src{};
-    src.pixelType = *LibraryCode(source.format);
-    src.pixelDepth = source.format.bits;
-    src.width = source.width;
-    src.height = source.height;
-    src.lineStep = static_cast<uint32_t>(source.stride);
-    src.data = const_cast<void*>(source.data);
+/** Bytes of a 12-bit picture by the library itself, blue first. */
+std::vector<uint8_t> ByLibrary(const SourceView& source) {
+    std::vector<uint8_t> pixels(size_t{source.width} * source.height * 6);
+    const _KvxImage src = ImageOf(source);
     _KvxImage dst = src;
-    dst.pixelType = pixelType;
-    dst.pixelDepth = depth;
-    dst.lineStep = static_cast<uint32_t>(pixels.size() / source.height);
+    dst.pixelType = KvxFormat_BGR12;
+    dst.lineStep = source.width * 6;
     dst.data = pixels.data();
     if (source.format.family == Family::TrueSense) {
         KvxTrueSense* component = KvxTrueSense_CreateComponent();
@@ -148,7 +116,7 @@ std::vector<uint8_t> ByLibrary(const SourceView& source, uint32_t pixelType, uin
     return pixels;
 }
 
-/** Whatever way a frame takes to the library, it comes out as if handed over directly. */
+/** The picture is the one that the library makes of the plain frame. */
 TEST(Convert, GivesTheLibrarysPictureForAnyLayoutAndStride) {
     const auto picture = [](const SourceView& source, bool isUpsideDown) {  // stored from the last row to the first
         TestPicture result(FormatByName("BGR12"), source.width, source.height);
@@ -165,7 +133,7 @@ TEST(Convert, GivesTheLibrarysPictureForAnyLayoutAndStride) {
     for (const char* name : {"BayerGB12", "TrueSense_GBRG_WGGW_1_12"}) {
         Format format = FormatByName(name);
         TestFrame frame = MakeNoise(format, 37, 14);
-        const std::vector<uint8_t> expected = ByLibrary(frame.view, KvxFormat_BGR12, 12);
+        const std::vector<uint8_t> expected = ByLibrary(frame.view);
         const auto* samples = reinterpret_cast<const uint16_t*>(frame.bytes.data());
         const auto sampleAt = [&](uint32_t row, uint32_t column) { return samples[row * 37 + column]; };
         for (const Layout layout :
@@ -181,6 +149,19 @@ TEST(Convert, GivesTheLibrarysPictureForAnyLayoutAndStride) {
         PackSamples(*PackingOf(format), samples, 0, size_t{37} * 14, packed.data(), packed.size());
         EXPECT_EQ(picture({packed.data(), 37, 14, 0, packed.size(), format}, false), expected);
     }
+}
+
+/** A component takes bytes as such for pictures of bytes only. */
+TEST(Convert, WidensBytesOfTrueSenseFramesToTwelveBits) {
+    TestFrame narrow = MakeNoise(FormatByName("SCF1WBWG8"), 20, 12);
+    TestFrame wide = MakeFrame(FormatByName("SCF1WBWG12"), 20, 12, [&](uint32_t row, uint32_t column) {
+        const uint8_t sample = narrow.bytes[row * 20 + column];
+        return static_cast<uint16_t>(sample << 4 | sample >> 4);  // white stays white
+    });
+    TestPicture picture(FormatByName("RGB16"), 20, 12), expected(FormatByName("RGB16"), 20, 12);
+    Convert(narrow.view, picture.View());
+    Convert(wide.view, expected.View());
+    EXPECT_EQ(picture.Image().Pixels(), expected.Image().Pixels());
 }
 
 TEST(Convert, KnowsAlgorithmsByNameAndNumber) {
@@ -205,15 +186,13 @@ TEST(Convert, KnowsAlgorithmsByNameAndNumber) {
     }
 }
 
-TEST(Convert, AppliesParametersByNameAndTellsThem) {
+TEST(Convert, AppliesParametersByName) {
     Converter converter(Family::TrueSense);
     EXPECT_EQ(converter.AlgorithmName(), "fast");
-    converter.SetAlgorithm("2");
-    EXPECT_EQ(converter.AlgorithmName(), "bayer-like");
     converter.SetParameter("RR", "0.5");
     EXPECT_EQ(converter.Parameter("RR"), "0.5");
     EXPECT_EQ(converter.Parameters().size(), 66u);
-    // A finish has the parameters set aside and gives them back.
+    // A finish replaces the parameters for the conversion only.
     converter.SetFinish(Finish{});
     TestFrame frame = MakeFlat(FormatByName("SCF1WBWG12"), 8, 8, {0.5, 0.5, 0.5});
     TestPicture picture(FormatByName("RGB8"), 8, 8);
@@ -222,7 +201,7 @@ TEST(Convert, AppliesParametersByNameAndTellsThem) {
     EXPECT_EQ(converter.Parameter("normalizationEnable"), "0");
     converter.SetFinish(std::nullopt);
     converter.Convert(frame.view, picture.View());
-    EXPECT_LT(picture.At(4, 4, 0), picture.At(4, 4, 1));  // the matrix with its halved red is back
+    EXPECT_LT(picture.At(4, 4, 0), picture.At(4, 4, 1));  // the matrix with its halved red applies again
 }
 
 }  // namespace

@@ -54,11 +54,7 @@ const Refusal kRefusals[] = {
     {"ParameterValue", [](Job& j) { j.options.parameters.emplace_back("BayerAlgType", "9"); }, 0x80000004, "0 to 4"},
     {"BlackLevel", [](Job& j) { j.options.finish.emplace().blackLevel = 4095; }, kInvalid, "white is 4095"},
     {"WhiteLevel", [](Job& j) { j.options.finish.emplace().whiteLevel = 4096; }, kInvalid, "ends at 4095"},
-    {"Levels",
-     [](Job& j) {
-         auto& f = j.options.finish.emplace();
-         f.whiteLevel = f.blackLevel = 100;
-     },
+    {"Levels", [](Job& j) { j.options.finish.emplace().blackLevel = 100, j.options.finish->whiteLevel = 100; },
      kInvalid, "white is 100"},
     {"Gain", [](Job& j) { j.options.finish.emplace().gains.red = 0; }, kRange, "gain of 0"},
     {"NanGain", [](Job& j) { j.options.finish.emplace().gains.pan = std::nan(""); }, kRange, "gain of nan"},

@@ -3,6 +3,7 @@
 
 #include <thread>
 
+#include "frame/base/Team.h"
 #include "frame/support/TestFrames.h"
 
 namespace kvx::frame {
@@ -33,6 +34,16 @@ TEST(ConverterThreads, ChangeNeitherPictureNorSetting) {
             }
         }
     }
+}
+
+TEST(ConverterThreads, AreNeverMoreThanTheWorkOrTheSystemAllows) {
+    EXPECT_EQ(TeamSize(0, 8), 1);
+    EXPECT_EQ(TeamSize(3, 8), 3);
+    EXPECT_EQ(TeamSize(1 << 20, 8), 8);
+    const int before = omp_get_max_threads();
+    omp_set_num_threads(100'000);
+    EXPECT_LE(TeamSize(1 << 20), std::max(64, 2 * omp_get_num_procs()));
+    omp_set_num_threads(before);
 }
 
 TEST(ConverterThreads, OfTheirOwnDoNotMeet) {

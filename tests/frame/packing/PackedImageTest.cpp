@@ -144,42 +144,40 @@ TEST(PackedImage, SizeTellsTheRowPadding) {
 
 TEST(PackedImage, RefusesWhatDoesNotFit) {
     Bytes packed(24), words(64, 0xEE);
-    const PackedImage good{Packing::Pfnc12p, 5, 3};
-    const auto with = [good](auto change) {
-        PackedImage image = good;
-        change(image);
-        return image;
-    };
+    uint8_t *const p = packed.data(), *const w = words.data();
+    constexpr Packing k12 = Packing::Pfnc12p;
+    constexpr RowPadding kLine = RowPadding::Line, kImage = RowPadding::Image;
+    constexpr uint32_t kHuge = 0x80000000;
     const struct {
         PackedImage image;
-        const void* packed;
+        void* packed;
         size_t size;
         void* words;
         ptrdiff_t step;
         int threads;
         uint32_t code;
     } cases[] = {
-        {good, nullptr, 24, words.data(), 10, 1, kNull},
-        {good, packed.data(), 24, nullptr, 10, 1, kNull},
-        {good, packed.data(), 23, words.data(), 10, 1, kInvalid},
-        {good, packed.data(), 24, words.data(), 9, 1, kInvalid},
-        {good, packed.data(), 24, words.data(), -9, 1, kInvalid},
-        {good, packed.data(), 24, words.data(), PTRDIFF_MIN, 1, kInvalid},
-        {good, packed.data(), 24, words.data(), PTRDIFF_MAX, 1, kInvalid},
-        {good, packed.data(), 24, words.data(), 10, -1, kInvalid},
-        {good, packed.data(), 24, words.data(), 10, 1025, kInvalid},
-        {with([](auto& i) { i.packing = Packing(11); }), packed.data(), 24, words.data(), 10, 1, kInvalid},
-        {with([](auto& i) { i.width = 0; }), packed.data(), 24, words.data(), 10, 1, kInvalid},
-        {with([](auto& i) { i.height = 0; }), packed.data(), 24, words.data(), 10, 1, kInvalid},
-        {with([](auto& i) { i.height = 0x80000000; }), packed.data(), SIZE_MAX, words.data(), 10, 1, kInvalid},
-        {with([](auto& i) { i.width = 0x80000000; }), packed.data(), SIZE_MAX, words.data(), 10, 1, kInvalid},
-        {with([](auto& i) { i.lineStep = 7; }), packed.data(), 24, words.data(), 10, 1, kInvalid},
-        {with([](auto& i) { i.lineStep = SIZE_MAX / 2; }), packed.data(), SIZE_MAX, words.data(), 10, 1, kInvalid},
-        {with([](auto& i) { i.padding = RowPadding(2); }), packed.data(), 24, words.data(), 10, 1, kInvalid},
-        {{Packing::Pfnc12p, 5, 3, RowPadding::Image, 8}, packed.data(), 24, words.data(), 10, 1, kInvalid},
-        {good, packed.data(), 24, words.data(), 10, 1, 0},
-        {{Packing::Pfnc12p, 5, 3, RowPadding::Image}, packed.data(), 23, words.data(), 10, 1, 0},
-        {{Packing::Pfnc12p, 5, 1}, packed.data(), 24, words.data(), 0, 1, 0},  // one row needs no step
+        {{k12, 5, 3}, nullptr, 24, w, 10, 1, kNull},
+        {{k12, 5, 3}, p, 24, nullptr, 10, 1, kNull},
+        {{k12, 5, 3}, p, 23, w, 10, 1, kInvalid},
+        {{k12, 5, 3}, p, 24, w, 9, 1, kInvalid},
+        {{k12, 5, 3}, p, 24, w, -9, 1, kInvalid},
+        {{k12, 5, 3}, p, 24, w, PTRDIFF_MIN, 1, kInvalid},
+        {{k12, 5, 3}, p, 24, w, PTRDIFF_MAX, 1, kInvalid},
+        {{k12, 5, 3}, p, 24, w, 10, -1, kInvalid},
+        {{k12, 5, 3}, p, 24, w, 10, 1025, kInvalid},
+        {{Packing(11), 5, 3}, p, 24, w, 10, 1, kInvalid},
+        {{k12, 0, 3}, p, 24, w, 10, 1, kInvalid},
+        {{k12, 5, 0}, p, 24, w, 10, 1, kInvalid},
+        {{k12, 5, kHuge}, p, SIZE_MAX, w, 10, 1, kInvalid},
+        {{k12, kHuge, 3}, p, SIZE_MAX, w, 10, 1, kInvalid},
+        {{k12, 5, 3, kLine, 7}, p, 24, w, 10, 1, kInvalid},
+        {{k12, 5, 3, kLine, SIZE_MAX / 2}, p, SIZE_MAX, w, 10, 1, kInvalid},
+        {{k12, 5, 3, RowPadding(2)}, p, 24, w, 10, 1, kInvalid},
+        {{k12, 5, 3, kImage, 8}, p, 24, w, 10, 1, kInvalid},
+        {{k12, 5, 3}, p, 24, w, 10, 1, 0},
+        {{k12, 5, 3, kImage}, p, 23, w, 10, 1, 0},
+        {{k12, 5, 1}, p, 24, w, 0, 1, 0},  // one row needs no step
     };
     for (size_t i = 0; i < std::size(cases); ++i) {
         const auto& c = cases[i];
@@ -187,9 +185,7 @@ TEST(PackedImage, RefusesWhatDoesNotFit) {
         const Bytes wordsBefore = words, packedBefore = packed;
         EXPECT_EQ(ResultOf([&] { UnpackImage(c.image, c.packed, c.size, c.words, c.step, c.threads); }), c.code);
         EXPECT_TRUE(c.code == 0 || words == wordsBefore);
-        EXPECT_EQ(
-            ResultOf([&] { PackImage(c.image, c.words, c.step, const_cast<void*>(c.packed), c.size, c.threads); }),
-            c.code);
+        EXPECT_EQ(ResultOf([&] { PackImage(c.image, c.words, c.step, c.packed, c.size, c.threads); }), c.code);
         EXPECT_TRUE(c.code == 0 || packed == packedBefore);
     }
 }

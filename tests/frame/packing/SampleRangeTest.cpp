@@ -53,47 +53,27 @@ TEST(SampleRange, LayoutsAreAsWorkedOutByHand) {
         }
 }
 
-/** Calls `check(packing, first, count, edge)` for ranges that begin and end anywhere in groups and around vectors. */
-template <class Check>
-void ForEachRange(const Check& check) {
-    for (const PackingName& p : kPackingNames)
-        for (size_t first = 0; first < 5; ++first)
-            for (size_t count = 0; count < 300; count += count < 44 ? 1 : 37)
-                for (const Edge edge : {Edge::Begin, Edge::End}) {
-                    SCOPED_TRACE(testing::Message() << p.name << ", " << count << " samples from " << first);
-                    ASSERT_NO_FATAL_FAILURE(check(p, first, count, edge));
-                }
-}
-
-TEST(SampleRange, UnpacksOnEveryInstructionSet) {
-    kvx::test::ForEachInstructionSet([&] {
-        ForEachRange([&](const PackingName& p, size_t first, size_t count, Edge edge) {
-            const Bytes packed = Noise<uint8_t>(SlowBytes(p, first + count), first + count);
-            Words expected;
-            for (size_t i = 0; i < count; ++i) expected.push_back(SlowGet(p, packed.data(), first + i));
-            const GuardedBuffer from(packed, edge), to(2 * count, edge);
-            auto* words = reinterpret_cast<uint16_t*>(to.Data());
-            UnpackSamples(p.packing, from.Data(), packed.size(), first, count, words);
-            ASSERT_EQ(Words(words, words + count), expected);
-        });
-    });
-}
-
+/** Ranges begin and end anywhere in groups and around vectors; images, below, are unpacked in the same way. */
 TEST(SampleRange, PacksOnEveryInstructionSetAndKeepsNeighbours) {
-    kvx::test::ForEachInstructionSet([&] {
-        ForEachRange([&](const PackingName& p, size_t first, size_t count, Edge edge) {
-            const size_t end = first + count, behind = count % 3;  // samples that follow
-            const Bytes words = Noise<uint8_t>(2 * count, end);    // with bits above the depth
-            Bytes expected = Noise<uint8_t>(SlowBytes(p, end + behind), count);
-            const GuardedBuffer to(expected, edge), source(words, edge);
-            const auto* from = reinterpret_cast<const uint16_t*>(source.Data());
+    const auto check = [](const PackingName& p, size_t first, size_t count, Edge edge) {
+        const size_t end = first + count, following = count % 3;
+        const Bytes words = Noise<uint8_t>(2 * count, end);  // with bits above the depth
+        Bytes expected = Noise<uint8_t>(SlowBytes(p, end + following), count);
+        const GuardedBuffer to(expected, edge), source(words, edge);
+        const auto* from = reinterpret_cast<const uint16_t*>(source.Data());
 
-            const size_t firstWhole = (first + p.samples - 1) / p.samples, endWhole = end / p.samples;
-            for (size_t i = firstWhole * p.bytes; i < endWhole * p.bytes; ++i) expected[i] = 0;
-            for (size_t i = 0; i < count; ++i) SlowPut(p, expected.data(), first + i, from[i]);
-            PackSamples(p.packing, from, first, count, to.Data(), expected.size());
-            ASSERT_EQ(to.Content(), expected);
-        });
+        const size_t firstWhole = (first + p.samples - 1) / p.samples, endWhole = end / p.samples;
+        for (size_t i = firstWhole * p.bytes; i < endWhole * p.bytes; ++i) expected[i] = 0;
+        for (size_t i = 0; i < count; ++i) SlowPut(p, expected.data(), first + i, from[i]);
+        PackSamples(p.packing, from, first, count, to.Data(), expected.size());
+        ASSERT_EQ(to.Content(), expected) << p.name << ", " << count << " samples from " << first;
+    };
+    kvx::test::ForEachInstructionSet([&] {
+        for (const PackingName& p : kPackingNames)
+            for (size_t first = 0; first < 5; ++first)
+                for (size_t count = 0; count < 300; count += count < 44 ? 1 : 37)
+                    for (const Edge edge : {Edge::Begin, Edge::End})
+                        ASSERT_NO_FATAL_FAILURE(check(p, first, count, edge));
     });
 }
 

@@ -8,24 +8,28 @@
 namespace kvx::frame {
 namespace {
 
-TEST(CheckSampleDepth, TellsTheLikelyCause) {
+TEST(CheckSampleDepth, NamesTheLikelyCause) {
     const struct {
-        const char* truth;
-        const char* claim;
-        const char* sentence;  ///< empty where nothing is wrong
+        const char *truth, *claim;
+        uint16_t sample;       ///< all samples of the frame; 0: noise
+        const char* sentence;  ///< empty if nothing is wrong
     } cases[] = {
-        {"BayerRG12", "BayerRG12", ""},
-        {"BayerRG10", "BayerRG12", ""},
-        {"BayerRG12be", "BayerRG12", "big-endian"},
-        {"BayerGB10msb", "BayerGB10", "right by 6 bits, or try BayerGB10msb"},
-        {"BayerRG14", "BayerRG10", "try BayerRG14"},
-        {"SCF1WBWG14", "SCF1WBWG12", "try TrueSense_BGGR_WBBW_0_14"},
-        {"BayerRG16", "BayerRG12", "try BayerRG16"},
-        {"BayerRG12p", "BayerRG12p", ""},
+        {"BayerRG12", "BayerRG12", 0, ""},
+        {"BayerRG10", "BayerRG12", 0, ""},
+        {"BayerRG12be", "BayerRG12", 0, "big-endian"},
+        {"BayerGB10msb", "BayerGB10", 0, "right by 6 bits, or try BayerGB10msb"},
+        {"SCF1WBWG14", "SCF1WBWG12", 0, "try TrueSense_BGGR_WBBW_0_14"},
+        {"BayerRG16", "BayerRG12", 0, "try BayerRG16"},
+        {"BayerRG16", "BayerRG12", 4095, ""},
+        {"BayerRG16", "BayerRG10", 4095, "try BayerRG12"},
+        {"BayerRG16", "BayerRG14", 16384, "16384"},  // white + 1
+        {"BayerRG12p", "BayerRG12p", 0, ""},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.truth) + " as " + c.claim);
-        TestFrame frame = MakeNoise(FormatByName(c.truth), 32, 16);
+        const Format truth = FormatByName(c.truth);
+        TestFrame frame = c.sample == 0 ? MakeNoise(truth, 32, 16)
+                                        : MakeFrame(truth, 32, 16, [&](uint32_t, uint32_t) { return c.sample; });
         frame.view.format = FormatByName(c.claim);
         ExpectRefused(*c.sentence ? 0x80070004 : 0, c.sentence, [&] { CheckSampleDepth(frame.view); });
     }

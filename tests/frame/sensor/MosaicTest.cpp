@@ -70,6 +70,7 @@ TEST(MakeMosaic, FromAnyPictureToAnyLayout) {
     }
 }
 
+/** Also where rows begin within bytes, which only one thread may write. */
 TEST(MakeMosaic, SameFrameForAnyNumberOfThreadsAndUpsideDown) {
     constexpr uint32_t kWidth = 611, kHeight = 517;
     const TestFrame noise = MakeNoise(FormatByName("Mono8"), kWidth * 3, kHeight);
@@ -79,18 +80,17 @@ TEST(MakeMosaic, SameFrameForAnyNumberOfThreadsAndUpsideDown) {
     Sensor sensor;
     sensor.noise = NoiseAt(30);
     const Format format = FormatByName("SCF1WGWR12p");
-    const auto stride = static_cast<ptrdiff_t>(RowBytes(format, kWidth));
-    const auto frameOf = [&](int threads, bool isFlipped) {
-        std::vector<uint8_t> frame(stride * kHeight);
-        const ptrdiff_t toTop = isFlipped ? stride * (kHeight - 1) : 0;
-        MakeMosaic(picture, {frame.data() + toTop, kWidth, kHeight, isFlipped ? -stride : stride, frame.size(), format},
-                   sensor, threads);
+    const auto rowBytes = static_cast<ptrdiff_t>(RowBytes(format, kWidth));
+    const auto frameOf = [&](int threads, ptrdiff_t stride) {
+        std::vector<uint8_t> frame(rowBytes * kHeight);
+        const ptrdiff_t toTop = stride < 0 ? rowBytes * (kHeight - 1) : 0;
+        MakeMosaic(picture, {frame.data() + toTop, kWidth, kHeight, stride, frame.size(), format}, sensor, threads);
         return frame;
     };
-    const auto expected = frameOf(1, false);
-    for (const int threads : {2, 3, 7}) EXPECT_EQ(frameOf(threads, false), expected) << threads;
-    const auto flipped = frameOf(2, true);
-    EXPECT_TRUE(std::equal(expected.begin(), expected.begin() + stride, flipped.end() - stride));
+    for (const ptrdiff_t stride : {rowBytes, ptrdiff_t{0}})
+        for (const int threads : {2, 3, 7}) EXPECT_EQ(frameOf(threads, stride), frameOf(1, stride)) << threads;
+    const auto expected = frameOf(1, rowBytes), flipped = frameOf(2, -rowBytes);
+    EXPECT_TRUE(std::equal(expected.begin(), expected.begin() + rowBytes, flipped.end() - rowBytes));
 }
 
 struct MosaicRefusal {

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "KvxFrame/Mosaic.h"
-#include "frame/sensor/NormalDeviates.h"
 
 namespace kvx::frame {
 namespace {
@@ -72,22 +71,6 @@ TEST(SensorNoise, FramesCarryTheModelsVarianceAtEachKindOfSite) {
                 EXPECT_NEAR(sum / count, 0, 5 * deviation / 256) << sites.format << " " << gain << " " << byte;
                 EXPECT_NEAR(squares / count / variance, 1, 5 * std::sqrt(2.0) / 256) << sites.format << " " << gain;
             }
-}
-
-TEST(SensorNoise, DeviatesAreNormalAndTheRowsApart) {
-    constexpr int kCount = 1 << 18;
-    double fourth = 0, neighbours = 0, rows = 0, last = 0;
-    NormalDeviates deviates(1, 0), below(1, 1);
-    for (int index = 0; index < kCount; ++index) {
-        const double value = deviates.Next();
-        fourth += value * value * value * value;
-        neighbours += value * last;
-        rows += value * below.Next();
-        last = value;
-    }
-    EXPECT_NEAR(fourth / kCount, 3, 5 * std::sqrt(96.0 / kCount));
-    EXPECT_NEAR(neighbours / kCount, 0, 5 / std::sqrt(kCount));
-    EXPECT_NEAR(rows / kCount, 0, 5 / std::sqrt(kCount));
 }
 
 TEST(SensorNoise, SameSeedSameFrameEverywhere) {
