@@ -119,12 +119,12 @@ tagTrueSenseParam PlainParams() {
 void SetSharpness(tagTrueSenseParam& params, Sharpness sharpness) {
     tagTrueSenseParam defaults;
     TrueSense_DefaultValues(&defaults);
-    const bool isPlain = sharpness == Sharpness::Plain;
-    params.sharpnessEnable = sharpness != Sharpness::Off;
-    params.sharpenParam = isPlain ? 0 : defaults.sharpenParam;
-    params.maxSharpen = isPlain ? 0 : defaults.maxSharpen;
-    params.highLumaNoise = isPlain ? 1 : defaults.highLumaNoise;
-    params.lowLumaNoise = isPlain ? 1 : defaults.lowLumaNoise;
+    const bool isFull = sharpness == Sharpness::Full;
+    const double detail = sharpness == Sharpness::Off ? 0 : 1;
+    params.sharpenParam = isFull ? defaults.sharpenParam : 0;
+    params.maxSharpen = isFull ? defaults.maxSharpen : 0;
+    params.highLumaNoise = isFull ? defaults.highLumaNoise : detail;
+    params.lowLumaNoise = isFull ? defaults.lowLumaNoise : detail;
 }
 
 void SwitchFilterOff(tagTrueSenseParam& params) {

@@ -61,9 +61,7 @@ public:
     explicit TrueSenseComponent(Handle component)
         : Component(Family::TrueSense, "TrueSenseAlgType", KvxTrueSense_GetComponent(component.get())),
           m_component(std::move(component)) {
-        // The noise-reducing algorithms take detail from here alone; a component starts without.
-        for (const char* name : {"sharpnessEnable", "impulseFilterEnable"})
-            KvxComponent_SetParamInt(KvxTrueSense_GetComponent(m_component.get()), name, 1);
+        KvxComponent_SetParamInt(KvxTrueSense_GetComponent(m_component.get()), "impulseFilterEnable", 1);
     }
 
     /** White is the end of a tone curve of 12 bits, brought to the depth by a shift. */

@@ -55,7 +55,7 @@ typedef struct tagTrueSenseParam {
                                       of the last row */
     int64_t monoEnable;          /**< 1: grey. Noise-reducing algorithms only, as all fields to the colour matrix */
     int64_t impulseFilterEnable; /**< flag: outliers among the colour differences are clamped */
-    int64_t sharpnessEnable;     /**< flag: detail at full resolution is added, and edges are sharpened */
+    int64_t sharpnessEnable;     /**< flag: edges are sharpened; with 0, maxSharpen counts as 0 and detail is still added */
     int64_t darkFloor;           /**< black level at 12 bits */
     /** @{ White balance: factors of the samples of each colour. */
     double redGain;

@@ -9,8 +9,7 @@
  * - Only pixels are written: padding and all other bytes keep their content. A call that throws writes nothing.
  * - The picture is the same for any number of threads and on any instruction set. OpenMP's settings do not change.
  * - A TrueSense frame without a Finish gets the colour matrix and the tone curve of the component's parameters.
- * - The TrueSense parameters "sharpnessEnable" and "impulseFilterEnable" start as 1, as in TrueSense_DefaultValues():
- *   without sharpening the noise-reducing algorithms have the sharpness of half the resolution.
+ * - The TrueSense parameter "impulseFilterEnable" starts as 1, as in TrueSense_DefaultValues().
  */
 #ifndef KVXFRAME_CONVERTER_H
 #define KVXFRAME_CONVERTER_H

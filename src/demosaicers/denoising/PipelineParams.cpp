@@ -41,7 +41,8 @@ ImageProcessParam PipelineParamOf(const WorkingArea& area, const tagTrueSensePar
     CopyReals(&params.panSigma0, to.panSigma);
     CopyReals(&params.colorSigma0, to.colorSigma);
     CopyReals(&params.RR, to.colorMatrix);
-    if (params.sharpnessEnable != 0) CopyReals(&params.sharpenParam, to.sharpness);
+    CopyReals(&params.sharpenParam, to.sharpness);
+    if (params.sharpnessEnable == 0) to.sharpness[1] = 0;  // maxSharpen; the detail itself is added back all the same
     const int64_t panRadii[] = {params.panRadius0, params.panRadius1, params.panRadius2};
     const int64_t colorRadii[] = {params.colorRadius0, params.colorRadius1, params.colorRadius2};
     std::transform(panRadii, panRadii + 3, to.panRadius, Int32);
