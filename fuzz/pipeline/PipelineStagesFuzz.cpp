@@ -176,15 +176,16 @@ private:
         const Reals<5> gains(m_input);
         const Fixed difference(m_input, m_count, -kFixed, kFixed), lowPan(m_input, m_count, 0, kFixed);
         const Words colour(m_input, m_count, 0, kCode);
-        const float* g = gains.values;
+        const float *g = gains.values, *s = noise.sigmas.values;
+        const int32_t* r = noise.radii;
         Expect(true, 14 * m_count, [&] {
             return Alg_LowColorDiffClean(colour, difference, m_width, m_height, g[0], g[1], g[2], g[3], g[4],
-                                         noise.gains, noise.slopes.values, noise.intercepts.values, noise.sigmas.values,
-                                         noise.radii, m_to);
+                                         noise.gains, noise.slopes.values, noise.intercepts.values, s[0], s[1],
+                                         s[2], r[0], r[1], r[2], m_to);
         });
         Expect(true, 8 * m_count, [&] {
             return Alg_LowPanClean(lowPan, m_width, m_height, g[0], g[4], noise.gains, noise.slopes.values,
-                                   noise.intercepts.values, noise.sigmas.values, noise.radii, m_to);
+                                   noise.intercepts.values, s[0], s[1], s[2], r[0], r[1], r[2], m_to);
         });
         float slope = 0, intercept = 0;
         Alg_CalculateNoiseParameter(g[4], noise.gains, noise.slopes.values, noise.intercepts.values, &slope, &intercept,
@@ -246,8 +247,10 @@ private:
         const Words tone(m_input, 4096, 0, UINT16_MAX);
         const Bytes rgb(m_input, 3 * m_count, 0, 255);
         const Reals<9> matrix(m_input);
+        const float* m = matrix.values;
         Expect(true, 0, [&] {
-            return Alg_ColorCorrection(red, green, blue, lowPan, m_width, m_height, matrix.values, rgb, tone, m_to);
+            return Alg_ColorCorrection(red, green, blue, lowPan, m_width, m_height, m[0], m[1], m[2], m[3], m[4], m[5],
+                                       m[6], m[7], m[8], rgb, tone, m_to);
         });
     }
 

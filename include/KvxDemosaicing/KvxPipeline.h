@@ -195,21 +195,23 @@ KVX_API int32_t Alg_ImpulseFilter(int32_t* plane, int32_t dataType, int32_t widt
 /**
  * Filters noise from the low-resolution colour differences, each of the four phases of their 2x2 mosaic by itself.
  *
- * @param lowColour L gamma codes: how bright it is where
- * @param sigmas,radii of three passes; a radius below 1
- *                     skips its pass
+ * @param lowColour L gamma codes: the brightness of each cell
+ * @param gains,slopes,intercepts the noise model, as for Alg_CalculateNoiseParameter() at `analogGain`
+ * @param sigma0,sigma1,sigma2 thresholds of the three passes, in standard deviations
+ * @param radius0,radius1,radius2 of the three passes; a radius below 1 skips its pass
  * @return 0 or -1. Scratch: 14 bytes for each cell of the mosaic, ceil(w2 / 2) x ceil(h2 / 2)
  */
 KVX_API int32_t Alg_LowColorDiffClean(const uint16_t* lowColour, int32_t* lowColorDiff, int32_t w2, int32_t h2,
                                       float globalGain, float redBalance, float greenBalance, float blueBalance,
                                       float analogGain, const float gains[5], const float slopes[5],
-                                      const float intercepts[5], const float sigmas[3], const int32_t radii[3],
-                                      LogText_t* log) KVX_NOEXCEPT;
+                                      const float intercepts[5], float sigma0, float sigma1, float sigma2,
+                                      int32_t radius0, int32_t radius1, int32_t radius2, LogText_t* log) KVX_NOEXCEPT;
 
 /** Filters noise from the low-resolution pan plane; arguments as above. @return 0 or -1. Scratch: 8 L bytes */
 KVX_API int32_t Alg_LowPanClean(int32_t* lowPan, int32_t w2, int32_t h2, float globalGain, float analogGain,
                                 const float gains[5], const float slopes[5], const float intercepts[5],
-                                const float sigmas[3], const int32_t radii[3], LogText_t* log) KVX_NOEXCEPT;
+                                float sigma0, float sigma1, float sigma2, int32_t radius0, int32_t radius1,
+                                int32_t radius2, LogText_t* log) KVX_NOEXCEPT;
 
 /**
  * Thresholds of a pass over a pan plane: `sigma` standard deviations of the noise at the local mean.
@@ -274,14 +276,15 @@ KVX_API int32_t Alg_Convolve2D(uint16_t* plane, int32_t width, int32_t height, c
 /**
  * Low-pass pan and colour differences become an RGB image: linear light, matrix, tone scale.
  *
- * @param colorMatrix row-major, row 0 gives red
+ * @param rr,rg,rb,gr,gg,gb,br,bg,bb the colour matrix: red becomes rr red + rg green + rb blue, and so on
  * @param rgb 3 N bytes
  * @param toneScale 4096 values, of which the low bytes are used
  * @return 0
  */
 KVX_API int32_t Alg_ColorCorrection(const int32_t* red, const int32_t* green, const int32_t* blue,
-                                    const int32_t* lowPan, int32_t width, int32_t height, const float colorMatrix[9],
-                                    uint8_t* rgb, const uint16_t* toneScale, LogText_t* log) KVX_NOEXCEPT;
+                                    const int32_t* lowPan, int32_t width, int32_t height, float rr, float rg, float rb,
+                                    float gr, float gg, float gb, float br, float bg, float bb, uint8_t* rgb,
+                                    const uint16_t* toneScale, LogText_t* log) KVX_NOEXCEPT;
 
 /**
  * Adds the detail of the pan plane to an RGB image, and sharpens it.

@@ -98,18 +98,22 @@ private:
     }
     int32_t CleanLowColor() {
         if (!IsAnyPass(m_param.colorRadius)) return kStageSuccess;
+        const float* sigma = m_param.colorSigma;
+        const int32_t* radius = m_param.colorRadius;
         UseFullPlanesAsScratch();
         return Alg_LowColorDiffClean(Quarter(5), LowColorDiff(), m_w2, m_h2, m_param.globalGain, m_param.redBalance,
                                      m_param.greenBalance, m_param.blueBalance, m_param.analogGain,
-                                     m_param.ISOAnalogGain, m_param.ISOColorSlope, m_param.ISOColorIntercept,
-                                     m_param.colorSigma, m_param.colorRadius, m_log);
+                                     m_param.ISOAnalogGain, m_param.ISOColorSlope, m_param.ISOColorIntercept, sigma[0],
+                                     sigma[1], sigma[2], radius[0], radius[1], radius[2], m_log);
     }
     int32_t CleanLowPan() {
         if (!IsAnyPass(m_param.panRadius)) return kStageSuccess;
+        const float* sigma = m_param.panSigma;
+        const int32_t* radius = m_param.panRadius;
         UseFullPlanesAsScratch();
         return Alg_LowPanClean(LowPan(), m_w2, m_h2, m_param.globalGain, m_param.analogGain, m_param.ISOAnalogGain,
-                               m_param.ISOPanSlope, m_param.ISOPanIntercept, m_param.panSigma, m_param.panRadius,
-                               m_log);
+                               m_param.ISOPanSlope, m_param.ISOPanIntercept, sigma[0], sigma[1], sigma[2], radius[0],
+                               radius[1], radius[2], m_log);
     }
     int32_t UpSampleColorDiff() {
         UseStagingAsScratch();
@@ -127,8 +131,9 @@ private:
     }
     int32_t CorrectColor() {
         if (!m_param.toneScale) m_param.toneScale = Tonescale12.data();
-        return Alg_ColorCorrection(Full(0), Full(1), Full(2), FullLowPan(), m_param.width, m_param.height,
-                                   m_param.colorMatrix, Result(), m_param.toneScale, m_log);
+        const float* m = m_param.colorMatrix;
+        return Alg_ColorCorrection(Full(0), Full(1), Full(2), FullLowPan(), m_param.width, m_param.height, m[0], m[1],
+                                   m[2], m[3], m[4], m[5], m[6], m[7], m[8], Result(), m_param.toneScale, m_log);
     }
     int32_t Sharpen() {
         UseFullPlanesAsScratch();

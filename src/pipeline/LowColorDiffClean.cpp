@@ -1,7 +1,9 @@
 #include <cstring>
+#include <initializer_list>
 
 #include "pipeline/LowColorNoise.h"
 #include "pipeline/ScratchArena.h"
+#include "pipeline/SigmaFilter.h"
 
 namespace kvx {
 namespace {
@@ -28,14 +30,14 @@ struct PhasePlanes {
 };
 
 int32_t CleanPhase(const Phase& phase, const PhasePlanes& planes, float gain, float slope, float intercept,
-                   const float sigmas[3], const int32_t radii[3], LogText_t* log) {
+                   std::initializer_list<SigmaSetting> passes, LogText_t* log) {
     std::memcpy(planes.copy, planes.differences, phase.Count() * sizeof *planes.copy);
-    for (int pass = 0; pass < 3; ++pass) {
-        if (radii[pass] < 1) continue;
-        int32_t result = Alg_ColorBuildGammaNoiseThreshold(planes.levels, phase.width, phase.height, sigmas[pass], gain,
-                                                           slope, intercept, planes.thresholds, log);
+    for (const auto& [sigma, radius] : passes) {
+        if (radius < 1) continue;
+        int32_t result = Alg_ColorBuildGammaNoiseThreshold(planes.levels, phase.width, phase.height, sigma, gain, slope,
+                                                           intercept, planes.thresholds, log);
         if (result == kStageSuccess)
-            result = Alg_IterativeSigmaFilter(planes.differences, planes.copy, phase.width, phase.height, radii[pass],
+            result = Alg_IterativeSigmaFilter(planes.differences, planes.copy, phase.width, phase.height, radius,
                                               planes.thresholds, log);
         if (result != kStageSuccess) return result;
     }
@@ -48,7 +50,8 @@ int32_t CleanPhase(const Phase& phase, const PhasePlanes& planes, float gain, fl
 int32_t Alg_LowColorDiffClean(const uint16_t* lowColour, int32_t* lowColorDiff, int32_t w2, int32_t h2,
                               float globalGain, float redBalance, float greenBalance, float blueBalance,
                               float analogGain, const float gains[5], const float slopes[5], const float intercepts[5],
-                              const float sigmas[3], const int32_t radii[3], LogText_t* log) noexcept {
+                              float sigma0, float sigma1, float sigma2, int32_t radius0, int32_t radius1,
+                              int32_t radius2, LogText_t* log) noexcept {
     using namespace kvx;
     if (w2 < 1 || h2 < 1) return kStageSuccess;
     const size_t largest = Phase(0, w2, h2).Count();
@@ -69,7 +72,8 @@ int32_t Alg_LowColorDiffClean(const uint16_t* lowColour, int32_t* lowColorDiff, 
                 planes.differences[k] = lowColorDiff[phase.At(i, j, w2)];
                 planes.levels[k] = lowColour[phase.At(i, j, w2)];
             }
-        const int32_t result = CleanPhase(phase, planes, gain, slope, intercept, sigmas, radii, log);
+        const int32_t result = CleanPhase(phase, planes, gain, slope, intercept,
+                                          {{sigma0, radius0}, {sigma1, radius1}, {sigma2, radius2}}, log);
         if (result != kStageSuccess) return result;
         for (int32_t i = 0, k = 0; i < phase.height; ++i)
             for (int32_t j = 0; j < phase.width; ++j, ++k) lowColorDiff[phase.At(i, j, w2)] = planes.differences[k];

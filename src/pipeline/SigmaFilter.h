@@ -5,6 +5,12 @@
 
 namespace kvx {
 
+/** One pass: the threshold in standard deviations; a radius below 1 skips the pass. */
+struct SigmaSetting {
+    float sigma;
+    int32_t radius;
+};
+
 /** Larger windows cost much and gain nothing. */
 constexpr int32_t kLargestSigmaRadius = 16;
 

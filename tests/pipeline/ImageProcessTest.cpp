@@ -46,12 +46,13 @@ std::vector<uint8_t> StageByStage(PipelineFrame& frame) {
     const ImageProcessParam& p = frame.param;
     StagePlanes planes(frame.input, p, true, true);
     auto& [red, green, blue] = planes.differences;
+    const auto& m = p.colorMatrix;
     const size_t n = frame.input.size();
     std::vector<uint8_t> rgb(3 * n);
     const Scratch scratch(4 * n, 4 * n, 4 * n);
     const uint16_t* tone = p.toneScale ? p.toneScale : Tonescale12.data();
     Succeed(Alg_ColorCorrection(red.data(), green.data(), blue.data(), planes.lowPan.data(), p.width, p.height,
-                                p.colorMatrix, rgb.data(), tone, nullptr));
+                                m[0], m[1], m[2], m[3], m[4], m[5], m[6], m[7], m[8], rgb.data(), tone, nullptr));
     Succeed(Alg_Sharpness(rgb.data(), planes.pan.data(), planes.lowPan.data(), p.width, p.height, p.sharpness[0],
                           p.sharpness[1], p.sharpness[2], p.sharpness[3], tone, nullptr));
     return rgb;

@@ -41,7 +41,6 @@ TEST(Scratch, EveryStageSaysWhatItHasNoMemoryFor) {
     std::vector<int32_t> low(n, 5), full[3] = {low, low, low};
     std::vector<uint8_t> rgb(3 * n);
     constexpr float five[5] = {1, 2, 3, 4, 5}, kernel[9] = {};
-    constexpr int32_t radii[3] = {1, 1, 1};
     using Stage = std::function<int32_t(LogText_t*)>;
     const Stage interpolate = [&](auto* log) {
         return Alg_InterpolatePan(q.data(), q.data(), width, height, pan.data(), q.data() + l, q.data() + 2 * l, log);
@@ -51,10 +50,10 @@ TEST(Scratch, EveryStageSaysWhatItHasNoMemoryFor) {
                                full[0].data(), log);
     };
     const Stage cleanColour = [&](auto* log) {
-        return Alg_LowColorDiffClean(q.data(), low.data(), w2, h2, 1, 1, 1, 1, 1, five, five, five, five, radii, log);
+        return Alg_LowColorDiffClean(q.data(), low.data(), w2, h2, 1, 1, 1, 1, 1, five, five, five, 1, 1, 1, 1, 1, 1, log);
     };
     const Stage cleanPan = [&](auto* log) {
-        return Alg_LowPanClean(low.data(), w2, h2, 1, 1, five, five, five, five, radii, log);
+        return Alg_LowPanClean(low.data(), w2, h2, 1, 1, five, five, five, 1, 1, 1, 1, 1, 1, log);
     };
     const Stage spread = [&](auto* log) {
         return Alg_LowColorDiffUpSample(low.data(), w2, h2, 0, full[0].data(), full[1].data(), full[2].data(), log);

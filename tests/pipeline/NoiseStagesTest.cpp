@@ -161,7 +161,7 @@ TEST(LowColorDiffClean, RunsThePassesThatHaveARadius) {
     }
     Scratch scratch(14 * l);
     Succeed(Alg_LowColorDiffClean(levels.data(), differences.data(), w2, h2, 1.5F, 2, 1, .5F, 3, kEver, slopes,
-                                  intercepts, sigmas, radii, nullptr));
+                                  intercepts, sigmas[0], sigmas[1], sigmas[2], radii[0], radii[1], radii[2], nullptr));
     EXPECT_EQ(differences, expected);
 }
 

@@ -44,12 +44,14 @@ struct StagePlanes {
             WithScratch(n, [&] {
                 return Alg_LowColorDiffClean(lowColour.data(), difference.data(), w2, h2, p.globalGain, p.redBalance,
                                              p.greenBalance, p.blueBalance, p.analogGain, p.ISOAnalogGain,
-                                             p.ISOColorSlope, p.ISOColorIntercept, p.colorSigma, p.colorRadius,
+                                             p.ISOColorSlope, p.ISOColorIntercept, p.colorSigma[0], p.colorSigma[1],
+                                             p.colorSigma[2], p.colorRadius[0], p.colorRadius[1], p.colorRadius[2],
                                              nullptr);
             });
             WithScratch(n, [&] {
                 return Alg_LowPanClean(low.data(), w2, h2, p.globalGain, p.analogGain, p.ISOAnalogGain, p.ISOPanSlope,
-                                       p.ISOPanIntercept, p.panSigma, p.panRadius, nullptr);
+                                       p.ISOPanIntercept, p.panSigma[0], p.panSigma[1], p.panSigma[2],
+                                       p.panRadius[0], p.panRadius[1], p.panRadius[2], nullptr);
             });
         }
         WithScratch(n, [&] {
