@@ -1,5 +1,5 @@
-// The single stages of the noise-reducing pipeline: any size, in buffers of exactly the bytes that the header tells,
-// with scratch memory of what a stage needs, less, or none.
+// The single stages of the noise-reducing pipeline: any size, in buffers of exactly the documented sizes, with
+// as much scratch memory as a stage needs, less, or none.
 #include <algorithm>
 #include <climits>
 
@@ -43,19 +43,10 @@ struct Reals {
         for (float& value : values)
             value = input.Below(4) == 0 ? input.Take<float>() : static_cast<float>(input.Below(80)) / 4 - 2;
     }
-    float values[count];
-};
-
-/** Ascending gains of a noise model, and the lines between them. */
-struct NoiseModel {
-    explicit NoiseModel(Input& input) : slopes(input), intercepts(input), sigmas(input) {
-        for (int i = 0; i < 5; ++i) gains[i] = (i == 0 ? 1 : gains[i - 1]) + static_cast<float>(input.Below(8));
-        for (int32_t& radius : radii) radius = input.Below(8) ? static_cast<int32_t>(input.Below(5)) : INT32_MAX;
+    operator const float*() const {
+        return values;
     }
-    float gains[5];
-    Reals<5> slopes, intercepts;
-    Reals<3> sigmas;
-    int32_t radii[3];
+    float values[count];
 };
 
 class Stages {
@@ -72,11 +63,11 @@ public:
           m_to(input.Below(8) ? &m_log : nullptr) {}
 
     void Run() {
-        constexpr void (Stages::*stages[])() = {
-            &Stages::FromRawSamples,       &Stages::Balance,        &Stages::InterpolatePan,
-            &Stages::GenerateLow,          &Stages::FilterImpulses, &Stages::Clean,
-            &Stages::FilterWithThresholds, &Stages::UpSample,       &Stages::Convolve,
-            &Stages::CorrectColours,       &Stages::Sharpen,        &Stages::Diagnose};
+        constexpr void (Stages::*stages[])() = {&Stages::FromRawSamples, &Stages::InterpolatePan,
+                                                &Stages::GenerateLow,    &Stages::FilterImpulses,
+                                                &Stages::Clean,          &Stages::FilterWithThresholds,
+                                                &Stages::UpSample,       &Stages::Convolve,
+                                                &Stages::Finish,         &Stages::Diagnose};
         (this->*m_input.OneOf(stages))();
     }
 
@@ -87,14 +78,21 @@ private:
     static int64_t CountOf(int32_t width, int32_t height) {
         return width > 0 && height > 0 ? int64_t{width} * height : 0;
     }
-    float Real() {
-        return Reals<1>(m_input).values[0];
+    /** Mostly 0 to 4. */
+    int32_t DrawSmall() {
+        return m_input.Below(8) ? static_cast<int32_t>(m_input.Below(5)) : m_input.Take<int32_t>();
     }
-    bool FitsPattern() const {
-        return m_pattern >= 0 && m_pattern < 4;
+    Words Samples(int64_t count) {
+        return {m_input, count, 0, kSample};
+    }
+    Words Codes(int64_t count) {
+        return {m_input, count, 0, kCode};
+    }
+    Fixed Differences(int64_t count) {
+        return {m_input, count, -kFixed, kFixed};
     }
 
-    /** Runs `stage` with scratch memory and two buffers of what it needs at most, with less, or without. */
+    /** Runs `stage` with the scratch memory and the two buffers that it needs, with less, or without. */
     template <class Stage>
     void Expect(bool succeeds, int64_t needed, const Stage& stage, int64_t buffer1 = 0, int64_t buffer2 = 0) {
         const uint32_t kind = m_input.Below(8);
@@ -102,60 +100,50 @@ private:
         const int64_t bytes = std::max(given, int64_t{0});
         const GuardedBuffer scratch(static_cast<size_t>(bytes + 7) / 8 * 8);
         const GuardedBuffer first(static_cast<size_t>(buffer1)), second(static_cast<size_t>(buffer2));
-        const bool hasBuffers = m_input.Below(8) != 0;
-        if (kind == 0)
-            Alg_SetScratch(nullptr, nullptr, nullptr, nullptr);
-        else
-            Alg_SetScratch(scratch.Data(), scratch.Data() + bytes, hasBuffers ? first.Data() : nullptr,
-                           hasBuffers ? second.Data() : nullptr);
-        const bool hasNothing = (needed > 0 && bytes == 0) || (buffer1 > 0 && (kind == 0 || !hasBuffers));
+        const bool hasBuffers = kind != 0 && m_input.Below(8) != 0;
+        Alg_SetScratch(kind ? scratch.Data() : nullptr, kind ? scratch.Data() + bytes : nullptr,
+                       hasBuffers ? first.Data() : nullptr, hasBuffers ? second.Data() : nullptr);
+        const bool hasNothing = (needed > 0 && bytes == 0) || (buffer1 > 0 && !hasBuffers);
         const int32_t result = stage();
         Alg_SetScratch(nullptr, nullptr, nullptr, nullptr);
         Require(result == 0 || result == -1, "a documented result");
         Require(result == -1 || (succeeds && !hasNothing), "a stage fails with false arguments, and without memory");
         Require(result == 0 || !succeeds || bytes < needed || hasNothing, "a stage that has all it needs succeeds");
     }
-    /** Linear samples, gamma codes. */
     static void RequireAtMost(int most, const Words& values, int64_t count) {
         Require(std::all_of(+values, values + count, [=](uint16_t value) { return value <= most; }),
-                "within the range");
+                "samples and codes within their range");
     }
 
     void FromRawSamples() {
-        const Words raw(m_input, m_count, 0, kSample), out(m_input, m_count, 0, kSample);
+        const Words raw = Samples(m_count), out = Samples(m_count), pan0 = Samples(m_cells), pan1 = Samples(m_cells),
+                    colour0 = Samples(m_cells), colour1 = Samples(m_cells);
+        const Reals<5> r(m_input);
         const auto* bytes = reinterpret_cast<const uint8_t*>(static_cast<uint16_t*>(raw));
         const auto floor = m_input.Take<int32_t>();
         Expect(true, 0, [&] { return Alg_SubtractDarkFloor(bytes, m_width, m_height, floor, out, m_to); });
         auto* samples = reinterpret_cast<int16_t*>(static_cast<uint16_t*>(out));
-        Expect(true, 0, [&] { return ApplyGlobalGain(samples, static_cast<int32_t>(m_count), Real()); });
+        Expect(true, 0, [&] { return ApplyGlobalGain(samples, static_cast<int32_t>(m_count), r[4]); });
         RequireAtMost(kSample, out, m_count);
-    }
-
-    void Balance() {
-        const Words raw(m_input, m_count, 0, kSample), pan0(m_input, m_cells, 0, kSample),
-            pan1(m_input, m_cells, 0, kSample), colour0(m_input, m_cells, 0, kSample),
-            colour1(m_input, m_cells, 0, kSample);
-        const Reals<4> gains(m_input);
-        Expect(FitsPattern(), 0, [&] {
-            return Alg_WhiteBalance(raw, m_width, m_height, m_pattern, gains.values[0], gains.values[1],
-                                    gains.values[2], gains.values[3], pan0, pan1, colour0, colour1, m_to);
+        Expect(m_pattern >= 0 && m_pattern < 4, 0, [&] {
+            return Alg_WhiteBalance(raw, m_width, m_height, m_pattern, r[0], r[1], r[2], r[3], pan0, pan1, colour0,
+                                    colour1, m_to);
         });
         for (const Words* plane : {&pan0, &pan1, &colour0, &colour1}) RequireAtMost(kSample, *plane, m_cells);
     }
 
     void InterpolatePan() {
-        const Words pan0(m_input, m_cells, 0, kSample), pan1(m_input, m_cells, 0, kSample),
-            pan(m_input, m_count, 0, kCode), panAt0(m_input, m_cells, 0, kSample), panAt1(m_input, m_cells, 0, kSample);
+        const Words pan0 = Samples(m_cells), pan1 = Samples(m_cells), pan = Codes(m_count), panAt0 = Samples(m_cells),
+                    panAt1 = Samples(m_cells);
         Expect(true, m_cells ? 2 * m_count : 0,
                [&] { return Alg_InterpolatePan(pan0, pan1, m_width, m_height, pan, panAt0, panAt1, m_to); });
         RequireAtMost(kCode, pan, m_count);
     }
 
     void GenerateLow() {
-        const Words pan(m_input, m_count, 0, kCode), panAt0(m_input, m_cells, 0, kSample),
-            panAt1(m_input, m_cells, 0, kSample), colour0(m_input, m_cells, 0, kSample),
-            colour1(m_input, m_cells, 0, kSample), lowColour(m_input, m_cells, 0, kCode);
-        const Fixed lowPan(m_input, m_cells, 0, kFixed), difference(m_input, m_cells, 0, kFixed);
+        const Words pan = Codes(m_count), panAt0 = Samples(m_cells), panAt1 = Samples(m_cells),
+                    colour0 = Samples(m_cells), colour1 = Samples(m_cells), lowColour = Codes(m_cells);
+        const Fixed lowPan = Differences(m_cells), difference = Differences(m_cells);
         Expect(true, 4 * m_cells, [&] {
             return Alg_GenerateLow(pan, panAt0, panAt1, colour0, colour1, m_width, m_height, lowPan, lowColour,
                                    difference, m_to);
@@ -164,62 +152,54 @@ private:
     }
 
     void FilterImpulses() {
-        const Fixed plane(m_input, m_count, -kFixed, kFixed);
-        const int32_t type = m_input.Below(8) ? 5 : m_input.Take<int32_t>();
-        const int32_t step = m_input.Below(8) ? 1 + static_cast<int32_t>(m_input.Below(4)) : m_input.Take<int32_t>();
+        const Fixed plane = Differences(m_count);
+        const int32_t type = m_input.Below(8) ? 5 : m_input.Take<int32_t>(), step = DrawSmall();
         Expect(type == 5, step < 1 ? 0 : 4 * m_count,
                [&] { return Alg_ImpulseFilter(plane, type, m_width, m_height, step, m_to); });
     }
 
     void Clean() {
-        const NoiseModel noise(m_input);
-        const Reals<5> gains(m_input);
-        const Fixed difference(m_input, m_count, -kFixed, kFixed), lowPan(m_input, m_count, 0, kFixed);
-        const Words colour(m_input, m_count, 0, kCode);
-        const float *g = gains.values, *s = noise.sigmas.values;
-        const int32_t* r = noise.radii;
+        float gains[5];
+        for (int i = 0; i < 5; ++i) gains[i] = (i == 0 ? 1 : gains[i - 1]) + static_cast<float>(m_input.Below(8));
+        const Reals<5> slopes(m_input), intercepts(m_input), g(m_input);
+        const Reals<3> s(m_input);
+        const int32_t r[] = {DrawSmall(), DrawSmall(), DrawSmall()};
+        const Fixed difference = Differences(m_count), lowPan = Differences(m_count);
+        const Words colour = Codes(m_count);
         Expect(true, 14 * m_count, [&] {
-            return Alg_LowColorDiffClean(colour, difference, m_width, m_height, g[0], g[1], g[2], g[3], g[4],
-                                         noise.gains, noise.slopes.values, noise.intercepts.values, s[0], s[1],
-                                         s[2], r[0], r[1], r[2], m_to);
+            return Alg_LowColorDiffClean(colour, difference, m_width, m_height, g[0], g[1], g[2], g[3], g[4], gains,
+                                         slopes, intercepts, s[0], s[1], s[2], r[0], r[1], r[2], m_to);
         });
         Expect(true, 8 * m_count, [&] {
-            return Alg_LowPanClean(lowPan, m_width, m_height, g[0], g[4], noise.gains, noise.slopes.values,
-                                   noise.intercepts.values, s[0], s[1], s[2], r[0], r[1], r[2], m_to);
+            return Alg_LowPanClean(lowPan, m_width, m_height, g[0], g[4], gains, slopes, intercepts, s[0], s[1], s[2],
+                                   r[0], r[1], r[2], m_to);
         });
-        float slope = 0, intercept = 0;
-        Alg_CalculateNoiseParameter(g[4], noise.gains, noise.slopes.values, noise.intercepts.values, &slope, &intercept,
-                                    m_to);
     }
 
     void FilterWithThresholds() {
-        const Fixed plane(m_input, m_count, -kFixed, kFixed), copy(m_input, m_count, -kFixed, kFixed),
-            thresholds(m_input, m_count, 0, kFixed);
-        const Words colour(m_input, m_count, 0, kCode);
+        const Fixed plane = Differences(m_count), copy = Differences(m_count), thresholds(m_input, m_count, 0, kFixed);
+        const Words colour = Codes(m_count);
         const Reals<4> r(m_input);
-        if (m_input.Flag())
-            Expect(true, 0, [&] {
-                return Alg_PanBuildGammaNoiseThreshold(copy, m_width, m_height, r.values[0], r.values[1], r.values[2],
-                                                       r.values[3], thresholds, m_to);
-            });
-        if (m_input.Flag())
-            Expect(true, 0, [&] {
-                return Alg_ColorBuildGammaNoiseThreshold(colour, m_width, m_height, r.values[0], r.values[1],
-                                                         r.values[2], r.values[3], thresholds, m_to);
-            });
+        const bool isPan = m_input.Flag();
+        Expect(true, 0, [&] {
+            return isPan ? Alg_PanBuildGammaNoiseThreshold(copy, m_width, m_height, r[0], r[1], r[2], r[3], thresholds,
+                                                           m_to)
+                         : Alg_ColorBuildGammaNoiseThreshold(colour, m_width, m_height, r[0], r[1], r[2], r[3],
+                                                             thresholds, m_to);
+        });
         Require(std::all_of(+thresholds, thresholds + m_count, [](int32_t value) { return value >= 0; }),
                 "thresholds are not negative");
-        const int32_t radius = m_input.Below(8) ? static_cast<int32_t>(m_input.Below(4)) : m_input.Take<int32_t>();
+        const int32_t radius = DrawSmall();
         Expect(true, 0,
                [&] { return Alg_IterativeSigmaFilter(plane, copy, m_width, m_height, radius, thresholds, m_to); });
         Require(m_count == 0 || radius < 1 || std::equal(+plane, plane + m_count, +copy), "both receive the result");
     }
 
     void UpSample() {
-        const Fixed low(m_input, m_count, -kFixed, kFixed), red(m_input, 4 * m_count, 0, 0),
-            green(m_input, 4 * m_count, 0, 0), blue(m_input, 4 * m_count, 0, 0);
+        const Fixed low = Differences(m_count), red = Differences(4 * m_count), green = Differences(4 * m_count),
+                    blue = Differences(4 * m_count);
         Expect(
-            FitsPattern(), 16 * m_count,
+            m_pattern >= 0 && m_pattern < 4, 16 * m_count,
             [&] { return Alg_LowColorDiffUpSample(low, m_width, m_height, m_pattern, red, green, blue, m_to); },
             12 * m_count);
         Expect(true, 16 * m_count, [&] { return Alg_LowPanUpSample(low, m_width, m_height, red, m_to); });
@@ -227,45 +207,32 @@ private:
 
     void Convolve() {
         const auto drawTaps = [this] { return static_cast<int32_t>(m_input.Below(14)) - 2; };
-        const int32_t columns = drawTaps(), rows = drawTaps();
-        const int32_t direction = m_input.Below(8) ? static_cast<int32_t>(m_input.Below(2)) : m_input.Take<int32_t>();
-        const Fixed plane(m_input, m_count, -kFixed, kFixed);
+        const int32_t columns = drawTaps(), rows = drawTaps(), direction = DrawSmall();
+        const Fixed plane = Differences(m_count);
         const Words words(m_input, m_count, 0, UINT16_MAX);
-        const int64_t coefficients = CountOf(columns, rows);
-        const Plane<float> kernel(m_input, std::max(coefficients, int64_t{std::max(columns, 0)}), INT32_MIN, INT32_MAX);
-        const auto isOdd = [](int32_t taps) { return taps > 0 && taps % 2 == 1; };
-        Expect(isOdd(columns) || m_count == 0, isOdd(columns) ? 4 * m_count : 0,
+        const int64_t coefficients = std::max(CountOf(columns, rows), int64_t{std::max(columns, 0)});
+        const Plane<float> kernel(m_input, coefficients, INT32_MIN, INT32_MAX);
+        const bool isOdd = columns > 0 && columns % 2 == 1, areOdd = isOdd && rows > 0 && rows % 2 == 1;
+        Expect(isOdd || m_count == 0, isOdd ? 4 * m_count : 0,
                [&] { return Alg_Convolve1D(plane, m_width, m_height, kernel, columns, direction, m_to); });
-        const bool areOdd = isOdd(columns) && isOdd(rows);
         Expect(areOdd || m_count == 0, areOdd ? 2 * m_count : 0,
                [&] { return Alg_Convolve2D(words, m_width, m_height, kernel, columns, rows, m_to); });
     }
 
-    void CorrectColours() {
-        const Fixed red(m_input, m_count, -kFixed, kFixed), green(m_input, m_count, -kFixed, kFixed),
-            blue(m_input, m_count, -kFixed, kFixed), lowPan(m_input, m_count, 0, kFixed);
-        const Words tone(m_input, 4096, 0, UINT16_MAX);
+    void Finish() {
+        const Fixed red = Differences(m_count), green = Differences(m_count), blue = Differences(m_count),
+                    lowPan = Differences(m_count);
+        const Words tone(m_input, 4096, 0, UINT16_MAX), pan = Codes(m_count);
         const Bytes rgb(m_input, 3 * m_count, 0, 255);
-        const Reals<9> matrix(m_input);
-        const float* m = matrix.values;
+        const Reals<9> m(m_input);
         Expect(true, 0, [&] {
             return Alg_ColorCorrection(red, green, blue, lowPan, m_width, m_height, m[0], m[1], m[2], m[3], m[4], m[5],
                                        m[6], m[7], m[8], rgb, tone, m_to);
         });
-    }
-
-    void Sharpen() {
-        const Bytes rgb(m_input, 3 * m_count, 0, 255);
-        const Words pan(m_input, m_count, 0, kCode), tone(m_input, 4096, 0, 255);
-        const Fixed lowPan(m_input, m_count, 0, kFixed);
-        const Reals<4> r(m_input);
-        Expect(
-            true, 4 * m_count,
-            [&] {
-                return Alg_Sharpness(rgb, pan, lowPan, m_width, m_height, r.values[0], r.values[1], r.values[2],
-                                     r.values[3], tone, m_to);
-            },
-            4 * m_count, 4 * m_count);
+        const auto sharpen = [&] {
+            return Alg_Sharpness(rgb, pan, lowPan, m_width, m_height, m[0], m[1], m[2], m[3], tone, m_to);
+        };
+        Expect(true, 4 * m_count, sharpen, 4 * m_count, 4 * m_count);
     }
 
     /** A part of a plane as text, and the checksum of the plane. */

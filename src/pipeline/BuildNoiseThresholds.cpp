@@ -19,13 +19,12 @@ int32_t Alg_PanBuildGammaNoiseThreshold(const int32_t* plane, int32_t width, int
                                         float globalGain, float slope, float intercept, int32_t* thresholds,
                                         LogText_t*) noexcept {
     using namespace kvx;
-    const NoiseModel noise{slope, intercept, AppliedGain(globalGain), kLowPanShare};
-    return Build(plane, width, height, ThresholdsOf(sigma, noise), thresholds);
+    return Build(plane, width, height, ThresholdsOf(sigma, LowPanNoise(slope, intercept, globalGain)), thresholds);
 }
 
 int32_t Alg_ColorBuildGammaNoiseThreshold(const uint16_t* colour, int32_t width, int32_t height, float sigma,
                                           float gain, float slope, float intercept, int32_t* thresholds,
                                           LogText_t*) noexcept {
     using namespace kvx;
-    return Build(colour, width, height, ThresholdsOf(sigma, {slope, intercept, gain, kLowColourShare}), thresholds);
+    return Build(colour, width, height, ThresholdsOf(sigma, LowColourNoise(slope, intercept, gain)), thresholds);
 }

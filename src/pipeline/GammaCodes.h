@@ -18,6 +18,11 @@ extern const std::array<int32_t, kLinearValues> Linear12toGamma10;
 inline constexpr const auto& Gamma10toLinear12Table = Gamma10toLinear12;
 inline constexpr const auto& Linear12toGamma10Table = Linear12toGamma10;
 
+/** The code of the mean of two linear values, rounded. */
+inline int32_t CodeOfMean(int32_t a, int32_t b) {
+    return Linear12toGamma10[(a + b + 1) / 2];
+}
+
 /** Codes for each linear step at this linear value. */
 constexpr float GammaSlope(float linear) {
     return linear <= kGammaKnee ? 1.0F : static_cast<float>(kGammaScale) / (linear + static_cast<float>(kGammaOffset));

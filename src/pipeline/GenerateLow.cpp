@@ -4,11 +4,7 @@
 namespace kvx {
 namespace {
 
-constexpr int32_t kSameColour = 2;
-
-int32_t CodeOfMean(uint16_t a, uint16_t b) {
-    return Linear12toGamma10[(a + b + 1) / 2];
-}
+constexpr int32_t kSameColour = 2;  // cells to the next one of the same colour
 
 }  // namespace
 }  // namespace kvx

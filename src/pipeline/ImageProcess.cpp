@@ -1,6 +1,8 @@
 #include <climits>
 #include <cstring>
 
+#include "pipeline/PanInterpolation.h"
+#include "pipeline/PanNoise.h"
 #include "pipeline/RawSamples.h"
 #include "pipeline/ScratchArena.h"
 #include "pipeline/ToneScales.h"
@@ -9,7 +11,7 @@ namespace kvx {
 namespace {
 
 constexpr uint32_t kHashSeed = 0x866;
-constexpr int32_t kCellPixels = 4;  // of a low-resolution value
+constexpr int32_t kCellPixels = 4;  // pixels per low-resolution value
 
 /** One frame on its way through the stages. */
 class Pipeline {
@@ -28,7 +30,7 @@ public:
         constexpr Stage stages[] = {
             &Pipeline::PrepareRaw,    &Pipeline::WhiteBalance, &Pipeline::InterpolatePan,    &Pipeline::GenerateLow,
             &Pipeline::CleanLowColor, &Pipeline::CleanLowPan,  &Pipeline::UpSampleColorDiff, &Pipeline::UpSamplePan,
-            &Pipeline::RemoveColor,   &Pipeline::CorrectColor, &Pipeline::Sharpen,           &Pipeline::HandOver,
+            &Pipeline::RemoveColor,   &Pipeline::CorrectColor, &Pipeline::Sharpen,           &Pipeline::WriteOutput,
         };
         for (const Stage stage : stages)
             if ((this->*stage)() != kStageSuccess) return kStageFailure;
@@ -88,8 +90,8 @@ private:
     }
     int32_t InterpolatePan() {
         UseFullPlanesAsScratch();
-        return Alg_InterpolatePan(Quarter(0), Quarter(1), m_param.width, m_param.height, Pan(), Quarter(4), Quarter(5),
-                                  m_log);
+        return kvx::InterpolatePan(Quarter(0), Quarter(1), m_param.width, m_param.height, ReducesNoise(m_param), Pan(),
+                                   Quarter(4), Quarter(5), m_log);
     }
     int32_t GenerateLow() {
         UseFullPlanesAsScratch();
@@ -141,7 +143,7 @@ private:
         return Alg_Sharpness(Result(), Pan(), FullLowPan(), m_param.width, m_param.height, sharpness[0], sharpness[1],
                              sharpness[2], sharpness[3], m_param.toneScale, m_log);
     }
-    int32_t HandOver() {
+    int32_t WriteOutput() {
         const uint32_t hash = calcHash(Result(), 3 * m_param.width, m_param.height, kHashSeed);
         Append(m_log, "Final image check num: %x\n", hash);
         std::memcpy(m_param.output, Result(), size_t(m_count) * 3);

@@ -16,14 +16,14 @@ constexpr Offset s_nearest[] = {{-1, -1}, {-1, 1}, {1, -1}, {1, 1}};
 constexpr Offset s_window[] = {{-1, -1}, {-1, 1}, {1, -1},  {1, 1},  {-2, 0}, {0, -2},
                                {0, 2},   {2, 0},  {-2, -2}, {-2, 2}, {2, -2}, {2, 2}};
 
-/** Pan sites are those with (row + column) even. Beyond the border lies the mirror image, which keeps that. */
+/** Pan sites are those with (row + column) even. The mirror image beyond the border keeps that. */
 class Quincunx {
 public:
     Quincunx(const uint16_t* plane, int32_t stride, int32_t width, int32_t height)
         : m_plane(plane), m_stride(stride), m_width(width), m_height(height) {}
 
     int32_t At(int32_t row, int32_t column) const {
-        return m_plane[int64_t{Mirrored(row, m_height)} * m_stride + Mirrored(column, m_width)];
+        return m_plane[int64_t{MirroredIndex(row, m_height)} * m_stride + MirroredIndex(column, m_width)];
     }
     int32_t SumOfNearest(int32_t row, int32_t column) const {
         int32_t sum = 0;
@@ -31,7 +31,7 @@ public:
         return sum;
     }
 
-    /** The mean of a pan site and those about it, weighted by how little they differ. */
+    /** The mean of a pan site and its neighbours, weighted by how little they differ. */
     int32_t Filtered(int32_t row, int32_t column, const PanThresholds& thresholds) const {
         const int32_t centre = At(row, column);
         const float threshold = thresholds[(4 * centre + SumOfNearest(row, column) + 4) >> 3];
@@ -56,36 +56,39 @@ public:
     }
 
 private:
-    static int32_t Mirrored(int32_t place, int32_t length) {
-        while (place < 0 || place >= length) place = place < 0 ? -place : 2 * (length - 1) - place;
-        return place;
-    }
-
     const uint16_t* m_plane;
     int32_t m_stride, m_width, m_height;
 };
 
-PanNoise NoiseOf(const Quincunx& pan, int32_t w2, int32_t h2) {
+/** A block whose upper left cell is (x, y). */
+NoiseBlock BlockAt(const Quincunx& pan, int32_t x, int32_t y) {
+    NoiseBlock block;
+    int32_t residuals[kNoiseBlock][kNoiseBlock];
+    for (int32_t i = 0; i < kNoiseBlock; ++i)
+        for (int32_t j = 0; j < kNoiseBlock; ++j) {
+            const int32_t row = 2 * (y + i), column = 2 * (x + j);
+            residuals[i][j] = 4 * pan.At(row, column) - pan.SumOfNearest(row, column);
+            block.level += pan.At(row, column);
+            block.roughness += std::abs(residuals[i][j]);
+            for (int32_t lag = 1; lag <= kNoiseLags; ++lag) {
+                if (j >= lag) block.across[lag - 1] += std::abs(residuals[i][j] - residuals[i][j - lag]);
+                if (i >= lag) block.down[lag - 1] += std::abs(residuals[i][j] - residuals[i - lag][j]);
+            }
+        }
+    return block;
+}
+
+PanThresholds MeasuredThresholds(const Quincunx& pan, int32_t w2, int32_t h2) {
     PanNoise noise;
     for (int32_t y = 0; y + kNoiseBlock <= h2; y += kNoiseBlock)
-        for (int32_t x = 0; x + kNoiseBlock <= w2; x += kNoiseBlock) {
-            int32_t level = 0, roughness = 0;
-            for (int32_t row = 2 * y; row < 2 * (y + kNoiseBlock); row += 2)
-                for (int32_t column = 2 * x; column < 2 * (x + kNoiseBlock); column += 2) {
-                    level += pan.At(row, column);
-                    roughness += std::abs(4 * pan.At(row, column) - pan.SumOfNearest(row, column));
-                }
-            noise.Count(level, roughness);
-        }
-    return noise;
+        for (int32_t x = 0; x + kNoiseBlock <= w2; x += kNoiseBlock) noise.Count(BlockAt(pan, x, y));
+    return noise.Thresholds();
 }
 
 }  // namespace
-}  // namespace kvx
 
-int32_t Alg_InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t width, int32_t height, uint16_t* pan,
-                           uint16_t* panAt0, uint16_t* panAt1, LogText_t* log) noexcept {
-    using namespace kvx;
+int32_t InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t width, int32_t height, bool isFiltered,
+                       uint16_t* pan, uint16_t* panAt0, uint16_t* panAt1, LogText_t* log) noexcept {
     const int32_t w2 = width / 2, h2 = height / 2;
     if (w2 < 1 || h2 < 1) return kStageSuccess;
     auto* filtered = TakeScratch<uint16_t>(size_t(width) * height, "panCodes", log);
@@ -102,7 +105,7 @@ int32_t Alg_InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t w
         pan[at(row, column)] = static_cast<uint16_t>(Linear12toGamma10[quarter[cell(row, column)]]);
     });
     const Quincunx noisy(pan, width, 2 * w2, 2 * h2), clean(filtered, width, 2 * w2, 2 * h2);
-    const auto thresholds = NoiseOf(noisy, w2, h2).Thresholds();
+    const PanThresholds thresholds = isFiltered ? MeasuredThresholds(noisy, w2, h2) : NoPanThresholds();
     forPanSites([&](int32_t row, int32_t column) {
         filtered[at(row, column)] = static_cast<uint16_t>(noisy.Filtered(row, column, thresholds));
     });
@@ -116,4 +119,11 @@ int32_t Alg_InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t w
             quarter[cell(row, column)] = static_cast<uint16_t>(Gamma10toLinear12[code]);
         }
     return kStageSuccess;
+}
+
+}  // namespace kvx
+
+int32_t Alg_InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t width, int32_t height, uint16_t* pan,
+                           uint16_t* panAt0, uint16_t* panAt1, LogText_t* log) noexcept {
+    return kvx::InterpolatePan(pan0, pan1, width, height, true, pan, panAt0, panAt1, log);
 }

@@ -1,7 +1,7 @@
 #include <cstring>
 #include <initializer_list>
 
-#include "pipeline/LowColorNoise.h"
+#include "pipeline/NoiseThresholds.h"
 #include "pipeline/ScratchArena.h"
 #include "pipeline/SigmaFilter.h"
 

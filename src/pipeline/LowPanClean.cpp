@@ -5,8 +5,9 @@
 #include "pipeline/SigmaFilter.h"
 
 int32_t Alg_LowPanClean(int32_t* lowPan, int32_t w2, int32_t h2, float globalGain, float analogGain,
-                        const float gains[5], const float slopes[5], const float intercepts[5], float sigma0, float sigma1,
-                        float sigma2, int32_t radius0, int32_t radius1, int32_t radius2, LogText_t* log) noexcept {
+                        const float gains[5], const float slopes[5], const float intercepts[5], float sigma0,
+                        float sigma1, float sigma2, int32_t radius0, int32_t radius1, int32_t radius2,
+                        LogText_t* log) noexcept {
     using namespace kvx;
     if (w2 < 1 || h2 < 1) return kStageSuccess;
     const size_t count = size_t(w2) * h2;

@@ -17,4 +17,9 @@ ThresholdTable ThresholdsOf(float sigma, const NoiseModel& noise) noexcept {
     return table;
 }
 
+float LowColourGain(float globalGain, float redBalance, float greenBalance, float blueBalance) noexcept {
+    const float squares = redBalance * redBalance + 2 * (greenBalance * greenBalance) + blueBalance * blueBalance;
+    return AppliedGain(globalGain) * std::sqrt(squares * 0.25F);
+}
+
 }  // namespace kvx

@@ -1,4 +1,4 @@
-/** How far two samples of one brightness may lie apart and differ by noise alone. */
+/** How much two samples of the same brightness can differ by noise alone. */
 #pragma once
 
 #include <array>
@@ -11,7 +11,7 @@ namespace kvx {
 /** 16.16 gamma codes, by the gamma code of the brightness. */
 using ThresholdTable = std::array<int32_t, kGammaCodes>;
 
-/** The noise of raw samples, of variance slope x + intercept, and what becomes of it. */
+/** The noise of raw samples, of variance slope x + intercept, and how processing has scaled it since. */
 struct NoiseModel {
     float slope, intercept;
     float gain;   ///< that the samples have been multiplied by since
@@ -26,7 +26,7 @@ ThresholdTable ThresholdsOf(float sigma, const NoiseModel& noise) noexcept;
 
 /**
  * The code at `at`, from the binomial mean of its 3x3 neighbourhood: a noisy sample alone says too little of how bright
- * it is. Places at the border speak for themselves.
+ * it is. Values at the border stand for themselves.
  */
 template <class Value>
 int32_t LocalCode(const Value* plane, int32_t width, int32_t height, int32_t row, int32_t column) noexcept {
@@ -41,13 +41,25 @@ int32_t LocalCode(const Value* plane, int32_t width, int32_t height, int32_t row
     return code < 0 ? 0 : code >= kGammaCodes ? kGammaCodes - 1 : code;
 }
 
-// Found by measurement: what is left of the noise of a raw sample in a value of a low-resolution plane.
-constexpr float kLowPanShare = 0.5F;
-constexpr float kLowColourShare = 0.70710678F;  // two samples' mean
-
 /** Gains below 1 are not applied. */
 constexpr float AppliedGain(float globalGain) {
     return globalGain > 1 ? globalGain : 1;
 }
+
+/** The noise of the low-resolution pan plane. Measured: averaging leaves half of a raw sample's deviation. */
+constexpr NoiseModel LowPanNoise(float slope, float intercept, float globalGain) {
+    return {slope, intercept, AppliedGain(globalGain), 0.5F};
+}
+
+/** The noise of the colour differences: that of the mean of two samples. */
+constexpr NoiseModel LowColourNoise(float slope, float intercept, float gain) {
+    return {slope, intercept, gain, 0.70710678F};
+}
+
+/**
+ * The gain that the noise of a colour has gone through. Which cell holds which colour is not known here: the root mean
+ * square of the balances, green counted twice as in the mosaic, is right for the noise as a whole.
+ */
+float LowColourGain(float globalGain, float redBalance, float greenBalance, float blueBalance) noexcept;
 
 }  // namespace kvx

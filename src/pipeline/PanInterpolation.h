@@ -1,9 +1,21 @@
-/** The arithmetic of pan interpolation: from the quincunx of pan sites to pan at every site. */
+/** Pan interpolation, from the quincunx of pan sites to pan at every site: the stage, and its arithmetic. */
 #pragma once
 
 #include <cstdint>
 
+#include "KvxDemosaicing/KvxPipeline.h"
+
 namespace kvx {
+
+/** Alg_InterpolatePan(), whose noise filter can be switched off. */
+int32_t InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t width, int32_t height, bool isFiltered,
+                       uint16_t* pan, uint16_t* panAt0, uint16_t* panAt1, LogText_t* log) noexcept;
+
+/** The row or column within [0, length) that stands for `index`: beyond the border lies the mirror image. */
+constexpr int32_t MirroredIndex(int32_t index, int32_t length) {
+    while (index < 0 || index >= length) index = index < 0 ? -index : 2 * (length - 1) - index;
+    return index;
+}
 
 /** Added to sums of gradients: smaller ones say nothing about direction. */
 constexpr int32_t kGradientGuard = 6;
@@ -11,7 +23,7 @@ constexpr int32_t kGradientGuard = 6;
 /** The mean of differences from a centre, the centre's own 0 among them, by Epanechnikov's weights. */
 class PanMean {
 public:
-    /** @param threshold from where on a difference does not count; positive */
+    /** @param threshold from which on a difference does not count; positive */
     explicit constexpr PanMean(float threshold) : m_widest(threshold * threshold), m_weights(m_widest) {}
 
     constexpr void Add(int32_t difference) {

@@ -8,7 +8,7 @@ int32_t Alg_SubtractDarkFloor(const uint8_t* raw, int32_t width, int32_t height,
                               LogText_t*) noexcept {
     const int64_t count = width > 0 && height > 0 ? int64_t{width} * height : 0;
     for (int64_t i = 0; i < count; ++i) {
-        uint16_t sample;  // 16 bits, for all that the samples are passed as bytes
+        uint16_t sample;  // 16 bits, although the samples are passed as bytes
         std::memcpy(&sample, raw + i * int64_t{sizeof sample}, sizeof sample);
         output[i] = static_cast<uint16_t>(kvx::SubtractedFloor(sample, darkFloor));
     }

@@ -1,4 +1,4 @@
-/** Scratch memory of the pipeline's stages: buffers that are free at the moment, one arena for each thread. */
+/** Scratch memory of the pipeline's stages: one arena for each thread, in buffers that the next stage does not use. */
 #pragma once
 
 #include <cstddef>

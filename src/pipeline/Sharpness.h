@@ -12,10 +12,9 @@ struct SharpnessTables {
     std::array<float, kGammaCodes> edgeScale, noiseGain;  ///< by display values 0 to 255
 
     /**
-     * What to add to the colours of a pixel.
+     * The value to add to the colours of a pixel.
      *
-     * @param pan and
-     * @param low display values of the pan plane and of the low-pass pan plane
+     * @param pan,low display values of the pan plane and of the low-pass pan plane
      * @param smooth the latter smoothed, 16.16
      */
     float Detail(int32_t pan, int32_t low, int32_t smooth, int32_t activity, float maxSharpen) const {

@@ -41,21 +41,14 @@ TEST(ImageProcess, AnswersHowMuchMemoryAFrameTakes) {
     }
 }
 
-/** The stages, each with buffers of its own. */
-std::vector<uint8_t> StageByStage(PipelineFrame& frame) {
+/** The stages, each with buffers of its own, and a plain form of the last two. */
+std::vector<uint8_t> StageByStage(const PipelineFrame& frame) {
     const ImageProcessParam& p = frame.param;
-    StagePlanes planes(frame.input, p, true, true);
-    auto& [red, green, blue] = planes.differences;
-    const auto& m = p.colorMatrix;
-    const size_t n = frame.input.size();
-    std::vector<uint8_t> rgb(3 * n);
-    const Scratch scratch(4 * n, 4 * n, 4 * n);
     const uint16_t* tone = p.toneScale ? p.toneScale : Tonescale12.data();
-    Succeed(Alg_ColorCorrection(red.data(), green.data(), blue.data(), planes.lowPan.data(), p.width, p.height,
-                                m[0], m[1], m[2], m[3], m[4], m[5], m[6], m[7], m[8], rgb.data(), tone, nullptr));
-    Succeed(Alg_Sharpness(rgb.data(), planes.pan.data(), planes.lowPan.data(), p.width, p.height, p.sharpness[0],
-                          p.sharpness[1], p.sharpness[2], p.sharpness[3], tone, nullptr));
-    return rgb;
+    const std::vector<int> pixels = StagePlanes(frame.input, p, true, true)
+                                        .Finished(p, {[=](int linear) { return uint8_t(tone[linear]); },
+                                                      [=](int linear) { return int16_t(tone[linear]); }, 255, 0, 1});
+    return {pixels.begin(), pixels.end()};
 }
 
 struct Variation {
@@ -76,6 +69,12 @@ const Variation kVariations[] = {
     {"last passes, mono",
      [](auto& p) {
          p.panRadius[2] = 2, p.panSigma[2] = 3, p.colorRadius[2] = 1, p.colorSigma[2] = 5, p.monoEnable = 1;
+         p.panRadius[1] = 3, p.panSigma[1] = .5F;
+     }},
+    {"one colour pass, no sharpening",
+     [](auto& p) {
+         std::fill_n(p.panRadius, 3, 0), std::fill_n(p.colorRadius, 3, 0);
+         p.colorRadius[2] = 1, p.colorSigma[2] = 2, p.sharpness[1] = 0, p.sharpness[2] = 1;
      }},
     {"huge radii", [](auto& p) { p.panRadius[0] = p.colorRadius[1] = INT_MAX, p.analogGain = 99; }},
     {"analog gain, mono neither 0 nor 1", [](auto& p) { p.analogGain = 20, p.monoEnable = 2; }},
@@ -83,6 +82,8 @@ const Variation kVariations[] = {
     {"gains that are not numbers",
      [](auto& p) { p.redBalance = p.panBalance = p.globalGain = p.analogGain = p.ISOAnalogGain[2] = NAN; }},
     {"negative gains", [](auto& p) { p.redBalance = p.panBalance = p.globalGain = p.analogGain = -3; }},
+    {"any activity is an edge, darkening detail",
+     [](auto& p) { p.sharpness[0] = -3, p.sharpness[1] = .5F, p.sharpness[2] = -1, p.sharpness[3] = 3; }},
     {"wild sharpening, own tone",
      [](auto& p) {
          p.sharpness[0] = -INFINITY, p.sharpness[1] = 1e38F, p.sharpness[3] = NAN;
@@ -93,7 +94,7 @@ const Variation kVariations[] = {
 // The driver's buffers overlap; those of the stages do not. Wild parameters are the fuzzer's and
 // PipelineTwinsTest.cpp's.
 TEST(ImageProcess, GivesWhatItsStagesGiveAndStaysWithinItsBuffers) {
-    constexpr struct { int width, height; } sizes[] = {{2, 2}, {4, 4}, {8, 4}, {6, 10}, {2, 12}, {64, 36}};
+    constexpr struct { int width, height; } sizes[] = {{2, 2}, {4, 4}, {8, 4}, {6, 10}, {2, 12}, {96, 80}};
     for (const auto& [width, height] : sizes)
         for (const Variation& variation : kVariations)
             for (const size_t guard : {0, 64}) {

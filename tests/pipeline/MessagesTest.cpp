@@ -50,7 +50,8 @@ TEST(Scratch, EveryStageSaysWhatItHasNoMemoryFor) {
                                full[0].data(), log);
     };
     const Stage cleanColour = [&](auto* log) {
-        return Alg_LowColorDiffClean(q.data(), low.data(), w2, h2, 1, 1, 1, 1, 1, five, five, five, 1, 1, 1, 1, 1, 1, log);
+        return Alg_LowColorDiffClean(q.data(), low.data(), w2, h2, 1, 1, 1, 1, 1, five, five, five, 1, 1, 1, 1, 1, 1,
+                                     log);
     };
     const Stage cleanPan = [&](auto* log) {
         return Alg_LowPanClean(low.data(), w2, h2, 1, 1, five, five, five, 1, 1, 1, 1, 1, 1, log);

@@ -11,7 +11,6 @@ namespace kvx::test {
 namespace {
 
 using Plane = std::vector<int32_t>;
-constexpr float kEver[5] = {1, 1, 1, 1, 1};  // gains at which a noise model holds everywhere
 
 TEST(ImpulseFilter, ClampsToTheRangeOfNeighboursOfTheSameColour) {
     constexpr int width = 9, height = 8;
@@ -120,7 +119,7 @@ TEST(NoiseThresholds, FollowTheModelAtTheLocalMean) {
         EXPECT_EQ(thresholdAt(true, 500, c.sigma, c.gain, c.slope, c.intercept), c.expected)
             << c.sigma << " " << c.gain;
 
-    // Inside, the binomial mean of 3x3 codes tells the level; at the border the code itself, within 0 to 1023.
+    // Inside, the binomial mean of 3x3 codes gives the level; at the border the code itself, within 0 to 1023.
     Plane plane(25, 100 * 65536), thresholds(25), levels(25, 100);
     plane[12] = 900 * 65536, plane[0] = -5 * 65536, plane[4] = 2000 * 65536;
     constexpr struct {
@@ -129,40 +128,6 @@ TEST(NoiseThresholds, FollowTheModelAtTheLocalMean) {
     } means[] = {{12, 300}, {7, 200}, {6, (15 * 100 - 5 + 800) / 16}, {22, 100}, {0, 0}, {4, 1023}};
     Alg_PanBuildGammaNoiseThreshold(plane.data(), 5, 5, 2, 1, 1, 1, thresholds.data(), nullptr);
     for (const auto& [at, code] : means) EXPECT_EQ(thresholds[at], thresholdAt(false, code, 2, 1, 1, 1)) << at;
-}
-
-TEST(LowColorDiffClean, RunsThePassesThatHaveARadius) {
-    constexpr int w2 = 13, h2 = 10, l = w2 * h2;
-    constexpr float sigmas[] = {1.5F, 9, 2.5F}, slopes[] = {2, 2, 2, 2, 2}, intercepts[] = {9, 9, 9, 9, 9};
-    constexpr int32_t radii[] = {1, -3, 2};
-    const Plane noise = Drawn<int32_t>(l, 400 * 65536, 460 * 65536, 8);
-    Plane differences = noise, expected = noise, copy, thresholds(l);
-    // Every phase of the 2x2 mosaic by itself, odd sizes too.
-    const std::vector<uint16_t> levels = Drawn<uint16_t>(l, 200, 700, 9);
-    const float gain = 1.5F * std::sqrt((4.F + 2 * 1.F + .25F) / 4);
-    for (int phase = 0; phase < 4; ++phase) {
-        Plane part;
-        std::vector<uint16_t> partLevels;
-        std::vector<size_t> from;
-        for (int row = phase / 2; row < h2; row += 2)
-            for (int column = phase % 2; column < w2; column += 2) {
-                from.push_back(size_t(row * w2 + column));
-                part.push_back(noise[from.back()]);
-                partLevels.push_back(levels[from.back()]);
-            }
-        const int width = (w2 + 1 - phase % 2) / 2, height = (h2 + 1 - phase / 2) / 2;
-        copy = part;
-        for (const int pass : {0, 2}) {
-            Alg_ColorBuildGammaNoiseThreshold(partLevels.data(), width, height, sigmas[pass], gain, 2, 9,
-                                              thresholds.data(), nullptr);
-            Alg_IterativeSigmaFilter(part.data(), copy.data(), width, height, radii[pass], thresholds.data(), nullptr);
-        }
-        for (size_t i = 0; i < from.size(); ++i) expected[from[i]] = part[i];
-    }
-    Scratch scratch(14 * l);
-    Succeed(Alg_LowColorDiffClean(levels.data(), differences.data(), w2, h2, 1.5F, 2, 1, .5F, 3, kEver, slopes,
-                                  intercepts, sigmas[0], sigmas[1], sigmas[2], radii[0], radii[1], radii[2], nullptr));
-    EXPECT_EQ(differences, expected);
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ void BandFinisher::Finish(const TrueSenseFrame& frame, const PipelinePlanes& pla
     for (int row = begin; row < end; ++row) {
         for (; prepared <= std::min(row + reach, area.height - 1); ++prepared) PrepareRow(settings, prepared);
         ColorCorrection(settings, row);
-        if (settings.isSharpened) Sharpness(settings, planes, row);
+        if (settings.hasDetail) AddDetailOf(settings, planes, row);
         StorePixelRow(frame.destination, row - area.rowPhase,
                       {Colour(0) + area.columnPhase, Colour(1) + area.columnPhase, Colour(2) + area.columnPhase},
                       static_cast<size_t>(area.regionWidth), frame.outputShift);
@@ -44,10 +44,10 @@ void BandFinisher::Finish(const TrueSenseFrame& frame, const PipelinePlanes& pla
 void BandFinisher::PrepareRow(const FinishSettings& settings, int row) {
     const int16_t* codes = LowCodes(row);
     m_upSampler.LowPanUpSample(row, LowPan(row), LowCodes(row));
-    if (!settings.isSharpened) return;
+    if (!settings.hasDetail) return;
     uint16_t* display = Display(row);
     for (size_t k = 0; k < m_width; ++k) display[k] = settings.display[codes[k]];
-    SmoothAcross(display, m_width, Smooth(row));
+    if (settings.isSharpened) SmoothAcross(display, m_width, Smooth(row));
 }
 
 void BandFinisher::ColorCorrection(const FinishSettings& settings, int row) {
@@ -68,31 +68,41 @@ void BandFinisher::ColorCorrection(const FinishSettings& settings, int row) {
     }
 }
 
-void BandFinisher::Sharpness(const FinishSettings& settings, const PipelinePlanes& planes, int row) {
+void BandFinisher::AddDetailOf(const FinishSettings& settings, const PipelinePlanes& planes, int row) {
+    const int toByte = settings.isDeep ? 4 : 0;
+    const int16_t* panCodes = planes.fullPan.Row(row);
+    uint16_t *pan = Pan(), *low = Display(row);
+    float *noiseGain = m_floats.Row(1), *detail = m_floats.Row(2);
+    for (size_t k = 0; k < m_width; ++k) {
+        pan[k] = settings.display[panCodes[k]];
+        noiseGain[k] = settings.sharpness.noiseGain[low[k] >> toByte];
+    }
+    if (settings.isSharpened)
+        Sharpness(settings, planes, row, detail);
+    else
+        FindPlainDetail(pan, low, noiseGain, m_width, detail);
+    for (int channel = 0; channel < 3; ++channel)
+        AddDetail(detail, settings.isDeep ? 4095 : 255, m_width, Colour(channel));
+}
+
+void BandFinisher::Sharpness(const FinishSettings& settings, const PipelinePlanes& planes, int row, float* detail) {
     const int last = planes.height - 1;
     const bool hasNext = row > 0 && row < last;
     const bool hasAfterNext = row > 1 && row < last - 1;
-    const SharpnessRow about = {.pan = Pan(),
-                                .low = Display(row),
-                                .lowUp = hasNext ? Display(row - 1) : nullptr,
-                                .lowDown = hasNext ? Display(row + 1) : nullptr,
-                                .smooth = Smooth(row),
-                                .smoothUp = hasAfterNext ? Smooth(row - 2) : nullptr,
-                                .smoothDown = hasAfterNext ? Smooth(row + 2) : nullptr,
-                                .isDeep = settings.isDeep};
-    const int16_t* panCodes = planes.fullPan.Row(row);
-    uint16_t *pan = Pan(), *levels = Levels();
-    float *edgeScale = m_floats.Row(0), *noiseGain = m_floats.Row(1), *detail = m_floats.Row(2);
-    SmoothDown(about, m_width, levels);
+    const SharpnessRow rows = {.pan = Pan(),
+                               .low = Display(row),
+                               .lowUp = hasNext ? Display(row - 1) : nullptr,
+                               .lowDown = hasNext ? Display(row + 1) : nullptr,
+                               .smooth = Smooth(row),
+                               .smoothUp = hasAfterNext ? Smooth(row - 2) : nullptr,
+                               .smoothDown = hasAfterNext ? Smooth(row + 2) : nullptr,
+                               .isDeep = settings.isDeep};
     const int toByte = settings.isDeep ? 4 : 0;
-    for (size_t k = 0; k < m_width; ++k) {
-        pan[k] = settings.display[panCodes[k]];
-        edgeScale[k] = settings.sharpness.edgeScale[levels[k] >> toByte];
-        noiseGain[k] = settings.sharpness.noiseGain[about.low[k] >> toByte];
-    }
-    FindDetail(about, levels, edgeScale, noiseGain, settings.maxSharpen, m_width, detail);
-    for (int channel = 0; channel < 3; ++channel)
-        AddDetail(detail, settings.isDeep ? 4095 : 255, m_width, Colour(channel));
+    uint16_t* levels = Levels();
+    float *edgeScale = m_floats.Row(0), *noiseGain = m_floats.Row(1);
+    SmoothDown(rows, m_width, levels);
+    for (size_t k = 0; k < m_width; ++k) edgeScale[k] = settings.sharpness.edgeScale[levels[k] >> toByte];
+    FindDetail(rows, levels, edgeScale, noiseGain, settings.maxSharpen, m_width, detail);
 }
 
 }  // namespace kvx

@@ -10,18 +10,19 @@
 
 namespace kvx {
 
-/** What the last steps of one frame need to know. */
+/** The parameters of the last steps. */
 struct FinishSettings {
     std::array<uint16_t, KVX_TONE_TABLE_SIZE> tone;  ///< display values of 8 bits, or of 12 for words
     std::array<uint16_t, kGammaCodes> display;       ///< the same by gamma codes
     std::array<float, 9> matrix;
     SharpnessTables sharpness;
     float maxSharpen;
-    bool isSharpened;  ///< otherwise no detail is added at all
+    bool hasDetail;    ///< the detail of pan is added
+    bool isSharpened;  ///< and sharpened
     bool isMono, isDeep;
 };
 
-/** One thread's. */
+/** Per-thread state. */
 class BandFinisher {
 public:
     /** @return false without memory */
@@ -47,7 +48,7 @@ private:
     uint16_t* Smooth(int row) const {
         return m_values.Row(2 * kRing + row % kRing);
     }
-    // Rows of the moment.
+    // Rows of the current step.
     uint16_t* Colour(int channel) const {
         return m_values.Row(3 * kRing + channel);
     }
@@ -63,7 +64,8 @@ private:
 
     void PrepareRow(const FinishSettings& settings, int row);
     void ColorCorrection(const FinishSettings& settings, int row);
-    void Sharpness(const FinishSettings& settings, const PipelinePlanes& planes, int row);
+    void AddDetailOf(const FinishSettings& settings, const PipelinePlanes& planes, int row);
+    void Sharpness(const FinishSettings& settings, const PipelinePlanes& planes, int row, float* detail);
 
     UpSampler m_upSampler;
     size_t m_width = 0;

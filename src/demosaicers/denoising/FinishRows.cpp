@@ -141,6 +141,14 @@ void DetailRow(const SharpnessRow& row, const uint16_t* levels, const float* edg
     }
 }
 
+void PlainDetailRow(const uint16_t* pan, const uint16_t* low, const float* noiseGain, size_t width, float* detail) {
+    const Floats f;
+    for (size_t k = 0; k < width; k += hn::Lanes(f)) {
+        const auto fine = hn::ConvertTo(f, hn::Sub(Load(pan + k), Load(low + k)));
+        hn::StoreU(hn::Mul(fine, hn::LoadU(f, noiseGain + k)), f, detail + k);
+    }
+}
+
 /** One pixel at either side, whose activity is that of the border. */
 void DetailAtSide(const SharpnessRow& row, const uint16_t* levels, const float* edgeScale, const float* noiseGain,
                   float maxSharpen, size_t k, float* detail) {
@@ -170,6 +178,7 @@ HWY_EXPORT(AcrossRow);
 HWY_EXPORT(DownRow);
 HWY_EXPORT(DetailRow);
 HWY_EXPORT(DetailAtSide);
+HWY_EXPORT(PlainDetailRow);
 HWY_EXPORT(AddRow);
 
 void FinishLowPan(const DoubledRows& lowPan, size_t width, int32_t* values, int16_t* codes) noexcept {
@@ -199,6 +208,11 @@ void FindDetail(const SharpnessRow& row, const uint16_t* levels, const float* ed
     HWY_DYNAMIC_DISPATCH(DetailRow)(row, levels, edgeScale, noiseGain, maxSharpen, width, detail);
     for (const size_t k : {size_t{0}, width - 1})
         HWY_DYNAMIC_DISPATCH(DetailAtSide)(row, levels, edgeScale, noiseGain, maxSharpen, k, detail);
+}
+
+void FindPlainDetail(const uint16_t* pan, const uint16_t* low, const float* noiseGain, size_t width,
+                     float* detail) noexcept {
+    HWY_DYNAMIC_DISPATCH(PlainDetailRow)(pan, low, noiseGain, width, detail);
 }
 
 void AddDetail(const float* detail, uint16_t white, size_t width, uint16_t* colour) noexcept {

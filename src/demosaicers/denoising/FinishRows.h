@@ -1,4 +1,4 @@
-/** Full-resolution rows become display values. */
+/** Display values of full-resolution rows. */
 #pragma once
 
 #include <array>
@@ -22,7 +22,7 @@ void CorrectColour(const std::array<const uint16_t*, 3>& linear, const float* ma
 /** Sums of display values two columns away and twice a column's own; four times its own at the sides. */
 void SmoothAcross(const uint16_t* display, size_t width, uint16_t* sums) noexcept;
 
-/** What sharpening knows of a row; display values have 8 or 12 bits. */
+/** A row and its neighbours, for sharpening; display values have 8 or 12 bits. */
 struct SharpnessRow {
     const uint16_t *pan, *low;
     const uint16_t *lowUp, *lowDown;                 ///< null at the border
@@ -34,14 +34,17 @@ struct SharpnessRow {
 void SmoothDown(const SharpnessRow& row, size_t width, uint16_t* levels) noexcept;
 
 /**
- * What to add to the colours.
+ * Detail, sharpened: the values to add to the colours.
  *
- * @param levels of SmoothDown()
- * @param edgeScale and
- * @param noiseGain for each pixel; a vector more may be read
+ * @param levels from SmoothDown()
+ * @param edgeScale,noiseGain for each pixel; a vector more may be read
  */
 void FindDetail(const SharpnessRow& row, const uint16_t* levels, const float* edgeScale, const float* noiseGain,
                 float maxSharpen, size_t width, float* detail) noexcept;
+
+/** The same without sharpening: the share `noiseGain` of what pan has and low-pass pan has not. */
+void FindPlainDetail(const uint16_t* pan, const uint16_t* low, const float* noiseGain, size_t width,
+                     float* detail) noexcept;
 
 /** Adds detail to a colour, clamped to 0 and `white`. */
 void AddDetail(const float* detail, uint16_t white, size_t width, uint16_t* colour) noexcept;

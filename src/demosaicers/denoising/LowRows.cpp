@@ -171,10 +171,6 @@ int16_t FilteredImpulse(const std::array<const int16_t*, 3>& rows, ptrdiff_t cel
     return least > most ? rows[1][k] : std::clamp(rows[1][k], least, most);
 }
 
-int32_t CodeOfMean(int32_t code0, int32_t code1) {
-    return Linear12toGamma10[(Gamma10toLinear12[code0] + Gamma10toLinear12[code1] + 1) / 2];
-}
-
 int16_t OwnCode(int32_t value) {
     return static_cast<int16_t>(CodeOf(value));
 }
@@ -182,7 +178,7 @@ int16_t OwnCode(int16_t value) {
     return value;
 }
 
-/** Values at the border speak for themselves. */
+/** Values at the border stand for themselves. */
 template <class Value>
 void SetOwnCodes(const Value* row, size_t begin, size_t end, int16_t* codes) {
     for (size_t k = begin; k < end; ++k) codes[k] = OwnCode(row[k]);
@@ -198,7 +194,7 @@ void SetBorderCodes(const Value* row, ptrdiff_t rowStep, size_t step, size_t cel
     SetOwnCodes(row, cells - step, cells, codes);
 }
 
-/** What the vectors get wrong: values at the sides have no four nearest ones to be clamped to. */
+/** Values at the sides, which have no four nearest ones to be clamped to. */
 int32_t FilteredAtSide(const int32_t* at, const SigmaPass& pass, int32_t threshold) {
     if (threshold <= 0) return *at;
     const auto step = static_cast<ptrdiff_t>(pass.step);
@@ -218,8 +214,11 @@ int32_t FilteredAtSide(const int32_t* at, const SigmaPass& pass, int32_t thresho
 void GenerateLowRow(const CellPan& pan, const int16_t* colour, size_t cells, int32_t* lowPan,
                     int16_t* difference) noexcept {
     HWY_DYNAMIC_DISPATCH(SumCells)(pan, cells, lowPan);
-    for (size_t k = 0; k < cells; ++k)
-        difference[k] = static_cast<int16_t>(colour[k] - CodeOfMean(pan.upperAtColour[k], pan.lowerAtColour[k]));
+    const auto linear = [](int16_t code) { return Gamma10toLinear12[code]; };
+    for (size_t k = 0; k < cells; ++k) {
+        const int32_t mean = CodeOfMean(linear(pan.upperAtColour[k]), linear(pan.lowerAtColour[k]));
+        difference[k] = static_cast<int16_t>(colour[k] - mean);
+    }
 }
 
 void FilterImpulses(const std::array<const int16_t*, 3>& rows, size_t cells, int16_t* filtered) noexcept {

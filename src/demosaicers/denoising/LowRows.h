@@ -1,4 +1,4 @@
-/** Rows of the half-resolution planes: how they are made, and how noise is filtered from them. */
+/** Makes rows of the half-resolution planes, and filters noise from them. */
 #pragma once
 
 #include <array>
@@ -37,10 +37,10 @@ void GenerateLowColour(const int32_t* lowPan, const int16_t* difference, size_t 
                        int32_t* lowColorDiff) noexcept;
 
 /**
- * Codes of the local means about the values of a row.
+ * Codes of the local means around the values of a row.
  *
  * @param step to the neighbours' rows and columns, in values
- * @param rowStep to the neighbours' rows, in values; 0 for rows at the border, whose values speak for themselves
+ * @param rowStep to the neighbours' rows, in values; 0 for rows at the border, whose values stand for themselves
  */
 void LocalCodes(const int32_t* row, ptrdiff_t rowStep, size_t step, size_t cells, int16_t* codes) noexcept;
 void LocalCodes(const int16_t* row, ptrdiff_t rowStep, size_t step, size_t cells, int16_t* codes) noexcept;
@@ -56,7 +56,7 @@ struct SigmaPass {
 };
 
 /**
- * Filters a row. About the plane lie kOutside values as far as the window reaches.
+ * Filters a row. kOutside values surround the plane as far as the window reaches.
  *
  * @param isBorder the rows `step` above or below lie outside
  * @param thresholds one for each value; a vector more may be read

@@ -3,7 +3,8 @@
 
 #include "demosaicers/denoising/LowRows.h"
 #include "demosaicers/denoising/PaddedPlane.h"
-#include "demosaicers/denoising/PanRows.h"
+#include "demosaicers/denoising/PanCodeRows.h"
+#include "pipeline/PanInterpolation.h"
 #include "pipeline/SigmaFilter.h"
 
 namespace kvx {
@@ -29,15 +30,14 @@ struct PipelinePlanes {
     bool Reserve(int newWidth, int newHeight) noexcept;
     void Release() noexcept;
 
-    /** The rows about one, mirrored at the border. */
+    /** A row and its neighbours, mirrored at the border. */
     PanWindow Window(const PaddedPlane<int16_t>& plane, int row) const {
         PanWindow rows;
         for (int i = 0; i < static_cast<int>(rows.size()); ++i) rows[i] = plane.Row(MirroredRow(row + i - 3));
         return rows;
     }
     int MirroredRow(int row) const {
-        while (row < 0 || row >= height) row = row < 0 ? -row : 2 * (height - 1) - row;
-        return row;
+        return MirroredIndex(row, height);
     }
 };
 

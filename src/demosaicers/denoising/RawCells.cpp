@@ -38,8 +38,7 @@ void TakeCells(const RawTables& tables, int row, uint16_t* upper, uint16_t* lowe
     const auto takeCell = [&](size_t k, const RawTables::Table& balanced) {
         pan0[k] = static_cast<int16_t>(tables.pan[upper[2 * k]]);
         pan1[k] = static_cast<int16_t>(tables.pan[lower[2 * k + 1]]);
-        const int32_t sum = balanced[upper[2 * k + 1]] + balanced[lower[2 * k]];
-        colour[k] = static_cast<int16_t>(Linear12toGamma10[(sum + 1) / 2]);
+        colour[k] = static_cast<int16_t>(CodeOfMean(balanced[upper[2 * k + 1]], balanced[lower[2 * k]]));
     };
     for (size_t k = 0; k < cells; k += 2) {
         takeCell(k, first);

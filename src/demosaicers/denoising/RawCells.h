@@ -1,4 +1,4 @@
-/** Raw rows become gamma codes of pan and of colour. */
+/** Gamma codes of pan and of colour from raw rows. */
 #pragma once
 
 #include <array>
@@ -9,7 +9,7 @@
 
 namespace kvx {
 
-/** Everything that happens to single samples, in tables by what is left above the dark floor. */
+/** Gain, white balance and gamma codes of single samples, by the sample minus the dark floor. */
 struct RawTables {
     static constexpr int kValues = 4096;
     using Table = std::array<uint16_t, kValues>;
@@ -25,10 +25,8 @@ void MakeRawTables(const ImageProcessParam& param, RawTables& tables) noexcept;
  * Takes two rows of the base tile's mosaic.
  *
  * @param row the first one's, even
- * @param upper and
- * @param lower 2 x cells raw samples each, which are overwritten
- * @param pan0 and
- * @param pan1 pan codes of either row, one for each cell
+ * @param upper,lower 2 x cells raw samples each, which are overwritten
+ * @param pan0,pan1 pan codes of either row, one for each cell
  * @param colour code of the mean of the two colour samples of each cell
  */
 void TakeCells(const RawTables& tables, int row, uint16_t* upper, uint16_t* lower, size_t cells, int16_t* pan0,

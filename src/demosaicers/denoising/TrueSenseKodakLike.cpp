@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "pipeline/LowColorNoise.h"
+#include "pipeline/NoiseThresholds.h"
 #include "pipeline/ToneScales.h"
 
 namespace kvx {
@@ -25,7 +25,8 @@ FinishSettings FinishSettingsOf(const TrueSenseFrame& frame, const ImageProcessP
     const float* sharpness = param.sharpness;
     settings.sharpness = SharpnessTablesOf(sharpness[0], sharpness[2], sharpness[3]);
     settings.maxSharpen = sharpness[1];
-    settings.isSharpened = std::any_of(sharpness, sharpness + 4, [](float value) { return value != 0; });
+    settings.isSharpened = sharpness[1] != 0;
+    settings.hasDetail = settings.isSharpened || sharpness[2] != 0 || sharpness[3] != 0;
     settings.isMono = param.monoEnable == 1;
     return settings;
 }
@@ -76,23 +77,23 @@ int TrueSenseKodakLike<T>::Convert() noexcept {
 template <class T>
 ThresholdTable TrueSenseKodakLike<T>::ColorBuildGammaNoiseThreshold(int pass) const noexcept {
     const ImageProcessParam& param = this->Param();
-    NoiseModel noise{0, 0, LowColourGain(param.globalGain, param.redBalance, param.greenBalance, param.blueBalance),
-                     kLowColourShare};
+    float slope = 0, intercept = 0;
     Alg_CalculateNoiseParameter(param.analogGain, param.ISOAnalogGain, param.ISOColorSlope, param.ISOColorIntercept,
-                                &noise.slope, &noise.intercept, nullptr);
-    return ThresholdsOf(param.colorSigma[pass], noise);
+                                &slope, &intercept, nullptr);
+    const float gain = LowColourGain(param.globalGain, param.redBalance, param.greenBalance, param.blueBalance);
+    return ThresholdsOf(param.colorSigma[pass], LowColourNoise(slope, intercept, gain));
 }
 
 template <class T>
 ThresholdTable TrueSenseKodakLike<T>::PanBuildGammaNoiseThreshold(int pass) const noexcept {
     const ImageProcessParam& param = this->Param();
-    NoiseModel noise{0, 0, AppliedGain(param.globalGain), kLowPanShare};
-    Alg_CalculateNoiseParameter(param.analogGain, param.ISOAnalogGain, param.ISOPanSlope, param.ISOPanIntercept,
-                                &noise.slope, &noise.intercept, nullptr);
-    return ThresholdsOf(param.panSigma[pass], noise);
+    float slope = 0, intercept = 0;
+    Alg_CalculateNoiseParameter(param.analogGain, param.ISOAnalogGain, param.ISOPanSlope, param.ISOPanIntercept, &slope,
+                                &intercept, nullptr);
+    return ThresholdsOf(param.panSigma[pass], LowPanNoise(slope, intercept, param.globalGain));
 }
 
-/** @param levels what tells how bright it is at a value: the plane itself, or the colours beside the differences */
+/** @param levels the brightness at each value: the plane itself, or the colours that belong to the differences */
 template <class T>
 template <class Level>
 void TrueSenseKodakLike<T>::IterativeSigmaFilter(const PaddedPlane<int32_t>& from, const PaddedPlane<Level>& levels,

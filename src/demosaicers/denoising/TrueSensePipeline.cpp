@@ -16,7 +16,7 @@ void TrueSensePipeline<T>::CleanMemory() noexcept {
     TrueSenseDemosaicer<T>::CleanMemory();
     m_planes.Release();
     m_lines.reset();
-    m_noise.reset();
+    m_meters.reset();
     m_gradients.Release();
     m_codes.Release();
     m_panThresholds.Release();
@@ -36,12 +36,13 @@ int TrueSensePipeline<T>::Reserve() noexcept {
     m_reservedThreads = 0;
     m_lineStep = static_cast<size_t>(frame.area.width) + kVectorReserve;
     m_lines.reset(new (std::nothrow) uint16_t[2 * m_lineStep * threads]);
-    m_noise.reset(new (std::nothrow) PanNoise[threads]);
+    m_meters.reset(new (std::nothrow) PanNoiseMeter[threads]);
     const int width = frame.area.width;
-    const bool reserved = m_lines && m_noise && m_planes.Reserve(width, frame.area.height) &&
-                          m_gradients.Reserve(width / 2, kGradientRows * m_threads, 0, 0) &&
-                          m_codes.Reserve(width / 2, kCodeRows * m_threads, 0, 0) &&
-                          m_panThresholds.Reserve(width / 2, m_threads, 0, 1.0F) && ReserveThreads(m_threads, width);
+    bool reserved = m_lines && m_meters && m_planes.Reserve(width, frame.area.height) &&
+                    m_gradients.Reserve(width / 2, kGradientRows * m_threads, 0, 0) &&
+                    m_codes.Reserve(width / 2, kCodeRows * m_threads, 0, 0) &&
+                    m_panThresholds.Reserve(width / 2, m_threads, 0, 1.0F) && ReserveThreads(m_threads, width);
+    for (size_t thread = 0; thread < threads; ++thread) reserved = reserved && m_meters[thread].Reserve(width / 2);
     if (!reserved) {
         CleanMemory();
         return KvxResult_NoMemory;
@@ -53,7 +54,7 @@ int TrueSensePipeline<T>::Reserve() noexcept {
 template <class T>
 void TrueSensePipeline<T>::MakeLowPlanes() noexcept {
     CalculateWhiteBalance();
-    FilterPan(MeasurePanNoise());
+    FilterPan(ReducesNoise(m_param) ? MeasurePanNoise() : NoPanThresholds());
     InterpolatePan();
     CalculateImpulseFilter();
 }
@@ -78,30 +79,16 @@ void TrueSensePipeline<T>::CalculateWhiteBalance() noexcept {
 
 template <class T>
 PanThresholds TrueSensePipeline<T>::MeasurePanNoise() noexcept {
-    std::fill_n(m_noise.get(), m_threads, PanNoise());
-    const int blockRows = m_planes.CellRows() / kNoiseBlock, blocks = m_planes.Cells() / kNoiseBlock;
-    if (blockRows == 0 || blocks == 0) return PanNoise().Thresholds();
-    const auto cells = static_cast<size_t>(m_planes.Cells());
-    ForBands(0, blockRows, (m_bandRows + 2 * kNoiseBlock - 1) / (2 * kNoiseBlock), [&](int thread, int begin, int end) {
-        uint16_t *levels = m_lines.get() + 2 * m_lineStep * thread, *roughness = levels + m_lineStep;
-        for (int blockRow = begin; blockRow < end; ++blockRow) {
-            std::fill_n(levels, 2 * m_lineStep, uint16_t{0});
-            for (int i = 0; i < kNoiseBlock; ++i) {
-                const PanWindow rows = m_planes.Window(m_planes.pan, 2 * (blockRow * kNoiseBlock + i));
-                AddResiduals(rows[3], rows[2], rows[4], cells, levels, roughness);
-            }
-            for (int block = 0; block < blocks; ++block) {
-                const auto sum = [=](const uint16_t* columns) {
-                    int32_t total = 0;
-                    for (int i = 0; i < kNoiseBlock; ++i) total += columns[block * kNoiseBlock + i];
-                    return total;
-                };
-                m_noise[thread].Count(sum(levels), sum(roughness));
-            }
-        }
-    });
-    for (int thread = 1; thread < m_threads; ++thread) m_noise[0].Add(m_noise[thread]);
-    return m_noise[0].Thresholds();
+    for (int thread = 0; thread < m_threads; ++thread) m_meters[thread].Begin();
+    const int blockRows = m_planes.CellRows() / kNoiseBlock;
+    if (blockRows > 0)
+        ForBands(0, blockRows, (m_bandRows + 2 * kNoiseBlock - 1) / (2 * kNoiseBlock),
+                 [&](int thread, int begin, int end) {
+                     for (int row = begin; row < end; ++row) m_meters[thread].CountBlocks(m_planes, row);
+                 });
+    PanNoise noise;
+    for (int thread = 0; thread < m_threads; ++thread) noise.Add(m_meters[thread].Noise());
+    return noise.Thresholds();
 }
 
 template <class T>

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "demosaicers/denoising/PanNoiseMeter.h"
 #include "demosaicers/denoising/PipelineParams.h"
 #include "demosaicers/denoising/PipelinePlanes.h"
 #include "demosaicers/denoising/RawCells.h"
@@ -71,10 +72,10 @@ private:
     RawTables m_rawTables{};
     PipelinePlanes m_planes;
     int m_reservedThreads = 0;
-    // For each thread: two rows of samples or of sums, counts of blocks, rows of gradients, of codes, of thresholds.
+    // For each thread: two rows of samples, a noise meter, rows of gradients, of codes, of thresholds.
     size_t m_lineStep = 0;
     std::unique_ptr<uint16_t[]> m_lines;
-    std::unique_ptr<PanNoise[]> m_noise;
+    std::unique_ptr<PanNoiseMeter[]> m_meters;
     PaddedPlane<int16_t> m_gradients, m_codes;
     PaddedPlane<float> m_panThresholds;
 };

@@ -18,7 +18,7 @@ public:
     void CleanMemory() noexcept override;
 
 private:
-    /** One thread's: up-sampling, and a row of pan and of three colours. */
+    /** Per-thread state: up-sampling, and a row of pan and of three colours. */
     struct Workspace {
         UpSampler upSampler;
         PaddedPlane<int32_t> pan;

@@ -12,7 +12,7 @@ namespace kvx::HWY_NAMESPACE {
 namespace {
 namespace hn = hwy::HWY_NAMESPACE;
 
-// All sums are exact: differences are multiples of 256, of which at most 18 bits differ from zero.
+// All sums and quotients are exact: differences are multiples of 256, of which at most 18 bits differ from zero.
 using Words = hn::ScalableTag<int32_t>;
 
 void AcrossRow(const int32_t* difference, int firstCell, size_t cells, int32_t* sums) {
@@ -20,18 +20,10 @@ void AcrossRow(const int32_t* difference, int firstCell, size_t cells, int32_t* 
     const auto isEven = hn::Eq(hn::And(hn::Iota(d, 0), hn::Set(d, 1)), hn::Zero(d));
     for (size_t k = 0; k < cells; k += hn::Lanes(d)) {
         const auto own = hn::ShiftLeft<1>(hn::LoadU(d, difference + k));
-        const auto beside = hn::Add(hn::LoadU(d, difference + k - 1), hn::LoadU(d, difference + k + 1));
-        hn::StoreU(firstCell == 0 ? hn::IfThenElse(isEven, own, beside) : hn::IfThenElse(isEven, beside, own), d,
+        const auto sides = hn::Add(hn::LoadU(d, difference + k - 1), hn::LoadU(d, difference + k + 1));
+        hn::StoreU(firstCell == 0 ? hn::IfThenElse(isEven, own, sides) : hn::IfThenElse(isEven, sides, own), d,
                    sums + k);
     }
-}
-
-/** Towards zero. */
-template <int kShift>
-hn::Vec<Words> Divided(hn::Vec<Words> value) {
-    const Words d;
-    const auto rest = hn::And(hn::BroadcastSignBit(value), hn::Set(d, (1 << kShift) - 1));
-    return hn::ShiftRight<kShift>(hn::Add(value, rest));
 }
 
 template <int kShift>
@@ -40,7 +32,7 @@ void DownRow(const int32_t* up, const int32_t* row, const int32_t* down, size_t 
     for (size_t k = 0; k < cells; k += hn::Lanes(d)) {
         auto sum = hn::LoadU(d, row + k);
         if (up && down) sum = hn::Add(hn::Add(hn::LoadU(d, up + k), hn::LoadU(d, down + k)), hn::ShiftLeft<1>(sum));
-        hn::StoreU(Divided<kShift>(sum), d, spread + k);
+        hn::StoreU(hn::ShiftRight<kShift>(sum), d, spread + k);
     }
 }
 

@@ -12,7 +12,7 @@ struct LowPlanes {
     int cells, cellRows;
 };
 
-/** One thread's. */
+/** Per-thread state. */
 class UpSampler {
 public:
     /** @return false without memory */

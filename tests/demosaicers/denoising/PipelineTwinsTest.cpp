@@ -17,7 +17,7 @@ namespace {
 
 using Params = tagTrueSenseParam;
 
-/** Parameters by lot, some within reason and some far beyond it. */
+/** Random parameters, some within reason and some far beyond it. */
 void DrawParams(std::mt19937& random, Params& params) {
     const auto draw = [&](unsigned end) { return static_cast<int>(random() % end); };
     const auto between = [&](double low, double high) { return low + (high - low) * draw(10001) / 10000; };
@@ -31,6 +31,9 @@ void DrawParams(std::mt19937& random, Params& params) {
     for (int64_t* radius : {&params.panRadius0, &params.panRadius1, &params.panRadius2, &params.colorRadius0,
                             &params.colorRadius1, &params.colorRadius2})
         if (draw(2)) *radius = draw(12) ? draw(4) : 12 + draw(8);
+    if (draw(8) == 0)
+        params.panRadius0 = params.panRadius1 = params.panRadius2 = params.colorRadius0 = params.colorRadius1 =
+            params.colorRadius2 = 0;
     for (double* sigma : {&params.panSigma0, &params.panSigma1, &params.panSigma2, &params.colorSigma0,
                           &params.colorSigma1, &params.colorSigma2})
         if (draw(2)) *sigma = draw(4) ? between(0, 5) : 0;

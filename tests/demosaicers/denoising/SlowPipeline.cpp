@@ -1,16 +1,47 @@
 #include "demosaicers/denoising/SlowPipeline.h"
 
-#include <algorithm>
-#include <cstdlib>
+#include <climits>
 
-#include "demosaicers/denoising/PipelineParams.h"
-#include "pipeline/ColorCorrection.h"
-#include "pipeline/Sharpness.h"
 #include "pipeline/ToneScales.h"
 #include "support/StagePlanes.h"
 
 namespace kvx::test {
 namespace {
+
+ImageProcessParam ParamOf(int width, int height, const tagTrueSenseParam& params) {
+    const auto within = [](int64_t value) {
+        return static_cast<int32_t>(std::clamp<int64_t>(value, INT_MIN, INT_MAX));
+    };
+    const auto copy = [](const double* from, float* to, int count) {
+        for (int i = 0; i < count; ++i) to[i] = static_cast<float>(from[i]);
+    };
+    ImageProcessParam p{};
+    p.width = width;
+    p.height = height;
+    p.cfaPattern = 1;
+    p.monoEnable = within(params.monoEnable);
+    p.darkFloor = within(params.darkFloor);
+    copy(&params.redGain, &p.redBalance, 1);
+    copy(&params.greenGain, &p.greenBalance, 1);
+    copy(&params.blueGain, &p.blueBalance, 1);
+    copy(&params.panGain, &p.panBalance, 1);
+    copy(&params.globalGain, &p.globalGain, 1);
+    copy(&params.analogGain, &p.analogGain, 1);
+    copy(&params.ISOAnalogGain_0, p.ISOAnalogGain, 5);
+    copy(&params.ISOPanSlope_0, p.ISOPanSlope, 5);
+    copy(&params.ISOPanIntercept_0, p.ISOPanIntercept, 5);
+    copy(&params.ISOColorSlope_0, p.ISOColorSlope, 5);
+    copy(&params.ISOColorIntercept_0, p.ISOColorIntercept, 5);
+    copy(&params.panSigma0, p.panSigma, 3);
+    copy(&params.colorSigma0, p.colorSigma, 3);
+    copy(&params.RR, p.colorMatrix, 9);
+    copy(&params.sharpenParam, p.sharpness, 4);
+    if (!params.sharpnessEnable) p.sharpness[1] = 0;
+    const int64_t radii[] = {params.panRadius0,   params.panRadius1,   params.panRadius2,
+                             params.colorRadius0, params.colorRadius1, params.colorRadius2};
+    for (int i = 0; i < 6; ++i) (i < 3 ? p.panRadius : p.colorRadius)[i % 3] = within(radii[i]);
+    return p;
+}
 
 /** The planes of a frame, and where its pixels are in them. */
 struct FramePlanes {
@@ -21,14 +52,11 @@ struct FramePlanes {
 
     FramePlanes(const SlowSource& source, const tagTrueSenseParam& params, bool isCleaned)
         : raw(SlowMosaic(source, width, height)),
-          param(PipelineParamOf({width, height, 0, 0, width, height}, params)),
+          param(ParamOf(width, height, params)),
           planes(raw, param, params.impulseFilterEnable != 0, isCleaned) {}
 
     size_t At(int row, int column) const {
         return static_cast<size_t>(row) * width + column;
-    }
-    bool IsBorder(int row, int column) const {
-        return row == 0 || column == 0 || row == height - 1 || column == width - 1;
     }
 };
 
@@ -47,53 +75,19 @@ SlowPicture SlowSimple(const SlowSource& source, const tagTrueSenseParam& params
         Colour colour{};
         for (int channel = 0; channel < 3; ++channel)
             colour.value[channel] =
-                Gamma10toLinear12[CodeOf(planes.pan[at] * kCodeUnit + planes.differences[channel][at])];
+                Gamma10toLinear12[StagePlanes::CodeOf(planes.pan[at] * 65536 + planes.differences[channel][at])];
         return colour;
     });
 }
 
 SlowPicture SlowKodakLike(const SlowSource& source, const tagTrueSenseParam& params, bool isDeep) {
     const FramePlanes frame(source, params, true);
-    const StagePlanes& planes = frame.planes;
-    const ImageProcessParam& param = frame.param;
-    const auto display = [&](int code) { return ToneOf(params.toneTable, Gamma10toLinear12[code], isDeep); };
-    const int toByte = isDeep ? 4 : 0, white = isDeep ? 4095 : 255;
-    const float scaleOfActivity = isDeep ? 1 / 16.0F : 1;
-    std::vector<int32_t> low, smooth;
-    for (const int32_t value : planes.lowPan) {
-        low.push_back(display(CodeOf(value)));
-        smooth.push_back(low.back() * kCodeUnit);
-    }
-    const Scratch scratch(4 * low.size());
-    constexpr float kernel[] = {0.25F, 0, 0.5F, 0, 0.25F};
-    for (const int direction : {0, 1})
-        Alg_Convolve1D(smooth.data(), frame.width, frame.height, kernel, 5, direction, nullptr);
-    const SharpnessTables tables = SharpnessTablesOf(param.sharpness[0], param.sharpness[2], param.sharpness[3]);
-    const float most = param.sharpness[1];
-
+    const auto tone = [&](int linear) { return ToneOf(params.toneTable, linear, isDeep); };
+    const std::vector<int> pixels =
+        frame.planes.Finished(frame.param, {tone, tone, isDeep ? 4095 : 255, isDeep ? 4 : 0, isDeep ? 1 / 16.0F : 1});
     return SlowRegion(source, [&](int row, int column) {
-        const size_t at = frame.At(row, column);
-        const auto beside = [&](int down, int right) { return low[frame.At(row + down, column + right)]; };
-        const int level = smooth[at] / kCodeUnit;
-        int activity = 2 * low[at];
-        if (!frame.IsBorder(row, column))
-            activity = std::abs(beside(-1, 0) + beside(1, 0) - beside(0, -1) - beside(0, 1)) +
-                       std::abs(beside(-1, -1) + beside(1, 1) - beside(-1, 1) - beside(1, -1));
-        const float strength = static_cast<float>(activity) * scaleOfActivity;
-        const float ratio = strength / tables.edgeScale[level >> toByte] - 1.0F;
-        const float positive = 0 > ratio ? 0 : ratio, amount = positive < most ? positive : most;
-        const float detail =
-            static_cast<float>(display(planes.pan[at]) - low[at]) * tables.noiseGain[low[at] >> toByte] +
-            static_cast<float>(low[at] - level) * amount;
-        float linear[3];
-        for (int channel = 0; channel < 3; ++channel)
-            linear[channel] = LinearOf(planes.lowPan[at] + planes.differences[channel][at]);
-        Colour colour{};
-        for (int channel = 0; channel < 3; ++channel) {
-            const int own = ToneOf(params.toneTable, Corrected(param.colorMatrix + 3 * channel, linear), isDeep);
-            colour.value[channel] = std::clamp(Truncated(static_cast<float>(own) + detail), 0, white);
-        }
-        return colour;
+        const int* pixel = &pixels[3 * frame.At(row, column)];
+        return Colour{pixel[0], pixel[1], pixel[2]};
     });
 }
 

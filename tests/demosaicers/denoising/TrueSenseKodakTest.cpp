@@ -1,12 +1,10 @@
-// The demosaicer that drives the pipeline: what it feeds it, and what becomes of the result.
+// The demosaicer that drives the pipeline: its input, and what it writes.
 #include "demosaicers/denoising/TrueSenseKodak.h"
 
 #include <gtest/gtest.h>
 
-#include <climits>
 #include <cmath>
 
-#include "KvxTrueSense/TrueSenseParams.h"
 #include "pipeline/ToneScales.h"
 #include "support/PipelineFrame.h"
 #include "support/TrueSenseJobs.h"
@@ -55,42 +53,6 @@ TEST(TrueSenseKodak, GivesThePipelinesPictureOfEverySource) {
                 return stored;
             }));
         }
-}
-
-TEST(TrueSenseKodak, EveryParameterReachesThePipeline) {
-    tagTrueSenseParam params = DefaultTrueSenseParams();
-    double next = 100;
-    for (const TrueSenseParamRow& row : s_trueSenseParams) {
-        if (row.integer)
-            params.*row.integer = int64_t(next++);
-        else
-            params.*row.real = next++;
-    }
-    params.panRadius2 = INT64_MAX;
-    params.darkFloor = INT64_MIN;
-    const ImageProcessParam p = PipelineParamOf({8, 12, 0, 0, 8, 12}, params);
-    EXPECT_EQ(p.width, 8);
-    EXPECT_EQ(p.height, 12);
-    EXPECT_EQ(p.cfaPattern, 1);
-    EXPECT_EQ(p.monoEnable, params.monoEnable);
-    EXPECT_EQ(p.darkFloor, INT_MIN);
-    EXPECT_EQ(p.panRadius[2], INT_MAX);
-    // In the order of the record, which is that of the numbers.
-    const auto expect = [](const float* first, const float* last, double from) {
-        for (; first <= last; ++first) EXPECT_EQ(*first, float(from++));
-    };
-    expect(&p.redBalance, &p.ISOColorIntercept[4], params.redGain);
-    expect(p.panSigma, p.panSigma + 2, params.panSigma0);
-    expect(p.colorSigma, p.colorSigma + 2, params.colorSigma0);
-    expect(p.colorMatrix, p.colorMatrix + 8, params.RR);
-    expect(p.sharpness, p.sharpness + 3, params.sharpenParam);
-    EXPECT_EQ(p.panRadius[0], params.panRadius0);
-    EXPECT_EQ(p.panRadius[1], params.panRadius1);
-    EXPECT_TRUE(std::equal(p.colorRadius, p.colorRadius + 3, &params.colorRadius0));
-    params.sharpnessEnable = 0;
-    const ImageProcessParam soft = PipelineParamOf({8, 12, 0, 0, 8, 12}, params);
-    EXPECT_EQ(soft.sharpness[1], 0);
-    EXPECT_TRUE(soft.sharpness[0] == p.sharpness[0] && std::equal(p.sharpness + 2, p.sharpness + 4, soft.sharpness + 2));
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
-#include "demosaicers/denoising/PanRows.h"
+#include "demosaicers/denoising/PanCodeRows.h"
 
 #include "pipeline/PanInterpolation.h"
 
 #undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "demosaicers/denoising/PanRows.cpp"
+#define HWY_TARGET_INCLUDE "demosaicers/denoising/PanCodeRows.cpp"
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
@@ -25,20 +25,6 @@ hn::Vec<HalfCodes> ToCodes(hn::Vec<Floats> values) {
     return hn::DemoteTo(HalfCodes(), hn::ConvertTo(Words(), values));
 }
 
-void AddResidualsRow(const int16_t* row, const int16_t* up, const int16_t* down, size_t sites, uint16_t* levels,
-                     uint16_t* roughness) {
-    const Codes d;
-    const hn::RebindToUnsigned<Codes> u;
-    for (size_t k = 0; k < sites; k += hn::Lanes(d)) {
-        const auto centre = hn::LoadU(d, row + k);
-        const auto nearest = hn::Add(hn::Add(hn::LoadU(d, up + k - 1), hn::LoadU(d, up + k)),
-                                     hn::Add(hn::LoadU(d, down + k - 1), hn::LoadU(d, down + k)));
-        const auto residual = hn::Abs(hn::Sub(hn::ShiftLeft<2>(centre), nearest));
-        hn::StoreU(hn::Add(hn::LoadU(u, levels + k), hn::BitCast(u, centre)), u, levels + k);
-        hn::StoreU(hn::Add(hn::LoadU(u, roughness + k), hn::BitCast(u, residual)), u, roughness + k);
-    }
-}
-
 void StoreLevels(const PanWindow& rows, int parity, size_t sites, int16_t* levels) {
     const Codes d;
     const int16_t *centre = rows[3], *up = rows[2] + parity - 1, *down = rows[4] + parity - 1;
@@ -50,7 +36,7 @@ void StoreLevels(const PanWindow& rows, int parity, size_t sites, int16_t* level
     }
 }
 
-/** Twelve sites about each, in the order in which the plain form adds them. */
+/** Twelve sites around each one, in the order in which the plain form adds them. */
 void FilterRow(const PanWindow& rows, int parity, size_t sites, const float* thresholds, int16_t* filtered) {
     const Floats f;
     const HalfCodes d;
@@ -84,7 +70,7 @@ void SumGradientsRow(const int16_t* row, const int16_t* up, const int16_t* down,
         hn::StoreU(across, d, scratch[0] + k);
         hn::StoreU(hn::Abs(hn::Sub(hn::LoadU(d, up + k), hn::LoadU(d, down + k))), d, scratch[1] + k);
     }
-    // Seen from the rows above and below, the two colour sites beside a column begin one site earlier on even rows.
+    // Seen from the rows above and below, the two colour sites next to a column begin one site earlier on even rows.
     const int pair = parity == 0 ? -1 : 0;
     for (ptrdiff_t k = 0; k < static_cast<ptrdiff_t>(sites); k += lanes)
         for (int direction = 0; direction < 2; ++direction) {
@@ -156,7 +142,6 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace kvx {
 
-HWY_EXPORT(AddResidualsRow);
 HWY_EXPORT(StoreLevels);
 HWY_EXPORT(FilterRow);
 HWY_EXPORT(SumGradientsRow);
@@ -164,21 +149,11 @@ HWY_EXPORT(InterpolateRow);
 HWY_EXPORT(MergeRow);
 
 void MirrorPanRow(int16_t* row, int parity, int sites) noexcept {
-    const int width = 2 * sites;
-    const auto mirrored = [=](int site) {
-        int column = 2 * site + parity;
-        while (column < 0 || column >= width) column = column < 0 ? -column : 2 * (width - 1) - column;
-        return column / 2;
-    };
+    const auto mirrored = [=](int site) { return MirroredIndex(2 * site + parity, 2 * sites) / 2; };
     for (int i = 1; i <= kPanMargin; ++i) {
         row[-i] = row[mirrored(-i)];
         row[sites - 1 + i] = row[mirrored(sites - 1 + i)];
     }
-}
-
-void AddResiduals(const int16_t* row, const int16_t* up, const int16_t* down, size_t sites, uint16_t* levels,
-                  uint16_t* roughness) noexcept {
-    HWY_DYNAMIC_DISPATCH(AddResidualsRow)(row, up, down, sites, levels, roughness);
 }
 
 void FilterPanRow(const PanWindow& rows, int parity, size_t sites, const PanThresholds& thresholds, float* scratch,

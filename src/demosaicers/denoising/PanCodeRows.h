@@ -1,5 +1,5 @@
 /**
- * Rows of pan codes: their noise is measured and filtered, and the colour sites between them are interpolated.
+ * Rows of pan codes: noise is filtered, and the colour sites between them are interpolated.
  *
  * A row holds the codes of its pan sites densely, element k at column 2 k + parity, where parity is the row's; its
  * colour sites lie at the columns 2 k + 1 - parity. Elements -4 to -1 and as many behind the row hold the mirror image.
@@ -20,17 +20,8 @@ constexpr int kPanMargin = 4;
 /** Fills the margins of a row with the mirror image. */
 void MirrorPanRow(int16_t* row, int parity, int sites) noexcept;
 
-/** The rows about one: -3 to 3. */
+/** A row, and three rows on either side of it: -3 to 3. */
 using PanWindow = std::array<const int16_t*, 7>;
-
-/**
- * Adds the codes of an even row, and the magnitudes of their residuals, to sums of columns.
- *
- * @param up and
- * @param down the rows above and below
- */
-void AddResiduals(const int16_t* row, const int16_t* up, const int16_t* down, size_t sites, uint16_t* levels,
-                  uint16_t* roughness) noexcept;
 
 /**
  * Filters a row.
