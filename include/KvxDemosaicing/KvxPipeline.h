@@ -17,8 +17,6 @@
 #ifndef KVXDEMOSAICING_KVXPIPELINE_H
 #define KVXDEMOSAICING_KVXPIPELINE_H
 
-#include <assert.h>
-#include <stddef.h>
 #include <stdint.h>
 
 #include "KvxDemosaicing/KvxApi.h"

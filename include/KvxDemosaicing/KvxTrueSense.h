@@ -44,7 +44,7 @@ enum KvxTrueSenseAlgorithm {
  *
  * Of what is marked as noise-reducing (algorithms 1, 3 and 4), algorithm 4 takes no impulseFilterEnable: it always
  * filters; and algorithm 1 has no noise model and no sharpening: it takes monoEnable, impulseFilterEnable, darkFloor,
- * the factors of the white balance and globalGain.
+ * the factors of the white balance and globalGain. If all pan and colour radii are 0, none of them filters noise.
  */
 typedef struct tagTrueSenseParam {
     int64_t threads_num;         /**< threads of a conversion; 0: as OpenMP is set */
@@ -55,7 +55,7 @@ typedef struct tagTrueSenseParam {
                                       of the last row */
     int64_t monoEnable;          /**< 1: grey. Noise-reducing algorithms only, as all fields to the colour matrix */
     int64_t impulseFilterEnable; /**< flag: outliers among the colour differences are clamped */
-    int64_t sharpnessEnable;     /**< flag: edges are sharpened; with 0, maxSharpen counts as 0 and detail is still added */
+    int64_t sharpnessEnable;     /**< flag: edges are sharpened; with 0, maxSharpen counts as 0, and detail stays */
     int64_t darkFloor;           /**< black level at 12 bits */
     /** @{ White balance: factors of the samples of each colour. */
     double redGain;

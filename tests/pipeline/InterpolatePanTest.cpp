@@ -52,7 +52,7 @@ TEST(InterpolatePan, EqualsItsPlainForm) {
         const int edge = draw(2) ? draw(2 * width) : 0, dark = draw(4096), bright = draw(4096);
         const int sigma = draw(8) ? draw(1 << (3 + draw(6))) : 0, period = 2 + draw(5);
         const double contrast = draw(2) ? (sigma + 2) * .1 * draw(20) : 0;
-        const Pan pan(width, height, Noisy(random(), sigma, [&](int row, int column) {
+        const Pan pan(width, height, Noisy(unsigned(random()), sigma, [&](int row, int column) {
                           const double texture =
                               (column + (round % 3) * row) % period < period / 2 ? contrast : -contrast;
                           return (row + column < edge ? dark : bright) + texture;
