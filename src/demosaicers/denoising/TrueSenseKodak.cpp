@@ -3,7 +3,7 @@
 #include <cstring>
 #include <new>
 
-#include "demosaicers/frame/TrueSenseIntake.h"
+#include "demosaicers/frame/SourceRow.h"
 
 namespace kvx {
 namespace {
@@ -66,7 +66,7 @@ template <class T>
 int TrueSenseKodak<T>::Convert() noexcept {
     const TrueSenseFrame& frame = this->Frame();
     for (int row = 0; row < m_height; ++row)
-        TakeLine(frame, row, reinterpret_cast<int16_t*>(m_input.get()) + ptrdiff_t{row} * m_width);
+        ReadSourceRow(frame, row, reinterpret_cast<int16_t*>(m_input.get()) + ptrdiff_t{row} * m_width);
     m_param.input = m_input.get();
     m_param.output = m_output.get();
     m_param.toneScale = m_tone.data();

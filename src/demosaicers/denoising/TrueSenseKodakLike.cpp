@@ -39,7 +39,7 @@ bool IsNothing(const ThresholdTable& table) {
 
 template <class T>
 void TrueSenseKodakLike<T>::CleanMemory() noexcept {
-    TrueSensePipeline<T>::CleanMemory();
+    DenoisingDemosaicer<T>::CleanMemory();
     m_finishers.reset();
     m_codes.Release();
     m_thresholds.Release();
@@ -47,7 +47,7 @@ void TrueSenseKodakLike<T>::CleanMemory() noexcept {
 
 template <class T>
 int TrueSenseKodakLike<T>::Reserve() noexcept {
-    const int result = TrueSensePipeline<T>::Reserve();
+    const int result = DenoisingDemosaicer<T>::Reserve();
     if (result == KvxResult_Success) m_settings = FinishSettingsOf(this->Frame(), this->Param());
     return result;
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "demosaicers/denoising/BandFinisher.h"
-#include "demosaicers/denoising/TrueSensePipeline.h"
+#include "demosaicers/denoising/DenoisingDemosaicer.h"
 
 namespace kvx {
 
@@ -12,9 +12,9 @@ namespace kvx {
  * own, to which the detail is added at that scale.
  */
 template <class T>
-class TrueSenseKodakLike final : public TrueSensePipeline<T> {
+class TrueSenseKodakLike final : public DenoisingDemosaicer<T> {
 public:
-    explicit TrueSenseKodakLike(int bandRows = 64) : TrueSensePipeline<T>(bandRows) {}
+    explicit TrueSenseKodakLike(int bandRows = 64) : DenoisingDemosaicer<T>(bandRows) {}
 
     void CleanMemory() noexcept override;
 

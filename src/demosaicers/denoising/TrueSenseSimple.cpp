@@ -8,7 +8,7 @@ namespace kvx {
 
 template <class T>
 void TrueSenseSimple<T>::CleanMemory() noexcept {
-    TrueSensePipeline<T>::CleanMemory();
+    DenoisingDemosaicer<T>::CleanMemory();
     m_workspaces.reset();
 }
 

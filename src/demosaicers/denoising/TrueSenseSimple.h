@@ -1,7 +1,7 @@
 /** The light noise-reducing TrueSense demosaicer: between the fast one and the pipeline. */
 #pragma once
 
-#include "demosaicers/denoising/TrueSensePipeline.h"
+#include "demosaicers/denoising/DenoisingDemosaicer.h"
 #include "demosaicers/denoising/UpSampler.h"
 
 namespace kvx {
@@ -11,9 +11,9 @@ namespace kvx {
  * difference. There are no filters of the half-resolution planes, no low-pass pan, and no sharpening.
  */
 template <class T>
-class TrueSenseSimple final : public TrueSensePipeline<T> {
+class TrueSenseSimple final : public DenoisingDemosaicer<T> {
 public:
-    explicit TrueSenseSimple(int bandRows = 64) : TrueSensePipeline<T>(bandRows) {}
+    explicit TrueSenseSimple(int bandRows = 64) : DenoisingDemosaicer<T>(bandRows) {}
 
     void CleanMemory() noexcept override;
 

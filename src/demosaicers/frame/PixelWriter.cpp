@@ -26,7 +26,7 @@ void StorePixels(const std::array<const uint16_t*, kChannels>& indices, const Va
 PixelWriter::PixelWriter(const TrueSenseFrame& frame) : m_frame(frame), m_fixedMatrix(FixedMatrixOf(frame.matrix)) {
     std::transform(frame.tone.begin(), frame.tone.end(), m_byteTone.begin(),
                    [](uint16_t value) { return static_cast<uint8_t>(value); });
-    m_gentleTone = GentleToneOf(m_byteTone);
+    m_unitStepTone = UnitStepToneOf(m_byteTone);
 }
 
 void PixelWriter::WriteRow(int row, const std::array<const int16_t*, kChannels>& planes) const {
@@ -55,7 +55,8 @@ void PixelWriter::WriteRow(int row, const std::array<const int16_t*, kChannels>&
 
 void PixelWriter::StoreBytes(const std::array<const uint16_t*, kChannels>& indices, size_t count, uint8_t* dst) const {
     const ptrdiff_t pixelStep = m_frame.destination.pixelStep;
-    const size_t done = m_gentleTone.isUsable ? StoreGentleTones(indices, m_gentleTone, count, pixelStep, dst) : 0;
+    const size_t done =
+        m_unitStepTone.isUsable ? StoreUnitStepTones(indices, m_unitStepTone, count, pixelStep, dst) : 0;
     StorePixels(indices, m_byteTone.data(), done, count, pixelStep, dst);
 }
 

@@ -4,8 +4,8 @@
 #include <array>
 
 #include "demosaicers/frame/FixedMatrix.h"
-#include "demosaicers/frame/GentleTone.h"
 #include "demosaicers/frame/TrueSenseFrame.h"
+#include "demosaicers/frame/UnitStepTone.h"
 
 namespace kvx {
 
@@ -26,7 +26,7 @@ private:
     const TrueSenseFrame& m_frame;
     FixedMatrix m_fixedMatrix;
     std::array<uint8_t, KVX_TONE_TABLE_SIZE> m_byteTone;  // the frame's table for destinations of bytes
-    GentleTone m_gentleTone;                              // the same in another form, where it has one
+    UnitStepTone m_unitStepTone;                          // the same in another form, where it has one
 };
 
 }  // namespace kvx

@@ -4,7 +4,7 @@
 #include <type_traits>
 
 #include "demosaicers/frame/PixelWriter.h"
-#include "demosaicers/frame/TrueSenseIntake.h"
+#include "demosaicers/frame/SourceRow.h"
 #include "demosaicers/interpolation/ColourDifferences.h"
 #include "demosaicers/interpolation/LineSplit.h"
 #include "demosaicers/interpolation/PanAtColourSites.h"
@@ -35,9 +35,9 @@ void MirrorAboutColourSites(Lane* half, size_t sites) {
 }  // namespace
 
 template <class Lane>
-bool PanRows<Lane>::Take(int row) const {
+bool WorkingRows<Lane>::Take(int row) const {
     int16_t* line = m_workspace.Line();
-    const bool isInRange = TakeLine(m_frame, row, line);
+    const bool isInRange = ReadSourceRow(m_frame, row, line);
     if (std::is_same_v<Lane, int16_t> && !isInRange) return false;
     const HalfRows<Lane> rows = Row(row);
     SplitLine(line, m_sites, PanIsOdd(row) ? rows.difference : rows.pan, PanIsOdd(row) ? rows.pan : rows.difference);
@@ -46,7 +46,7 @@ bool PanRows<Lane>::Take(int row) const {
 }
 
 template <class Lane>
-void PanRows<Lane>::CompletePan(int row) const {
+void WorkingRows<Lane>::CompletePan(int row) const {
     const HalfRows<Lane> rows = Row(row);
     const Lane* left = PanIsOdd(row) ? rows.pan - 1 : rows.pan;
     const Neighbours<Lane> pan{left, left + 1, RowAbout(row, row - 1).pan, RowAbout(row, row + 1).pan};
@@ -55,8 +55,8 @@ void PanRows<Lane>::CompletePan(int row) const {
     MirrorAboutPanSites(rows.panAtColour, m_sites);
 }
 
-template class PanRows<int16_t>;
-template class PanRows<int32_t>;
+template class WorkingRows<int16_t>;
+template class WorkingRows<int32_t>;
 
 namespace {
 
@@ -115,7 +115,7 @@ private:
     const TrueSenseFrame& m_frame;
     const TrueSenseWorkspace& m_workspace;
     const PixelWriter& m_writer;
-    PanRows<Lane> m_rows;
+    WorkingRows<Lane> m_rows;
     int m_begin, m_end;
 };
 

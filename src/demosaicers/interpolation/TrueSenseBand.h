@@ -8,9 +8,9 @@ namespace kvx {
 
 /** The first steps for one row at a time: raw samples, and pan at every site. */
 template <class Lane>
-class PanRows {
+class WorkingRows {
 public:
-    PanRows(const TrueSenseFrame& frame, const TrueSenseWorkspace& workspace)
+    WorkingRows(const TrueSenseFrame& frame, const TrueSenseWorkspace& workspace)
         : m_frame(frame), m_workspace(workspace), m_sites(static_cast<size_t>(frame.area.width / 2)) {}
 
     /** Takes the samples of a row. @return false when Lane cannot hold what follows from them */

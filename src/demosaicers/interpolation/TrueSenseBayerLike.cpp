@@ -66,7 +66,7 @@ template <class T>
 template <class Lane>
 bool TrueSenseBayerLike<T>::Reduce(const TrueSenseWorkspace& workspace, int begin, int end) noexcept {
     const TrueSenseFrame& frame = this->Frame();
-    const PanRows<Lane> rows(frame, workspace);
+    const WorkingRows<Lane> rows(frame, workspace);
     const int first = 2 * begin, last = 2 * end;
     for (int row = std::max(first - 1, 0); row <= last; ++row) {
         if (row < frame.area.height && !rows.Take(row)) return false;

@@ -1,11 +1,11 @@
-#include "demosaicers/frame/TrueSenseIntake.h"
+#include "demosaicers/frame/SourceRow.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "demosaicers/frame/TrueSenseMargins.h"
+#include "demosaicers/frame/MarginSample.h"
 #undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "demosaicers/frame/TrueSenseIntake.cpp"
+#define HWY_TARGET_INCLUDE "demosaicers/frame/SourceRow.cpp"
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
@@ -50,11 +50,11 @@ uint16_t Take(const TrueSenseSource& source, const uint8_t* samples, const uint8
     return result;
 }
 
-uint16_t TakeBytes(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count,
+uint16_t ReadBytes(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count,
                    int16_t* line) {
     return Take<uint8_t>(source, samples, next, count, line);
 }
-uint16_t TakeWords(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count,
+uint16_t ReadWords(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count,
                    int16_t* line) {
     return Take<uint16_t>(source, samples, next, count, line);
 }
@@ -67,49 +67,49 @@ HWY_AFTER_NAMESPACE();
 namespace kvx {
 namespace {
 
-HWY_EXPORT(TakeBytes);
-HWY_EXPORT(TakeWords);
+HWY_EXPORT(ReadBytes);
+HWY_EXPORT(ReadWords);
 
 /** Takes `count` samples, shifted to 12 bits. @return the largest, as an unsigned value */
-uint16_t TakeSamples(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, int count,
+uint16_t ReadSamples(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, int count,
                      int16_t* line) {
     const auto length = static_cast<size_t>(count);
-    return source.sampleSize == 1 ? HWY_DYNAMIC_DISPATCH(TakeBytes)(source, samples, next, length, line)
-                                  : HWY_DYNAMIC_DISPATCH(TakeWords)(source, samples, next, length, line);
+    return source.sampleSize == 1 ? HWY_DYNAMIC_DISPATCH(ReadBytes)(source, samples, next, length, line)
+                                  : HWY_DYNAMIC_DISPATCH(ReadWords)(source, samples, next, length, line);
 }
 
 /** A row of a region so low that its columns may take the row's samples from different rows. */
-uint16_t TakeColumnByColumn(const TrueSenseFrame& frame, int row, int16_t* line) {
+uint16_t ReadColumnByColumn(const TrueSenseFrame& frame, int row, int16_t* line) {
     const WorkingArea& area = frame.area;
     uint16_t largest = 0;
     for (int i = 0; i < area.regionWidth; ++i) {
         const auto kindAt = [column = area.columnPhase + i](int place) { return KindAt(place, column); };
-        const int from = StandIn(row, area.rowPhase, area.regionHeight, kindAt) - area.rowPhase;
+        const int from = MarginSampleFor(row, area.rowPhase, area.regionHeight, kindAt) - area.rowPhase;
         const auto at = static_cast<size_t>(frame.source.backwards ? area.regionWidth - 1 - i : i);
         const uint8_t* sample = frame.source.Row(from) + at * frame.source.sampleSize;
-        largest = std::max(largest, TakeSamples(frame.source, sample, sample, 1, line + i));
+        largest = std::max(largest, ReadSamples(frame.source, sample, sample, 1, line + i));
     }
     return largest;
 }
 
 }  // namespace
 
-bool TakeLine(const TrueSenseFrame& frame, int row, int16_t* line) {
+bool ReadSourceRow(const TrueSenseFrame& frame, int row, int16_t* line) {
     const WorkingArea& area = frame.area;
     int16_t* region = line + area.columnPhase;
     uint16_t largest;
     if (area.regionHeight >= kTileSize) {
         const auto anyKind = [](int) { return 'W'; };
-        const int from = StandIn(row, area.rowPhase, area.regionHeight, anyKind) - area.rowPhase;
+        const int from = MarginSampleFor(row, area.rowPhase, area.regionHeight, anyKind) - area.rowPhase;
         const int next = std::min(from + 1, area.regionHeight - 1);
-        largest = TakeSamples(frame.source, frame.source.Row(from), frame.source.Row(next), area.regionWidth, region);
+        largest = ReadSamples(frame.source, frame.source.Row(from), frame.source.Row(next), area.regionWidth, region);
     } else {
-        largest = TakeColumnByColumn(frame, row, region);
+        largest = ReadColumnByColumn(frame, row, region);
     }
     const auto fill = [&](int begin, int end) {
         for (int column = begin; column < end; ++column)
-            line[column] = line[StandIn(column, area.columnPhase, area.regionWidth,
-                                        [row](int place) { return KindAt(row, place); })];
+            line[column] = line[MarginSampleFor(column, area.columnPhase, area.regionWidth,
+                                                [row](int place) { return KindAt(row, place); })];
     };
     fill(0, area.columnPhase);
     fill(area.columnPhase + area.regionWidth, area.width);

@@ -12,12 +12,12 @@ namespace kvx {
  * The table in 256 runs of 16 entries: the first entry of each run, and at which of the run's entries (bit by bit) the
  * table rises by one. Display curves that end in 8 bits are of this kind.
  */
-struct GentleTone {
+struct UnitStepTone {
     bool isUsable;  ///< within every run an entry equals the one before or is greater by one
     std::array<uint8_t, 256> first, lowerRises, upperRises;
 };
 
-GentleTone GentleToneOf(const std::array<uint8_t, KVX_TONE_TABLE_SIZE>& table);
+UnitStepTone UnitStepToneOf(const std::array<uint8_t, KVX_TONE_TABLE_SIZE>& table);
 
 /**
  * Looks up and stores as many red, green, blue pixels as there are vectors for.
@@ -26,7 +26,7 @@ GentleTone GentleToneOf(const std::array<uint8_t, KVX_TONE_TABLE_SIZE>& table);
  * @param dst the first pixel
  * @return the number of pixels stored, at most `count`: 0 where the instruction set has no fast way
  */
-size_t StoreGentleTones(const std::array<const uint16_t*, kChannels>& indices, const GentleTone& tone, size_t count,
-                        ptrdiff_t pixelStep, uint8_t* dst);
+size_t StoreUnitStepTones(const std::array<const uint16_t*, kChannels>& indices, const UnitStepTone& tone, size_t count,
+                          ptrdiff_t pixelStep, uint8_t* dst);
 
 }  // namespace kvx

@@ -13,7 +13,7 @@ namespace kvx {
  * @param kindAt the kind of site by place
  */
 template <class KindAtPlace>
-constexpr int StandIn(int place, int first, int length, const KindAtPlace& kindAt) {
+constexpr int MarginSampleFor(int place, int first, int length, const KindAtPlace& kindAt) {
     const auto isInside = [=](int p) { return p >= first && p < first + length; };
     if (isInside(place)) return place;
     const int inwards = place < first ? 1 : -1;

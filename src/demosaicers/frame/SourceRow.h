@@ -9,6 +9,6 @@ namespace kvx {
  * Fills `line` with a row of the working area's raw mosaic, margins included.
  * @return true when all samples lie within 0 to 4095
  */
-bool TakeLine(const TrueSenseFrame& frame, int row, int16_t* line);
+bool ReadSourceRow(const TrueSenseFrame& frame, int row, int16_t* line);
 
 }  // namespace kvx

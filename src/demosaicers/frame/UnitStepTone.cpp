@@ -1,9 +1,9 @@
-#include "demosaicers/frame/GentleTone.h"
+#include "demosaicers/frame/UnitStepTone.h"
 
 #include <cstdlib>
 
 #undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "demosaicers/frame/GentleTone.cpp"
+#define HWY_TARGET_INCLUDE "demosaicers/frame/UnitStepTone.cpp"
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
@@ -44,7 +44,7 @@ void StoreThreeOfFour(V red, V green, V blue, uint8_t* dst) {
         hn::BlendedStore(hn::Load(d, bytes + at), three, d, dst + at);
 }
 
-size_t Store(const std::array<const uint16_t*, kChannels>& indices, const GentleTone& tone, size_t count,
+size_t Store(const std::array<const uint16_t*, kChannels>& indices, const UnitStepTone& tone, size_t count,
              ptrdiff_t pixelStep, uint8_t* dst) {
     const Bytes d;
     const hn::Repartition<uint16_t, Bytes> words;
@@ -85,7 +85,7 @@ size_t Store(const std::array<const uint16_t*, kChannels>& indices, const Gentle
 
 #else
 
-size_t Store(const std::array<const uint16_t*, kChannels>&, const GentleTone&, size_t, ptrdiff_t, uint8_t*) {
+size_t Store(const std::array<const uint16_t*, kChannels>&, const UnitStepTone&, size_t, ptrdiff_t, uint8_t*) {
     return 0;
 }
 
@@ -100,9 +100,9 @@ namespace kvx {
 
 HWY_EXPORT(Store);
 
-GentleTone GentleToneOf(const std::array<uint8_t, KVX_TONE_TABLE_SIZE>& table) {
+UnitStepTone UnitStepToneOf(const std::array<uint8_t, KVX_TONE_TABLE_SIZE>& table) {
     constexpr size_t run = 16;
-    GentleTone tone{};
+    UnitStepTone tone{};
     for (size_t i = 0; i < table.size(); ++i) {
         if (i % run == 0) {
             tone.first[i / run] = table[i];
@@ -117,8 +117,8 @@ GentleTone GentleToneOf(const std::array<uint8_t, KVX_TONE_TABLE_SIZE>& table) {
     return tone;
 }
 
-size_t StoreGentleTones(const std::array<const uint16_t*, kChannels>& indices, const GentleTone& tone, size_t count,
-                        ptrdiff_t pixelStep, uint8_t* dst) {
+size_t StoreUnitStepTones(const std::array<const uint16_t*, kChannels>& indices, const UnitStepTone& tone, size_t count,
+                          ptrdiff_t pixelStep, uint8_t* dst) {
     return HWY_DYNAMIC_DISPATCH(Store)(indices, tone, count, pixelStep, dst);
 }
 

@@ -19,12 +19,12 @@ namespace kvx {
  * does not depend on the height of the bands.
  */
 template <class T>
-class TrueSensePipeline : public TrueSenseDemosaicer<T> {
+class DenoisingDemosaicer : public TrueSenseDemosaicer<T> {
 public:
     void CleanMemory() noexcept override;
 
 protected:
-    explicit TrueSensePipeline(int bandRows) : TrueSenseDemosaicer<T>(OddDepths::Accepted), m_bandRows(bandRows) {}
+    explicit DenoisingDemosaicer(int bandRows) : TrueSenseDemosaicer<T>(OddDepths::Accepted), m_bandRows(bandRows) {}
 
     int Reserve() noexcept override;
 

@@ -1,8 +1,8 @@
-#include "demosaicers/denoising/TrueSensePipeline.h"
+#include "demosaicers/denoising/DenoisingDemosaicer.h"
 
 #include <new>
 
-#include "demosaicers/frame/TrueSenseIntake.h"
+#include "demosaicers/frame/SourceRow.h"
 
 namespace kvx {
 namespace {
@@ -12,7 +12,7 @@ constexpr size_t kVectorReserve = 128;  // values: what vectors may touch beyond
 }  // namespace
 
 template <class T>
-void TrueSensePipeline<T>::CleanMemory() noexcept {
+void DenoisingDemosaicer<T>::CleanMemory() noexcept {
     TrueSenseDemosaicer<T>::CleanMemory();
     m_planes.Release();
     m_lines.reset();
@@ -24,7 +24,7 @@ void TrueSensePipeline<T>::CleanMemory() noexcept {
 }
 
 template <class T>
-int TrueSensePipeline<T>::Reserve() noexcept {
+int DenoisingDemosaicer<T>::Reserve() noexcept {
     const TrueSenseFrame& frame = this->Frame();
     m_param = PipelineParamOf(frame.area, frame.params);
     MakeRawTables(m_param, m_rawTables);
@@ -52,7 +52,7 @@ int TrueSensePipeline<T>::Reserve() noexcept {
 }
 
 template <class T>
-void TrueSensePipeline<T>::MakeLowPlanes() noexcept {
+void DenoisingDemosaicer<T>::MakeLowPlanes() noexcept {
     CalculateWhiteBalance();
     FilterPan(ReducesNoise(m_param) ? MeasurePanNoise() : NoPanThresholds());
     InterpolatePan();
@@ -60,14 +60,14 @@ void TrueSensePipeline<T>::MakeLowPlanes() noexcept {
 }
 
 template <class T>
-void TrueSensePipeline<T>::CalculateWhiteBalance() noexcept {
+void DenoisingDemosaicer<T>::CalculateWhiteBalance() noexcept {
     const TrueSenseFrame& frame = this->Frame();
     ForBands(0, m_planes.CellRows(), (m_bandRows + 1) / 2, [&](int thread, int begin, int end) {
         uint16_t *upper = m_lines.get() + 2 * m_lineStep * thread, *lower = upper + m_lineStep;
         for (int cellRow = begin; cellRow < end; ++cellRow) {
             const int row = 2 * cellRow;
-            TakeLine(frame, row, reinterpret_cast<int16_t*>(upper));
-            TakeLine(frame, row + 1, reinterpret_cast<int16_t*>(lower));
+            ReadSourceRow(frame, row, reinterpret_cast<int16_t*>(upper));
+            ReadSourceRow(frame, row + 1, reinterpret_cast<int16_t*>(lower));
             int16_t *pan0 = m_planes.pan.Row(row), *pan1 = m_planes.pan.Row(row + 1);
             TakeCells(m_rawTables, row, upper, lower, static_cast<size_t>(m_planes.Cells()), pan0, pan1,
                       m_planes.colour.Row(cellRow));
@@ -78,7 +78,7 @@ void TrueSensePipeline<T>::CalculateWhiteBalance() noexcept {
 }
 
 template <class T>
-PanThresholds TrueSensePipeline<T>::MeasurePanNoise() noexcept {
+PanThresholds DenoisingDemosaicer<T>::MeasurePanNoise() noexcept {
     for (int thread = 0; thread < m_threads; ++thread) m_meters[thread].Begin();
     const int blockRows = m_planes.CellRows() / kNoiseBlock;
     if (blockRows > 0)
@@ -92,7 +92,7 @@ PanThresholds TrueSensePipeline<T>::MeasurePanNoise() noexcept {
 }
 
 template <class T>
-void TrueSensePipeline<T>::FilterPan(const PanThresholds& thresholds) noexcept {
+void DenoisingDemosaicer<T>::FilterPan(const PanThresholds& thresholds) noexcept {
     const PipelinePlanes& planes = m_planes;
     ForBands(0, planes.height, m_bandRows, [&](int thread, int begin, int end) {
         for (int row = begin; row < end; ++row) {
@@ -105,13 +105,13 @@ void TrueSensePipeline<T>::FilterPan(const PanThresholds& thresholds) noexcept {
 }
 
 template <class T>
-GradientRow TrueSensePipeline<T>::Gradients(int thread, int row) noexcept {
+GradientRow DenoisingDemosaicer<T>::Gradients(int thread, int row) noexcept {
     const int first = kGradientRows * thread + kArrays * (row % kRing);
     return {m_gradients.Row(first), m_gradients.Row(first + 1), m_gradients.Row(first + 2), m_gradients.Row(first + 3)};
 }
 
 template <class T>
-void TrueSensePipeline<T>::SumGradientsOf(int thread, int row) noexcept {
+void DenoisingDemosaicer<T>::SumGradientsOf(int thread, int row) noexcept {
     const PipelinePlanes& planes = m_planes;
     const PanWindow rows = planes.Window(planes.filteredPan, row);
     const int scratch = kGradientRows * thread + kRing * kArrays;
@@ -120,7 +120,7 @@ void TrueSensePipeline<T>::SumGradientsOf(int thread, int row) noexcept {
 }
 
 template <class T>
-void TrueSensePipeline<T>::InterpolatePan() noexcept {
+void DenoisingDemosaicer<T>::InterpolatePan() noexcept {
     const PipelinePlanes& planes = m_planes;
     const auto cells = static_cast<size_t>(planes.Cells());
     ForBands(0, planes.CellRows(), (m_bandRows + 1) / 2, [&](int thread, int begin, int end) {
@@ -143,14 +143,14 @@ void TrueSensePipeline<T>::InterpolatePan() noexcept {
 }
 
 template <class T>
-void TrueSensePipeline<T>::GenerateLow(const CellPan& pan, int cellRow) noexcept {
+void DenoisingDemosaicer<T>::GenerateLow(const CellPan& pan, int cellRow) noexcept {
     GenerateLowRow(pan, m_planes.colour.Row(cellRow), static_cast<size_t>(m_planes.Cells()),
                    m_planes.lowPan[0].Row(cellRow), m_planes.difference.Row(cellRow));
     std::fill_n(m_planes.lowPan[0].Row(cellRow) + m_planes.Cells(), PaddedPlane<int32_t>::kReach, kOutside);
 }
 
 template <class T>
-void TrueSensePipeline<T>::CalculateImpulseFilter() noexcept {
+void DenoisingDemosaicer<T>::CalculateImpulseFilter() noexcept {
     const auto cells = static_cast<size_t>(m_planes.Cells());
     const auto rowAt = [this](int row) -> const int16_t* {
         return row < 0 || row >= m_planes.CellRows() ? nullptr : m_planes.difference.Row(row);
@@ -171,7 +171,7 @@ void TrueSensePipeline<T>::CalculateImpulseFilter() noexcept {
     });
 }
 
-template class TrueSensePipeline<unsigned char>;
-template class TrueSensePipeline<unsigned short>;
+template class DenoisingDemosaicer<unsigned char>;
+template class DenoisingDemosaicer<unsigned short>;
 
 }  // namespace kvx
