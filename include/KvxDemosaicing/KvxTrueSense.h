@@ -194,6 +194,28 @@ KVX_API uint32_t KvxTrueSense_AllocData(KvxTrueSense* component, const _KvxImage
 KVX_API uint32_t KvxTrueSense_ConvertImage(KvxTrueSense* component, const _KvxImage* src, _KvxImage* dst) KVX_NOEXCEPT;
 
 /**
+ * The component's parameters as a record, for instance to change some of them for KvxTrueSense_ConvertImageWith().
+ *
+ * @param params receives the record; its tone table is the one of KvxTrueSense_SetToneTable()
+ * @return 0; 0x80060007 null argument, which leaves the record as it was
+ */
+KVX_API uint32_t KvxTrueSense_GetParams(const KvxTrueSense* component, tagTrueSenseParam* params) KVX_NOEXCEPT;
+
+/**
+ * Converts one frame with a record of parameters and an algorithm of its own: for callers that choose both for each
+ * frame. The component's parameters are neither read nor changed; what it keeps from frame to frame is used as by
+ * KvxTrueSense_ConvertImage().
+ *
+ * @param component,src,dst as of KvxTrueSense_ConvertImage()
+ * @param params read here only, with its tone table; TrueSense_DefaultValues() fills a record. `normalizationEnable`
+ *               does not count for 8-bit sources.
+ * @param algorithm KvxTrueSenseAlgorithm
+ * @return as KvxTrueSense_ConvertImage(); 0x80060007 also for null parameters
+ */
+KVX_API uint32_t KvxTrueSense_ConvertImageWith(KvxTrueSense* component, const _KvxImage* src, _KvxImage* dst,
+                                               const tagTrueSenseParam* params, int64_t algorithm) KVX_NOEXCEPT;
+
+/**
  * Replaces the component's tone curve: tagTrueSenseParam::toneTable, which is not a parameter.
  *
  * @param table KVX_TONE_TABLE_SIZE entries of 12 bits, by 12-bit input. The caller keeps it until another table is set

@@ -11,8 +11,8 @@ namespace {
 
 template <class T, template <class> class Demosaicer>
 constexpr DemosaicerClass<T> s_class = {
-    [] { return std::unique_ptr<IDemConvertion<T>>(std::make_unique<Demosaicer<T>>()); },
-    [](const IDemConvertion<T>* object) { return dynamic_cast<const Demosaicer<T>*>(object) != nullptr; }};
+    [] { return std::unique_ptr<TrueSenseDemosaicer<T>>(std::make_unique<Demosaicer<T>>()); },
+    [](const TrueSenseDemosaicer<T>* object) { return dynamic_cast<const Demosaicer<T>*>(object) != nullptr; }};
 
 }  // namespace
 

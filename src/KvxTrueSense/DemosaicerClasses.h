@@ -4,15 +4,15 @@
 #include <cstdint>
 #include <memory>
 
-#include "KvxTrueSense/IDemConvertion.h"
+#include "demosaicers/frame/TrueSenseDemosaicer.h"
 
 namespace kvx {
 
 /** A class of demosaicers for samples T. */
 template <class T>
 struct DemosaicerClass {
-    std::unique_ptr<IDemConvertion<T>> (*make)();  ///< throws std::bad_alloc
-    bool (*made)(const IDemConvertion<T>*);        ///< true for an object of this class
+    std::unique_ptr<TrueSenseDemosaicer<T>> (*make)();  ///< throws std::bad_alloc
+    bool (*made)(const TrueSenseDemosaicer<T>*);        ///< true for an object of this class
 };
 
 /** Algorithm numbers, and with them classes, end here. */

@@ -37,6 +37,18 @@ uint32_t KvxTrueSense_ConvertImage(KvxTrueSense* component, const _KvxImage* src
     return component ? component->ConvertImage(src, dst) : kInvalid;
 }
 
+uint32_t KvxTrueSense_GetParams(const KvxTrueSense* component, tagTrueSenseParam* params) noexcept {
+    if (!component || !params) return kInvalid;
+    *params = static_cast<const kvx::KvxTrueSenseImp*>(component)->Params();
+    return KvxResult_Success;
+}
+
+uint32_t KvxTrueSense_ConvertImageWith(KvxTrueSense* component, const _KvxImage* src, _KvxImage* dst,
+                                       const tagTrueSenseParam* params, int64_t algorithm) noexcept {
+    if (!component || !params) return kInvalid;
+    return static_cast<kvx::KvxTrueSenseImp*>(component)->ConvertImageWith(src, dst, *params, algorithm);
+}
+
 uint32_t KvxTrueSense_SetToneTable(KvxTrueSense* component, const uint16_t* table) noexcept {
     if (!component) return kInvalid;
     static_cast<kvx::KvxTrueSenseImp*>(component)->SetToneTable(table);

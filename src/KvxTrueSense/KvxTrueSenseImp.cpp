@@ -15,10 +15,6 @@ constexpr uint32_t Result(uint32_t code) {
     return KvxResult_Of(KvxComponentType_TrueSense, code);
 }
 
-bool IsTrueSense(uint32_t pixelType) {
-    return PixelTypeToTruesenseGrid(pixelType) != -1;
-}
-
 }  // namespace
 
 KvxTrueSenseImp::KvxTrueSenseImp() : KvxComponentImp(KvxComponentType_TrueSense), m_params(DefaultTrueSenseParams()) {
@@ -47,8 +43,8 @@ void KvxTrueSenseImp::ReleaseData() noexcept {
 
 /** Keeps `demosaicer` when it is of the selected class, and replaces it otherwise. */
 template <class T>
-uint32_t KvxTrueSenseImp::Select(std::unique_ptr<IDemConvertion<T>>& demosaicer) noexcept {
-    const DemosaicerClass<T>* selected = DemosaicerClassOf<T>(m_trueSenseAlgType);
+uint32_t KvxTrueSenseImp::Select(std::unique_ptr<TrueSenseDemosaicer<T>>& demosaicer, int64_t algorithm) noexcept {
+    const DemosaicerClass<T>* selected = DemosaicerClassOf<T>(algorithm);
     if (!selected) return KvxResult_InvalidArgument;
     if (demosaicer && selected->made(demosaicer.get())) return KvxResult_Success;
     demosaicer.reset();
@@ -64,30 +60,32 @@ uint32_t KvxTrueSenseImp::AllocData(const _KvxImage* src, _KvxImage* dst) noexce
     if (!src || !dst || (src->pixelType & kColourModelMask) != kTrueSense) return Result(KvxResult_InvalidArgument);
     ReleaseData();
     if (!IsTrueSense(src->pixelType)) return Result(KvxResult_InvalidArgument);
-    return Result(Is8Bit(src->pixelType) ? Select(m_demosaicer8) : Select(m_demosaicer16));
+    return Result(Is8Bit(src->pixelType) ? Select(m_demosaicer8, m_trueSenseAlgType)
+                                         : Select(m_demosaicer16, m_trueSenseAlgType));
 }
 
 uint32_t KvxTrueSenseImp::ConvertImage(const _KvxImage* src, _KvxImage* dst) noexcept {
+    return ConvertImageWith(src, dst, m_params, m_trueSenseAlgType);
+}
+
+uint32_t KvxTrueSenseImp::ConvertImageWith(const _KvxImage* src, _KvxImage* dst, const tagTrueSenseParam& params,
+                                           int64_t algorithm) noexcept {
     if (!src || !dst || !IsTrueSense(src->pixelType)) return Result(KvxResult_InvalidArgument);
-    const bool bytes = Is8Bit(src->pixelType);
-    if (bytes)
+    const bool fromBytes = Is8Bit(src->pixelType);
+    if (fromBytes)
         m_demosaicer16.reset();
     else
         m_demosaicer8.reset();
-    const uint32_t selected = bytes ? Select(m_demosaicer8) : Select(m_demosaicer16);
+    const uint32_t selected = fromBytes ? Select(m_demosaicer8, algorithm) : Select(m_demosaicer16, algorithm);
     if (selected != KvxResult_Success) return Result(selected);
     const std::optional<TrueSenseOutput> output = TrueSenseOutputOf(*src, *dst);
     if (!output) return Result(KvxResult_InvalidArgument);
-    const auto convert = [&]<class Source, class Destination>(IDemConvertion<Source>& demosaicer, Destination) {
-        return Result(Run(demosaicer, CallOf<Source, Destination>(*src, *dst, &m_params), output->layout));
-    };
-    if (!bytes) return output->toBytes ? convert(*m_demosaicer16, uint8_t{}) : convert(*m_demosaicer16, uint16_t{});
 
-    const int64_t normalization = m_params.normalizationEnable;
-    m_params.normalizationEnable = 0;  // bytes are never deepened
-    const uint32_t result = convert(*m_demosaicer8, uint8_t{});
-    m_params.normalizationEnable = normalization;
-    return result;
+    tagTrueSenseParam own = params;
+    if (fromBytes) own.normalizationEnable = 0;  // bytes are never deepened
+    const TrueSenseCall call = CallOf(*src, *dst, *output, &own);
+    const int result = fromBytes ? m_demosaicer8->Run(call, output->layout) : m_demosaicer16->Run(call, output->layout);
+    return Result(static_cast<uint32_t>(result));
 }
 
 }  // namespace kvx

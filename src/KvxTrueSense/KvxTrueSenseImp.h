@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "KvxTrueSense/IDemConvertion.h"
+#include "demosaicers/frame/TrueSenseDemosaicer.h"
 #include "framework/KvxComponentImp.h"
 
 namespace kvx {
@@ -18,20 +18,27 @@ public:
     uint32_t AllocData(const _KvxImage* src, _KvxImage* dst) noexcept override;
     void ReleaseData() noexcept override;
 
+    const tagTrueSenseParam& Params() const noexcept {
+        return m_params;
+    }
+    /** ConvertImage() with these parameters and this algorithm; the component's own stay as they are. */
+    uint32_t ConvertImageWith(const _KvxImage* src, _KvxImage* dst, const tagTrueSenseParam& params,
+                              int64_t algorithm) noexcept;
+
     void SetToneTable(const uint16_t* table) noexcept {
         m_params.toneTable = table;
     }
 
 private:
     template <class T>
-    uint32_t Select(std::unique_ptr<IDemConvertion<T>>& demosaicer) noexcept;
+    static uint32_t Select(std::unique_ptr<TrueSenseDemosaicer<T>>& demosaicer, int64_t algorithm) noexcept;
 
     int64_t m_trueSenseAlgType = 0;
     int64_t m_noRealloc = 0;  // no operation reads it: it is there so that both components have the parameter
     tagTrueSenseParam m_params;
     // Of the two, the one that the last frame needed.
-    std::unique_ptr<IDemConvertion<unsigned char>> m_demosaicer8;
-    std::unique_ptr<IDemConvertion<unsigned short>> m_demosaicer16;
+    std::unique_ptr<TrueSenseDemosaicer<unsigned char>> m_demosaicer8;
+    std::unique_ptr<TrueSenseDemosaicer<unsigned short>> m_demosaicer16;
 };
 
 }  // namespace kvx

@@ -1,33 +1,27 @@
-/** What a destination means to a TrueSense conversion. */
+/** Image records as a TrueSense conversion sees them. */
 #pragma once
 
 #include <optional>
 
 #include "KvxDemosaicing/KvxImage.h"
-#include "KvxTrueSense/DemosaicerCall.h"
+#include "demosaicers/frame/TrueSenseCall.h"
 
 namespace kvx {
 
+inline bool IsTrueSense(uint32_t pixelType) {
+    return PixelTypeToTruesenseGrid(pixelType) != -1;
+}
+
 struct TrueSenseOutput {
     PixelLayout layout;
-    bool toBytes;  ///< a 16-bit source becomes 8-bit samples
+    size_t sampleSize;
 };
 
 /** The output from a TrueSense source to this destination; nothing when there is no such conversion. */
 std::optional<TrueSenseOutput> TrueSenseOutputOf(const _KvxImage& src, const _KvxImage& dst) noexcept;
 
-/** The call that converts one record into the other, which TrueSenseOutputOf() knows. */
-template <class Source, class Destination>
-DemosaicerCall<Source, Destination> CallOf(const _KvxImage& src, const _KvxImage& dst, tagTrueSenseParam* params) {
-    return {static_cast<const Source*>(src.data),
-            {0, 0, src.width, src.height},
-            {src.width, src.height},
-            static_cast<int>(src.lineStep),
-            static_cast<int>(src.pixelDepth),
-            static_cast<Destination*>(dst.data),
-            static_cast<int>(dst.lineStep),
-            static_cast<unsigned char>(PixelTypeToTruesenseGrid(src.pixelType)),
-            params};
-}
+/** The call that converts one whole image into the other, by what TrueSenseOutputOf() found. */
+TrueSenseCall CallOf(const _KvxImage& src, const _KvxImage& dst, const TrueSenseOutput& output,
+                     tagTrueSenseParam* params) noexcept;
 
 }  // namespace kvx

@@ -100,6 +100,27 @@ TYPED_TEST(DemosaicerLifeCycle, TheSecondCallOfAPairNeedsTheFirst) {
     EXPECT_EQ(this->m_demosaicer.Calculate(), 7);
 }
 
+TYPED_TEST(DemosaicerLifeCycle, TheOutputPixelTypeCountsWhenCalculating) {
+    TrueSenseJob job{.width = 20, .height = 12, .grid = 6};
+    TrueSenseRun late(job);
+    job.withAlpha = job.blueFirst = true;
+    job.resultPadding = 3;
+    TrueSenseRun early(job);
+    job.withAlpha = job.blueFirst = false;
+    job.resultPadding = 23;  // as long as rows of four channels
+    TrueSenseRun changed(job);
+    IDemConvertion<uint16_t>* demosaicer = &this->m_demosaicer;
+    ASSERT_EQ(early.Convert(demosaicer), 0);
+    ASSERT_EQ(changed.Init(demosaicer), 0);
+    demosaicer->SetOutputPixelType(true, true);
+    ASSERT_EQ(demosaicer->CalculateRGB(), 0);
+    EXPECT_EQ(changed.Result(), early.Result());
+    ASSERT_EQ(late.Init(demosaicer), 0);
+    demosaicer->SetOutputPixelType(true, false);
+    EXPECT_EQ(demosaicer->CalculateRGB(), 7);  // rows of three channels
+    EXPECT_TRUE(late.IsUntouched());
+}
+
 TYPED_TEST(DemosaicerLifeCycle, KnowsItself) {
     typename TestFixture::Demosaicer other;
     EXPECT_TRUE(this->m_demosaicer.IsThis(&this->m_demosaicer));

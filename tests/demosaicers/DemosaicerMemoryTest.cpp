@@ -16,7 +16,7 @@ namespace {
 /** The largest frame that a caller can name; nothing of it is touched. And then a small one. */
 template <template <class> class Demosaicer>
 void ExpectFrameBeyondMemoryRefused() {
-    constexpr int width = 700000000, height = INT_MAX - 8;
+    constexpr int width = 700000000, height = INT_MAX - 16;
     Demosaicer<uint8_t> demosaicer;
     uint8_t sample = 0;
     tagTrueSenseParam params;

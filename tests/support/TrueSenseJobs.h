@@ -41,7 +41,7 @@ inline TrueSenseJob DrawJob(int width, int height, unsigned grid, std::mt19937& 
     job.resultBytes = job.sourceBytes == 2 && draw(2) ? 2 : 1;
     job.depth = job.sourceBytes == 1 && draw(4) ? 8 : 8 + 2 * draw(5);
     job.content = static_cast<Content>(draw(4));
-    if (draw(2)) job.left = draw(4), job.top = draw(4), job.right = draw(4), job.bottom = draw(4);
+    if (draw(2)) job.left = draw(9), job.top = draw(9), job.right = draw(9), job.bottom = draw(9);
     job.sourcePadding = draw(4), job.resultPadding = draw(4);
     for (bool* flag :
          {&job.sourceUpwards, &job.resultBackwards, &job.withAlpha, &job.blueFirst, &job.horMirrored, &job.verMirrored})
@@ -150,8 +150,11 @@ public:
             }
         return buffer;
     }
-    SlowSource Slow() const {
-        return m_slow;
+    /** @param margin of the algorithm's working area */
+    SlowSource Slow(int margin = 0) const {
+        SlowSource slow = m_slow;
+        slow.margin = margin;
+        return slow;
     }
     const tagTrueSenseParam& Params() const {
         return m_params;
@@ -178,18 +181,22 @@ private:
         m_srcStep = m_size.width * long(m_job.sourceBytes) + m_job.sourcePadding;
         m_source.resize(size_t(m_size.height * m_srcStep));
         for (uint8_t& byte : m_source) byte = static_cast<uint8_t>(random());
-        m_slow = {m_job.width, m_job.height, {}, m_job.depth, m_job.grid, m_job.horMirrored, m_job.verMirrored};
+        m_slow = {m_job.width,       m_job.height, {},        m_job.depth, m_job.grid,  m_job.horMirrored,
+                  m_job.verMirrored, m_job.left,   m_job.top, m_job.right, m_job.bottom};
         const unsigned top = (1u << m_job.depth) - 1, widest = m_job.sourceBytes == 1 ? 0xFF : 0xFFFF;
         const long wildAt =
             m_job.content == Content::OneWild ? long(random() % unsigned(m_job.width * m_job.height)) : -1;
-        for (int i = 0; i < m_job.height; ++i)
-            for (int j = 0; j < m_job.width; ++j) {
+        for (int i = -m_job.top; i < m_job.height + m_job.bottom; ++i)
+            for (int j = -m_job.left; j < m_job.width + m_job.right; ++j) {
                 const auto drawn = static_cast<unsigned>(random());
                 unsigned sample = drawn & top;
                 if (m_job.content == Content::Extremes) sample = drawn & 1 ? top : 0;
                 if (m_job.content == Content::Scene)
-                    sample = unsigned(j / 8 * 300 + i / 16 * 100 + int(drawn % 40)) % 4096 << 4 >> (16 - m_job.depth);
-                if (m_job.content == Content::Wild || long(i) * m_job.width + j == wildAt) sample = drawn | 0x8000;
+                    sample = unsigned((j + 8) / 8 * 300 + (i + 16) / 16 * 100 + int(drawn % 40)) % 4096 << 4 >>
+                             (16 - m_job.depth);
+                const bool isInside = i >= 0 && i < m_job.height && j >= 0 && j < m_job.width;
+                const bool isWild = isInside && long(i) * m_job.width + j == wildAt;
+                if (m_job.content == Content::Wild || isWild) sample = drawn | 0x8000;
                 sample &= widest;
                 m_slow.samples.push_back(int(sample));
                 const long row = m_job.sourceUpwards ? m_size.height - 1 - (m_job.top + i) : m_job.top + i;

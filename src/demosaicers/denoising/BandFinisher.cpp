@@ -35,9 +35,9 @@ void BandFinisher::Finish(const TrueSenseFrame& frame, const PipelinePlanes& pla
         for (; prepared <= std::min(row + reach, area.height - 1); ++prepared) PrepareRow(settings, prepared);
         ColorCorrection(settings, row);
         if (settings.hasDetail) AddDetailOf(settings, planes, row);
-        StorePixelRow(frame.destination, row - area.rowPhase,
-                      {Colour(0) + area.columnPhase, Colour(1) + area.columnPhase, Colour(2) + area.columnPhase},
-                      static_cast<size_t>(area.regionWidth), frame.outputShift);
+        StorePixelRow(frame.destination, row - area.region.row,
+                      {Colour(0) + area.region.column, Colour(1) + area.region.column, Colour(2) + area.region.column},
+                      static_cast<size_t>(area.region.width), frame.outputShift);
     }
 }
 

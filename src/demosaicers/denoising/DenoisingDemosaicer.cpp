@@ -28,7 +28,7 @@ int DenoisingDemosaicer<T>::Reserve() noexcept {
     const TrueSenseFrame& frame = this->Frame();
     m_param = PipelineParamOf(frame.area, frame.params);
     MakeRawTables(m_param, m_rawTables);
-    m_threads = std::min(frame.threads, (frame.area.height - 1) / m_bandRows + 1);
+    m_threads = TeamSize((frame.area.height - 1) / m_bandRows + 1, frame.params.threads_num);
     const bool hasGeometry = m_planes.width == frame.area.width && m_planes.height == frame.area.height;
     if (hasGeometry && m_reservedThreads == m_threads) return KvxResult_Success;
 

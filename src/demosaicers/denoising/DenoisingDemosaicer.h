@@ -1,8 +1,6 @@
 /** What the fast noise-reducing demosaicers share: planes, threads, and the steps down to half resolution. */
 #pragma once
 
-#include <omp.h>
-
 #include <algorithm>
 #include <memory>
 
@@ -11,6 +9,7 @@
 #include "demosaicers/denoising/PipelinePlanes.h"
 #include "demosaicers/denoising/RawCells.h"
 #include "demosaicers/frame/TrueSenseDemosaicer.h"
+#include "framework/Bands.h"
 
 namespace kvx {
 
@@ -24,7 +23,7 @@ public:
     void CleanMemory() noexcept override;
 
 protected:
-    explicit DenoisingDemosaicer(int bandRows) : TrueSenseDemosaicer<T>(OddDepths::Accepted), m_bandRows(bandRows) {}
+    explicit DenoisingDemosaicer(int bandRows) : TrueSenseDemosaicer<T>(kDenoisingRules), m_bandRows(bandRows) {}
 
     int Reserve() noexcept override;
 
@@ -37,10 +36,10 @@ protected:
     /** Runs `body(thread, begin, end)` for bands of the rows [begin, end), `rows` high or a little lower. */
     template <class Body>
     void ForBands(int begin, int end, int rows, const Body& body) const noexcept {
-        const int count = (end - begin - 1) / rows + 1, threads = std::min(m_threads, count);
-        const auto bandAt = [=](int index) { return begin + static_cast<int>(int64_t{end - begin} * index / count); };
-#pragma omp parallel for num_threads(threads) schedule(dynamic) default(none) shared(count, bandAt, body)
-        for (int index = 0; index < count; ++index) body(omp_get_thread_num(), bandAt(index), bandAt(index + 1));
+        const int count = (end - begin - 1) / rows + 1;
+        kvx::ForBands(begin, end, count, std::min(m_threads, count), [&](int thread, int64_t first, int64_t last) {
+            body(thread, static_cast<int>(first), static_cast<int>(last));
+        });
     }
 
     const ImageProcessParam& Param() const {

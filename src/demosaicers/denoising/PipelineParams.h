@@ -6,8 +6,12 @@
 
 #include "KvxDemosaicing/KvxPipeline.h"
 #include "demosaicers/frame/TrueSenseFrame.h"
+#include "demosaicers/frame/TrueSenseTile.h"
 
 namespace kvx {
+
+/** The pipeline's borders are coarser than its inside: a tile of neighbours about the region keeps them out of it. */
+constexpr FrameRules kDenoisingRules = {.oddDepths = true, .margin = kTileSize};
 
 /** The pattern number of the base tile. */
 constexpr int32_t kBaseTilePattern = 1;

@@ -71,7 +71,7 @@ int TrueSenseKodak<T>::Convert() noexcept {
     m_param.output = m_output.get();
     m_param.toneScale = m_tone.data();
     if (Api_ImageProcess(&m_param, &m_memory) != 0) return KvxResult_InvalidArgument;
-    for (int row = 0; row < frame.area.regionHeight; ++row) WriteRow(row);
+    for (int row = 0; row < frame.area.region.height; ++row) WriteRow(row);
     return KvxResult_Success;
 }
 
@@ -80,9 +80,9 @@ void TrueSenseKodak<T>::WriteRow(int row) const noexcept {
     const WorkingArea& area = this->Frame().area;
     const TrueSenseDestination& to = this->Frame().destination;
     const int bits = kWorkingDepth + this->Frame().outputShift;
-    const uint8_t* rgb = m_output.get() + (ptrdiff_t{area.rowPhase + row} * m_width + area.columnPhase) * kChannels;
+    const uint8_t* rgb = m_output.get() + (ptrdiff_t{area.region.row + row} * m_width + area.region.column) * kChannels;
     uint8_t* pixel = to.origin + row * to.rowStep;
-    for (int column = 0; column < area.regionWidth; ++column, rgb += kChannels, pixel += to.pixelStep)
+    for (int column = 0; column < area.region.width; ++column, rgb += kChannels, pixel += to.pixelStep)
         for (int channel = 0; channel < kChannels; ++channel) {
             const uint8_t value = rgb[to.blueFirst ? kChannels - 1 - channel : channel];
             if (to.sampleSize == 1) {

@@ -16,7 +16,7 @@ namespace kvx {
 template <class T>
 class TrueSenseKodak final : public TrueSenseDemosaicer<T> {
 public:
-    TrueSenseKodak() : TrueSenseDemosaicer<T>(OddDepths::Accepted) {}
+    TrueSenseKodak() : TrueSenseDemosaicer<T>(kDenoisingRules) {}
 
     void CleanMemory() noexcept override;
 

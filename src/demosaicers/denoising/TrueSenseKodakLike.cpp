@@ -67,8 +67,8 @@ int TrueSenseKodakLike<T>::Convert() noexcept {
     const PipelinePlanes& planes = this->Planes();
     this->MakeLowPlanes();
     const LowPlanes low = {CleanLowPan(), CleanLowColorDiff(), planes.Cells(), planes.CellRows()};
-    const int begin = frame.area.rowPhase;
-    this->ForBands(begin, begin + frame.area.regionHeight, this->BandRows(), [&](int thread, int first, int last) {
+    const int begin = frame.area.region.row;
+    this->ForBands(begin, begin + frame.area.region.height, this->BandRows(), [&](int thread, int first, int last) {
         m_finishers[thread].Finish(frame, planes, low, m_settings, first, last);
     });
     return KvxResult_Success;

@@ -31,8 +31,8 @@ int TrueSenseSimple<T>::Convert() noexcept {
     this->MakeLowPlanes();
     const PixelWriter writer(frame);
     const LowPlanes low = {&planes.lowPan[0], &planes.lowColorDiff[0], planes.Cells(), planes.CellRows()};
-    const int begin = frame.area.rowPhase;
-    this->ForBands(begin, begin + frame.area.regionHeight, this->BandRows(), [&](int thread, int first, int last) {
+    const int begin = frame.area.region.row;
+    this->ForBands(begin, begin + frame.area.region.height, this->BandRows(), [&](int thread, int first, int last) {
         m_workspaces[thread].upSampler.Begin(low, first);
         for (int row = first; row < last; ++row) ColorCorrection(m_workspaces[thread], writer, row);
     });
@@ -47,8 +47,8 @@ void TrueSenseSimple<T>::ColorCorrection(Workspace& workspace, const PixelWriter
     int16_t* const colours[] = {workspace.colours.Row(0), workspace.colours.Row(1), workspace.colours.Row(2)};
     if (this->Param().monoEnable == 1) {
         for (size_t k = 0; k < width; ++k) colours[0][k] = static_cast<int16_t>(Gamma10toLinear12[panCodes[k]]);
-        const int16_t* grey = colours[0] + area.columnPhase;
-        writer.WriteRow(row - area.rowPhase, {grey, grey, grey});
+        const int16_t* grey = colours[0] + area.region.column;
+        writer.WriteRow(row - area.region.row, {grey, grey, grey});
         return;
     }
     int32_t* pan = workspace.pan.Row(0);
@@ -56,8 +56,8 @@ void TrueSenseSimple<T>::ColorCorrection(Workspace& workspace, const PixelWriter
     workspace.upSampler.LowColorDiffUpSample(row, pan, {colours[0], colours[1], colours[2]});
     for (int16_t* colour : colours)
         for (size_t k = 0; k < width; ++k) colour[k] = static_cast<int16_t>(Gamma10toLinear12[colour[k]]);
-    writer.WriteRow(row - area.rowPhase,
-                    {colours[0] + area.columnPhase, colours[1] + area.columnPhase, colours[2] + area.columnPhase});
+    writer.WriteRow(row - area.region.row, {colours[0] + area.region.column, colours[1] + area.region.column,
+                                            colours[2] + area.region.column});
 }
 
 template class TrueSenseSimple<unsigned char>;

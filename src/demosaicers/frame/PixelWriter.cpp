@@ -37,7 +37,7 @@ void PixelWriter::WriteRow(int row, const std::array<const int16_t*, kChannels>&
     const std::array<const uint16_t*, kChannels> inOrder = {indices[first], indices[1], indices[2 - first]};
 
     uint8_t* dst = to.origin + row * to.rowStep;
-    const auto width = static_cast<size_t>(m_frame.area.regionWidth);
+    const auto width = static_cast<size_t>(m_frame.area.region.width);
     for (size_t begin = 0; begin < width; begin += kBlock) {
         const size_t count = std::min(kBlock, width - begin);
         const int16_t* const at[] = {planes[0] + begin, planes[1] + begin, planes[2] + begin};

@@ -23,9 +23,9 @@ auto LoadWords(Words d, const uint8_t* bytes, uint16_t) {
     return hn::LoadU(d, reinterpret_cast<const uint16_t*>(bytes));
 }
 
-/** `next` is what will be taken after this: it is fetched while this row is worked on. */
+/** @param next the samples to read after these: they are prefetched */
 template <class T>
-uint16_t Take(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count, int16_t* line) {
+uint16_t Read(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count, int16_t* line) {
     const Words d;
     const hn::RebindToSigned<Words> signedWords;
     const size_t lanes = hn::Lanes(d);
@@ -52,11 +52,11 @@ uint16_t Take(const TrueSenseSource& source, const uint8_t* samples, const uint8
 
 uint16_t ReadBytes(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count,
                    int16_t* line) {
-    return Take<uint8_t>(source, samples, next, count, line);
+    return Read<uint8_t>(source, samples, next, count, line);
 }
 uint16_t ReadWords(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count,
                    int16_t* line) {
-    return Take<uint16_t>(source, samples, next, count, line);
+    return Read<uint16_t>(source, samples, next, count, line);
 }
 
 }  // namespace
@@ -70,7 +70,7 @@ namespace {
 HWY_EXPORT(ReadBytes);
 HWY_EXPORT(ReadWords);
 
-/** Takes `count` samples, shifted to 12 bits. @return the largest, as an unsigned value */
+/** Reads `count` samples, shifted to 12 bits. @return the largest, as an unsigned value */
 uint16_t ReadSamples(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, int count,
                      int16_t* line) {
     const auto length = static_cast<size_t>(count);
@@ -78,14 +78,14 @@ uint16_t ReadSamples(const TrueSenseSource& source, const uint8_t* samples, cons
                                   : HWY_DYNAMIC_DISPATCH(ReadWords)(source, samples, next, length, line);
 }
 
-/** A row of a region so low that its columns may take the row's samples from different rows. */
+/** A row of so few given rows that its columns may take their samples from different ones. */
 uint16_t ReadColumnByColumn(const TrueSenseFrame& frame, int row, int16_t* line) {
-    const WorkingArea& area = frame.area;
+    const Area& given = frame.area.given;
     uint16_t largest = 0;
-    for (int i = 0; i < area.regionWidth; ++i) {
-        const auto kindAt = [column = area.columnPhase + i](int place) { return KindAt(place, column); };
-        const int from = MarginSampleFor(row, area.rowPhase, area.regionHeight, kindAt) - area.rowPhase;
-        const auto at = static_cast<size_t>(frame.source.backwards ? area.regionWidth - 1 - i : i);
+    for (int i = 0; i < given.width; ++i) {
+        const auto kindAt = [column = given.column + i](int place) { return KindAt(place, column); };
+        const int from = MarginSampleFor(row, given.row, given.height, kindAt) - given.row;
+        const auto at = static_cast<size_t>(frame.source.backwards ? given.width - 1 - i : i);
         const uint8_t* sample = frame.source.Row(from) + at * frame.source.sampleSize;
         largest = std::max(largest, ReadSamples(frame.source, sample, sample, 1, line + i));
     }
@@ -95,24 +95,24 @@ uint16_t ReadColumnByColumn(const TrueSenseFrame& frame, int row, int16_t* line)
 }  // namespace
 
 bool ReadSourceRow(const TrueSenseFrame& frame, int row, int16_t* line) {
-    const WorkingArea& area = frame.area;
-    int16_t* region = line + area.columnPhase;
+    const Area& given = frame.area.given;
+    int16_t* samples = line + given.column;
     uint16_t largest;
-    if (area.regionHeight >= kTileSize) {
+    if (given.height >= kTileSize) {
         const auto anyKind = [](int) { return 'W'; };
-        const int from = MarginSampleFor(row, area.rowPhase, area.regionHeight, anyKind) - area.rowPhase;
-        const int next = std::min(from + 1, area.regionHeight - 1);
-        largest = ReadSamples(frame.source, frame.source.Row(from), frame.source.Row(next), area.regionWidth, region);
+        const int from = MarginSampleFor(row, given.row, given.height, anyKind) - given.row;
+        const int next = std::min(from + 1, given.height - 1);
+        largest = ReadSamples(frame.source, frame.source.Row(from), frame.source.Row(next), given.width, samples);
     } else {
-        largest = ReadColumnByColumn(frame, row, region);
+        largest = ReadColumnByColumn(frame, row, samples);
     }
     const auto fill = [&](int begin, int end) {
         for (int column = begin; column < end; ++column)
-            line[column] = line[MarginSampleFor(column, area.columnPhase, area.regionWidth,
+            line[column] = line[MarginSampleFor(column, given.column, given.width,
                                                 [row](int place) { return KindAt(row, place); })];
     };
-    fill(0, area.columnPhase);
-    fill(area.columnPhase + area.regionWidth, area.width);
+    fill(0, given.column);
+    fill(given.column + given.width, frame.area.width);
     return largest < KVX_TONE_TABLE_SIZE;
 }
 

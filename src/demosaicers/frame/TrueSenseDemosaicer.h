@@ -22,8 +22,11 @@ public:
                 unsigned char* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params) noexcept final;
     int CalculateRGB() noexcept final;
 
+    /** A whole conversion: the three calls above in one. The call's source has samples T, or words for its RGB form. */
+    int Run(const TrueSenseCall& call, const PixelLayout& layout) noexcept;
+
 protected:
-    explicit TrueSenseDemosaicer(OddDepths oddDepths) : m_oddDepths(oddDepths) {}
+    explicit TrueSenseDemosaicer(const FrameRules& rules) : m_rules(rules) {}
 
     /** Makes working memory ready for Frame(). @return 0, 7 or 9 */
     virtual int Reserve() noexcept = 0;
@@ -35,14 +38,14 @@ protected:
     }
 
 private:
-    enum class Bound { Nothing, Samples, Bytes };
+    int Bind(const TrueSenseCall& call) noexcept;
+    int ConvertBound(size_t srcSampleSize, size_t dstSampleSize) noexcept;
 
-    int Bind(const TrueSenseCall& call, Bound bound) noexcept;
-
-    OddDepths m_oddDepths;
-    bool m_withAlpha = false, m_bgrOrder = false;
-    Bound m_bound = Bound::Nothing;  // which of the two pairs of calls has begun
+    FrameRules m_rules;
+    PixelLayout m_layout{};
+    TrueSenseCall m_call{};  // what Init() or InitRGB() was given; no source after a refusal
     TrueSenseFrame m_frame{};
+    DisjointSource m_disjointSource;
 };
 
 }  // namespace kvx

@@ -1,7 +1,5 @@
 #include "demosaicers/frame/TrueSenseFrame.h"
 
-#include <omp.h>
-
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
@@ -16,63 +14,73 @@ namespace {
 constexpr tagTrueSenseParam s_defaults = DefaultTrueSenseParams();
 constexpr ColourMatrix s_identity = {1, 0, 0, 0, 1, 0, 0, 0, 1};
 
-bool IsSupported(int depth, OddDepths oddDepths) {
-    return depth >= 8 && depth <= 16 && (depth % 2 == 0 || oddDepths == OddDepths::Accepted);
+bool IsSupported(int depth, bool oddDepths) {
+    return depth >= 8 && depth <= 16 && (depth % 2 == 0 || oddDepths);
 }
 
 bool HoldsRow(int lineStep, uint64_t bytes) {
     return bytes <= static_cast<uint64_t>(std::llabs(lineStep));
 }
 
-bool Fits(const TrueSenseCall& call, uint64_t pixelBytes) {
-    constexpr uint32_t largest = INT_MAX - 2 * kTileSize;  // the working area is up to six pixels larger
+bool HasRegion(const TrueSenseCall& call, int margin) {
+    const auto largest =
+        static_cast<uint32_t>(INT_MAX - 2 * (margin + kTileSize));  // for the working area to be an int
     const _KvxRect& roi = call.roi;
     return call.size.width <= largest && call.size.height <= largest &&
            uint64_t{roi.x} + roi.width <= call.size.width && uint64_t{roi.y} + roi.height <= call.size.height &&
-           HoldsRow(call.srcLineStep, call.size.width * uint64_t{call.srcSampleSize}) &&
-           HoldsRow(call.dstLineStep, roi.width * pixelBytes);
+           HoldsRow(call.srcLineStep, call.size.width * uint64_t{call.srcSampleSize});
 }
 
 constexpr int WholeTiles(int length) {
     return (length + kTileSize - 1) / kTileSize * kTileSize;
 }
 
-WorkingArea AreaOf(const TrueSenseCall& call) {
-    const int columnPhase = call.grid % kTileSize, rowPhase = call.grid / kTileSize;
-    const int width = static_cast<int>(call.roi.width), height = static_cast<int>(call.roi.height);
-    return {WholeTiles(width + columnPhase), WholeTiles(height + rowPhase), columnPhase, rowPhase, width, height};
+/** One direction of the working area: its length, and where the region and the given samples lie in it. */
+struct Extent {
+    int length;
+    int region, regionLength;
+    int given, givenLength;
+};
+
+/** @param before,after samples of the source on either side of the region, in the direction of reading */
+Extent ExtentOf(int phase, int regionLength, int before, int after, int margin) {
+    const int region = margin + phase, end = region + regionLength;
+    const int length = WholeTiles(end + margin);
+    if (margin == 0) return {length, region, regionLength, region, regionLength};
+    const int given = region - std::min(before, region);
+    return {length, region, regionLength, given, end + std::min(after, length - end) - given};
+}
+
+WorkingArea AreaOf(const TrueSenseCall& call, const tagTrueSenseParam& params, int margin) {
+    const auto extentOf = [margin](int phase, uint32_t start, uint32_t length, uint32_t whole, bool backwards) {
+        auto before = static_cast<int>(start), after = static_cast<int>(whole - start - length);
+        if (backwards) std::swap(before, after);
+        return ExtentOf(phase, static_cast<int>(length), before, after, margin);
+    };
+    const _KvxRect& roi = call.roi;
+    const Extent across = extentOf(call.grid % kTileSize, roi.x, roi.width, call.size.width, params.horMirrored != 0);
+    const Extent down = extentOf(call.grid / kTileSize, roi.y, roi.height, call.size.height, params.verMirrored != 0);
+    return {across.length,
+            down.length,
+            {across.region, down.region, across.regionLength, down.regionLength},
+            {across.given, down.given, across.givenLength, down.givenLength}};
 }
 
 /** A sensor read out mirrored is read backwards, which meets the native pattern. */
-TrueSenseSource SourceOf(const TrueSenseCall& call, const tagTrueSenseParam& params) {
-    const bool upwards = params.verMirrored != 0;
-    const int64_t firstRow = int64_t{call.roi.y} + (upwards ? call.roi.height - 1 : 0);
+TrueSenseSource SourceOf(const TrueSenseCall& call, const tagTrueSenseParam& params, const WorkingArea& area) {
+    const bool upwards = params.verMirrored != 0, backwards = params.horMirrored != 0;
+    const int above = area.region.row - area.given.row;
+    const int64_t firstRow = upwards ? int64_t{call.roi.y} + call.roi.height - 1 + above : int64_t{call.roi.y} - above;
+    const int before = area.region.column - area.given.column;
+    const int lower = backwards ? area.given.width - area.region.width - before : before;
+    const int64_t firstColumn = int64_t{call.roi.x} - lower;
     return {.origin = static_cast<const uint8_t*>(call.src) + firstRow * call.srcLineStep +
-                      static_cast<int64_t>(call.roi.x * call.srcSampleSize),
+                      firstColumn * static_cast<int64_t>(call.srcSampleSize),
             .rowStep = upwards ? -ptrdiff_t{call.srcLineStep} : call.srcLineStep,
             .sampleSize = call.srcSampleSize,
-            .backwards = params.horMirrored != 0,
+            .backwards = backwards,
             .leftShift = std::max(kWorkingDepth - call.pixelDepth, 0),
             .rightShift = std::max(call.pixelDepth - kWorkingDepth, 0)};
-}
-
-/** Mirrored frames are written backwards, too: the picture keeps the source's orientation. */
-TrueSenseDestination DestinationOf(const TrueSenseCall& call, const tagTrueSenseParam& params, ptrdiff_t pixelBytes) {
-    ptrdiff_t rowStep = call.dstLineStep, pixelStep = pixelBytes;
-    if (call.dstLineStep < 0) {  // deliberate: a negative line step flips both directions
-        rowStep = -rowStep;
-        pixelStep = -pixelStep;
-    }
-    auto* origin = static_cast<uint8_t*>(call.dst);
-    if (params.verMirrored) {
-        origin += static_cast<ptrdiff_t>(call.roi.height - 1) * rowStep;
-        rowStep = -rowStep;
-    }
-    if (params.horMirrored) {
-        origin += static_cast<ptrdiff_t>(call.roi.width - 1) * pixelStep;
-        pixelStep = -pixelStep;
-    }
-    return {origin, rowStep, pixelStep, call.dstSampleSize, call.bgrOrder};
 }
 
 /** Positive: to the left. A 16-bit source written as bytes keeps the upper 8 of the tone table's 12 bits. */
@@ -89,26 +97,58 @@ uint16_t ToneValue(uint16_t entry, int shift) {
 
 }  // namespace
 
-int BindFrame(const TrueSenseCall& call, OddDepths oddDepths, TrueSenseFrame& frame) noexcept {
+ByteRows TrueSenseFrame::SourceRows() const {
+    return {source.origin, area.given.height, static_cast<int64_t>(area.given.width * source.sampleSize),
+            source.rowStep};
+}
+
+ByteRows TrueSenseFrame::DestinationRows() const {
+    const ptrdiff_t step = std::abs(destination.pixelStep);
+    const ptrdiff_t toLowest = destination.pixelStep < 0 ? (area.region.width - 1) * destination.pixelStep : 0;
+    return {destination.origin + toLowest, area.region.height, area.region.width * step, destination.rowStep};
+}
+
+int BindFrame(const TrueSenseCall& call, const PixelLayout& layout, const FrameRules& rules,
+              TrueSenseFrame& frame) noexcept {
     if (!call.src || !call.dst) return KvxResult_NullPointer;
-    const uint64_t pixelBytes = (call.withAlpha ? 4 : 3) * call.dstSampleSize;
     if (call.grid >= kTileSize * kTileSize) return KvxResult_InvalidArgument;
     if (call.roi.width == 0 || call.roi.height == 0) return KvxResult_NoMemory;  // as for a plane that cannot be made
-    if (!IsSupported(call.pixelDepth, oddDepths) || !Fits(call, pixelBytes)) return KvxResult_InvalidArgument;
+    if (!IsSupported(call.pixelDepth, rules.oddDepths) || !HasRegion(call, rules.margin))
+        return KvxResult_InvalidArgument;
 
-    const tagTrueSenseParam& params = call.params ? *call.params : s_defaults;
-    frame.area = AreaOf(call);
-    frame.source = SourceOf(call, params);
-    frame.destination = DestinationOf(call, params, static_cast<ptrdiff_t>(pixelBytes));
+    frame.params = call.params ? *call.params : s_defaults;
+    const tagTrueSenseParam& params = frame.params;
+    frame.area = AreaOf(call, params, rules.margin);
+    frame.source = SourceOf(call, params, frame.area);
+    if (!BindDestination(call, layout, frame)) return KvxResult_InvalidArgument;
     frame.matrix = {params.RR, params.RG, params.RB, params.GR, params.GG, params.GB, params.BR, params.BG, params.BB};
     frame.applyMatrix = frame.matrix != s_identity;
     const uint16_t* table = params.toneTable ? params.toneTable : Tonescale12Table12.data();
     frame.outputShift = OutputShift(call, params);
     for (size_t i = 0; i < frame.tone.size(); ++i) frame.tone[i] = ToneValue(table[i], frame.outputShift);
-    frame.threads = params.threads_num > 0 ? static_cast<int>(std::min<int64_t>(params.threads_num, INT_MAX))
-                                           : omp_get_max_threads();
-    frame.params = params;
     return KvxResult_Success;
+}
+
+/** Mirrored frames are written backwards, too: the picture keeps the source's orientation. */
+bool BindDestination(const TrueSenseCall& call, const PixelLayout& layout, TrueSenseFrame& frame) noexcept {
+    const size_t pixelBytes = (layout.withAlpha ? 4 : 3) * call.dstSampleSize;
+    if (!HoldsRow(call.dstLineStep, call.roi.width * uint64_t{pixelBytes})) return false;
+    auto rowStep = ptrdiff_t{call.dstLineStep}, pixelStep = static_cast<ptrdiff_t>(pixelBytes);
+    if (call.dstLineStep < 0) {  // deliberate: a negative line step flips both directions
+        rowStep = -rowStep;
+        pixelStep = -pixelStep;
+    }
+    auto* origin = static_cast<uint8_t*>(call.dst);
+    if (frame.params.verMirrored) {
+        origin += static_cast<ptrdiff_t>(call.roi.height - 1) * rowStep;
+        rowStep = -rowStep;
+    }
+    if (frame.params.horMirrored) {
+        origin += static_cast<ptrdiff_t>(call.roi.width - 1) * pixelStep;
+        pixelStep = -pixelStep;
+    }
+    frame.destination = {origin, rowStep, pixelStep, call.dstSampleSize, layout.bgrOrder};
+    return true;
 }
 
 }  // namespace kvx

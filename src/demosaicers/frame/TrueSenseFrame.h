@@ -5,41 +5,28 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "KvxDemosaicing/KvxImage.h"
-#include "KvxDemosaicing/KvxTrueSense.h"
+#include "demosaicers/frame/TrueSenseCall.h"
+#include "framework/DisjointSource.h"
 
 namespace kvx {
 
 /** Bits of the values in the working area. */
 constexpr int kWorkingDepth = 12;
 
-/** The arguments of IDemConvertion::Init() and InitRGB(), whatever the sample types. */
-struct TrueSenseCall {
-    const void* src;
-    size_t srcSampleSize;
-    _KvxRect roi;
-    _KvxSize size;
-    int srcLineStep;
-    int pixelDepth;
-    void* dst;
-    size_t dstSampleSize;
-    int dstLineStep;
-    unsigned char grid;
-    const tagTrueSenseParam* params;
-    bool withAlpha, bgrOrder;
+/** A part of the working area. */
+struct Area {
+    int column, row;  ///< of its first site
+    int width, height;
 };
 
-/**
- * The region, enlarged to whole tiles: its origin is a tile's, and its sizes are multiples of 4. The region starts at
- * (rowPhase, columnPhase).
- */
+/** The region, enlarged to whole tiles: its origin is a tile's, and its sizes are multiples of 4. */
 struct WorkingArea {
     int width, height;
-    int columnPhase, rowPhase;
-    int regionWidth, regionHeight;
+    Area region;   ///< becomes pixels
+    Area given{};  ///< has samples in the source: the region, or the region and its neighbours
 };
 
-/** Samples of the region, as 12-bit values: shifted left, then right. */
+/** Samples of the given area, as 12-bit values: shifted left, then right. */
 struct TrueSenseSource {
     const uint8_t* origin;  ///< first byte of the row that the working area takes first
     ptrdiff_t rowStep;
@@ -70,15 +57,25 @@ struct TrueSenseFrame {
     ColourMatrix matrix;
     bool applyMatrix;                                ///< the matrix is not the identity
     std::array<uint16_t, KVX_TONE_TABLE_SIZE> tone;  ///< what to store, by clamped 12-bit value
-    int threads;                                     ///< of the conversion, at least 1
     int outputShift;                                 ///< from the tone table's 12 bits; positive: to the left
     tagTrueSenseParam params;                        ///< its tone table is the caller's, for Reserve() to read
+
+    /** The memory that the conversion reads and writes. */
+    ByteRows SourceRows() const;
+    ByteRows DestinationRows() const;
 };
 
-/** Which depths are taken: the odd ones have no output depth of their own and are written 16 bits deep. */
-enum class OddDepths { Refused, Accepted };
+/** How a class of demosaicers takes frames. */
+struct FrameRules {
+    bool oddDepths;  ///< 9 to 15 bits as well, which have no output depth of their own and are written 16 bits deep
+    int margin;      ///< sites about the region that the working area has in addition: whole tiles
+};
 
 /** @return 0; 7 unsupported grid, depth or geometry; 8 null source or destination. `frame` is valid only after 0. */
-int BindFrame(const TrueSenseCall& call, OddDepths oddDepths, TrueSenseFrame& frame) noexcept;
+int BindFrame(const TrueSenseCall& call, const PixelLayout& layout, const FrameRules& rules,
+              TrueSenseFrame& frame) noexcept;
+
+/** Gives a bound frame another layout of pixels. @return false when the rows of the destination cannot hold it */
+bool BindDestination(const TrueSenseCall& call, const PixelLayout& layout, TrueSenseFrame& frame) noexcept;
 
 }  // namespace kvx

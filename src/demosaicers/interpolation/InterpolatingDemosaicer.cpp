@@ -1,6 +1,5 @@
 #include "demosaicers/interpolation/InterpolatingDemosaicer.h"
 
-#include <algorithm>
 #include <new>
 
 namespace kvx {
@@ -15,7 +14,8 @@ void InterpolatingDemosaicer<T>::CleanMemory() noexcept {
 template <class T>
 int InterpolatingDemosaicer<T>::Reserve() noexcept {
     const TrueSenseFrame& frame = this->Frame();
-    const auto threads = static_cast<size_t>(std::min(frame.threads, (frame.area.height - 1) / m_bandRows + 1));
+    const auto threads =
+        static_cast<size_t>(TeamSize((frame.area.height - 1) / m_bandRows + 1, frame.params.threads_num));
     if (m_workspaces.size() == threads && m_reservedWidth == frame.area.width) return KvxResult_Success;
     m_reservedWidth = 0;
     try {

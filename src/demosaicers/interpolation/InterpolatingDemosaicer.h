@@ -1,14 +1,13 @@
 /** What the interpolating TrueSense demosaicers share: the threads' memory, bands of rows. */
 #pragma once
 
-#include <omp.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <vector>
 
 #include "demosaicers/frame/TrueSenseDemosaicer.h"
 #include "demosaicers/interpolation/HalfRows.h"
+#include "framework/Bands.h"
 
 namespace kvx {
 
@@ -21,8 +20,8 @@ public:
     void CleanMemory() noexcept override;
 
 protected:
-    InterpolatingDemosaicer(OddDepths oddDepths, int bandRows)
-        : TrueSenseDemosaicer<T>(oddDepths), m_bandRows(bandRows) {}
+    InterpolatingDemosaicer(const FrameRules& rules, int bandRows)
+        : TrueSenseDemosaicer<T>(rules), m_bandRows(bandRows) {}
 
     int Reserve() noexcept override;
 
@@ -35,11 +34,9 @@ protected:
         const int rows = end - begin, needed = (rows - 1) / m_bandRows + 1;
         const int threads = std::min(static_cast<int>(m_workspaces.size()), needed);
         const int bands = std::min((needed + threads - 1) / threads * threads, rows);  // the same share for each thread
-        const auto bandAt = [=](int index) { return begin + static_cast<int>(int64_t{rows} * index / bands); };
-        const TrueSenseWorkspace* workspaces = m_workspaces.data();
-#pragma omp parallel for num_threads(threads) schedule(dynamic) default(none) shared(bands, bandAt, workspaces, body)
-        for (int index = 0; index < bands; ++index)
-            body(workspaces[omp_get_thread_num()], bandAt(index), bandAt(index + 1));
+        kvx::ForBands(begin, end, bands, threads, [&](int thread, int64_t first, int64_t last) {
+            body(m_workspaces[thread], static_cast<int>(first), static_cast<int>(last));
+        });
     }
 
 private:

@@ -108,8 +108,8 @@ private:
         int16_t* const planes[] = {m_workspace.Plane(0), m_workspace.Plane(1), m_workspace.Plane(2)};
         CompleteColours(m_rows.RowAbout(row, row - 1), m_rows.Row(row), m_rows.RowAbout(row, row + 1), PanIsOdd(row),
                         m_rows.IsBorder(row), m_rows.Sites(), planes);
-        const int column = m_frame.area.columnPhase;
-        m_writer.WriteRow(row - m_frame.area.rowPhase, {planes[0] + column, planes[1] + column, planes[2] + column});
+        const int column = m_frame.area.region.column;
+        m_writer.WriteRow(row - m_frame.area.region.row, {planes[0] + column, planes[1] + column, planes[2] + column});
     }
 
     const TrueSenseFrame& m_frame;

@@ -55,7 +55,7 @@ int TrueSenseBayerLike<T>::Convert() noexcept {
     if (const int result = Guarded([this] { DemosaicDifferences(); }); result != KvxResult_Success) return result;
 
     const PixelWriter writer(frame);
-    this->ForBands(0, frame.area.regionHeight, [&](const TrueSenseWorkspace& workspace, int begin, int end) {
+    this->ForBands(0, frame.area.region.height, [&](const TrueSenseWorkspace& workspace, int begin, int end) {
         WriteRows(workspace, writer, begin, end);
     });
     return KvxResult_Success;
@@ -99,9 +99,9 @@ void TrueSenseBayerLike<T>::WriteRows(const TrueSenseWorkspace& workspace, const
     const WorkingArea& area = this->Frame().area;
     int16_t* const planes[] = {workspace.Plane(0), workspace.Plane(1), workspace.Plane(2)};
     for (int row = begin; row < end; ++row) {
-        const int16_t* pan = m_pan.ptr<int16_t>(area.rowPhase + row) + area.columnPhase;
-        const int16_t* differences = m_colour.ptr<int16_t>(area.rowPhase + row) + ptrdiff_t{3} * area.columnPhase;
-        AddPan(pan, differences, static_cast<size_t>(area.regionWidth), planes);
+        const int16_t* pan = m_pan.ptr<int16_t>(area.region.row + row) + area.region.column;
+        const int16_t* differences = m_colour.ptr<int16_t>(area.region.row + row) + ptrdiff_t{3} * area.region.column;
+        AddPan(pan, differences, static_cast<size_t>(area.region.width), planes);
         writer.WriteRow(row, {planes[0], planes[1], planes[2]});
     }
 }

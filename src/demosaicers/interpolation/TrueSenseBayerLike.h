@@ -14,7 +14,8 @@ namespace kvx {
 template <class T>
 class TrueSenseBayerLike final : public InterpolatingDemosaicer<T> {
 public:
-    explicit TrueSenseBayerLike(int bandRows = kBandRows) : InterpolatingDemosaicer<T>(OddDepths::Accepted, bandRows) {}
+    explicit TrueSenseBayerLike(int bandRows = kBandRows)
+        : InterpolatingDemosaicer<T>({.oddDepths = true, .margin = 0}, bandRows) {}
 
     void CleanMemory() noexcept override;
 

@@ -9,8 +9,8 @@ template <class T>
 int TrueSenseToRgb<T>::Convert() noexcept {
     const TrueSenseFrame& frame = this->Frame();
     const PixelWriter writer(frame);
-    const int begin = frame.area.rowPhase;
-    this->ForBands(begin, begin + frame.area.regionHeight,
+    const int begin = frame.area.region.row;
+    this->ForBands(begin, begin + frame.area.region.height,
                    [&](const TrueSenseWorkspace& workspace, int first, int last) {
                        ConvertBand(frame, workspace, writer, first, last);
                    });

@@ -112,7 +112,7 @@ TEST(PipelineTwins, KodakLikeEqualsItsPlainFormInWordsAndWithoutTheImpulseFilter
     ForManyJobs(12, 2, [](const TrueSenseJob& job) {
         const bool isDeep = job.resultBytes == 2;
         TrueSenseRun plain = MakeRun(job);
-        const SlowPicture picture = SlowKodakLike(plain.Slow(), plain.Params(), isDeep);
+        const SlowPicture picture = SlowKodakLike(plain.Slow(4), plain.Params(), isDeep);
         const auto expected = plain.Placed([&](size_t i, int shift) {
             Colour colour = picture.pixels[i];
             if (!isDeep) return colour;
@@ -130,7 +130,7 @@ TEST(PipelineTwins, KodakLikeEqualsItsPlainFormInWordsAndWithoutTheImpulseFilter
 TEST(PipelineTwins, SimpleEqualsItsPlainForm) {
     ForManyJobs(13, 2, [](const TrueSenseJob& job) {
         TrueSenseRun plain = MakeRun(job);
-        const auto expected = plain.Expected(SlowSimple(plain.Slow(), plain.Params()));
+        const auto expected = plain.Expected(SlowSimple(plain.Slow(4), plain.Params()));
         ForEachInstructionSet([&] {
             TrueSenseRun run = MakeRun(job);
             ASSERT_EQ(run.Convert<TrueSenseSimple>(), 0);

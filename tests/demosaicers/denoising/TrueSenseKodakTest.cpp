@@ -44,7 +44,7 @@ TEST(TrueSenseKodak, GivesThePipelinesPictureOfEverySource) {
             SCOPED_TRACE(testing::Message() << job);
             TrueSenseRun run(job);
             ASSERT_EQ(job.sourceBytes == 1 ? run.Convert(&bytes) : run.Convert(&words), 0);
-            const SlowPicture picture = Processed(run.Slow(), run.Params());
+            const SlowPicture picture = Processed(run.Slow(4), run.Params());
             ASSERT_EQ(run.Result(), run.Placed([&](size_t pixel, int shift) {
                 Colour stored = picture.pixels[pixel];
                 if (job.resultBytes == 2)

@@ -1,5 +1,6 @@
 #include "demosaicers/interpolation/SlowTrueSense.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <opencv2/imgproc.hpp>
 #include <string>
@@ -51,10 +52,12 @@ void FillMargins(int first, int last, int end, const std::function<int&(int)>& a
     for (int place = first; place <= last; ++place) given[place] = at(place);
     for (int place = 0; place < end; ++place) {
         if (given[place] != kNone) continue;
-        int from = place < first ? place + 4 : place - 4;
+        int from = place;
+        while (from < first) from += 4;
+        while (from > last) from -= 4;
         if (from < first || from > last) {  // the pattern-equal sample does not exist: the nearest of this kind
             from = -1;
-            for (int distance = 1; distance < 8 && from < 0; ++distance)
+            for (int distance = 1; distance < 12 && from < 0; ++distance)
                 for (const int candidate : {place - distance, place + distance})
                     if (candidate >= first && candidate <= last && kind(candidate) == kind(place)) from = candidate;
             if (from < 0) from = place < first ? first : last;
@@ -64,25 +67,30 @@ void FillMargins(int first, int last, int end, const std::function<int&(int)>& a
 }
 
 Plane RawMosaic(const SlowSource& source) {
-    const int rowPhase = source.grid / 4, columnPhase = source.grid % 4;
+    const int firstRow = source.margin + int(source.grid / 4), firstColumn = source.margin + int(source.grid % 4);
     const auto whole = [](int length) { return (length + 3) & ~3; };
-    Plane raw(whole(source.width + columnPhase), whole(source.height + rowPhase));
-    for (int i = 0; i < source.height; ++i)
-        for (int j = 0; j < source.width; ++j) {
+    Plane raw(whole(firstColumn + source.width + source.margin), whole(firstRow + source.height + source.margin));
+    int top = raw.height, bottom = 0, left = raw.width, right = 0;  // of what the source has
+    for (int r = 0; r < raw.height; ++r)
+        for (int c = 0; c < raw.width; ++c) {
+            const int i = r - firstRow, j = c - firstColumn;
             const int row = source.verMirrored ? source.height - 1 - i : i;
             const int column = source.horMirrored ? source.width - 1 - j : j;
-            const int sample = source.samples[size_t(row) * source.width + column];
-            const int scaled = source.depth <= 12 ? sample << (12 - source.depth) : sample >> (source.depth - 12);
-            raw.At(rowPhase + i, columnPhase + j) = Word(scaled);
+            const bool isInside = i >= 0 && i < source.height && j >= 0 && j < source.width;
+            if (!(source.margin ? source.Has(row, column) : isInside)) continue;
+            top = std::min(top, r), bottom = std::max(bottom, r);
+            left = std::min(left, c), right = std::max(right, c);
+            const int sample = source.At(row, column);
+            raw.At(r, c) = Word(source.depth <= 12 ? sample << (12 - source.depth) : sample >> (source.depth - 12));
         }
-    for (int column = columnPhase; column < columnPhase + source.width; ++column)
+    for (int column = left; column <= right; ++column)
         FillMargins(
-            rowPhase, rowPhase + source.height - 1, raw.height, [&](int row) -> int& { return raw.At(row, column); },
+            top, bottom, raw.height, [&](int row) -> int& { return raw.At(row, column); },
             [&](int row) { return KindAt(row, column); });
     for (int row = 0; row < raw.height; ++row)
         FillMargins(
-            columnPhase, columnPhase + source.width - 1, raw.width,
-            [&](int column) -> int& { return raw.At(row, column); }, [&](int column) { return KindAt(row, column); });
+            left, right, raw.width, [&](int column) -> int& { return raw.At(row, column); },
+            [&](int column) { return KindAt(row, column); });
     return raw;
 }
 
@@ -144,7 +152,8 @@ SlowPicture SlowRegion(const SlowSource& source, const std::function<Colour(int 
         for (int j = 0; j < source.width; ++j) {
             const int row = source.verMirrored ? source.height - 1 - i : i;
             const int column = source.horMirrored ? source.width - 1 - j : j;
-            picture.pixels.push_back(pixelAt(row + int(source.grid / 4), column + int(source.grid % 4)));
+            picture.pixels.push_back(
+                pixelAt(source.margin + row + int(source.grid / 4), source.margin + column + int(source.grid % 4)));
         }
     return picture;
 }
