@@ -25,7 +25,8 @@ public:
  * conversion at a time.
  *
  * Results of all four: 0; 7 grid, depth or geometry that is not supported, or a second call without a successful first
- * one; 8 null source or destination; 9 no working memory, or an empty region. What is refused leaves the destination as it was.
+ * one; 8 null source or destination; 9 no working memory, or an empty region. What is refused leaves the destination as
+ * it was.
  */
 template <class T>
 class IDemConvertion {

@@ -1,5 +1,6 @@
 #include "KvxDemosaicing/KvxPixelFormat.h"
 #include "KvxDemosaicing/KvxTrueSense.h"
+#include "demosaicers/frame/TrueSenseTile.h"
 
 namespace {
 
@@ -7,8 +8,19 @@ namespace {
 constexpr uint32_t s_firstOfDepth[] = {KvxFormat_TrueSense_BGGR_WBBW_0_8, KvxFormat_TrueSense_BGGR_WBBW_0_10,
                                        KvxFormat_TrueSense_BGGR_WBBW_0_12, KvxFormat_TrueSense_BGGR_WBBW_0_14};
 
-/** Patterns are the base tile two columns (GBRG), two rows (GRBG) or both (RGGB) on. */
-constexpr int s_originOfPattern[] = {0, 2, 8, 10};
+/** In the order of the codes: the Bayer mosaic of a pattern's cells, and where in the base tile it begins. */
+constexpr struct {
+    char cells[5];
+    int grid;
+} s_patterns[] = {{"BGGR", 0}, {"GBRG", 2}, {"GRBG", 8}, {"RGGB", 10}};
+
+constexpr bool ArePatternsOfTile() {
+    for (const auto& [cells, grid] : s_patterns)
+        for (int i = 0; i < 4; ++i)
+            if (cells[i] != kvx::ColourOfCell(grid / 8 + i / 2, grid % 4 / 2 + i % 2)) return false;
+    return true;
+}
+static_assert(ArePatternsOfTile());
 
 }  // namespace
 
@@ -17,7 +29,7 @@ int PixelTypeToTruesenseGrid(unsigned long pixelType) noexcept {
         const unsigned long index = pixelType - first;
         if (index >= 16) continue;
         const unsigned long phase = index % 4;  // bit 0: one column on, bit 1: one row on
-        return s_originOfPattern[index / 4] + static_cast<int>((phase & 1) + (phase >> 1) * 4);
+        return s_patterns[index / 4].grid + static_cast<int>((phase & 1) + (phase >> 1) * 4);
     }
     return -1;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <climits>
 
+#include "pipeline/CfaTables.h"
 #include "pipeline/ToneScales.h"
 
 namespace kvx {
@@ -17,6 +18,18 @@ template <size_t Count>
 void CopyReals(const double* first, float (&to)[Count]) {
     std::transform(first, first + Count, to, [](double value) { return static_cast<float>(value); });
 }
+
+/** The pipeline's own table of the base tile names the same kinds of sites. */
+constexpr bool IsBaseTile(const SiteTable& table) {
+    for (int row = 0; row < kTileSize; ++row)
+        for (int column = 0; column < kTileSize; ++column) {
+            constexpr char kinds[] = "WRGB";
+            const int32_t code = table[row][column];
+            if (kinds[(code - kPanEven) / 2] != KindAt(row, column) || (code - kPanEven) % 2 != row % 2) return false;
+        }
+    return true;
+}
+static_assert(IsBaseTile(*s_siteTables[kBaseTilePattern]));
 
 }  // namespace
 

@@ -1,5 +1,6 @@
 #include "demosaicers/denoising/RawCells.h"
 
+#include "demosaicers/frame/TrueSenseTile.h"
 #include "pipeline/GammaCodes.h"
 #include "pipeline/RawSamples.h"
 
@@ -31,10 +32,11 @@ void TakeCells(const RawTables& tables, int row, uint16_t* upper, uint16_t* lowe
                int16_t* pan1, int16_t* colour) noexcept {
     CalculateDarkFloorSubtract(tables.darkFloor, 2 * cells, upper);
     CalculateDarkFloorSubtract(tables.darkFloor, 2 * cells, lower);
-    // Pairs of cells are blue and green in the tile's first two rows, green and red in the others.
-    const bool isBlueFirst = row % 4 == 0;
-    const RawTables::Table& first = isBlueFirst ? tables.blue : tables.green;
-    const RawTables::Table& second = isBlueFirst ? tables.green : tables.red;
+    const auto balancedOf = [&](char kind) -> const RawTables::Table& {
+        return kind == 'R' ? tables.red : kind == 'G' ? tables.green : tables.blue;
+    };
+    const RawTables::Table &first = balancedOf(ColourOfCell(row / 2, 0)),
+                           &second = balancedOf(ColourOfCell(row / 2, 1));
     const auto takeCell = [&](size_t k, const RawTables::Table& balanced) {
         pan0[k] = static_cast<int16_t>(tables.pan[upper[2 * k]]);
         pan1[k] = static_cast<int16_t>(tables.pan[lower[2 * k + 1]]);

@@ -2,16 +2,19 @@
 
 #include <algorithm>
 
+#include "demosaicers/frame/TrueSenseTile.h"
+
 namespace kvx {
 namespace {
 
-constexpr int kRed = 0, kGreen = 1, kBlue = 2, kPan = 3;
+constexpr char s_colours[] = "RGB";
+constexpr int kGreen = 1, kPan = 3;
 
-/** The first cell of a colour in a row of the mosaic B G / G R, or -1 where it has none. */
+/** The first cell of a colour in a row of cells, or -1 where it has none. */
 constexpr int FirstCell(int colour, int cellRow) {
-    const bool isEven = cellRow % 2 == 0;
-    if (colour == kGreen) return isEven ? 1 : 0;
-    return colour == kBlue ? (isEven ? 0 : -1) : (isEven ? -1 : 1);
+    for (const int cell : {0, 1})
+        if (ColourOfCell(cellRow, cell) == s_colours[colour]) return cell;
+    return -1;
 }
 
 }  // namespace

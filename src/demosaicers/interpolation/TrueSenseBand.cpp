@@ -5,6 +5,7 @@
 
 #include "demosaicers/frame/PixelWriter.h"
 #include "demosaicers/frame/SourceRow.h"
+#include "demosaicers/frame/TrueSenseTile.h"
 #include "demosaicers/interpolation/ColourDifferences.h"
 #include "demosaicers/interpolation/LineSplit.h"
 #include "demosaicers/interpolation/PanAtColourSites.h"
@@ -12,11 +13,6 @@
 
 namespace kvx {
 namespace {
-
-/** Of the sites of the tile's even rows pan is the even one, of the odd rows the odd one. */
-constexpr bool PanIsOdd(int row) {
-    return row % 2 != 0;
-}
 
 /** Elements just outside a half-row whose neighbours are the sites of the other half, one column away. */
 template <class Lane>
@@ -100,7 +96,7 @@ private:
     void CompleteDifferences(int row) const {
         const HalfRows<Lane> rows = m_rows.Row(row);
         kvx::CompleteDifferences(m_rows.RowAbout(row, row - 2), m_rows.RowAbout(row, row + 2), m_rows.Sites(),
-                                 row % 4 >= 2, rows);
+                                 HasRed(row), rows);
         for (Lane* differences : {rows.red, rows.green, rows.blue}) MirrorAboutPanSites(differences, m_rows.Sites());
     }
 
