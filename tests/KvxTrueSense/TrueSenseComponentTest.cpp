@@ -6,7 +6,6 @@
 
 #include "KvxDemosaicing/KvxPixelFormat.h"
 #include "KvxDemosaicing/KvxTrueSenseFlat.h"
-#include "KvxTrueSense/TrueSenseParams.h"
 #include "demosaicers/interpolation/TrueSenseBayerLike.h"
 #include "demosaicers/interpolation/TrueSenseToRgb.h"
 #include "support/BayerFrames.h"
@@ -40,40 +39,23 @@ std::vector<uint8_t> Expected(TrueSenseFrameImages& frame, int64_t algorithm, ta
     const uint32_t type = dst.Record().pixelType;
     const bool withAlpha = type == KvxFormat_RGBa8 || type == KvxFormat_BGRa8;
     const bool blueFirst = (type & 1) == 0 && (type & 0xFF) >= 0x72;  // the table alternates
-    const auto convert = [&]<class T>(IDemConvertion<T>&& demosaicer) {
-        demosaicer.SetOutputPixelType(withAlpha, blueFirst);
-        const _KvxRect region{0, 0, kWidth, kHeight};
-        const _KvxSize size{kWidth, kHeight};
-        const int srcStep = static_cast<int>(src.lineStep), dstStep = static_cast<int>(dst.Record().lineStep);
-        const auto grid = static_cast<unsigned char>(PixelTypeToTruesenseGrid(src.pixelType));
-        const int depth = static_cast<int>(src.pixelDepth);
-        if (sizeof(T) == 2 && TrueSenseFrameImages::DepthOf(type) == 8) {
-            EXPECT_EQ(demosaicer.InitRGB(static_cast<uint16_t*>(src.data), region, size, srcStep, depth,
-                                         static_cast<uint8_t*>(dst.Record().data), dstStep, grid, &params),
-                      0);
-            EXPECT_EQ(demosaicer.CalculateRGB(), 0);
-        } else {
-            EXPECT_EQ(demosaicer.Init(static_cast<T*>(src.data), region, size, srcStep, depth,
-                                      static_cast<T*>(dst.Record().data), dstStep, grid, &params),
-                      0);
-            EXPECT_EQ(demosaicer.Calculate(), 0);
-        }
-        return dst.Pixels();
-    };
+    const TrueSenseCall call{.src = src.data,
+                             .srcSampleSize = src.pixelDepth == 8 ? 1u : 2u,
+                             .roi = {0, 0, kWidth, kHeight},
+                             .size = {kWidth, kHeight},
+                             .srcLineStep = static_cast<int>(src.lineStep),
+                             .pixelDepth = static_cast<int>(src.pixelDepth),
+                             .dst = dst.Record().data,
+                             .dstSampleSize = TrueSenseFrameImages::DepthOf(type) == 8 ? 1u : 2u,
+                             .dstLineStep = static_cast<int>(dst.Record().lineStep),
+                             .grid = static_cast<unsigned char>(PixelTypeToTruesenseGrid(src.pixelType)),
+                             .params = &params};
+    const auto run = [&](auto&& demosaicer) { EXPECT_EQ(demosaicer.Run(call, {withAlpha, blueFirst}), 0); };
     if (src.pixelDepth == 8)
-        return algorithm == 2 ? convert(TrueSenseBayerLike<uint8_t>()) : convert(TrueSenseToRgb<uint8_t>());
-    return algorithm == 2 ? convert(TrueSenseBayerLike<uint16_t>()) : convert(TrueSenseToRgb<uint16_t>());
-}
-
-tagTrueSenseParam ComponentDefaults() {
-    tagTrueSenseParam params{};
-    for (const TrueSenseParamRow& row : s_trueSenseParams) {
-        if (row.integer)
-            params.*row.integer = row.componentDefault.asInt;
-        else
-            params.*row.real = row.componentDefault.asFloat;
-    }
-    return params;
+        algorithm == 2 ? run(TrueSenseBayerLike<uint8_t>()) : run(TrueSenseToRgb<uint8_t>());
+    else
+        algorithm == 2 ? run(TrueSenseBayerLike<uint16_t>()) : run(TrueSenseToRgb<uint16_t>());
+    return dst.Pixels();
 }
 
 class TrueSenseComponent : public testing::Test {
@@ -83,6 +65,11 @@ protected:
     }
     void Set(const char* name, int64_t value) {
         ASSERT_EQ(m_component->SetParamInt(name, value), 0u) << name;
+    }
+    tagTrueSenseParam Params() {
+        tagTrueSenseParam params;
+        EXPECT_EQ(KvxTrueSense_GetParams(m_trueSense, &params), 0u);
+        return params;
     }
     uint32_t Convert(TrueSenseFrameImages& frame) {
         return KvxTrueSense_ConvertImage(m_trueSense, &frame.src.Record(), &frame.dst.Record());
@@ -95,22 +82,9 @@ protected:
 const uint32_t kSources[] = {KvxFormat_TrueSense_BGGR_WBBW_0_8, KvxFormat_TrueSense_GBRG_WGGW_1_10,
                              KvxFormat_TrueSense_GRBG_WGGW_2_12, KvxFormat_TrueSense_RGGB_WRRW_3_14};
 
-TEST_F(TrueSenseComponent, Has66ParametersWithTheDefaultsOfAComponent) {
+TEST_F(TrueSenseComponent, ParametersKeepToTheirRanges) {
     EXPECT_EQ(m_component->GetComponentTypeID(), 6);
-    ASSERT_EQ(m_component->GetParamCount(), 66u);
-    double slope = 0, redFromGreen = 0;
-    int64_t impulse = 1, radius = 0, algorithm = 1;
-    EXPECT_EQ(m_component->GetParamFloat("ISOPanSlope_0", &slope), 0u);
-    EXPECT_EQ(slope, 0.3179309);
-    EXPECT_EQ(m_component->GetParamFloat("RG", &redFromGreen), 0u);
-    EXPECT_EQ(redFromGreen, -0.5325);
     EXPECT_EQ(m_component->SetParamFloat("RG", -0.25), 0u);  // below the declared minimum, which means no bound
-    EXPECT_EQ(m_component->GetParamInt("impulseFilterEnable", &impulse), 0u);
-    EXPECT_EQ(m_component->GetParamInt("panRadius2", &radius), 0u);
-    EXPECT_EQ(m_component->GetParamInt("TrueSenseAlgType", &algorithm), 0u);
-    EXPECT_EQ(impulse, 0);
-    EXPECT_EQ(radius, 1);
-    EXPECT_EQ(algorithm, 0);
     EXPECT_EQ(m_component->SetParamInt("TrueSenseAlgType", 6), 0u);
     EXPECT_EQ(m_component->SetParamInt("TrueSenseAlgType", 7), 0x80000004u);
     EXPECT_EQ(m_component->SetParamInt("threads_num", 33), 0x80000004u);
@@ -127,7 +101,7 @@ TEST_F(TrueSenseComponent, EverySourceToEveryDestinationOfItsTable) {
                 const bool colour = format.pixelType >> 24 == 2 && (format.pixelType >> 12 & 0xF) == 0;
                 const bool fits = colour && (format.bitsPerComponent == 8 || frame.src.Record().pixelDepth > 8);
                 ASSERT_EQ(Convert(frame), fits ? 0u : kInvalid);
-                tagTrueSenseParam params = ComponentDefaults();
+                tagTrueSenseParam params = Params();
                 GuardedImage flat = frame.dst.Fresh();
                 ASSERT_EQ(TrueSenseToColor(&frame.src.Record(), &flat.Record(), &params, static_cast<int>(algorithm),
                                            index % 2),
@@ -146,34 +120,40 @@ TEST_F(TrueSenseComponent, EverySourceToEveryDestinationOfItsTable) {
 TEST_F(TrueSenseComponent, ParametersReachTheNextFrameAndBytesAreNeverDeepened) {
     TrueSenseFrameImages words(kSources[2], KvxFormat_RGB16), bytes(kSources[0], KvxFormat_RGB8);
     ASSERT_EQ(Convert(words), 0u);
-    Set("normalizationEnable", 1);
     Set("horMirrored", 1);
-    tagTrueSenseParam params = ComponentDefaults();
-    params.horMirrored = 1;
+    const tagTrueSenseParam params = Params();
+    Set("normalizationEnable", 1);
     ASSERT_EQ(Convert(bytes), 0u);
     EXPECT_EQ(bytes.dst.Pixels(), Expected(bytes, 0, params));
-    int64_t normalization = 0;
-    EXPECT_EQ(m_component->GetParamInt("normalizationEnable", &normalization), 0u);
-    EXPECT_EQ(normalization, 1);
-    params.normalizationEnable = 1;
     ASSERT_EQ(Convert(words), 0u);
-    EXPECT_EQ(words.dst.Pixels(), Expected(words, 0, params));
+    EXPECT_EQ(words.dst.Pixels(), Expected(words, 0, Params()));
+    EXPECT_EQ(Params().normalizationEnable, 1);
 }
 
-TEST_F(TrueSenseComponent, TakesAToneTableUntilItGetsAnother) {
+TEST_F(TrueSenseComponent, ConvertsWithARecordAndAnAlgorithmOfTheCallers) {
     std::vector<uint16_t> negative(KVX_TONE_TABLE_SIZE);
     for (size_t i = 0; i < negative.size(); ++i) negative[i] = static_cast<uint16_t>(4095 - i);
-    for (const uint16_t* table : {static_cast<const uint16_t*>(nullptr), static_cast<const uint16_t*>(negative.data()),
-                                  static_cast<const uint16_t*>(nullptr)}) {
-        TrueSenseFrameImages frame(KvxFormat_TrueSense_GRBG_WGGW_2_12, KvxFormat_BGR12, 5);
-        tagTrueSenseParam params = ComponentDefaults();
-        params.toneTable = table;
-        const std::vector<uint8_t> expected = Expected(frame, 0, params);
-        ASSERT_EQ(KvxTrueSense_SetToneTable(m_trueSense, table), 0u);
-        ASSERT_EQ(KvxTrueSense_ConvertImage(m_trueSense, &frame.src.Record(), &frame.dst.Record()), 0u);
-        EXPECT_EQ(frame.dst.Pixels(), expected);
+    tagTrueSenseParam params = Params();
+    params.toneTable = negative.data();
+    params.verMirrored = params.normalizationEnable = 1;
+    Set("TrueSenseAlgType", 6);  // counts for KvxTrueSense_ConvertImage() alone
+    for (const uint32_t source : {kSources[2], kSources[0]}) {
+        TrueSenseFrameImages frame(source, KvxFormat_BGR8, 5);
+        const auto convert = [&](const tagTrueSenseParam* record, int64_t algorithm) {
+            return KvxTrueSense_ConvertImageWith(m_trueSense, &frame.src.Record(), &frame.dst.Record(), record,
+                                                 algorithm);
+        };
+        EXPECT_EQ(convert(nullptr, 2), kInvalid);
+        EXPECT_EQ(convert(&params, 5), kInvalid);
+        EXPECT_EQ(KvxTrueSense_ConvertImageWith(nullptr, &frame.src.Record(), &frame.dst.Record(), &params, 2),
+                  kInvalid);
+        EXPECT_TRUE(frame.dst.Untouched());
+        ASSERT_EQ(convert(&params, 2), 0u);
+        params.normalizationEnable = source == kSources[2];  // bytes are never deepened
+        EXPECT_EQ(frame.dst.Pixels(), Expected(frame, 2, params));
     }
-    EXPECT_EQ(KvxTrueSense_SetToneTable(nullptr, negative.data()), 0x80060007u);
+    EXPECT_EQ(Params().toneTable, nullptr);
+    EXPECT_EQ(Params().verMirrored, 0);
 }
 
 TEST_F(TrueSenseComponent, AllocDataChecksTheFormatAndTheAlgorithm) {
@@ -247,7 +227,8 @@ TEST(TrueSenseFlat, AlgorithmsTheRecordAndTheTwoWidePixelFunctions) {
                                        static_cast<uint8_t*>(frame.dst.Record().data),
                                        static_cast<int>(frame.dst.Record().lineStep), 0, params, algorithm, temporary);
     };
-    tagTrueSenseParam params = DefaultTrueSenseParams();
+    tagTrueSenseParam params;
+    TrueSense_DefaultValues(&params);
     for (const int algorithm : {5, -1}) {
         params.normalizationEnable = 1;
         EXPECT_EQ(convert(&params, algorithm, algorithm % 2 != 0), kInvalid) << algorithm;

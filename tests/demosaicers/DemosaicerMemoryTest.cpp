@@ -6,6 +6,7 @@
 #include "demosaicers/denoising/TrueSenseKodak.h"
 #include "demosaicers/denoising/TrueSenseKodakLike.h"
 #include "demosaicers/denoising/TrueSenseSimple.h"
+#include "demosaicers/interpolation/TrueSenseBayerLike.h"
 #include "demosaicers/interpolation/TrueSenseToRgb.h"
 #include "support/CountedAllocations.h"
 #include "support/TrueSenseJobs.h"
@@ -13,11 +14,13 @@
 namespace kvx::test {
 namespace {
 
-/** The largest frame that a caller can name; nothing of it is touched. And then a small one. */
+/** A small frame, the largest one that a caller can name, of which nothing is touched, and the small one again. */
 template <template <class> class Demosaicer>
 void ExpectFrameBeyondMemoryRefused() {
     constexpr int width = 700000000, height = INT_MAX - 16;
     Demosaicer<uint8_t> demosaicer;
+    TrueSenseRun before({.width = 20, .height = 9, .grid = 1, .sourceBytes = 1, .depth = 8}), after = before;
+    ASSERT_EQ(before.Convert<uint8_t>(&demosaicer), 0);
     uint8_t sample = 0;
     tagTrueSenseParam params;
     TrueSense_DefaultValues(&params);
@@ -25,11 +28,13 @@ void ExpectFrameBeyondMemoryRefused() {
     const _KvxSize size{width, height};
     EXPECT_EQ(demosaicer.Init(&sample, {0, 0, width, height}, size, width, 8, &sample, 3 * width, 15, &params), 9);
     EXPECT_EQ(demosaicer.Calculate(), 7);
-    TrueSenseRun small({.width = 20, .height = 9, .grid = 1, .sourceBytes = 1, .depth = 8});
-    EXPECT_EQ(small.Convert<uint8_t>(&demosaicer), 0);
+    ASSERT_EQ(after.Convert<uint8_t>(&demosaicer), 0);
+    EXPECT_EQ(after.Result(), before.Result());
 }
 
 TEST(DemosaicerMemory, AFrameBeyondMemoryIsRefused) {
+    ExpectFrameBeyondMemoryRefused<TrueSenseToRgb>();
+    ExpectFrameBeyondMemoryRefused<TrueSenseBayerLike>();
     ExpectFrameBeyondMemoryRefused<TrueSenseSimple>();
     ExpectFrameBeyondMemoryRefused<TrueSenseKodakLike>();
     ExpectFrameBeyondMemoryRefused<TrueSenseKodak>();  // the reference's sum of sizes is an int32_t

@@ -8,5 +8,6 @@ namespace kvx::test {
 
 extern std::atomic<long> g_allocations;
 extern std::atomic<size_t> g_allocatedBytes;
+extern std::atomic<long> g_liveBytes;  // allocated and not freed yet, as the allocator rounds them
 
 }  // namespace kvx::test
