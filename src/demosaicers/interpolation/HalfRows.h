@@ -30,7 +30,7 @@ struct Neighbours {
 };
 
 /**
- * One thread's memory: the last rows of the working area in a ring, and a few lines. Rows have room for a vector
+ * Per-thread memory: the last rows of the working area in a ring, and a few lines. Rows have room for a vector
  * before and behind their elements.
  */
 class TrueSenseWorkspace {
