@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "demosaicers/denoising/PixelRows.h"
+#include "demosaicers/frame/PixelRow.h"
 #include "pipeline/GammaCodes.h"
 
 namespace kvx {

@@ -1,8 +1,8 @@
 #include "demosaicers/denoising/TrueSenseKodak.h"
 
-#include <cstring>
 #include <new>
 
+#include "demosaicers/frame/PixelRow.h"
 #include "demosaicers/frame/SourceRow.h"
 
 namespace kvx {
@@ -22,6 +22,7 @@ void TrueSenseKodak<T>::CleanMemory() noexcept {
     for (auto& buffer : m_buffers) buffer.reset();
     m_input.reset();
     m_output.reset();
+    m_row.reset();
     m_width = m_height = 0;
 }
 
@@ -48,7 +49,8 @@ int TrueSenseKodak<T>::Reserve() noexcept {
         return buffer != nullptr;
     };
     const size_t pixels = size_t(frame.area.width) * frame.area.height;
-    bool reserved = reserve(m_input, pixels) && reserve(m_output, 3 * pixels);
+    bool reserved =
+        reserve(m_input, pixels) && reserve(m_output, 3 * pixels) && reserve(m_row, 3 * size_t(frame.area.width));
     for (size_t i = 0; i < std::size(plan); ++i) {
         reserved = reserved && reserve(m_buffers[i], plan[i].size);
         plan[i].address = m_buffers[i].get();
@@ -77,21 +79,16 @@ int TrueSenseKodak<T>::Convert() noexcept {
 
 template <class T>
 void TrueSenseKodak<T>::WriteRow(int row) const noexcept {
-    const WorkingArea& area = this->Frame().area;
-    const TrueSenseDestination& to = this->Frame().destination;
-    const int bits = kWorkingDepth + this->Frame().outputShift;
-    const uint8_t* rgb = m_output.get() + (ptrdiff_t{area.region.row + row} * m_width + area.region.column) * kChannels;
-    uint8_t* pixel = to.origin + row * to.rowStep;
-    for (int column = 0; column < area.region.width; ++column, rgb += kChannels, pixel += to.pixelStep)
-        for (int channel = 0; channel < kChannels; ++channel) {
-            const uint8_t value = rgb[to.blueFirst ? kChannels - 1 - channel : channel];
-            if (to.sampleSize == 1) {
-                pixel[channel] = value;
-            } else {
-                const uint16_t word = Deepened(value, bits);
-                std::memcpy(pixel + channel * sizeof word, &word, sizeof word);
-            }
-        }
+    const TrueSenseFrame& frame = this->Frame();
+    const Area& region = frame.area.region;
+    const bool toBytes = frame.destination.sampleSize == sizeof(uint8_t);
+    const int bits = kWorkingDepth + frame.outputShift;
+    const uint8_t* rgb = m_output.get() + (ptrdiff_t{region.row + row} * m_width + region.column) * kChannels;
+    uint16_t* const colours[] = {m_row.get(), m_row.get() + m_width, m_row.get() + 2 * ptrdiff_t{m_width}};
+    for (int column = 0; column < region.width; ++column, rgb += kChannels)
+        for (int channel = 0; channel < kChannels; ++channel)
+            colours[channel][column] = toBytes ? rgb[channel] : Deepened(rgb[channel], bits);
+    StorePixelRow(frame.destination, row, {colours[0], colours[1], colours[2]}, static_cast<size_t>(region.width), 0);
 }
 
 template class TrueSenseKodak<unsigned char>;

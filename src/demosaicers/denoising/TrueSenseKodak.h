@@ -33,6 +33,7 @@ private:
     std::unique_ptr<uint8_t[]> m_buffers[7];  // in the order of ImageProcessMemory
     std::unique_ptr<uint16_t[]> m_input;
     std::unique_ptr<uint8_t[]> m_output;
+    std::unique_ptr<uint16_t[]> m_row;  // red, green and blue of a row
 };
 
 }  // namespace kvx

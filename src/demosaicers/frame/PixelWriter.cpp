@@ -1,25 +1,14 @@
 #include "demosaicers/frame/PixelWriter.h"
 
 #include <algorithm>
-#include <cstring>
 
+#include "demosaicers/frame/PixelRow.h"
 #include "demosaicers/frame/ToneIndices.h"
 
 namespace kvx {
 namespace {
 
 constexpr size_t kBlock = 512;  // pixels: their tone indices stay in the L1 cache
-
-template <class Value>
-void StorePixels(const std::array<const uint16_t*, kChannels>& indices, const Value* tone, size_t begin, size_t end,
-                 ptrdiff_t pixelStep, uint8_t* dst) {
-    dst += static_cast<ptrdiff_t>(begin) * pixelStep;
-    for (size_t i = begin; i < end; ++i, dst += pixelStep) {
-        std::memcpy(dst, tone + indices[0][i], sizeof(Value));
-        std::memcpy(dst + sizeof(Value), tone + indices[1][i], sizeof(Value));
-        std::memcpy(dst + 2 * sizeof(Value), tone + indices[2][i], sizeof(Value));
-    }
-}
 
 }  // namespace
 
@@ -33,10 +22,9 @@ void PixelWriter::WriteRow(int row, const std::array<const int16_t*, kChannels>&
     alignas(64) uint16_t block[kChannels][kBlock];
     uint16_t* const indices[] = {block[0], block[1], block[2]};
     const TrueSenseDestination& to = m_frame.destination;
-    const int first = to.blueFirst ? 2 : 0;
-    const std::array<const uint16_t*, kChannels> inOrder = {indices[first], indices[1], indices[2 - first]};
+    const auto inOrder = to.InOrder<const uint16_t*>({indices[0], indices[1], indices[2]});
 
-    uint8_t* dst = to.origin + row * to.rowStep;
+    uint8_t* dst = to.Row(row);
     const auto width = static_cast<size_t>(m_frame.area.region.width);
     for (size_t begin = 0; begin < width; begin += kBlock) {
         const size_t count = std::min(kBlock, width - begin);
@@ -49,7 +37,9 @@ void PixelWriter::WriteRow(int row, const std::array<const int16_t*, kChannels>&
         if (to.sampleSize == 1)
             StoreBytes(inOrder, count, pixels);
         else
-            StorePixels(inOrder, m_frame.tone.data(), 0, count, to.pixelStep, pixels);
+            StorePixels<uint16_t>(
+                0, count, to.pixelStep, pixels,
+                [&, tone = m_frame.tone.data()](int channel, size_t i) { return tone[inOrder[channel][i]]; });
     }
 }
 
@@ -57,7 +47,8 @@ void PixelWriter::StoreBytes(const std::array<const uint16_t*, kChannels>& indic
     const ptrdiff_t pixelStep = m_frame.destination.pixelStep;
     const size_t done =
         m_unitStepTone.isUsable ? StoreUnitStepTones(indices, m_unitStepTone, count, pixelStep, dst) : 0;
-    StorePixels(indices, m_byteTone.data(), done, count, pixelStep, dst);
+    StorePixels<uint8_t>(done, count, pixelStep, dst,
+                         [&, tone = m_byteTone.data()](int channel, size_t i) { return tone[indices[channel][i]]; });
 }
 
 }  // namespace kvx

@@ -45,6 +45,15 @@ struct TrueSenseDestination {
     ptrdiff_t rowStep, pixelStep;
     size_t sampleSize;
     bool blueFirst;
+
+    uint8_t* Row(int row) const {
+        return origin + row * rowStep;
+    }
+    /** Red, green and blue in the order of a pixel's samples. */
+    template <class Colour>
+    std::array<Colour, 3> InOrder(const std::array<Colour, 3>& colours) const {
+        return blueFirst ? std::array{colours[2], colours[1], colours[0]} : colours;
+    }
 };
 
 constexpr int kChannels = 3;

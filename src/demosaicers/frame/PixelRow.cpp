@@ -1,9 +1,7 @@
-#include "demosaicers/denoising/PixelRows.h"
-
-#include <cstring>
+#include "demosaicers/frame/PixelRow.h"
 
 #undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "demosaicers/denoising/PixelRows.cpp"
+#define HWY_TARGET_INCLUDE "demosaicers/frame/PixelRow.cpp"
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
@@ -39,31 +37,21 @@ namespace {
 
 HWY_EXPORT(StoreBytes);
 
-template <class Value>
-void StorePixels(const std::array<const uint16_t*, kChannels>& colours, size_t begin, size_t end, int shift,
-                 ptrdiff_t pixelStep, uint8_t* to) {
-    to += static_cast<ptrdiff_t>(begin) * pixelStep;
-    for (size_t k = begin; k < end; ++k, to += pixelStep)
-        for (int channel = 0; channel < kChannels; ++channel) {
-            const unsigned colour = colours[channel][k];
-            const auto value = static_cast<Value>(shift < 0 ? colour >> -shift : colour << shift);
-            std::memcpy(to + channel * sizeof value, &value, sizeof value);
-        }
-}
-
 }  // namespace
 
 void StorePixelRow(const TrueSenseDestination& to, int row, const std::array<const uint16_t*, kChannels>& colours,
                    size_t width, int shift) noexcept {
-    uint8_t* pixels = to.origin + row * to.rowStep;
-    const int first = to.blueFirst ? 2 : 0;
-    const std::array<const uint16_t*, kChannels> inOrder = {colours[first], colours[1], colours[2 - first]};
+    const auto inOrder = to.InOrder(colours);
+    uint8_t* pixels = to.Row(row);
     if (to.sampleSize == sizeof(uint16_t)) {
-        StorePixels<uint16_t>(inOrder, 0, width, shift, to.pixelStep, pixels);
+        StorePixels<uint16_t>(0, width, to.pixelStep, pixels, [&](int channel, size_t k) {
+            const unsigned colour = inOrder[channel][k];
+            return shift < 0 ? colour >> -shift : colour << shift;
+        });
         return;
     }
     const size_t done = to.pixelStep == kChannels ? HWY_DYNAMIC_DISPATCH(StoreBytes)(inOrder, width, pixels) : 0;
-    StorePixels<uint8_t>(inOrder, done, width, 0, to.pixelStep, pixels);
+    StorePixels<uint8_t>(done, width, to.pixelStep, pixels, [&](int channel, size_t k) { return inOrder[channel][k]; });
 }
 
 }  // namespace kvx
