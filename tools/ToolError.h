@@ -9,7 +9,7 @@
 
 namespace kvx::tool {
 
-/** Exit codes of the command; scripts rely on them, so a value never changes its meaning. */
+/** Exit codes of the command; scripts rely on them, so no value ever changes its meaning. */
 enum class ExitCode {
     Success = 0,
     Unexpected = 1,
@@ -34,7 +34,7 @@ private:
     ExitCode m_code;
 };
 
-/** The exception that is being handled, whatever it is, as the command tells it. */
+/** The exception that is being handled, whatever its type, as the command reports it. */
 ToolError CurrentFailure();
 
 template <typename... Args>

@@ -9,12 +9,12 @@
 namespace kvx::tool {
 namespace {
 
-constexpr const char* kFooter = R"('kvx-demosaic COMMAND --help' tells more about a command.
+constexpr const char* kFooter = R"('kvx-demosaic COMMAND --help' describes a command in full.
 
-Exit codes: 0 success; 2 wrong usage; 3 the input cannot be read or is no picture;
+Exit codes: 0 success; 2 wrong usage; 3 the input cannot be read or is not a picture;
 4 the frame does not fit (size, stride, depth, memory); 5 the output cannot be written;
-6 the library refused, its code is printed; 7 some of several files failed;
-1 anything unexpected.
+6 the library refused the call, its code is printed; 7 some of several files failed;
+1 any other failure.
 
 Examples:
   kvx-demosaic demo
@@ -28,7 +28,7 @@ int Finish(ExitCode code, const std::string& message) {
     return static_cast<int>(code);
 }
 
-/** Help and version are what the user asked for; anything else is wrong usage, told in one line. */
+/** Prints help or version when the user asked for them; anything else is wrong usage, reported in one line. */
 int FinishParsing(const CLI::App& tool, const CLI::ParseError& error) {
     if (error.get_exit_code() != 0) {
         return Finish(ExitCode::Usage, fmt::format("{}; see --help", error.what()));
@@ -40,7 +40,7 @@ int FinishParsing(const CLI::App& tool, const CLI::ParseError& error) {
 }
 
 int RunTool(int argc, char** argv) {
-    CLI::App tool("Turns raw frames of colour cameras into pictures.", "kvx-demosaic");
+    CLI::App tool("Converts raw frames of colour cameras to pictures.", "kvx-demosaic");
     tool.set_version_flag("--version", "kvx-demosaic " KVX_DEMOSAIC_VERSION, "Print the version and exit");
     tool.require_subcommand(1);
     tool.footer(kFooter);
@@ -58,7 +58,7 @@ int RunTool(int argc, char** argv) {
     try {
         tool.parse(argc, argv);
     } catch (const CLI::RuntimeError& failure) {
-        return failure.get_exit_code();  // of a command that has told what failed
+        return failure.get_exit_code();  // the command has reported what failed
     } catch (const CLI::ParseError& error) {
         return FinishParsing(tool, error);
     }
@@ -80,5 +80,6 @@ int RunGuarded(int argc, char** argv) {
 int main(int argc, char** argv) {
     // A file-size limit is an error of the output like any other, and must not leave a temporary file.
     std::signal(SIGXFSZ, SIG_IGN);
+    kvx::tool::OpenStandardStreams();
     return kvx::tool::RunGuarded(argc, argv);
 }

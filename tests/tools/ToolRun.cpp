@@ -42,6 +42,15 @@ private:
     std::unique_ptr<FILE, int (*)(FILE*)> m_file;
 };
 
+/** Of the child: a file of ours, or the one at `path`, or nothing for "-". */
+void Connect(int stream, const StreamFile& file, const std::string& path = {}) {
+    if (path == "-") {
+        ::close(stream);
+    } else {
+        ::dup2(path.empty() ? file.Descriptor() : ::open(path.c_str(), O_WRONLY | O_CLOEXEC), stream);
+    }
+}
+
 [[noreturn]] void BecomeTool(const std::vector<std::string>& arguments, const ToolSurroundings& surroundings) {
     if (surroundings.fileSizeLimit) {
         const rlimit limit{*surroundings.fileSizeLimit, *surroundings.fileSizeLimit};
@@ -64,10 +73,9 @@ ToolResult RunTool(const std::vector<std::string>& arguments, const ToolSurround
     const StreamFile error;
     const pid_t child = ::fork();
     if (child == 0) {
-        const std::string& path = surroundings.standardOutputPath;
-        ::dup2(input.Descriptor(), STDIN_FILENO);
-        ::dup2(path.empty() ? output.Descriptor() : ::open(path.c_str(), O_WRONLY), STDOUT_FILENO);
-        ::dup2(error.Descriptor(), STDERR_FILENO);
+        Connect(STDIN_FILENO, input);
+        Connect(STDOUT_FILENO, output, surroundings.standardOutputPath);
+        Connect(STDERR_FILENO, error, surroundings.standardErrorPath);
         BecomeTool(arguments, surroundings);
     }
     int status = 0;

@@ -16,17 +16,18 @@ struct ToolResult {
     long peakKilobytes;  ///< of memory that was in use at once
 };
 
-/** What a run gets besides its arguments. */
+/** The environment of a run. */
 struct ToolSurroundings {
     Bytes standardInput = {};
     std::optional<uint64_t> fileSizeLimit = std::nullopt;  ///< bytes that the process may write to a file
-    std::string standardOutputPath = {};                   ///< where standard output goes instead of into the result
+    std::string standardOutputPath = {};                   ///< where it goes instead of into the result; "-": closed
+    std::string standardErrorPath = {};                    ///< likewise
 };
 
 /** Runs the real kvx-demosaic. */
 ToolResult RunTool(const std::vector<std::string>& arguments, const ToolSurroundings& surroundings = {});
 
-/** Expects exit code 0. Gives the result for a look at the streams. */
+/** Expects exit code 0. @return the result, with the streams */
 ToolResult RunSuccessfully(const std::vector<std::string>& arguments, const ToolSurroundings& surroundings = {});
 
 /** Standard output of a run that succeeds. */

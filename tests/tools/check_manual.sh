@@ -13,7 +13,7 @@ fail() {
     failures=$((failures + 1))
 }
 
-# What the completion offers behind the words: the last one is to be completed.
+# The completions for these words; the last word is the one to complete.
 offers() {
     COMP_WORDS=("$tool" "$@") COMP_CWORD=$# COMP_LINE="$tool $*" COMP_POINT=${#COMP_LINE} COMPREPLY=()
     _kvx_demosaic "$tool" "${!#}" "${COMP_WORDS[COMP_CWORD - 1]}" || true
@@ -24,7 +24,7 @@ commands=$("$tool" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z-]*\) .*/\1/p
 [ "$(offers "")" = "$(sort <<< "$commands")" ] || fail "commands completed: $(offers "")"
 for command in $commands; do
     help=$("$tool" "$command" --help)
-    # An option's line: names, a value's name perhaps, and behind two blanks its description.
+    # The line of an option: names, possibly the name of a value, and after two blanks its description.
     options=$(sed -n '/^Options:/,/^$/s/^  \(-[a-z],\)\?\(--[a-z-]*\).*  \+[A-Z0-9a-z].*/\2/p' <<< "$help")
     [ "$(grep -c '^  -' <<< "$(sed -n '/^Options:/,/^$/p' <<< "$help")")" = "$(wc -l <<< "$options")" ] ||
         fail "$command: an option has no description"

@@ -21,9 +21,9 @@ namespace kvx::tool {
 namespace {
 
 constexpr const char* kFooter =
-    R"(Converts the demo scene to 8-bit pictures in memory, again and again, and prints the median.
-GB/s are those of the frames as they come from the camera; 'keeps up with' names the links
-whose pixels this machine converts as fast as they can come (in decimal units).
+    R"(Converts the demo scene to 8-bit pictures in memory, repeatedly, and prints the median.
+GB/s counts the bytes of the frames as the camera sends them; 'keeps up with' names the
+links whose full data rate this machine can convert (decimal units).
 
 Examples:
   kvx-demosaic bench
@@ -65,7 +65,7 @@ BenchmarkPlan MakePlan(const BenchOptions& options) {
     for (const std::string& name : options.formats) {
         plan.formats.push_back(RequireFormat(name));
         if (!frame::IsSource(plan.formats.back())) {
-            Fail(ExitCode::Usage, "--format {}: is no format of frames that can be converted", name);
+            Fail(ExitCode::Usage, "--format {}: frames of this format cannot be converted", name);
         }
     }
     for (const std::string& text : options.sizes) {
@@ -73,7 +73,7 @@ BenchmarkPlan MakePlan(const BenchOptions& options) {
     }
     for (const std::string& name : options.algorithms) {
         if (!HasAlgorithm(plan.formats, name)) {
-            Fail(ExitCode::Usage, "--algorithm {}: no family of the formats has it", name);
+            Fail(ExitCode::Usage, "--algorithm {}: unknown for these formats", name);
         }
     }
     plan.algorithms = options.algorithms;
@@ -107,7 +107,7 @@ std::string ThroughputTable(const std::vector<Throughput>& results) {
     return table.Text();
 }
 
-/** Frames per second that each link brings, a column for each format and size. */
+/** Frames per second that each link delivers, a column for each format and size. */
 std::string LinkTable(const std::vector<Throughput>& results) {
     std::vector<std::string> heading = {"link", "GB/s"};
     std::vector<double> frameBytes;
@@ -118,7 +118,7 @@ std::string LinkTable(const std::vector<Throughput>& results) {
             frameBytes.push_back(static_cast<double>(result.frameBytes));
         }
     }
-    heading.emplace_back("assumed");
+    heading.emplace_back("assumption");
     TextTable table(heading);
     for (const CameraLink& link : kCameraLinks) {
         std::vector<std::string> row = {link.name, fmt::format("{:.3f}", 1e-9 * link.bytesPerSecond)};
@@ -132,8 +132,8 @@ std::string LinkTable(const std::vector<Throughput>& results) {
 }
 
 std::string BenchText(const std::vector<Throughput>& results, int threads) {
-    return fmt::format("Conversion to BGR8 by {} threads:\n\n{}\nFrames per second that links bring:\n\n{}", threads,
-                       ThroughputTable(results), LinkTable(results));
+    return fmt::format("Conversion to BGR8 with {} threads:\n\n{}\nFrames per second that links deliver:\n\n{}",
+                       threads, ThroughputTable(results), LinkTable(results));
 }
 
 std::string BenchJson(const std::vector<Throughput>& results, int threads) {
@@ -153,7 +153,7 @@ std::string BenchJson(const std::vector<Throughput>& results, int threads) {
         links.push_back(
             {{"name", link.name}, {"bytes_per_second", link.bytesPerSecond}, {"assumption", link.assumption}});
     }
-    return nlohmann::ordered_json{{"threads", threads}, {"results", rows}, {"links", links}}.dump(2) + "\n";
+    return JsonText({{"threads", threads}, {"results", rows}, {"links", links}});
 }
 
 void Bench(const BenchOptions& options) {
@@ -167,7 +167,7 @@ void Bench(const BenchOptions& options) {
 
 void AddBenchCommand(CLI::App& tool) {
     const auto options = std::make_shared<BenchOptions>();
-    CLI::App* command = tool.add_subcommand("bench", "Measure how fast this machine converts frames");
+    CLI::App* command = tool.add_subcommand("bench", "Measure conversion speed and compare it with camera link rates");
     const auto addList = [command](const char* option, std::vector<std::string>& values, const char* help,
                                    const char* type) {
         command->add_option(option, values, help)->type_name(type)->allow_extra_args(false);
@@ -176,11 +176,11 @@ void AddBenchCommand(CLI::App& tool) {
             "Format of the frames, repeatable; default: BayerRG8, BayerRG12p and SCF1WBWG12", "NAME");
     addList("--size", options->sizes, "Size of the frames, repeatable; default: 1920x1200", "WxH");
     addList("--algorithm", options->algorithms, "Algorithm, repeatable; default: all", "NAME");
-    AddNumber(*command, "--threads", options->threads, "Threads to work with; 0, the default, is one for each core",
+    AddNumber(*command, "--threads", options->threads, "Number of threads; 0, the default: one per core",
               kMaximumThreads);
     AddNumber(*command, "--milliseconds", options->milliseconds, "Time for each measurement; default: 200",
               kMaximumMilliseconds);
-    command->add_flag("--json", options->asJson, "Print JSON instead of tables");
+    AddJsonFlag(*command, options->asJson);
     command->footer(kFooter);
     command->callback([options] { Bench(*options); });
 }

@@ -8,6 +8,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "tools/console/Arguments.h"
 #include "tools/console/Console.h"
 #include "tools/console/TextTable.h"
 #include "tools/convert/FinishOptions.h"
@@ -25,11 +26,11 @@ namespace kvx::tool {
 namespace {
 
 constexpr const char* kFooter =
-    R"(Converts the frame to 8 bits by every algorithm of its family, prints times (the median
-of several conversions, without reading and writing files), and writes a sheet with the
-whole pictures and enlarged crops: those given, or the three places where the algorithms
-differ most. With a reference also the PSNR over the whole picture (peak 255) and maps of
-the difference; the reference must have the light that the conversion gives.
+    R"(Converts the frame to 8 bits with every algorithm of its family, prints the times (the
+median of several conversions, without reading and writing files), and writes a sheet with
+the whole pictures and enlarged crops: the given ones, or the three places where the
+algorithms differ most. A reference adds the PSNR over the whole picture (peak 255) and
+maps of the difference; it must have the same tone and colours as the converted picture.
 
 Examples:
   kvx-demosaic compare scene_768x512_BayerRG12.raw --reference scene.png
@@ -121,7 +122,7 @@ std::string ResultJson(const std::vector<AlgorithmResult>& results, const std::v
     for (const cv::Rect& crop : crops) {
         places.push_back({{"x", crop.x}, {"y", crop.y}, {"width", crop.width}, {"height", crop.height}});
     }
-    return nlohmann::ordered_json{{"algorithms", rows}, {"crops", places}}.dump(2) + "\n";
+    return JsonText({{"algorithms", rows}, {"crops", places}});
 }
 
 void Compare(const CompareOptions& options) {
@@ -147,17 +148,17 @@ void Compare(const CompareOptions& options) {
 
 void AddCompareCommand(CLI::App& tool) {
     const auto options = std::make_shared<CompareOptions>();
-    CLI::App* command = tool.add_subcommand("compare", "Show what each algorithm makes of a frame");
-    command->add_option("FRAME", options->input, "Headerless raw, PGM, PNG or TIFF file; - is standard input")
-        ->required();
-    command->add_option("--reference", options->reference, "The true picture, of the frame's size")->type_name("FILE");
-    command->add_option("-o,--output", options->output, "The sheet; default: compare.png")->type_name("FILE");
+    CLI::App* command = tool.add_subcommand("compare", "Compare the algorithms on a frame");
+    AddFrameArgument(*command, options->input);
+    command->add_option("--reference", options->reference, "The true picture, in the size of the frame")
+        ->type_name("FILE");
+    command->add_option("-o,--output", options->output, "File for the sheet; default: compare.png")->type_name("FILE");
     AddFrameOptions(*command, options->request);
     AddFinishOptions(*command, options->finish);
-    command->add_option("--crop", options->crops, "Where to look closely; repeatable")
+    command->add_option("--crop", options->crops, "Part to enlarge; repeatable")
         ->type_name("X,Y,WxH")
         ->allow_extra_args(false);
-    command->add_flag("--json", options->asJson, "Print JSON instead of a table");
+    AddJsonFlag(*command, options->asJson);
     command->footer(kFooter);
     command->callback([options] { Compare(*options); });
 }

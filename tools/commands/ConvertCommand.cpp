@@ -1,5 +1,6 @@
 #include "tools/commands/Commands.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "tools/console/Arguments.h"
@@ -14,23 +15,24 @@
 namespace kvx::tool {
 namespace {
 
-constexpr const char* kFooter = R"(Size and format are taken from the options; else from a sidecar, FRAME.json or the
-frame's name with .json as its extension; else from names such as
+constexpr const char* kFooter =
+    R"(Size and format come from the options, then from a sidecar (FRAME.json, or the frame's
+name with the extension .json), then from file names such as
 scene_1920x1200_BayerRG12.raw. PGM, PNG and TIFF files (grey, 8 or 16 bits) are
-recognised by their content and know their size; their values are right-aligned.
+recognised by their content and contain their size; their values are right-aligned.
 
-Every frame becomes a picture of 8 bits (--to RGB8) or 16 (--to RGB16, or RGB10 and
-so on), always with the full range, so that white is white. The colours in the file are
-right for RGB and BGR alike.
+The picture has 8 bits per sample (--to RGB8) or 16 (--to RGB16, RGB10 and so on) and
+always uses the full range, so that white is white. RGB and BGR give the same file.
 
-A finish, asked for by any of --white-balance, --black-level, --white-level, --matrix
-and --tone, takes what these options leave open from the sidecar. "auto" is white-patch.
-Without a finish values stay linear; TrueSense frames, taken for linear light, then go
+Any of --white-balance, --black-level, --white-level, --matrix and --tone asks for a
+finish; the sidecar supplies what these options leave open. "auto" means white-patch.
+Without a finish, values stay linear; TrueSense frames, which hold linear light, then go
 through the component's tone curve and colour matrix (--set RR=1 and so on change it).
 
-Of several frames a failing one does not stop the others. --json prints a line for each
-frame when it is done: an object with input, output, status (converted or failed),
-seconds, and format, width, height, algorithm, gains, inferred; or exitCode and error.
+When one of several frames fails, the others are still converted. --json prints a line
+for each frame when it is done: an object with input, output, status (converted or
+failed), seconds, and format, width, height, algorithm, gains, inferred; or exitCode and
+error.
 
 Examples:
   kvx-demosaic convert scene_1920x1200_BayerRG12.raw scene.png
@@ -54,7 +56,7 @@ struct ConvertOptions {
 frame::Format RequireDestination(const std::string& name) {
     const frame::Format format = RequireFormat(name);
     if (!IsConvertDestination(format)) {
-        Fail(ExitCode::Usage, "--to {}: convert makes RGB8 to RGB16 and BGR8 to BGR16 only", name);
+        Fail(ExitCode::Usage, "--to {}: convert only makes RGB8 to RGB16 and BGR8 to BGR16", name);
     }
     return format;
 }
@@ -63,13 +65,14 @@ void Convert(ConvertOptions& options) {
     const std::vector<FileTask> tasks = PlanFiles(options.files, options.output);
     options.settings.destination = RequireDestination(options.destination);
     if (options.asJson && tasks.front().output == "-") {
-        Fail(ExitCode::Usage, "--json: standard output takes the picture already: give the picture a file");
+        Fail(ExitCode::Usage, "--json: standard output already takes the picture: write the picture to a file");
     }
     if (options.output.ends_with('/')) MakeDirectory(options.output);
     const Workforce workforce = ShareThreads(tasks.size(), static_cast<int>(options.jobs.value_or(0)),
                                              static_cast<int>(options.threads.value_or(0)));
     options.settings.threads = workforce.threads;
-    cv::setNumThreads(workforce.threads);
+    // More than there are processors would only make its thread pool complain.
+    cv::setNumThreads(std::min(workforce.threads, cv::getNumberOfCPUs()));
 
     std::vector<FileReport> reports;
     {
@@ -89,19 +92,16 @@ void Convert(ConvertOptions& options) {
 void AddOutputOptions(CLI::App& command, ConvertOptions& options) {
     command
         .add_option("-o,--output", options.output,
-                    "Directory (with / made where missing), pattern with {stem}, or picture; then all FILES are frames")
+                    "Directory (created if it ends in /), pattern with {stem}, or picture; all FILES are then frames")
         ->type_name("OUT");
     command.add_option("--to", options.destination, "Format of the picture; default: RGB8")->type_name("NAME");
-    command
-        .add_option_function<std::string>(
-            "--crop", [&options](const std::string& text) { options.settings.crop = ParseRegion("--crop", text); },
-            "Convert this part of the frame only")
-        ->type_name("X,Y,W,H")
-        ->allow_extra_args(false);
+    AddText(
+        command, "--crop", [&options](const std::string& text) { options.settings.crop = ParseRegion("--crop", text); },
+        "X,Y,W,H", "Convert only this part of the frame");
     AddChoice<std::optional<int>, int>(command, "--flip", options.settings.flip,
                                        {{"vertical", 0}, {"horizontal", 1}, {"both", -1}},
                                        "Mirror the picture: horizontal, vertical or both");
-    command.add_flag("--json", options.asJson, "Print a line of JSON about each frame");
+    command.add_flag("--json", options.asJson, "Print a line of JSON for each frame");
 }
 
 }  // namespace
@@ -112,7 +112,7 @@ void AddConvertCommand(CLI::App& tool) {
     command
         ->add_option("FILES", options->files,
                      "IN OUT: a headerless raw, PGM, PNG or TIFF file, and a .png, .tif, .tiff, .ppm or .pnm file; - "
-                     "is standard input, and output as PPM. With --output: frames")
+                     "is standard input, or standard output as PPM. With --output: frames only")
         ->required();
     AddOutputOptions(*command, *options);
     AddFrameOptions(*command, options->settings.request);
@@ -120,14 +120,15 @@ void AddConvertCommand(CLI::App& tool) {
     command
         ->add_option("--algorithm", options->settings.algorithm,
                      "Bayer: bilinear (0, default), ipp (1), edge-aware (2); TrueSense: fast (0, default), "
-                     "simple (1), bayer-like (2), kodak-like (3) or kodak (4); or the number; wins over --set")
+                     "simple (1), bayer-like (2), kodak-like (3) or kodak (4); or the number; overrides --set")
         ->type_name("NAME|N");
-    command->add_option("--set", options->settings.settings, "Set a parameter of the component; repeatable, see params")
+    command
+        ->add_option("--set", options->settings.settings, "Set a parameter of the component (see params); repeatable")
         ->type_name("PARAM=VALUE")
         ->allow_extra_args(false);
-    AddNumber(*command, "--jobs", options->jobs, "Frames to work on at a time; 0, the default, is one for each thread",
+    AddNumber(*command, "--jobs", options->jobs, "Frames to convert at the same time; 0, the default: one per thread",
               kMaximumThreads);
-    AddNumber(*command, "--threads", options->threads, "Threads to work with; 0, the default, is one for each core",
+    AddNumber(*command, "--threads", options->threads, "Number of threads; 0, the default: one per core",
               kMaximumThreads);
     command->footer(kFooter);
     command->callback([options] { Convert(*options); });

@@ -21,22 +21,22 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kFooter = R"(Writes scene.png, frames such as scene_768x512_BayerRG12.raw, and for each frame a
-picture by every algorithm, such as scene_BayerRG12_edge-aware.png.
+constexpr const char* kFooter = R"(Writes scene.png, frames such as scene_768x512_BayerRG12.raw, and for each frame and
+algorithm a picture such as scene_BayerRG12_edge-aware.png.
 
 Example:
   kvx-demosaic demo /tmp/kvx-demo)";
 
-/** Each Bayer pattern once, the depths that sensors have most, and a TrueSense frame. */
+/** Each Bayer pattern once, with the most common depths, and a TrueSense frame. */
 constexpr std::array kFormats = {"BayerGR8", "BayerRG12", "BayerGB10", "BayerBG16", "TrueSense_RGGB_WRRW_0_12"};
 
-void WriteAndTell(const fs::path& path, const Bytes& content) {
+void WriteAndPrint(const fs::path& path, const Bytes& content) {
     WriteOutput(path.string(), content);
     PrintText(path.string() + "\n");
 }
 
-/** The drawn scene has the colours of a display already: a colour matrix would exaggerate them. */
-void LeaveColours(frame::Converter& converter) {
+/** The drawn scene already has the colours of a display: a colour matrix would exaggerate them. */
+void SwitchMatrixOff(frame::Converter& converter) {
     for (const char* name : {"RR", "RG", "RB", "GR", "GG", "GB", "BR", "BG", "BB"}) {
         converter.SetParameter(name, name[0] == name[1] ? "1" : "0");
     }
@@ -45,26 +45,26 @@ void LeaveColours(frame::Converter& converter) {
 void WriteConversions(const fs::path& directory, const RawFrame& frame) {
     frame::Converter converter(frame.format.family);
     if (frame.format.family == frame::Family::TrueSense) {
-        LeaveColours(converter);
+        SwitchMatrixOff(converter);
     }
     for (const frame::Algorithm& algorithm : frame::AlgorithmsOf(converter.SourceFamily())) {
         converter.SetAlgorithm(algorithm.name);
         const fs::path path = directory / fmt::format("scene_{}_{}.png", frame::Name(frame.format), algorithm.name);
         const Picture picture = ConvertFrame(converter, ViewOf(frame), RequireFormat("RGB8"), path.string());
-        WriteAndTell(path, EncodePicture(picture, PictureKind::Png));
+        WriteAndPrint(path, EncodePicture(picture, PictureKind::Png));
     }
 }
 
 void Demo(const fs::path& directory) {
     MakeDirectory(directory.string());
     const Picture scene = DrawScene();
-    WriteAndTell(directory / "scene.png", EncodePicture(scene, PictureKind::Png));
+    WriteAndPrint(directory / "scene.png", EncodePicture(scene, PictureKind::Png));
     const FrameSize size{static_cast<uint64_t>(scene.pixels.cols), static_cast<uint64_t>(scene.pixels.rows)};
     for (const char* formatName : kFormats) {
         const frame::Format format = RequireFormat(formatName);
-        // A TrueSense component takes frames for linear light.
+        // The TrueSense component expects linear light.
         const RawFrame frame = MakeMosaic(scene, format, {.isLinear = format.family == frame::Family::TrueSense});
-        WriteAndTell(directory / MakeFrameName("scene", size, frame.format), EncodeRaw(frame.samples));
+        WriteAndPrint(directory / MakeFrameName("scene", size, frame.format), EncodeRaw(frame.samples));
         WriteConversions(directory, frame);
     }
 }
@@ -73,8 +73,8 @@ void Demo(const fs::path& directory) {
 
 void AddDemoCommand(CLI::App& tool) {
     const auto directory = std::make_shared<std::string>("kvx-demo");
-    CLI::App* command = tool.add_subcommand("demo", "Draw a test scene, make raw frames of it and convert them");
-    command->add_option("DIR", *directory, "Where to write; default: kvx-demo");
+    CLI::App* command = tool.add_subcommand("demo", "Draw a test scene, make raw frames from it and convert them");
+    command->add_option("DIR", *directory, "Directory to write to; default: kvx-demo");
     command->footer(kFooter);
     command->callback([directory] { Demo(*directory); });
 }

@@ -106,8 +106,8 @@ std::string Explain(const frame::Format& format, const Paint& paint) {
 
 void AddExplainCommand(CLI::App& tool) {
     const auto name = std::make_shared<std::string>();
-    CLI::App* command = tool.add_subcommand("explain", "Draw a pixel format and tell its names and codes");
-    command->add_option("FORMAT", *name, "Name of any scheme, or a code such as 0x010C0059")->required();
+    CLI::App* command = tool.add_subcommand("explain", "Draw a pixel format and list its names and codes");
+    command->add_option("FORMAT", *name, "A name in any scheme, or a code such as 0x010C0059")->required();
     command->footer(kFooter);
     command->callback([name] { PrintText(Explain(RequireFormatOrCode(*name), Paint::ForStandardOutput())); });
 }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "tools/console/Arguments.h"
 #include "tools/console/Console.h"
 #include "tools/console/TextTable.h"
 #include "tools/frames/Formats.h"
@@ -13,14 +14,14 @@ namespace kvx::tool {
 namespace {
 
 constexpr const char* kFooter = R"(source: convert reads it, mosaic and pack make it; destination: convert makes it
-(--to). Options take the names of PFNC, GStreamer, V4L2 and OpenCV, too, and those of
-the frame layer for mosaics of any phase and layout, such as CFA_WBWG_BWGW_WGWR_GWRW_12p.)";
+(--to). Options also take the names of PFNC, GStreamer, V4L2 and OpenCV, and names for
+mosaics of any phase and layout, such as CFA_WBWG_BWGW_WGWR_GWRW_12p.)";
 
 std::string CodeText(const PixelFormat& format) {
     return fmt::format("0x{:08X}", format.pixelType);
 }
 
-/** The frame layer's counterpart of a row, for which the listing's predicates ask. */
+/** Whether the predicate holds for a row; never for a format that frames and pictures do not use. */
 template <typename Predicate>
 bool Is(const Predicate& predicate, const PixelFormat& format) {
     const std::optional<frame::Format> known = frame::FormatByLibraryCode(format.pixelType);
@@ -49,7 +50,7 @@ std::string FormatJson() {
                         {"source", Is(frame::IsSource, *format)},
                         {"destination", Is(IsConvertDestination, *format)}});
     }
-    return rows.dump(2) + "\n";
+    return JsonText(rows);
 }
 
 }  // namespace
@@ -57,7 +58,7 @@ std::string FormatJson() {
 void AddFormatsCommand(CLI::App& tool) {
     const auto asJson = std::make_shared<bool>(false);
     CLI::App* command = tool.add_subcommand("formats", "List the pixel formats");
-    command->add_flag("--json", *asJson, "Print JSON instead of a table");
+    AddJsonFlag(*command, *asJson);
     command->footer(kFooter);
     command->callback([asJson] { PrintText(*asJson ? FormatJson() : FormatTable()); });
 }

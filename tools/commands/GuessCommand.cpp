@@ -15,6 +15,7 @@
 #include "tools/files/OutputFile.h"
 #include "tools/files/PictureDecoder.h"
 #include "tools/files/PictureEncoder.h"
+#include "tools/frames/FrameOptions.h"
 #include "tools/look/Continuity.h"
 #include "tools/look/Guess.h"
 #include "tools/look/PictureView.h"
@@ -25,17 +26,18 @@
 namespace kvx::tool {
 namespace {
 
-constexpr const char* kFooter = R"(Without --width and --height every size that fills the file is tried: widths that are
-multiples of 4, one to 2.4 times as wide as high. PGM, PNG and TIFF files know their size.
+constexpr const char* kFooter =
+    R"(Without --width and --height, guess tries every size that fills the file: widths that are
+multiples of 4 and 1 to 2.4 times the height. PGM, PNG and TIFF files contain their size.
 
-How it works: 'continuity' is how much more alike samples two and four sites apart are
-than any two; a wrong layout or width destroys it. 'explained' is the share of the
-differences between the sites of a tile that disappears when sites behind one colour are
-compared with each other only. The score is their product.
+How it works: 'continuity' measures how much more alike samples two and four sites apart
+are than any two samples; a wrong layout or width destroys it. 'explained' is the share of
+the differences between the sites of a tile that disappears when only sites of the same
+colour are compared. The score is their product.
 
-What cannot be known: exchanging red and blue changes nothing of that. Such pairs score
-the same; the one with more strong warm than strong cold colours comes first, which is
-right for most scenes and no more. A scene without colours tells no pattern.
+Limits: exchanging red and blue changes neither value, so such pairs have the same score.
+The one with more strong warm than strong cold colours comes first, which is right for
+most scenes but not for all. A scene without colours does not reveal its pattern.
 
 Examples:
   kvx-demosaic guess unknown.raw
@@ -64,7 +66,7 @@ std::vector<LayoutCandidate> FindFileLayouts(const GuessOptions& options, const 
     }
     const uint64_t skipBytes = options.skipBytes.value_or(0);
     if (skipBytes >= content.size()) {
-        Fail(ExitCode::Frame, "{}: holds {} bytes, no frame behind --skip-bytes {}", name, content.size(), skipBytes);
+        Fail(ExitCode::Frame, "{}: holds {} bytes, no frame after --skip-bytes {}", name, content.size(), skipBytes);
     }
     content.erase(content.begin(), content.begin() + static_cast<ptrdiff_t>(skipBytes));
     return FindLayouts(content, options.known, kCandidates);
@@ -79,8 +81,8 @@ Guesses GuessFile(const GuessOptions& options) {
     candidates.erase(std::remove_if(candidates.begin(), candidates.end(), isSmall), candidates.end());
     if (candidates.empty()) {
         Fail(ExitCode::Frame,
-             "{}: no frame of at least {} rows and columns fills its bytes: give --width and --height, --depth if it "
-             "is known, and --skip-bytes for a header",
+             "{}: no frame of at least {} rows and columns fits its size: give --width and --height, --depth if you "
+             "know it, and --skip-bytes for a header",
              name, TileAnalysis::kSmallestSide);
     }
     return RankFormats(candidates);
@@ -90,7 +92,7 @@ std::string SizeText(const Guess& guess) {
     return fmt::format("{}x{}", guess.samples.cols, guess.samples.rows);
 }
 
-/** The frame as a picture to be looked at: balanced by grey world, for a display. */
+/** The frame as a picture for a display, balanced by grey world. */
 cv::Mat Developed(const Guess& guess) {
     cv::Mat picture(guess.samples.size(), CV_8UC3);
     const RawFrame raw{frame::Unpacked(guess.format), guess.samples};
@@ -120,8 +122,8 @@ cv::Mat DrawGuesses(const std::string& name, const std::vector<Guess>& ranking) 
 
 std::string Verdict(const Guesses& guesses) {
     return guesses.isPatternKnown
-               ? "1 and 2 differ in red and blue only: 1 has the warmer colours. Look at the sheet.\n"
-               : "Not certain: a mono frame, or a scene whose colours do not tell the pattern or the size.\n";
+               ? "1 and 2 differ only in red and blue; 1 has the warmer colours. Look at the sheet.\n"
+               : "Uncertain: a mono frame, or a scene whose colours do not reveal the pattern or the size.\n";
 }
 
 std::string GuessTable(const Guesses& guesses) {
@@ -146,7 +148,7 @@ std::string GuessJson(const Guesses& guesses) {
                         {"explained", guess.explained},
                         {"warmth", guess.warmth}});
     }
-    return nlohmann::ordered_json{{"pattern_known", guesses.isPatternKnown}, {"ranking", rows}}.dump(2) + "\n";
+    return JsonText({{"pattern_known", guesses.isPatternKnown}, {"ranking", rows}});
 }
 
 void RunGuess(const GuessOptions& options) {
@@ -162,16 +164,15 @@ void RunGuess(const GuessOptions& options) {
 
 void AddGuessCommand(CLI::App& tool) {
     const auto options = std::make_shared<GuessOptions>();
-    CLI::App* command = tool.add_subcommand("guess", "Find out the format of a frame by trying");
-    command->add_option("FRAME", options->input, "Headerless raw, PGM, PNG or TIFF file; - is standard input")
-        ->required();
+    CLI::App* command = tool.add_subcommand("guess", "Guess the format of a frame from its samples");
+    AddFrameArgument(*command, options->input);
     AddNumber(*command, "--width", options->known.width, "Pixels in a row");
     AddNumber(*command, "--height", options->known.height, "Rows");
-    AddNumber(*command, "--depth", options->known.bits, "Bits of a sample", 16);
-    AddNumber(*command, "--skip-bytes", options->skipBytes, "Bytes in front of the first row");
+    AddNumber(*command, "--depth", options->known.bits, "Bits per sample", 16);
+    AddNumber(*command, "--skip-bytes", options->skipBytes, "Bytes before the first row");
     command->add_option("-o,--output", options->output, "Sheet of the best guesses; default: guess.png")
         ->type_name("FILE");
-    command->add_flag("--json", options->asJson, "Print JSON instead of a table");
+    AddJsonFlag(*command, options->asJson);
     command->footer(kFooter);
     command->callback([options] { RunGuess(*options); });
 }

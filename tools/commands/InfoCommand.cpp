@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "KvxFrame/Converter.h"
+#include "tools/console/Arguments.h"
 #include "tools/console/Console.h"
 #include "tools/console/TextTable.h"
 #include "tools/files/InputFile.h"
@@ -17,9 +18,9 @@
 namespace kvx::tool {
 namespace {
 
-constexpr const char* kFooter = R"(Reads the frame as convert does, and fails with the same sentence and exit code where
-convert would: for a file of the wrong size, for samples beyond the depth. 'likely depth'
-is the smallest that holds all samples, or those above low bits that are never set.
+constexpr const char* kFooter = R"(Reads the frame as convert does, and fails with the same message and exit code if the
+file has the wrong size or a sample exceeds the depth. 'likely depth' is the smallest
+depth that holds all samples; low bits that are never set do not count.
 
 Examples:
   kvx-demosaic info scene_1920x1200_BayerRG12.raw
@@ -42,7 +43,7 @@ std::string LikelyDepth(const RawFrame& frame, const SampleStatistics& statistic
 
 std::string AlgorithmText(frame::Family family) {
     const auto& algorithms = frame::AlgorithmsOf(family);
-    return algorithms.empty() ? "none, mono becomes grey" : algorithms.front().name;
+    return algorithms.empty() ? "none (mono becomes grey)" : algorithms.front().name;
 }
 
 nlohmann::ordered_json InfoJson(const FrameInput& input, const std::string& name) {
@@ -100,7 +101,7 @@ std::string InfoText(const FrameInput& input, const nlohmann::ordered_json& info
     table.AddRow({"likely depth", info["likely_depth"]});
     table.AddRow({"clipped", percent(info["clipped_share"])});
     table.AddRow({"black", percent(info["black_share"])});
-    table.AddRow({"becomes", fmt::format("{} by default", info["destination"].get<std::string>())});
+    table.AddRow({"converts to", fmt::format("{} by default", info["destination"].get<std::string>())});
     table.AddRow({"algorithm", fmt::format("{} by default", info["algorithm"].get<std::string>())});
     return table.Text();
 }
@@ -108,18 +109,17 @@ std::string InfoText(const FrameInput& input, const nlohmann::ordered_json& info
 void Info(const InfoOptions& options) {
     const FrameInput input = ReadFrame(options.input, options.request);
     const auto info = InfoJson(input, InputName(options.input));
-    PrintText(options.asJson ? info.dump(2) + "\n" : InfoText(input, info));
+    PrintText(options.asJson ? JsonText(info) : InfoText(input, info));
 }
 
 }  // namespace
 
 void AddInfoCommand(CLI::App& tool) {
     const auto options = std::make_shared<InfoOptions>();
-    CLI::App* command = tool.add_subcommand("info", "Tell what convert would do with a frame, and why");
-    command->add_option("FRAME", options->input, "Headerless raw, PGM, PNG or TIFF file; - is standard input")
-        ->required();
+    CLI::App* command = tool.add_subcommand("info", "Show what convert would do with a frame, and why");
+    AddFrameArgument(*command, options->input);
     AddFrameOptions(*command, options->request);
-    command->add_flag("--json", options->asJson, "Print JSON instead of a table");
+    AddJsonFlag(*command, options->asJson);
     command->footer(kFooter);
     command->callback([options] { Info(*options); });
 }

@@ -13,13 +13,14 @@
 namespace kvx::tool {
 namespace {
 
-constexpr const char* kFooter = R"(Formats: every mono, Bayer or TrueSense format, packed ones too; clear and mono sites
-take the mean of red, green and blue, or what --pan-weights says. Rows have no padding.
-RAW.json, written next to the frame, tells other commands its format and size.
+constexpr const char* kFooter =
+    R"(The format is any mono, Bayer or TrueSense format, packed or not. Clear and mono sites
+take the mean of red, green and blue, or the mean that --pan-weights gives. Rows have no
+padding. RAW.json, written next to the frame, gives other commands its format and size.
 TrueSense frames are converted as linear light: --linear makes such frames.
 
-Noise is that of the built-in model of the TrueSense parameters, whose calibrated gains go from
-11.04 to 36.77; beyond them it stays as it is there. The signal is the picture's at any gain.
+The noise is that of the noise model in the default TrueSense parameters, calibrated for
+gains from 11.04 to 36.77 and constant beyond them. The gain does not change the signal.
 
 Examples:
   kvx-demosaic mosaic picture.png picture_768x512_BayerRG12.raw --format BayerRG12
@@ -40,14 +41,14 @@ struct MosaicOptions {
 
 frame::Sensor SensorOf(const MosaicOptions& options) {
     if (options.seed && !options.analogGain) {
-        Fail(ExitCode::Usage, "--seed: there is no noise without --analog-gain");
+        Fail(ExitCode::Usage, "--seed: needs --analog-gain, without which there is no noise");
     }
     frame::Sensor sensor;
     sensor.panWeights = ParseWeights("--pan-weights", options.panWeights);
     sensor.isLinear = options.isLinear;
     if (options.analogGain) {
-        if (!(*options.analogGain >= 0)) {  // nor is what is not a number
-            Fail(ExitCode::Usage, "--analog-gain {}: a gain is not negative", *options.analogGain);
+        if (!(*options.analogGain >= 0)) {  // true for NaN, too
+            Fail(ExitCode::Usage, "--analog-gain {}: a gain must not be negative", *options.analogGain);
         }
         sensor.noise = frame::NoiseAt(*options.analogGain);
         sensor.noiseSeed = options.seed.value_or(sensor.noiseSeed);
@@ -79,7 +80,7 @@ void AddMosaicCommand(CLI::App& tool) {
         ->type_name("R,G,B");
     command->add_flag("--linear", options->isLinear, "Undo the picture's sRGB encoding first");
     command->add_option("--analog-gain", options->analogGain, "Add the noise of this analog gain")->type_name("G");
-    AddNumber(*command, "--seed", options->seed, "Seed of the noise: other seeds, other noise (default 1)");
+    AddNumber(*command, "--seed", options->seed, "Seed of the noise; default: 1");
     command->add_flag_callback(
         "--no-sidecar", [options] { options->hasSidecar = false; }, "Do not write the JSON file next to the frame");
     command->footer(kFooter);

@@ -17,17 +17,17 @@ namespace {
 constexpr const char* kPackFooter =
     R"(Layouts: pfnc (10p, 12p, 14p), gige ("Packed", 10 and 12 bits), mipi (10, 12, 14 bits),
 msb (words with the value in the high bits), big-endian, plain (right-aligned
-little-endian words). The frame may have any layout itself. Sizes, formats and sidecars
-are those of 'convert'; a sidecar with all that is known goes next to the packed file.
+little-endian words). The input may have any of these layouts. Sizes, formats and sidecars
+work as for 'convert'; a sidecar with all that is known is written next to the packed file.
 
 Examples:
   kvx-demosaic pack scene_1920x1200_BayerRG12.raw scene_1920x1200_BayerRG12p.raw --layout pfnc
   grab | kvx-demosaic pack - - --format BayerRG12p --width 640 --height 480 --layout mipi | send)";
 
 constexpr const char* kUnpackFooter =
-    R"(The frame's format tells its layout: BayerRG12p, BayerRG12Packed, BayerRG12mipi,
+    R"(The format of the input names its layout: BayerRG12p, BayerRG12Packed, BayerRG12mipi,
 BayerRG12msb, BayerRG12be or any other name of it. The result has bytes, or right-aligned
-little-endian words, without padding; .pgm makes a PGM file of it.
+little-endian words, without padding; the extension .pgm makes it a PGM file.
 
 Examples:
   kvx-demosaic unpack scene_1920x1200_BayerRG12p.raw scene_1920x1200_BayerRG12.raw
@@ -73,7 +73,7 @@ void AddPackCommands(CLI::App& tool) {
     pack->get_option("--layout")->required();
     pack->add_flag_callback(
         "--image-padding", [packOptions] { packOptions->file.padding = frame::RowPadding::Image; },
-        "Rows follow each other bit by bit; default: each starts with a byte");
+        "Start each row right after the last bit of the one before; default: at a byte");
     pack->footer(kPackFooter);
 
     CLI::App* unpack = AddRepacking(tool, "unpack", "Unpack the samples of a frame", std::make_shared<PackOptions>());

@@ -4,6 +4,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "tools/console/Arguments.h"
 #include "tools/console/Console.h"
 #include "tools/console/TextTable.h"
 #include "tools/frames/FrameConversion.h"
@@ -65,7 +66,7 @@ std::string ParameterTable(const Json& rows) {
 
 void PrintParameters(const std::string& componentName, bool asJson) {
     const Json rows = ParameterJson(frame::Converter(FamilyNamed(componentName)));
-    PrintText(asJson ? rows.dump(2) + "\n" : ParameterTable(rows));
+    PrintText(asJson ? JsonText(rows) : ParameterTable(rows));
 }
 
 }  // namespace
@@ -73,9 +74,9 @@ void PrintParameters(const std::string& componentName, bool asJson) {
 void AddParamsCommand(CLI::App& tool) {
     const auto component = std::make_shared<std::string>("bayer");
     const auto asJson = std::make_shared<bool>(false);
-    CLI::App* command = tool.add_subcommand("params", "List the parameters that convert --set takes");
-    command->add_option("COMPONENT", *component, "bayer, the default, or truesense");
-    command->add_flag("--json", *asJson, "Print JSON instead of a table");
+    CLI::App* command = tool.add_subcommand("params", "List the parameters that convert --set changes");
+    command->add_option("COMPONENT", *component, "bayer (the default) or truesense");
+    AddJsonFlag(*command, *asJson);
     command->footer("A minimum of - (null in JSON) means that there is no lower bound.");
     command->callback([component, asJson] { PrintParameters(*component, *asJson); });
 }

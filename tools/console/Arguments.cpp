@@ -13,7 +13,7 @@ uint64_t ParseNumber(const std::string& option, const std::string& text, uint64_
     const auto [stop, error] = std::from_chars(text.data(), end, number);
     if (error != std::errc() || stop != end || number > maximum) {
         const std::string range = maximum == UINT64_MAX ? "" : fmt::format(" from 0 to {}", maximum);
-        Fail(ExitCode::Usage, "{}: '{}' is no usable whole number{}", option, text, range);
+        Fail(ExitCode::Usage, "{}: '{}' is not a whole number{}", option, text, range);
     }
     return number;
 }
@@ -26,8 +26,7 @@ std::vector<double> ParseNumbers(const std::string& option, const std::string& t
         const auto [stop, error] = std::from_chars(next, end, numbers[index]);
         const bool isSeparated = index + 1 < count ? stop != end && *stop == ',' : stop == end;
         if (error != std::errc() || !isSeparated || !std::isfinite(numbers[index])) {
-            Fail(ExitCode::Usage, "{}: '{}' are not {} numbers with commas between, such as 0.3,0.6,0.1", option, text,
-                 count);
+            Fail(ExitCode::Usage, "{}: '{}' is not a list of {} numbers such as 0.3,0.6,0.1", option, text, count);
         }
         next = stop + 1;
     }
@@ -36,10 +35,12 @@ std::vector<double> ParseNumbers(const std::string& option, const std::string& t
 
 std::array<double, 3> ParseWeights(const std::string& option, const std::string& text) {
     const std::array<double, 3> weights = ParseNumbers<3>(option, text);
-    const auto [smallest, largest] = std::minmax_element(weights.begin(), weights.end());
-    if (*smallest < 0 || *largest == 0) {
-        Fail(ExitCode::Usage, "{}: '{}' are no weights: give three numbers such as 0.3,0.6,0.1, none below 0", option,
-             text);
+    const double sum = weights[0] + weights[1] + weights[2];
+    if (std::ranges::min(weights) < 0 || !(sum > 0) || !std::isfinite(sum)) {
+        Fail(ExitCode::Usage,
+             "{}: '{}' are not weights: give three numbers such as 0.3,0.6,0.1, none negative, with a finite sum above "
+             "0",
+             option, text);
     }
     return weights;
 }
@@ -50,20 +51,28 @@ _KvxRect ParseRegion(const std::string& option, const std::string& text) {
     for (size_t index = 0; index < numbers.size(); ++index) {
         const double number = given[index];
         if (number < 0 || number > INT32_MAX || number != static_cast<uint32_t>(number)) {
-            Fail(ExitCode::Usage, "{}: '{}' is no region: give X,Y,WIDTH,HEIGHT in pixels", option, text);
+            Fail(ExitCode::Usage, "{}: '{}' is not a region: give X,Y,WIDTH,HEIGHT in pixels", option, text);
         }
         numbers[index] = static_cast<uint32_t>(number);
     }
     return {numbers[0], numbers[1], numbers[2], numbers[3]};
 }
 
+CLI::Option* AddText(CLI::App& command, const std::string& option, const std::function<void(const std::string&)>& read,
+                     const std::string& type, const std::string& help) {
+    return command.add_option_function(option, read, help)->type_name(type)->allow_extra_args(false);
+}
+
 void AddNumber(CLI::App& command, const std::string& option, std::optional<uint64_t>& number, const std::string& help,
                uint64_t maximum) {
-    command
-        .add_option_function<std::string>(
-            option,
-            [option, maximum, &number](const std::string& text) { number = ParseNumber(option, text, maximum); }, help)
-        ->type_name("N");
+    AddText(
+        command, option,
+        [option, maximum, &number](const std::string& text) { number = ParseNumber(option, text, maximum); }, "N",
+        help);
+}
+
+void AddJsonFlag(CLI::App& command, bool& asJson) {
+    command.add_flag("--json", asJson, "Print JSON instead of a table");
 }
 
 }  // namespace kvx::tool

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -14,10 +15,10 @@
 
 namespace kvx::tool {
 
-/** A decimal whole number, nothing before or behind it. Throws ExitCode::Usage, naming the option. */
+/** A decimal whole number and nothing else. Throws ExitCode::Usage, naming the option. */
 uint64_t ParseNumber(const std::string& option, const std::string& text, uint64_t maximum = UINT64_MAX);
 
-/** As many numbers, with commas between. Throws ExitCode::Usage, naming the option. */
+/** `count` numbers, separated by commas. Throws ExitCode::Usage, naming the option. */
 std::vector<double> ParseNumbers(const std::string& option, const std::string& text, size_t count);
 
 template <size_t count>
@@ -27,13 +28,13 @@ std::array<double, count> ParseNumbers(const std::string& option, const std::str
     return numbers;
 }
 
-/** Three such numbers, none negative, not all zero. Throws ExitCode::Usage, naming the option. */
+/** Three such numbers, none negative, with a finite sum above 0. Throws ExitCode::Usage, naming the option. */
 std::array<double, 3> ParseWeights(const std::string& option, const std::string& text);
 
-/** Four whole numbers: place and size in pixels. Throws ExitCode::Usage, naming the option. */
+/** Four whole numbers: position and size in pixels. Throws ExitCode::Usage, naming the option. */
 _KvxRect ParseRegion(const std::string& option, const std::string& text);
 
-/** The value behind a word. Throws ExitCode::Usage, naming the option and the words that there are. */
+/** The value that a word stands for. Throws ExitCode::Usage, naming the option and all words. */
 template <typename Value>
 Value ParseChoice(const std::string& option, const std::string& text,
                   const std::vector<std::pair<std::string, Value>>& choices) {
@@ -44,21 +45,27 @@ Value ParseChoice(const std::string& option, const std::string& text,
         }
         words += (words.empty() ? "" : ", ") + word;
     }
-    Fail(ExitCode::Usage, "{}: '{}' is none: there are {}", option, text, words);
+    Fail(ExitCode::Usage, "{}: '{}' is unknown: choose one of {}", option, text, words);
 }
 
-/** Adds an option that takes such a word. */
+/** Adds an option whose value `read` takes; `type` stands for the value in the help. */
+CLI::Option* AddText(CLI::App& command, const std::string& option, const std::function<void(const std::string&)>& read,
+                     const std::string& type, const std::string& help);
+
+/** Adds an option that takes one of these words. */
 template <typename Target, typename Value>
 void AddChoice(CLI::App& command, const std::string& option, Target& target,
                const std::vector<std::pair<std::string, Value>>& choices, const std::string& help) {
-    command
-        .add_option_function<std::string>(
-            option, [=, &target](const std::string& text) { target = ParseChoice(option, text, choices); }, help)
-        ->type_name("WORD");
+    AddText(
+        command, option, [=, &target](const std::string& text) { target = ParseChoice(option, text, choices); }, "WORD",
+        help);
 }
 
-/** Adds an option that takes such a whole a number. */
+/** Adds an option that takes a whole number. */
 void AddNumber(CLI::App& command, const std::string& option, std::optional<uint64_t>& number, const std::string& help,
                uint64_t maximum = UINT64_MAX);
+
+/** Adds --json. */
+void AddJsonFlag(CLI::App& command, bool& asJson);
 
 }  // namespace kvx::tool

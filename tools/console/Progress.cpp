@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "tools/console/Console.h"
+
 namespace kvx::tool {
 namespace {
 
@@ -25,7 +27,7 @@ Progress::Progress(size_t total) : m_total(total), m_isShown(total > 1 && IsTerm
 
 Progress::~Progress() {
     if (m_isShown) {
-        std::fputs(kWipeLine, stderr);
+        WriteStandardError(kWipeLine);
     }
 }
 
@@ -37,8 +39,8 @@ void Progress::Advance() {
 void Progress::Draw() const {
     if (m_isShown) {
         const size_t filled = m_done * kBarWidth / m_total;
-        fmt::print(stderr, "{}[{:#<{}}{:<{}}] {} of {}", kWipeLine, "", filled, "", kBarWidth - filled, m_done,
-                   m_total);
+        WriteStandardError(
+            fmt::format("{}[{:#<{}}{:<{}}] {} of {}", kWipeLine, "", filled, "", kBarWidth - filled, m_done, m_total));
     }
 }
 

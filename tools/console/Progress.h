@@ -4,16 +4,16 @@
 
 namespace kvx::tool {
 
-/** A bar on standard error while many files are worked on; nothing unless that is a terminal. */
+/** A progress bar for many files, on standard error; shown only on a terminal. */
 class Progress {
 public:
     explicit Progress(size_t total);
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
-    /** Wipes the bar away. */
+    /** Removes the bar. */
     ~Progress();
 
-    /** One more file is done. */
+    /** Counts one more file as done. */
     void Advance();
 
 private:

@@ -5,7 +5,7 @@
 
 namespace kvx::tool {
 
-/** Text in columns as wide as their longest cell. */
+/** Text in columns, each as wide as its longest cell. */
 class TextTable {
 public:
     explicit TextTable(std::vector<std::string> heading) : m_rows{std::move(heading)} {}

@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "tools/ToolError.h"
+#include "tools/files/OutputFile.h"
 
 namespace kvx::tool {
 namespace {
@@ -12,7 +13,7 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kStem = "{stem}";
 
-/** The pattern that `output` stands for; without a stem in it where it names a single file. */
+/** `output` as a pattern; one that names a single file has no stem in it. */
 std::string PatternOf(const std::string& output) {
     std::error_code error;
     const bool isDirectory = output.ends_with('/') || (output != "-" && fs::is_directory(output, error));
@@ -29,9 +30,7 @@ std::string Filled(std::string pattern, const std::string& input) {
 
 /** The same for every spelling of a path. */
 std::string Identity(const std::string& path) {
-    std::error_code error;
-    const fs::path whole = fs::weakly_canonical(path, error);
-    return path == "-" || error ? path : whole.string();
+    return path == "-" ? path : ResolvedPath(path).string();
 }
 
 void RequireSeparateFiles(const std::vector<FileTask>& tasks) {
@@ -43,8 +42,8 @@ void RequireSeparateFiles(const std::vector<FileTask>& tasks) {
         const auto [user, isNew] = users.emplace(Identity(task.output), &task);
         if (!isNew && task.output != "-") {
             Fail(ExitCode::Usage,
-                 "{}: is to become {}, which {} has already: rename a frame, or choose another --output", task.input,
-                 task.output, user->second->input);
+                 "{}: would be written to {}, which is already taken by {}: rename a frame, or choose another --output",
+                 task.input, task.output, user->second->input);
         }
     }
 }
@@ -61,7 +60,7 @@ std::vector<FileTask> PlanFiles(const std::vector<std::string>& files, const std
     const std::string pattern = PatternOf(output);
     if (files.size() > 1 && pattern.find(kStem) == std::string::npos) {
         Fail(ExitCode::Usage,
-             "--output {}: is one file for {} frames: give a directory (ending in /) or a pattern such "
+             "--output {}: names one file for {} frames: give a directory (ending in /) or a pattern such "
              "as out/{{stem}}.png",
              output, files.size());
     }

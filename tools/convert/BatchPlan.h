@@ -7,7 +7,7 @@
 
 namespace kvx::tool {
 
-/** One frame and the picture that it is to become. */
+/** One frame, and the picture to make from it. */
 struct FileTask {
     std::string input;
     std::string output;
@@ -16,9 +16,9 @@ struct FileTask {
 
 /**
  * Pairs frames with pictures. `output` is empty (`files` is a frame and its picture), the picture of a single frame, a
- * directory (existing, or with a slash at its end; pictures are PNG files there), or a pattern: "{stem}" in it stands
- * for a frame's name without directory and extension. Throws ExitCode::Usage when that leaves anything open, or two
- * pictures, or a picture and a frame, would be the same file.
+ * directory (existing, or ending in a slash; it gets PNG files), or a pattern in which "{stem}" stands for a frame's
+ * name without directory and extension. Throws ExitCode::Usage when that is ambiguous, or when two pictures, or a
+ * picture and a frame, would be the same file.
  */
 std::vector<FileTask> PlanFiles(const std::vector<std::string>& files, const std::string& output);
 

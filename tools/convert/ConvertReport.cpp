@@ -23,8 +23,7 @@ std::string ReportLine(const FileReport& report) {
         json["inferred"] = report.inferred;
     }
     json["seconds"] = report.time.count();
-    // File names need not be UTF-8; JSON must.
-    return json.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+    return JsonText(json, -1);
 }
 
 ExitCode Conclude(const std::vector<FileReport>& reports) {
@@ -42,7 +41,7 @@ ExitCode Conclude(const std::vector<FileReport>& reports) {
     size_t failures = 0;
     for (const FileReport& report : reports) {
         if (report.failure) {
-            // Not every failure knows its file.
+            // Not every message names its file.
             const std::string reason = report.failure->what();
             const bool isNamed = reason.starts_with(report.task.input) || reason.starts_with(report.task.output);
             PrintMessage(isNamed ? reason : fmt::format("{}: {}", report.task.input, reason));

@@ -7,10 +7,10 @@
 
 namespace kvx::tool {
 
-/** One line of JSON about a file, its line break included. */
+/** One line of JSON about a file, including its line break. */
 std::string ReportLine(const FileReport& report);
 
-/** Tells on standard error what failed and why; of a single frame also what was inferred. The exit code of the run. */
+/** Reports on standard error what failed and why, for a single frame also what was inferred. @return the exit code */
 ExitCode Conclude(const std::vector<FileReport>& reports);
 
 }  // namespace kvx::tool

@@ -20,7 +20,7 @@ WhiteBalanceRequest ParseWhiteBalance(const std::string& text) {
     }
     if (text.find(',') == std::string::npos) {
         Fail(ExitCode::Usage,
-             "--white-balance: '{}' is none: there are auto, grey-world, white-patch, sidecar, and gains such as "
+             "--white-balance: '{}' is unknown: choose auto, grey-world, white-patch, sidecar, or gains such as "
              "1.9,1,1.4",
              text);
     }
@@ -32,7 +32,7 @@ void SetWhiteBalance(frame::Finish& finish, const std::optional<WhiteBalanceRequ
                      const std::string& name) {
     if (!request || request->source == Source::Sidecar) {
         if (request && !sidecar.gains) {
-            Fail(ExitCode::Usage, "{}: no sidecar tells its white balance: use --white-balance auto, or give R,G,B",
+            Fail(ExitCode::Usage, "{}: no sidecar gives its white balance: use --white-balance auto, or give R,G,B",
                  name);
         }
         finish.gains = sidecar.gains.value_or(frame::Gains());
@@ -46,19 +46,16 @@ void SetWhiteBalance(frame::Finish& finish, const std::optional<WhiteBalanceRequ
 }  // namespace
 
 void AddFinishOptions(CLI::App& command, FinishRequest& request) {
-    command
-        .add_option_function<std::string>(
-            "--white-balance", [&request](const std::string& text) { request.whiteBalance = ParseWhiteBalance(text); },
-            "auto, grey-world, white-patch, sidecar, or gains of red, green and blue")
-        ->type_name("HOW|R,G,B");
+    AddText(
+        command, "--white-balance",
+        [&request](const std::string& text) { request.whiteBalance = ParseWhiteBalance(text); }, "HOW|R,G,B",
+        "auto, grey-world, white-patch, sidecar, or gains of red, green and blue");
     AddNumber(command, "--black-level", request.blackLevel, "Sample value of black");
     AddNumber(command, "--white-level", request.whiteLevel, "Sample value at which the sensor clips");
-    command
-        .add_option_function<std::string>(
-            "--matrix", [&request](const std::string& text) { request.matrix = ParseNumbers<9>("--matrix", text); },
-            "Colour matrix, row by row: nine numbers with commas between")
-        ->type_name("RR,RG,...")
-        ->allow_extra_args(false);
+    AddText(
+        command, "--matrix",
+        [&request](const std::string& text) { request.matrix = ParseNumbers<9>("--matrix", text); }, "RR,RG,...",
+        "Colour matrix, row by row: nine numbers separated by commas");
     AddChoice<std::optional<frame::ToneCurve>, frame::ToneCurve>(
         command, "--tone", request.tone, {{"linear", frame::ToneCurve::Linear}, {"srgb", frame::ToneCurve::Srgb}},
         "Tone curve: linear or srgb");

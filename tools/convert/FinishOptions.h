@@ -19,7 +19,7 @@ struct WhiteBalanceRequest {
     frame::Gains gains;                                            ///< of a given one
 };
 
-/** What the user says about the way from sensor values to a picture. */
+/** The finish as the user asks for it. */
 struct FinishRequest {
     std::optional<WhiteBalanceRequest> whiteBalance;
     std::optional<uint64_t> blackLevel;
@@ -32,8 +32,8 @@ struct FinishRequest {
 void AddFinishOptions(CLI::App& command, FinishRequest& request);
 
 /**
- * The finish of a frame, or nothing when none of the options was given. What the options leave open comes from the
- * sidecar. Throws ExitCode::Usage for a white balance that the sidecar lacks and for levels out of range.
+ * The finish of a frame, or nothing when none of the options was given. The sidecar supplies what the options leave
+ * open. Throws ExitCode::Usage for a white balance that the sidecar lacks and for levels out of range.
  */
 std::optional<frame::Finish> MakeFinish(const FinishRequest& request, const Sidecar& sidecar,
                                         const frame::Format& format, const std::string& name);

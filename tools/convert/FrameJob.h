@@ -15,7 +15,7 @@
 
 namespace kvx::tool {
 
-/** How frames become pictures: the same for all frames of a run. */
+/** How to convert frames: the same for all frames of a run. */
 struct ConvertSettings {
     FrameRequest request;
     frame::Format destination;
@@ -27,7 +27,7 @@ struct ConvertSettings {
     int threads = 0;          ///< of one conversion
 };
 
-/** What became of a frame. What is behind `failure` is known only without one. */
+/** The outcome of a frame. Members after `failure` are only valid without one. */
 struct FileReport {
     FileTask task;
     std::optional<ToolError> failure;
@@ -40,13 +40,13 @@ struct FileReport {
     std::chrono::duration<double> time{};  ///< reading, converting, encoding and writing
 };
 
-/** Converts files one after the other and keeps what they have in common. Used by one thread at a time. */
+/** Converts files one after the other and reuses its converters. Not for several threads at once. */
 class FrameJob {
 public:
-    /** The settings must live as long. */
+    /** The settings must outlive the job. */
     explicit FrameJob(const ConvertSettings& settings) : m_settings(settings) {}
 
-    /** Throws nothing but a failure of its own to allocate the report. */
+    /** Failures go into the report; only an allocation of the report itself can throw. */
     FileReport Run(const FileTask& task);
 
 private:

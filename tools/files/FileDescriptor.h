@@ -6,12 +6,13 @@
 
 namespace kvx::tool {
 
-/** Owns an open file; a negative number stands for one that could not be opened. */
+/** Owns an open file; negative when it could not be opened. */
 class FileDescriptor {
 public:
     explicit FileDescriptor(int descriptor) : m_descriptor(descriptor) {}
     FileDescriptor(const FileDescriptor&) = delete;
     FileDescriptor& operator=(const FileDescriptor&) = delete;
+    FileDescriptor(FileDescriptor&& other) noexcept : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
     FileDescriptor& operator=(FileDescriptor&& other) noexcept {
         std::swap(m_descriptor, other.m_descriptor);
         return *this;
@@ -24,7 +25,7 @@ public:
         return m_descriptor;
     }
 
-    /** False when the system reports a write that failed late. */
+    /** False when closing reports that an earlier write failed. */
     bool Close() {
         const int descriptor = m_descriptor;
         m_descriptor = -1;

@@ -60,7 +60,7 @@ struct NamedFormat {
     frame::Format format;
 };
 
-/** Names that say enough to be looked for anywhere: those of drivers and frameworks are a few common letters. */
+/** Names that are long enough to search for: those of drivers and frameworks are a few common letters. */
 const std::vector<NamedFormat>& LongNames() {
     static const std::vector<NamedFormat> names = [] {
         std::vector<NamedFormat> all;

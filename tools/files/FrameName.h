@@ -15,20 +15,20 @@ struct FrameSize {
     bool operator==(const FrameSize&) const = default;
 };
 
-/** What the name of a raw file tells about its content, as in "scene_1920x1200_BayerRG12.raw". */
+/** Size and format in the name of a raw file, as in "scene_1920x1200_BayerRG12.raw". */
 struct FrameName {
     std::optional<FrameSize> size;
     std::optional<frame::Format> format;
 };
 
 /**
- * Reads the last component of a path. A token ends where letters and digits end. Of several formats the longest name
- * counts, of those that the library, PFNC and the frame layer use; what stays ambiguous (two sizes, two formats of
- * equal length) is not taken.
+ * Reads the last component of a path. Tokens consist of letters and digits. Of several formats with names of the
+ * library, PFNC or the frame layer, the longest name counts; what stays ambiguous (two sizes, two formats of equal
+ * length) is ignored.
  */
 FrameName ParseFrameName(const std::string& path);
 
-/** The name that ParseFrameName() understands: "<stem>_<width>x<height>_<format>.raw". */
+/** A name for ParseFrameName(): "<stem>_<width>x<height>_<format>.raw". */
 std::string MakeFrameName(const std::string& stem, FrameSize size, const frame::Format& format);
 
 }  // namespace kvx::tool

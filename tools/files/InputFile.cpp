@@ -8,29 +8,36 @@
 #include <cerrno>
 #include <cstring>
 
-#include "tools/ToolError.h"
 #include "tools/files/FileDescriptor.h"
 
 namespace kvx::tool {
 namespace {
 
 constexpr size_t kChunkBytes = 1u << 20;
-/** The largest frame that a conversion takes: INT_MAX samples of two bytes. Also ends reading from endless devices. */
-constexpr size_t kMaximumBytes = size_t{1} << 32;
 
 [[noreturn]] void FailReading(const std::string& path) {
     Fail(ExitCode::Input, "{}: cannot be read: {}", InputName(path), std::strerror(errno));
 }
 
-/** Bytes to ask for at once: a regular file with the one more that shows its end, a stream in chunks. */
-size_t FirstRead(int descriptor) {
-    struct stat status {};
-    const bool isRegular = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
-    return isRegular ? std::min(static_cast<size_t>(status.st_size) + 1, kMaximumBytes + 1) : kChunkBytes;
+[[noreturn]] void FailTooLong(const std::string& path, const InputLimit& limit) {
+    Fail(limit.code, "{}: holds more than {} bytes; {}", InputName(path), limit.bytes, limit.reason);
 }
 
-Bytes ReadAll(int descriptor, const std::string& path) {
-    Bytes content(FirstRead(descriptor));
+/** Bytes to ask for at once: the rest of a regular file and one more, which shows its end; a stream in chunks. */
+size_t FirstRead(int descriptor, const std::string& path, const InputLimit& limit) {
+    struct stat status {};
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+        return kChunkBytes;
+    }
+    const off_t rest = std::max<off_t>(status.st_size - ::lseek(descriptor, 0, SEEK_CUR), 0);
+    if (static_cast<size_t>(rest) > limit.bytes) {
+        FailTooLong(path, limit);
+    }
+    return static_cast<size_t>(rest) + 1;
+}
+
+Bytes ReadAll(int descriptor, const std::string& path, const InputLimit& limit) {
+    Bytes content(FirstRead(descriptor, path, limit));
     size_t filled = 0;
     while (true) {
         const ssize_t count = ::read(descriptor, content.data() + filled, content.size() - filled);
@@ -44,9 +51,8 @@ Bytes ReadAll(int descriptor, const std::string& path) {
             break;
         }
         filled += static_cast<size_t>(count);
-        if (filled > kMaximumBytes) {
-            Fail(ExitCode::Frame, "{}: holds more than {} bytes; no frame is that large: cut it into single frames",
-                 InputName(path), kMaximumBytes);
+        if (filled > limit.bytes) {
+            FailTooLong(path, limit);
         }
         if (filled == content.size()) {
             content.resize(filled + std::max(filled, kChunkBytes));
@@ -62,15 +68,15 @@ std::string InputName(const std::string& path) {
     return path == "-" ? "standard input" : path;
 }
 
-Bytes ReadInput(const std::string& path) {
+Bytes ReadInput(const std::string& path, const InputLimit& limit) {
     if (path == "-") {
-        return ReadAll(STDIN_FILENO, path);
+        return ReadAll(STDIN_FILENO, path, limit);
     }
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (file.Get() < 0) {
         FailReading(path);
     }
-    return ReadAll(file.Get(), path);
+    return ReadAll(file.Get(), path, limit);
 }
 
 }  // namespace kvx::tool

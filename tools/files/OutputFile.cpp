@@ -4,13 +4,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 
 #include "tools/ToolError.h"
 #include "tools/files/FileDescriptor.h"
+#include "tools/files/TemporaryFile.h"
 
 namespace kvx::tool {
 namespace {
@@ -32,84 +32,7 @@ void WriteAll(int descriptor, const Bytes& content, const std::string& name) {
     }
 }
 
-/**
- * A file that is gone again unless it is moved to its final name. It has no name at first, so that not even a killed
- * process leaves anything behind; on file systems that cannot do this it has a hidden one.
- */
-class TemporaryFile {
-public:
-    explicit TemporaryFile(const fs::path& directory)
-        : m_directory(directory), m_file(::open(Folder().c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0666)) {
-        if (m_file.Get() < 0 || ::access(Self().c_str(), F_OK) != 0) {
-            m_path = UnusedName();
-            m_file = FileDescriptor(::open(m_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-        }
-    }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-    ~TemporaryFile() {
-        if (!m_path.empty() && m_file.Get() >= 0) {
-            ::unlink(m_path.c_str());
-        }
-    }
-
-    int Descriptor() const {
-        return m_file.Get();
-    }
-
-    bool MoveTo(const fs::path& target) {
-        if (m_path.empty() && LinkTo(target)) {
-            const bool isClosed = m_file.Close();
-            if (!isClosed) {
-                ::unlink(target.c_str());
-            }
-            return isClosed;
-        }
-        // There is an old file: only a rename replaces it in one step.
-        if (m_path.empty() && (errno != EEXIST || !LinkTo(m_path = UnusedName()))) {
-            m_path.clear();
-            return false;
-        }
-        const bool isMoved = m_file.Close() && ::rename(m_path.c_str(), target.c_str()) == 0;
-        if (!isMoved) {
-            const int reason = errno;
-            ::unlink(m_path.c_str());
-            errno = reason;
-        }
-        return isMoved;
-    }
-
-private:
-    fs::path Folder() const {
-        return m_directory.empty() ? "." : m_directory;
-    }
-
-    /** The way to the file while it has no name. */
-    std::string Self() const {
-        return fmt::format("/proc/self/fd/{}", m_file.Get());
-    }
-
-    bool LinkTo(const fs::path& name) const {
-        return ::linkat(AT_FDCWD, Self().c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
-    }
-
-    /** The leftover of a killed process may bear the same process number. */
-    fs::path UnusedName() const {
-        static std::atomic<unsigned> count = 0;
-        fs::path name;
-        std::error_code error;
-        do {
-            name = m_directory / fmt::format(".kvx-demosaic.{}.{}.tmp", ::getpid(), count++);
-        } while (fs::exists(name, error));
-        return name;
-    }
-
-    fs::path m_directory;
-    fs::path m_path;  // empty while the file has no name
-    FileDescriptor m_file;
-};
-
-/** Renaming would bypass the old file's write protection and lose its mode: both are kept as with plain writing. */
+/** Renaming would bypass the write protection and lose the mode of the old file: keeps both, as plain writing does. */
 void KeepMode(const fs::path& target, int descriptor, const std::string& name) {
     struct stat status {};
     if (::stat(target.c_str(), &status) != 0) {
@@ -120,16 +43,14 @@ void KeepMode(const fs::path& target, int descriptor, const std::string& name) {
     }
 }
 
-void ReplaceFile(const fs::path& target, const Bytes& content, const std::string& name) {
-    TemporaryFile temporary(target.parent_path());
+/** False, with errno set, when the file cannot be made or moved; other failures are thrown. */
+bool ReplaceFile(TemporaryFile temporary, const fs::path& target, const Bytes& content, const std::string& name) {
     if (temporary.Descriptor() < 0) {
-        FailWriting(name);
+        return false;
     }
     KeepMode(target, temporary.Descriptor(), name);
     WriteAll(temporary.Descriptor(), content, name);
-    if (!temporary.MoveTo(target)) {
-        FailWriting(name);
-    }
+    return temporary.MoveTo(target);
 }
 
 void WriteDevice(const std::string& path, const Bytes& content) {
@@ -145,6 +66,17 @@ void WriteDevice(const std::string& path, const Bytes& content) {
 
 }  // namespace
 
+fs::path ResolvedPath(const std::string& path) {
+    constexpr int kMostLinks = 40;  // as the kernel follows
+    std::error_code error;
+    fs::path target = path;
+    for (int links = 0; links < kMostLinks && fs::is_symlink(target, error); ++links) {
+        target = target.parent_path() / fs::read_symlink(target, error);
+    }
+    const fs::path canonical = fs::weakly_canonical(target, error);
+    return error ? target : canonical;
+}
+
 void WriteOutput(const std::string& path, const Bytes& content) {
     if (path == "-") {
         WriteAll(STDOUT_FILENO, content, "standard output");
@@ -152,31 +84,36 @@ void WriteOutput(const std::string& path, const Bytes& content) {
     }
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
+    if (!fs::status_known(status)) {
+        Fail(ExitCode::Output, "{}: cannot be written: {}", path, error.message());
+    }
     if (fs::is_directory(status)) {
         Fail(ExitCode::Output, "{}: is a directory: give the name of a file in it", path);
     }
-    // Devices and pipes are written to: renaming would put a plain file in their place.
+    // Renaming would put a plain file in the place of a device or a pipe.
     if (fs::exists(status) && !fs::is_regular_file(status)) {
         WriteDevice(path, content);
         return;
     }
-    // A symbolic link stays a link, its target is replaced.
-    const fs::path target = fs::weakly_canonical(path, error);
-    ReplaceFile(error ? fs::path(path) : target, content, path);
+    const fs::path target = ResolvedPath(path);
+    if (!ReplaceFile(TemporaryFile::WithoutName(target), target, content, path) &&
+        !ReplaceFile(TemporaryFile::WithName(target), target, content, path)) {
+        FailWriting(path);
+    }
 }
 
 void MakeDirectory(const std::string& path) {
     std::error_code error;
     fs::create_directories(path, error);
     if (error) {
-        Fail(ExitCode::Output, "{}: cannot be made: {}", path, error.message());
+        Fail(ExitCode::Output, "{}: cannot be created: {}", path, error.message());
     }
 }
 
 void RequireDistinct(const std::string& input, const std::string& output) {
     std::error_code error;
     if (input != "-" && output != "-" && fs::is_regular_file(output, error) && fs::equivalent(input, output, error)) {
-        Fail(ExitCode::Usage, "{}: is input and output at once: give the output another name", output);
+        Fail(ExitCode::Usage, "{}: is both input and output: give the output another name", output);
     }
 }
 

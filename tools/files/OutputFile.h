@@ -1,18 +1,22 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "tools/files/Bytes.h"
 
 namespace kvx::tool {
 
+/** The file that writing to `path` reaches: symbolic links are followed, even one to a file that does not exist yet. */
+std::filesystem::path ResolvedPath(const std::string& path);
+
 /**
- * Writes a whole file, or standard output for "-". The file appears complete or not at all: an old one stays until its
- * successor is on the disk. Throws ExitCode::Output.
+ * Writes a whole file, or standard output for "-". The file appears complete or not at all: an old one stays until the
+ * new one is complete. Throws ExitCode::Output.
  */
 void WriteOutput(const std::string& path, const Bytes& content);
 
-/** Makes a directory, and those above it, where there is none. Throws ExitCode::Output. */
+/** Creates a directory, and those above it, unless it exists. Throws ExitCode::Output. */
 void MakeDirectory(const std::string& path);
 
 /** Throws ExitCode::Usage when both paths are the same existing file, which writing would destroy. */

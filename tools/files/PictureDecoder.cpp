@@ -22,8 +22,8 @@ using namespace std::string_view_literals;
 constexpr std::array kSignatures = {"\x89PNG\r\n\x1a\n"sv, "II\x2a\0"sv, "MM\0\x2a"sv, "II\x2b\0"sv, "MM\0\x2b"sv};
 
 /**
- * Keeps the decoders' own complaints off standard error, where the user gets one line of ours instead. The stream is
- * the process's: of threads that decode at the same time the first redirects it and the last puts it back.
+ * Keeps the decoders' own messages off standard error, where the user gets one line from us instead. The stream
+ * belongs to the process: of several threads that decode, the first redirects it and the last restores it.
  */
 class QuietStandardError {
 public:
@@ -77,7 +77,7 @@ cv::Mat Decode(const Bytes& content, const std::string& name) {
         // An empty picture, as after any other failure to decode.
     }
     if (pixels.empty()) {
-        Fail(ExitCode::Input, "{}: is no picture, or a damaged one: give a PNG, TIFF, PGM or PPM file", name);
+        Fail(ExitCode::Input, "{}: is not a picture, or is damaged: give a PNG, TIFF, PGM or PPM file", name);
     }
     return pixels;
 }
@@ -100,7 +100,8 @@ Picture DecodePicture(const Bytes& content, const std::string& name) {
     }
     const bool isKnownDepth = pixels.depth() == CV_8U || pixels.depth() == CV_16U;
     if (!isKnownDepth || (pixels.channels() != 1 && pixels.channels() != 3)) {
-        Fail(ExitCode::Input, "{}: has samples of an unusual kind: give a picture with 8 or 16 bits per sample", name);
+        Fail(ExitCode::Input, "{}: has an unsupported kind of samples: give a picture with 8 or 16 bits per sample",
+             name);
     }
     return {pixels, pixels.depth() == CV_16U ? 65535u : 255u};
 }

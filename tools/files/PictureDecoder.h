@@ -7,11 +7,11 @@
 
 namespace kvx::tool {
 
-/** Whether the content is a PGM, PPM, PNG or TIFF file, by what it starts with. */
+/** Whether the content starts like a PGM, PPM, PNG or TIFF file. */
 bool IsPictureFile(const Bytes& content);
 
 /**
- * A picture file of 8 or 16 bits per sample, grey or colour; an alpha channel is dropped. Besides the kinds above, any
+ * A picture file of 8 or 16 bits per sample, grey or colour; an alpha channel is dropped. Also reads any other
  * kind that the image library knows. Throws ExitCode::Input; `name` is for messages.
  */
 Picture DecodePicture(const Bytes& content, const std::string& name);

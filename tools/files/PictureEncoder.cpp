@@ -37,7 +37,7 @@ Bytes EncodePicture(const Picture& picture, PictureKind kind) {
     }
     Bytes content;
     if (!cv::imencode(kind == PictureKind::Png ? ".png" : ".tiff", picture.pixels, content)) {
-        Fail(ExitCode::Output, "the picture is too large for its kind of file: write a .ppm instead");
+        Fail(ExitCode::Output, "the picture is too large for this kind of file: write a .ppm file");
     }
     return content;
 }

@@ -9,7 +9,7 @@ namespace kvx::tool {
 
 enum class PictureKind { Png, Tiff, Pnm };
 
-/** The extension with its dot, in small letters; empty when there is none. */
+/** The extension with its dot, in lower case; empty when there is none. */
 std::string LowerExtension(const std::string& path);
 
 /** By the extension, in any case; "-" is PNM. Throws ExitCode::Usage for any other. */

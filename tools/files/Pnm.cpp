@@ -20,7 +20,7 @@ public:
           m_next(m_begin + start),
           m_end(m_begin + content.size()) {}
 
-    /** The next number, which white space must separate from what is in front of it; comments count as space. */
+    /** The next number; white space or a comment must come before it. */
     std::optional<uint64_t> Next() {
         const char* start = m_next;
         while (m_next != m_end && (IsSpace() || *m_next == '#')) {
@@ -55,7 +55,7 @@ private:
 
 uint32_t CheckedSample(std::optional<uint64_t> sample, const PnmHeader& header, const std::string& name) {
     if (!sample) {
-        FailDamaged(name, "it ends before its last sample, or one is no number");
+        FailDamaged(name, "it ends before its last sample, or one is not a number");
     }
     if (*sample > header.maximum) {
         FailDamaged(name, fmt::format("a sample is {}, above its maximum of {}", *sample, header.maximum));
@@ -128,7 +128,7 @@ std::optional<PnmHeader> ParsePnmHeader(const Bytes& content) {
 
 Picture DecodePnm(const Bytes& content, const PnmHeader& header, const std::string& name) {
     CheckFrameSize(header.width, header.height, name);
-    // Each sample takes at least a byte: a false size is found before memory is taken for it.
+    // Each sample takes at least a byte: this finds a false size before memory is allocated for it.
     if ((content.size() - header.headerBytes) / header.channels < header.width * header.height) {
         FailDamaged(name, fmt::format("it is too short for its {}x{} pixels", header.width, header.height));
     }

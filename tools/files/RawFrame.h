@@ -14,7 +14,7 @@ struct RawFrame {
     cv::Mat samples;
 };
 
-/** A frame to be filled; `format` may be packed, the samples are not. */
+/** A frame to fill; `format` may be packed, the samples are not. */
 RawFrame MakeRawFrame(const frame::Format& format, cv::Size size);
 
 /** Views of samples, and of a picture's pixels. */
@@ -25,10 +25,10 @@ frame::DestinationView DestinationOf(RawFrame& frame);
 /** The samples row by row without padding: bytes, or little-endian words. */
 Bytes EncodeRaw(const cv::Mat& samples);
 
-/** The same in the layout of `format`, which has the depth of the samples, with rows that start with a byte or not. */
+/** The same in the layout of `format`, whose depth is that of the samples. */
 Bytes EncodePacked(const cv::Mat& samples, const frame::Format& format, frame::RowPadding padding);
 
-/** The frame behind a valid view of any layout, on its own. */
+/** An unpacked copy of a valid view of any layout. */
 RawFrame UnpackFrame(const frame::SourceView& packed);
 
 }  // namespace kvx::tool

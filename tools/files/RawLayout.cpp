@@ -1,13 +1,17 @@
 #include "tools/files/RawLayout.h"
 
+#include <fmt/ranges.h>
+
 #include <climits>
+#include <string>
+#include <vector>
 
 #include "tools/ToolError.h"
 
 namespace kvx::tool {
 namespace {
 
-/** Bytes of a pixel in the widest picture that a frame can become: three 16-bit samples. */
+/** Bytes of a pixel in the widest converted picture: three 16-bit samples. */
 constexpr uint64_t kMaximumPixelBytes = 6;
 
 uint64_t RowBytes(const RawLayout& layout) {
@@ -35,25 +39,36 @@ std::optional<std::string> FittingFormat(const RawLayout& layout, uint64_t actua
     return std::nullopt;
 }
 
-/** How to get along with a file that is too long. */
-std::string AdviceToShorten(const RawLayout& layout, uint64_t actual, uint64_t needed) {
+/** The stride with which the rows fill the file, if there is one. */
+std::optional<uint64_t> FittingStride(const RawLayout& layout, uint64_t actual) {
     const uint64_t rest = actual - layout.skipBytes;
-    std::string advice = fmt::format("for a header add --skip-bytes {}", layout.skipBytes + actual - needed);
-    if (rest % Stride(layout) == 0) {
-        advice += fmt::format(", for more rows --height {}", rest / Stride(layout));
-    }
-    if (rest % layout.height == 0) {
-        advice += fmt::format(", for padded rows --stride {}", rest / layout.height);
-    }
-    return advice;
+    const uint64_t stride = rest / layout.height;
+    const bool fits = rest % layout.height == 0 && stride >= RowBytes(layout) && stride <= INT_MAX;
+    return fits ? std::optional(stride) : std::nullopt;
 }
 
-/** How to get along with a file that is too short. */
-std::string AdviceToLengthen(const RawLayout& layout, uint64_t actual) {
+/** What makes a file of the wrong size fit, as far as its size shows. */
+std::string Advice(const RawLayout& layout, uint64_t actual, uint64_t needed) {
     const uint64_t rest = actual - layout.skipBytes;
-    const bool isWholeRows = rest > 0 && rest % Stride(layout) == 0;
-    return isWholeRows ? fmt::format("--height {} fits, if the width is right", rest / Stride(layout))
-                       : "check --width, --height and --format";
+    if (rest == RowBytes(layout) * layout.height || rest == DenseBytes(layout, layout.format)) {
+        return "its rows have no padding: leave out --stride";
+    }
+    if (const std::optional<std::string> format = FittingFormat(layout, actual)) {
+        return *format;
+    }
+    std::vector<std::string> options;
+    if (actual > needed) {
+        options.push_back(fmt::format("--skip-bytes {} (a header)", layout.skipBytes + actual - needed));
+    }
+    if (rest > 0 && rest % Stride(layout) == 0) {
+        options.push_back(
+            fmt::format("--height {} ({} rows)", rest / Stride(layout), actual > needed ? "more" : "fewer"));
+    }
+    if (const std::optional<uint64_t> stride = FittingStride(layout, actual)) {
+        options.push_back(fmt::format("--stride {} (padded rows)", *stride));
+    }
+    return options.empty() ? "check --width, --height and --format"
+                           : fmt::format("try {}", fmt::join(options, ", or "));
 }
 
 void CheckContentSize(uint64_t actual, const RawLayout& layout, const std::string& name) {
@@ -62,25 +77,23 @@ void CheckContentSize(uint64_t actual, const RawLayout& layout, const std::strin
     if (actual == needed || actual == whole) {
         return;
     }
-    const std::string behind =
-        layout.skipBytes == 0 ? std::string() : fmt::format(" behind {} bytes", layout.skipBytes);
-    const std::string advice =
-        FittingFormat(layout, actual)
-            .value_or(actual < needed ? AdviceToLengthen(layout, actual) : AdviceToShorten(layout, actual, needed));
+    const std::string after = layout.skipBytes == 0 ? std::string() : fmt::format(" after {} bytes", layout.skipBytes);
     Fail(ExitCode::Frame, "{}: holds {} bytes, but {}x{} pixels of {} with {} bytes per row{} need {}: {}", name,
-         actual, layout.width, layout.height, frame::Name(layout.format), Stride(layout), behind, needed, advice);
+         actual, layout.width, layout.height, frame::Name(layout.format), Stride(layout), after, needed,
+         Advice(layout, actual, needed));
 }
 
-/** Afterwards no sum or product of the layout's numbers overflows. */
+/** After this check, no sum or product of the layout's numbers overflows. */
 void CheckLayout(const RawLayout& layout, uint64_t actual, const std::string& name) {
     CheckFrameSize(layout.width, layout.height, name);
-    if (Stride(layout) < RowBytes(layout) || Stride(layout) > INT_MAX) {
-        Fail(ExitCode::Frame, "{}: --stride {} does not suit rows of {} {} pixels: give {} to {} bytes", name,
-             Stride(layout), layout.width, frame::Name(layout.format), RowBytes(layout), INT_MAX);
-    }
     if (layout.skipBytes > actual) {
         Fail(ExitCode::Frame, "{}: holds {} bytes, fewer than --skip-bytes {}: give a smaller number", name, actual,
              layout.skipBytes);
+    }
+    if (Stride(layout) < RowBytes(layout) || Stride(layout) > INT_MAX) {
+        Fail(ExitCode::Frame, "{}: --stride {} does not fit: a row of {} {} pixels takes {} bytes; try --stride {}",
+             name, Stride(layout), layout.width, frame::Name(layout.format), RowBytes(layout),
+             FittingStride(layout, actual).value_or(RowBytes(layout)));
     }
 }
 
@@ -88,17 +101,18 @@ void CheckLayout(const RawLayout& layout, uint64_t actual, const std::string& na
 
 void CheckFrameSize(uint64_t width, uint64_t height, const std::string& name) {
     if (width == 0 || height == 0) {
-        Fail(ExitCode::Frame, "{}: {}x{} pixels are no frame: --width and --height start at 1", name, width, height);
+        Fail(ExitCode::Frame, "{}: {}x{} pixels are not a frame: --width and --height must be at least 1", name, width,
+             height);
     }
     if (width > INT_MAX / kMaximumPixelBytes || height > INT_MAX / width) {
-        Fail(ExitCode::Frame, "{}: {}x{} pixels are more than a conversion takes: at most {} pixels, {} in a row", name,
-             width, height, INT_MAX, INT_MAX / kMaximumPixelBytes);
+        Fail(ExitCode::Frame, "{}: {}x{} pixels are too many: at most {} pixels, {} in a row", name, width, height,
+             INT_MAX, INT_MAX / kMaximumPixelBytes);
     }
 }
 
 RawFrame CutFrame(const Bytes& content, const RawLayout& layout, const std::string& name) {
     CheckLayout(layout, content.size(), name);
-    // Of a small frame both kinds of rows can take the same number of bytes: then they start with a byte.
+    // If both kinds of rows of a small frame take the same number of bytes, they start with a byte.
     const bool isDense = !layout.stride && content.size() == layout.skipBytes + DenseBytes(layout, layout.format) &&
                          content.size() != layout.skipBytes + RowBytes(layout) * layout.height;
     if (!isDense) {

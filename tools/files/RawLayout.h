@@ -14,15 +14,15 @@ struct RawLayout {
     uint64_t width;                  ///< pixels
     uint64_t height;                 ///< rows
     std::optional<uint64_t> stride;  ///< bytes from row to row; nothing: rows without padding, or packed through
-    uint64_t skipBytes = 0;          ///< in front of the first row
+    uint64_t skipBytes = 0;          ///< before the first row
 };
 
-/** Refuses sizes that no conversion takes: none, or past INT_MAX pixels or bytes per row. Throws ExitCode::Frame. */
+/** Refuses empty frames, and more than INT_MAX pixels or bytes per row. Throws ExitCode::Frame. */
 void CheckFrameSize(uint64_t width, uint64_t height, const std::string& name);
 
 /**
- * Takes the frame out of a headerless file, whose size must be that of the layout; the last row may lack its padding.
- * Rows of a packed layout without a stride start with a byte, or follow each other bit by bit: the size tells which.
+ * Reads the frame from a headerless file, which must have the size of the layout; the last row may lack its padding.
+ * Rows of a packed layout without a stride start with a byte, or follow each other bit by bit: the size decides.
  * Throws ExitCode::Frame, with the option that would help. `name` is for messages.
  */
 RawFrame CutFrame(const Bytes& content, const RawLayout& layout, const std::string& name);

@@ -14,25 +14,37 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
-/** On one line, whatever is in it. */
+/** Far more than sidecars nest: destroying values takes stack for each level. */
+constexpr int kDeepestLevel = 64;
+constexpr InputLimit kSidecarLimit{size_t{1} << 24, ExitCode::Input, "no sidecar is that large"};
+constexpr size_t kShownCharacters = 40;
+
+/** On one line and not too long, whatever is in it. */
 std::string Quoted(const std::string& text) {
-    return Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
+    const std::string start = text.substr(0, kShownCharacters) + (text.size() > kShownCharacters ? "..." : "");
+    return Json(start).dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-/** Looks up keys; a value of the wrong kind is told with file and key. Unknown keys are the user's own notes. */
+/** The value if it is short, else its type. */
+std::string Described(const Json& value) {
+    return value.is_string()       ? Quoted(value.get_ref<const std::string&>())
+           : value.is_structured() ? fmt::format("an {}", value.type_name())
+                                   : value.dump();
+}
+
+/** Looks up keys; errors name file and key. Unknown keys are ignored. */
 class SidecarReader {
 public:
-    SidecarReader(const std::string& path, const Bytes& content)
-        : m_path(path), m_json(Json::parse(content, nullptr, /*allow_exceptions=*/false)) {
+    SidecarReader(const std::string& path, const Bytes& content) : m_path(path), m_json(Parsed(content)) {
         if (!m_json.is_object()) {
-            FailBroken("is no JSON object");
+            FailBroken("is not a JSON object");
         }
     }
 
     std::optional<uint64_t> Number(const char* key) const {
         const Json* value = Find(key);
         if (value != nullptr && !value->is_number_unsigned()) {
-            FailBroken(fmt::format("\"{}\" is {}, not a whole number", key, value->dump()));
+            FailBroken(fmt::format("\"{}\" is {}, not a whole number", key, Described(*value)));
         }
         return value == nullptr ? std::nullopt : std::optional(value->get<uint64_t>());
     }
@@ -40,7 +52,7 @@ public:
     std::optional<std::string> Text(const char* key) const {
         const Json* value = Find(key);
         if (value != nullptr && !value->is_string()) {
-            FailBroken(fmt::format("\"{}\" is {}, not a text", key, value->dump()));
+            FailBroken(fmt::format("\"{}\" is {}, not a string", key, Described(*value)));
         }
         return value == nullptr ? std::nullopt : std::optional(value->get<std::string>());
     }
@@ -55,7 +67,7 @@ public:
             return std::nullopt;
         }
         if (pattern->size() != 4) {
-            FailBroken(fmt::format("\"bayer_pattern\" is {}: four letters such as RGGB are meant", Quoted(*pattern)));
+            FailBroken(fmt::format("\"bayer_pattern\" is {}: expected four letters such as RGGB", Quoted(*pattern)));
         }
         return Named("bayer_pattern", fmt::format("CFA_{}_{}_{}", pattern->substr(0, 2), pattern->substr(2), *bits));
     }
@@ -70,7 +82,7 @@ public:
         for (size_t colour = 0; colour < gains.size(); ++colour) {
             const bool isThere = value->is_object() && value->contains(kColours[colour]);
             if (!isThere || !(*value)[kColours[colour]].is_number()) {
-                FailBroken(R"("white_balance_gains" lacks a number: {"R": 1.9, "G": 1.0, "B": 1.3} is meant)");
+                FailBroken(R"("white_balance_gains" lacks a number: expected {"R": 1.9, "G": 1.0, "B": 1.3})");
             }
             gains[colour] = (*value)[kColours[colour]].get<double>();
         }
@@ -85,14 +97,24 @@ public:
         const bool isNumbers = value->is_array() && value->size() == 9 &&
                                std::all_of(value->begin(), value->end(), [](const Json& v) { return v.is_number(); });
         if (!isNumbers) {
-            FailBroken("\"colour_matrix\" is no list of nine numbers");
+            FailBroken("\"colour_matrix\" is not a list of nine numbers");
         }
         return value->get<std::array<double, 9>>();
     }
 
 private:
+    Json Parsed(const Bytes& content) const {
+        const auto checkDepth = [this](int depth, Json::parse_event_t, const Json&) {
+            if (depth > kDeepestLevel) {
+                FailBroken(fmt::format("has more than {} levels", kDeepestLevel));
+            }
+            return true;
+        };
+        return Json::parse(content, checkDepth, /*allow_exceptions=*/false);
+    }
+
     [[noreturn]] void FailBroken(const std::string& reason) const {
-        Fail(ExitCode::Input, "{}: {}: mend this sidecar, or leave it out with --no-sidecar", m_path, reason);
+        Fail(ExitCode::Input, "{}: {}: fix this sidecar, or ignore it with --no-sidecar", m_path, reason);
     }
 
     const Json* Find(const char* key) const {
@@ -133,7 +155,7 @@ std::string SidecarPath(const std::string& framePath) {
 
 Sidecar ReadSidecar(const std::string& framePath) {
     const std::string path = FindSidecar(framePath);
-    return path.empty() ? Sidecar() : ParseSidecar(path, ReadInput(path));
+    return path.empty() ? Sidecar() : ParseSidecar(path, ReadInput(path, kSidecarLimit));
 }
 
 Sidecar ParseSidecar(const std::string& path, const Bytes& content) {

@@ -11,33 +11,33 @@
 
 namespace kvx::tool {
 
-/** What a JSON file next to a frame says about it; every member may be missing. */
+/** The content of a JSON file next to a frame; every member may be missing. */
 struct Sidecar {
-    std::string path;                             ///< empty: there is no such file
+    std::string path;                             ///< empty: there is no sidecar
     std::optional<frame::Format> format;          ///< "format", or "bayer_pattern" ("RGGB") and "bits_per_sample"
     std::optional<uint64_t> width;                ///< "width": pixels
     std::optional<uint64_t> height;               ///< "height": rows
     std::optional<uint64_t> stride;               ///< "stride": bytes from row to row
-    std::optional<uint64_t> offset;               ///< "offset": bytes in front of the first row
+    std::optional<uint64_t> offset;               ///< "offset": bytes before the first row
     std::optional<uint64_t> blackLevel;           ///< "black_level": in samples
     std::optional<uint64_t> whiteLevel;           ///< "white_level": in samples
     std::optional<frame::Gains> gains;            ///< "white_balance_gains": {"R": ..., "G": ..., "B": ...}
     std::optional<std::array<double, 9>> matrix;  ///< "colour_matrix": nine numbers, row by row
 };
 
-/** "FRAME.json": what is written next to a frame. Also read: the frame's name with its extension replaced. */
+/** "FRAME.json", the name that is written. Reading also finds the frame's name with its extension replaced. */
 std::string SidecarPath(const std::string& framePath);
 
 /** Reads the sidecar of a frame; "-" has none. Throws ExitCode::Input, naming file and key, for a broken one. */
 Sidecar ReadSidecar(const std::string& framePath);
 
-/** What the content of the sidecar `path` says. Throws as above. */
+/** Parses the content of the sidecar `path`. Throws as above. */
 Sidecar ParseSidecar(const std::string& path, const Bytes& content);
 
-/** The text of a sidecar that says what is known, except `path`. */
+/** The text of a sidecar with all known members except `path`. */
 Bytes SidecarContent(const Sidecar& sidecar);
 
-/** Writes what is known, except `path`, next to a frame; nothing for "-". Throws ExitCode::Output. */
+/** Writes all known members except `path` next to a frame; nothing for "-". Throws ExitCode::Output. */
 void WriteSidecar(const std::string& framePath, const Sidecar& sidecar);
 
 }  // namespace kvx::tool

@@ -19,9 +19,9 @@ frame::Format RequireFormat(const std::string& name) {
     try {
         return frame::FormatByName(name);
     } catch (const frame::Error& error) {
-        // A format of the table that no frame has, such as YUV, is known all the same.
+        // The table also has formats, such as YUV, that no frame has.
         if (KvxPixelFormat_ByName(name.c_str()) != nullptr) {
-            Fail(ExitCode::Usage, "{}: is no format of frames, nor of pictures that are made of them", name);
+            Fail(ExitCode::Usage, "{}: neither frames nor converted pictures have this format", name);
         }
         Fail(ExitCode::Usage, "{} 'kvx-demosaic formats' lists the library's", error.what());
     }

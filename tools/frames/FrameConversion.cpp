@@ -11,7 +11,7 @@ frame::Family FamilyNamed(const std::string& name) {
     if (name == "truesense") {
         return frame::Family::TrueSense;
     }
-    Fail(ExitCode::Usage, "no component is called '{}': there are bayer and truesense", name);
+    Fail(ExitCode::Usage, "unknown component '{}': choose bayer or truesense", name);
 }
 
 Picture ConvertFrame(frame::Converter& converter, const frame::SourceView& source, const frame::Format& destination,

@@ -11,8 +11,8 @@ namespace kvx::tool {
 frame::Family FamilyNamed(const std::string& name);
 
 /**
- * Converts a frame for a destination that IsConvertDestination() accepts. The picture has the full range of its 8 or
- * 16-bit samples, as files want it. Throws ExitCode::Library; `name` is for messages.
+ * Converts a frame for a destination that IsConvertDestination() accepts. The picture has 8 or 16-bit samples and their
+ * full range, as files need it. Throws ExitCode::Library; `name` is for messages.
  */
 Picture ConvertFrame(frame::Converter& converter, const frame::SourceView& source, const frame::Format& destination,
                      const std::string& name);

@@ -7,7 +7,7 @@
 
 namespace kvx::tool {
 
-/** Runs `action`; what the frame layer refuses in it ends the command with `code`. */
+/** Runs `action`; an error of the frame layer ends the command with `code`. */
 template <typename Action>
 auto WithExitCode(ExitCode code, const std::string& subject, const Action& action) {
     try {

@@ -6,17 +6,19 @@
 namespace kvx::tool {
 
 void AddFrameOptions(CLI::App& command, FrameRequest& request) {
-    command
-        .add_option_function<std::string>(
-            "--format", [&request](const std::string& name) { request.format = RequireFormat(name); },
-            "Format of the frame, such as BayerRG12 or BayerRG12p")
-        ->type_name("NAME");
+    AddText(
+        command, "--format", [&request](const std::string& name) { request.format = RequireFormat(name); }, "NAME",
+        "Format of the frame, such as BayerRG12 or BayerRG12p");
     AddNumber(command, "--width", request.width, "Pixels in a row");
     AddNumber(command, "--height", request.height, "Rows");
     AddNumber(command, "--stride", request.stride, "Bytes from row to row; default: rows without padding");
-    AddNumber(command, "--skip-bytes", request.skipBytes, "Bytes in front of the first row");
+    AddNumber(command, "--skip-bytes", request.skipBytes, "Bytes before the first row");
     command.add_flag_callback(
-        "--no-sidecar", [&request] { request.useSidecar = false; }, "Do not read, or write, a frame's JSON file");
+        "--no-sidecar", [&request] { request.useSidecar = false; }, "Neither read nor write a frame's JSON file");
+}
+
+void AddFrameArgument(CLI::App& command, std::string& path) {
+    command.add_option("FRAME", path, "Headerless raw, PGM, PNG or TIFF file; - is standard input")->required();
 }
 
 }  // namespace kvx::tool

@@ -6,7 +6,10 @@
 
 namespace kvx::tool {
 
-/** Adds the options that say what a frame is, and how its file is laid out: --format, --width and so on. */
+/** Adds the options for the format of a frame and the layout of its file: --format, --width and so on. */
 void AddFrameOptions(CLI::App& command, FrameRequest& request);
+
+/** Adds the argument FRAME. */
+void AddFrameArgument(CLI::App& command, std::string& path);
 
 }  // namespace kvx::tool

@@ -13,7 +13,7 @@
 namespace kvx::tool {
 namespace {
 
-/** Fills what the user left open from the sidecar, then from the file's name, and remembers what that was. */
+/** Takes what the user left open from the sidecar, then from the file's name, and records where it came from. */
 class Inference {
 public:
     Inference(const std::string& path, const FrameRequest& request)
@@ -48,13 +48,13 @@ public:
         return m_sidecar;
     }
 
-    /** What was asked for so far; the size where only the file's header tells it. */
+    /** All facts asked for so far, and the size if only the file's header contains it. */
     std::vector<FrameFact> Facts(const cv::Mat& samples) const {
         std::vector<FrameFact> facts = m_facts;
-        const auto isTold = [&facts](const char* name) {
+        const auto isKnown = [&facts](const char* name) {
             return std::any_of(facts.begin(), facts.end(), [name](const FrameFact& fact) { return fact.name == name; });
         };
-        if (!isTold("width")) {
+        if (!isKnown("width")) {
             facts.push_back({"width", std::to_string(samples.cols), "header"});
             facts.push_back({"height", std::to_string(samples.rows), "header"});
         }
@@ -108,10 +108,10 @@ private:
 frame::Format RequireSource(const std::optional<frame::Format>& format, const std::string& name) {
     if (!format) {
         Fail(ExitCode::Usage,
-             "{}: neither --format nor a sidecar nor the file name tells the format: add --format, say BayerRG8", name);
+             "{}: unknown format: neither a sidecar nor the file name gives it; add --format, such as BayerRG8", name);
     }
     if (!frame::IsSource(*format)) {
-        Fail(ExitCode::Usage, "{}: {} cannot be converted: 'kvx-demosaic formats' shows the sources of convert", name,
+        Fail(ExitCode::Usage, "{}: {} cannot be converted: 'kvx-demosaic formats' lists what convert reads", name,
              frame::Name(*format));
     }
     return *format;
@@ -120,18 +120,18 @@ frame::Format RequireSource(const std::optional<frame::Format>& format, const st
 void RequireFileSize(const cv::Mat& pixels, Inference& inference, const FrameRequest& request,
                      const std::string& name) {
     if (request.stride || request.skipBytes) {
-        Fail(ExitCode::Usage, "{}: is a picture file with a layout of its own: leave out --stride and --skip-bytes",
+        Fail(ExitCode::Usage, "{}: is a picture file, which has its own layout: leave out --stride and --skip-bytes",
              name);
     }
     const Sidecar& sidecar = inference.FromSidecar();
     const uint64_t width = pixels.cols;
     const uint64_t height = pixels.rows;
-    const uint64_t toldWidth = request.width.value_or(sidecar.width.value_or(width));
-    const uint64_t toldHeight = request.height.value_or(sidecar.height.value_or(height));
-    if (toldWidth != width || toldHeight != height) {
+    const uint64_t expectedWidth = request.width.value_or(sidecar.width.value_or(width));
+    const uint64_t expectedHeight = request.height.value_or(sidecar.height.value_or(height));
+    if (expectedWidth != width || expectedHeight != height) {
         Fail(ExitCode::Frame,
-             "{}: is {}x{} pixels by its header, not {}x{}: leave out --width and --height, or the sidecar's", name,
-             width, height, toldWidth, toldHeight);
+             "{}: has {}x{} pixels by its header, not {}x{}: leave out --width and --height, or correct the sidecar",
+             name, width, height, expectedWidth, expectedHeight);
     }
 }
 
@@ -139,11 +139,12 @@ RawFrame FrameFromPicture(const Bytes& content, const frame::Format& format, Inf
                           const FrameRequest& request, const std::string& name) {
     const cv::Mat pixels = DecodePicture(content, name).pixels;
     if (pixels.channels() != 1) {
-        Fail(ExitCode::Input, "{}: is a colour picture, not a raw frame: 'kvx-demosaic mosaic' makes one of it", name);
+        Fail(ExitCode::Input, "{}: is a colour picture, not a raw frame: 'kvx-demosaic mosaic' makes a frame from it",
+             name);
     }
     RequireFileSize(pixels, inference, request, name);
     if ((pixels.elemSize() == 1) != (format.bits == 8)) {
-        Fail(ExitCode::Frame, "{}: has {}-bit samples, which {} has not: give a --format of {} bits", name,
+        Fail(ExitCode::Frame, "{}: has {}-bit samples, but {} does not: give a --format with {} bits", name,
              8 * pixels.elemSize(), frame::Name(format), pixels.elemSize() == 1 ? "8" : "10 to 16");
     }
     CheckFrameSize(pixels.cols, pixels.rows, name);
@@ -157,8 +158,8 @@ RawFrame FrameFromSamples(const Bytes& content, const frame::Format& format, Inf
     const std::optional<uint64_t> height = inference.Height();
     if (!width || !height) {
         Fail(ExitCode::Usage,
-             "{}: is no PGM, PNG or TIFF file and neither a sidecar nor its name tells a size: add --width and "
-             "--height",
+             "{}: unknown size: it is not a PGM, PNG or TIFF file, and neither a sidecar nor its name gives one; add "
+             "--width and --height",
              name);
     }
     return CutFrame(content, {format, *width, *height, inference.Stride(), inference.SkipBytes()}, name);

@@ -10,7 +10,7 @@
 
 namespace kvx::tool {
 
-/** What the user says about a frame; the rest comes from its sidecar, from its name, or from the file itself. */
+/** What the user specifies of a frame; the rest comes from its sidecar, its name, or the file itself. */
 struct FrameRequest {
     std::optional<frame::Format> format;
     std::optional<uint64_t> width;
@@ -20,7 +20,7 @@ struct FrameRequest {
     bool useSidecar = true;
 };
 
-/** A fact about a frame that had to be found out. */
+/** A property of a frame, and its source. */
 struct FrameFact {
     std::string name;  ///< "format", "width", "height", "stride" or "offset"
     std::string value;
@@ -29,10 +29,10 @@ struct FrameFact {
 
 struct FrameInput {
     RawFrame frame;
-    frame::Format fileFormat;  ///< as the file has it, packed or not
+    frame::Format fileFormat;  ///< of the file, packed or not
     Sidecar sidecar;
     std::vector<FrameFact> facts;
-    std::string inferred;  ///< what was taken from the sidecar and the name, for the user; often empty
+    std::string inferred;  ///< a message about what the sidecar and the name gave; often empty
 };
 
 /** Reads a frame from a headerless or a picture file, or from standard input for "-". */

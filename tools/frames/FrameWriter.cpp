@@ -16,8 +16,8 @@ frame::Format FileFormat(const FrameFile& file, const RawFrame& frame) {
     frame::Format format = frame.format;
     format.layout = file.layout;
     if (!frame::IsValid(format)) {
-        Fail(ExitCode::Usage, "{}: samples of {} bits do not come in this layout: leave them as {}", file.path,
-             format.bits, frame::Name(frame.format));
+        Fail(ExitCode::Usage, "{}: this layout does not exist for {} bits: use {}", file.path, format.bits,
+             frame::Name(frame.format));
     }
     if (IsPgmName(file.path) && file.layout != frame::Layout::Plain) {
         Fail(ExitCode::Usage, "{}: a PGM file cannot hold {}: give a name such as frame.raw", file.path,

@@ -7,7 +7,7 @@
 
 namespace kvx::tool {
 
-/** How the file of a frame is to be. */
+/** How to write the file of a frame. */
 struct FrameFile {
     std::string path;  ///< .pgm for a PGM file, anything else is headerless; "-" for standard output
     frame::Layout layout = frame::Layout::Plain;
@@ -16,9 +16,9 @@ struct FrameFile {
 };
 
 /**
- * Writes a frame and, unless it goes to standard output, its sidecar: format and size, and `known`'s black and white
- * level, gains and matrix. Throws ExitCode::Usage for a layout that the depth or the kind of file does not have, and
- * ExitCode::Output.
+ * Writes a frame and, unless it goes to standard output, its sidecar: format and size, and from `known` the black and
+ * white level, gains and matrix. Throws ExitCode::Usage for a layout that does not exist for the depth or the kind of
+ * file, and ExitCode::Output.
  */
 void WriteFrame(const FrameFile& file, const RawFrame& frame, const Sidecar& known = {});
 

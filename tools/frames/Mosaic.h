@@ -6,7 +6,7 @@
 
 namespace kvx::tool {
 
-/** What a sensor of this mono or mosaic format would see of the picture, its samples not packed. */
+/** What a sensor of this mono or mosaic format would see of the picture; samples are not packed. */
 RawFrame MakeMosaic(const Picture& picture, const frame::Format& format, frame::Sensor sensor = {});
 
 }  // namespace kvx::tool

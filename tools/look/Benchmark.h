@@ -9,7 +9,7 @@
 
 namespace kvx::tool {
 
-/** How fast frames of a format and size become pictures. */
+/** Conversion speed for frames of a format and size. */
 struct Throughput {
     frame::Format format;
     uint32_t width;
@@ -29,7 +29,7 @@ struct Throughput {
     }
 };
 
-/** What is measured, and how. */
+/** What to measure, and for how long. */
 struct BenchmarkPlan {
     std::vector<frame::Format> formats;
     std::vector<cv::Size> sizes;

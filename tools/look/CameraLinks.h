@@ -4,7 +4,7 @@
 
 namespace kvx::tool {
 
-/** What a link between camera and computer brings at most, for orientation. */
+/** Highest data rate of a link between camera and computer, for orientation. */
 struct CameraLink {
     const char* name;
     double bytesPerSecond;  ///< of pixels

@@ -5,8 +5,8 @@
 namespace kvx::tool {
 
 /**
- * How much more alike near samples (two and four sites apart, in both directions) are than far ones: about 1 for a
- * smooth picture, 0 for noise and for rows of a wrong width.
+ * How much more alike near samples (two and four sites apart, in both directions) are than any two: about 1 for a
+ * smooth picture, 0 for noise and for a wrong width.
  */
 double Continuity(const cv::Mat& samples);
 

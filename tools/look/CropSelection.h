@@ -6,10 +6,10 @@
 namespace kvx::tool {
 
 /**
- * Where to look closely: the places, apart by their own size, at which several pictures of one scene (CV_8UC3, one
- * size) differ most; of a single picture where it changes most from pixel to pixel. At most `count`, the busiest first.
+ * The places, at least their own size apart, where several pictures of one scene (CV_8UC3, one size) differ most; for
+ * a single picture, where it changes most from pixel to pixel. At most `count`, the busiest first.
  *
- * @param size of a place, cut to that of the pictures
+ * @param size of a place, limited to that of the pictures
  */
 std::vector<cv::Rect> SelectCrops(const std::vector<cv::Mat>& pictures, cv::Size size, size_t count);
 

@@ -7,7 +7,7 @@
 
 namespace kvx::tool {
 
-/** A format in words: "Bayer, 12 bits, packed (PFNC)". */
+/** A format in words, such as "Bayer, 12 bits, packed (PFNC)". */
 std::string DescribeFormat(const frame::Format& format);
 
 /** The filters of a mosaic's tile, or a colour pixel's samples in their order; a line for each row. */

@@ -8,9 +8,9 @@
 namespace kvx::tool {
 namespace {
 
-/** Below, a tile's sites differ by less than one in a hundred: as good as grey. */
+/** Below this, the sites of a tile differ by less than 1 %: practically grey. */
 constexpr double kLeastContrast = 0.01;
-/** Of the score, between the best mosaic and the next one that is not the same with red and blue exchanged. */
+/** Lead in score of the best mosaic over the next one that is not its exchange of red and blue. */
 constexpr double kLeastLead = 0.05;
 
 /** Scores are compared, and shown, in hundredths of a per cent. */
@@ -63,7 +63,7 @@ Guesses RankFormats(const std::vector<LayoutCandidate>& candidates) {
         AddGuesses(candidate, analysis, ranking);
     }
     std::stable_sort(ranking.begin(), ranking.end(), IsBefore);
-    // The second of a known pattern is the same with red and blue exchanged.
+    // The second place is the first with red and blue exchanged if the pattern is known.
     guesses.isPatternKnown = contrast >= kLeastContrast && ranking.size() > 2 &&
                              ranking[0].format.family != frame::Family::Mono && ranking[1].score == ranking[0].score &&
                              ranking[0].score - ranking[2].score >= kLeastLead;

@@ -6,7 +6,7 @@
 
 namespace kvx::tool {
 
-/** A picture of the sheets' kind, CV_8UC3 with blue first, to convert into. */
+/** A view of a CV_8UC3 picture, blue first, as a destination. */
 inline frame::DestinationView PictureView(cv::Mat& picture) {
     return {.data = picture.data,
             .width = static_cast<uint32_t>(picture.cols),

@@ -6,7 +6,7 @@
 
 namespace kvx::tool {
 
-/** What the samples of a frame tell. */
+/** Range, mean and bits of the samples of a frame. */
 struct SampleStatistics {
     uint32_t smallest;
     uint32_t largest;

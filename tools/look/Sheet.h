@@ -16,7 +16,7 @@ struct SheetCell {
 /** A contact sheet: rows of labelled pictures under a title, columns aligned. */
 cv::Mat DrawSheet(const std::string& title, const std::vector<std::vector<SheetCell>>& rows);
 
-/** The picture at about this width for a sheet: reduced by averaging, or enlarged with visible pixels. */
+/** The picture at about this width: reduced by averaging, or enlarged with visible pixels. */
 cv::Mat FittedToWidth(const cv::Mat& picture, int width);
 
 }  // namespace kvx::tool

@@ -4,8 +4,8 @@
 
 namespace kvx::tool {
 
-/** Seconds of the median of as many runs as start within `budget` seconds, at least one. A run before these, which
- * takes the memory, does not count. */
+/** Median time in seconds of all runs that start within `budget` seconds, at least one. A first run, which allocates
+ * memory, does not count. */
 double MedianSeconds(double budget, const std::function<void()>& run);
 
 }  // namespace kvx::tool

@@ -8,11 +8,11 @@
 namespace kvx::tool {
 
 /**
- * Tells how well a mosaic format suits samples, by an analysis of variance. Sites behind filters of one colour see the
+ * Measures how well a mosaic format fits samples, by an analysis of variance. Sites with filters of one colour see the
  * same light and must agree, wherever they are in the tile; sites of different colours need not.
  *
- * The sixteen sites of a 4x4 tile give sixteen small smooth pictures of the scene, moved to common places. Their
- * differences at a place are what the filters did.
+ * The sixteen sites of a 4x4 tile give sixteen small smooth pictures of the scene, shifted to common positions. Their
+ * differences at a position are due to the filters.
  */
 class TileAnalysis {
 public:

@@ -1,6 +1,6 @@
 #!/bin/sh
-# Makes the manual pages out of the help texts: make_pages.sh TOOL VERSION DIRECTORY. The texts are written once, in the
-# definitions of the options.
+# Makes the manual pages from the help texts: make_pages.sh TOOL VERSION DIRECTORY. The definitions of the options are the
+# only source.
 set -eu
 tool=$1 version=$2 directory=$3
 name=$(basename "$tool")

@@ -11,7 +11,7 @@
 namespace kvx::tool {
 namespace {
 
-/** Bytes that tell where they belong. */
+/** Every byte depends on its position. */
 Bytes LongContent() {
     Bytes content(5'000'001);
     for (size_t index = 0; index < content.size(); ++index) {
@@ -25,7 +25,7 @@ TEST(InputFile, ReadsFilesAndStreamsOfAnyLength) {
     EXPECT_EQ(ReadInput(directory.Write("empty", {})), Bytes());
     EXPECT_TRUE(ReadInput(directory.Write("long", LongContent())) == LongContent());
 
-    // A pipe tells no size and gives its content in pieces.
+    // A pipe has no size and delivers its content in pieces.
     ASSERT_EQ(::mkfifo(directory.Path("pipe").c_str(), 0600), 0);
     std::thread writer([&directory] { directory.Write("pipe", LongContent()); });
     const Bytes received = ReadInput(directory.Path("pipe"));
@@ -35,6 +35,11 @@ TEST(InputFile, ReadsFilesAndStreamsOfAnyLength) {
 
 TEST(InputFile, FailuresNameTheFile) {
     const TemporaryDirectory directory;
+    constexpr InputLimit kLimit{3, ExitCode::Frame, "cut it"};
+    EXPECT_EQ(ReadInput(directory.Write("three", {1, 2, 3}), kLimit).size(), 3u);
+    for (const std::string& path : {directory.Write("four", {1, 2, 3, 4}), std::string("/dev/zero")}) {
+        ExpectToolError(ExitCode::Frame, path + ": holds more than 3 bytes; cut it", [&] { ReadInput(path, kLimit); });
+    }
     for (const std::string& path : {directory.Path("missing"), directory.Path("."), std::string()}) {
         ExpectToolError(ExitCode::Input, path + ": cannot be read", [&path] { ReadInput(path); });
     }

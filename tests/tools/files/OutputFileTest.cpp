@@ -11,6 +11,7 @@
 
 #include "ExpectToolError.h"
 #include "TemporaryDirectory.h"
+#include "tools/files/TemporaryFile.h"
 
 namespace kvx::tool {
 namespace {
@@ -26,27 +27,18 @@ TEST(OutputFile, ReplacesOldFilesWithTheirModesAndLinksAndGivesNewOnesTheUsualMo
     const mode_t old = ::umask(022);
     WriteOutput(path, {6});
     EXPECT_EQ(directory.Read("old.png"), Bytes{6});
-    for (const std::string& to : {link, directory.Path("new.png")}) WriteOutput(to, {4, 5});
+    const std::string dangling = directory.Path("dangling");
+    fs::create_symlink("new.png", dangling);
+    for (const std::string& to : {link, dangling}) WriteOutput(to, {4, 5});
     ::umask(old);
     EXPECT_EQ(directory.Read("old.png"), (Bytes{4, 5}));
     EXPECT_EQ(fs::status(path).permissions(), mode);
-    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_TRUE(fs::is_symlink(link) && fs::is_symlink(dangling));
     EXPECT_EQ(static_cast<unsigned>(fs::status(directory.Path("new.png")).permissions()), 0644u);
-    EXPECT_EQ(directory.Entries(), (std::set<std::string>{"link", "new.png", "old.png"}));
+    EXPECT_EQ(directory.Entries(), (std::set<std::string>{"dangling", "link", "new.png", "old.png"}));
 }
 
-TEST(OutputFile, DevicesStayDevices) {
-    const TemporaryDirectory directory;
-    const std::string fifo = directory.Path("fifo");
-    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-    std::fstream reader(fifo, std::ios::in | std::ios::out | std::ios::binary);  // both: opening does not block
-    WriteOutput(fifo, {7, 8});
-    EXPECT_EQ(reader.get(), 7);
-    EXPECT_EQ(reader.get(), 8);
-    EXPECT_TRUE(fs::is_fifo(fifo));
-}
-
-TEST(OutputFile, KilledInTheMiddleOfAFileNothingIsLeft) {
+TEST(OutputFile, AKilledProcessLeavesNothing) {
     const TemporaryDirectory directory;
     const int probe = ::open(directory.Path(".").c_str(), O_WRONLY | O_TMPFILE, 0600);
     if (probe < 0) {
@@ -74,14 +66,37 @@ TEST(OutputFile, KilledInTheMiddleOfAFileNothingIsLeft) {
 TEST(OutputFile, FailuresNameTheFileAndLeaveNothing) {
     const TemporaryDirectory directory;
     const std::string file = directory.Write("file", {1});
-    for (const std::string& path : {directory.Path("."), directory.Path("missing/out"), file + "/out"}) {
+    fs::create_directory(directory.Path("sub"));
+    fs::create_symlink("loop", directory.Path("loop"));
+    const std::set<std::string> entries = directory.Entries();
+    for (const std::string& path : {directory.Path("."), directory.Path("missing/out"), file + "/out",
+                                    directory.Path("loop"), directory.Path(std::string(300, 'n'))}) {
         ExpectToolError(ExitCode::Output, path, [&] { WriteOutput(path, {1, 2}); });
     }
-    ExpectToolError(ExitCode::Output, "/dev/full", [] { WriteOutput("/dev/full", {1}); });
-    EXPECT_EQ(directory.Entries(), std::set<std::string>{"file"});
+    for (const auto make : {TemporaryFile::WithName, TemporaryFile::WithoutName}) {
+        EXPECT_FALSE(make(directory.Path("sub")).MoveTo(directory.Path("sub")));  // renaming fails
+    }
+    ExpectToolError(ExitCode::Output, "/dev/full", [] { WriteOutput("/dev/full", {1}); });  // not replaced by a file
+    EXPECT_EQ(directory.Entries(), entries);
 }
 
-TEST(OutputFile, InputAndOutputMustDifferHoweverTheyAreSpelt) {
+TEST(TemporaryFile, TheNextOneRemovesWhatAKilledProcessLeft) {
+    const TemporaryDirectory directory;
+    const fs::path target = directory.Path("a.png");
+    if (const pid_t child = ::fork(); child == 0) {
+        const TemporaryFile killed = TemporaryFile::WithName(target);
+        ::_exit(killed.Descriptor() < 0 ? 1 : 0);
+    } else {
+        ::waitpid(child, nullptr, 0);
+    }
+    ASSERT_EQ(directory.Entries().size(), 1u);
+    const TemporaryFile living = TemporaryFile::WithName(target);
+    EXPECT_EQ(directory.Entries().size(), 1u);
+    EXPECT_TRUE(TemporaryFile::WithName(target).MoveTo(target));  // a second one at the same time has another name
+    EXPECT_EQ(directory.Entries().size(), 2u);
+}
+
+TEST(OutputFile, InputAndOutputMustDifferByAnySpelling) {
     const TemporaryDirectory directory;
     const std::string file = directory.Write("file", {1});
     fs::create_symlink(file, directory.Path("link"));

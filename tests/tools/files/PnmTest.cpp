@@ -45,25 +45,20 @@ TEST(Pnm, ReadsSamplesUnscaled) {
     }
 }
 
-TEST(Pnm, KnowsWhatIsNoPnm) {
+TEST(Pnm, RefusesOtherAndDamagedFiles) {
     for (const std::string_view text :
          {""sv, "P"sv, "P5"sv, "P\0 1 1 255\n."sv, "P7 1 1 255\n."sv, "P51 1 255\n."sv, "P5 1 1\n"sv, "P5 1 1 0\n."sv,
           "P5 1 1 65536\n..."sv, "P5 -1 1 255\n."sv, "P5 1 1 255"sv, "P5 1 1 255."sv, "P5 1x1 255\n."sv,
           "P5 99999999999999999999 1 255\n."sv, "P5 # 1 1 255"sv}) {
         EXPECT_FALSE(ParsePnmHeader(BytesOf(text))) << text;
     }
-}
-
-TEST(Pnm, RefusesDamagedFiles) {
-    const std::vector<std::pair<std::string_view, ExitCode>> cases = {
-        {"P5 2 2 255\n..."sv, ExitCode::Input},       {"P5 2 2 256\n\0\0\0\0\0\0\0"sv, ExitCode::Input},
-        {"P6 1 1 255\n.."sv, ExitCode::Input},        {"P2 2 1 255\n100 "sv, ExitCode::Input},
-        {"P2 2 1 255\n100 x 3"sv, ExitCode::Input},   {"P5 1 1 9\n\x0A"sv, ExitCode::Input},
-        {"P2 1 1 9\n10"sv, ExitCode::Input},          {"P5 70000 70000 255\n."sv, ExitCode::Frame},
-        {"P5 40000 40000 255\n."sv, ExitCode::Input}, {"P5 0 5 255\n."sv, ExitCode::Frame},
-    };
-    for (const auto& [text, code] : cases) {
-        ExpectToolError(code, "f.pgm", [text = text] { Decode(text); });
+    for (const std::string_view text :
+         {"P5 2 2 255\n..."sv, "P5 2 2 256\n\0\0\0\0\0\0\0"sv, "P6 1 1 255\n.."sv, "P2 2 1 255\n100 "sv,
+          "P2 2 1 255\n100 x 3"sv, "P5 1 1 9\n\x0A"sv, "P2 1 1 9\n10"sv, "P5 40000 40000 255\n."sv}) {
+        ExpectToolError(ExitCode::Input, "f.pgm", [text] { Decode(text); });
+    }
+    for (const std::string_view text : {"P5 70000 70000 255\n."sv, "P5 0 5 255\n."sv}) {
+        ExpectToolError(ExitCode::Frame, "f.pgm", [text] { Decode(text); });
     }
 }
 

@@ -22,7 +22,7 @@ RawLayout Layout(const char* format, uint64_t width, uint64_t height, std::optio
     return {RequireFormat(format), width, height, stride, skipBytes};
 }
 
-TEST(RawLayout, TakesSamplesFromBehindHeaderAndPadding) {
+TEST(RawLayout, SkipsHeaderAndPadding) {
     const RawLayout bytes = Layout("BayerRG8", 3, 2, 5, 4);
     for (const size_t size : {4u + 5 + 3, 4u + 2 * 5}) {  // without and with the last padding
         const RawFrame frame = CutFrame(CountingBytes(size), bytes, "f");
@@ -34,7 +34,7 @@ TEST(RawLayout, TakesSamplesFromBehindHeaderAndPadding) {
     EXPECT_EQ(words.samples.at<uint16_t>(1, 1), 0x0D0C);
 }
 
-TEST(RawLayout, SizeTellsWhetherPackedRowsStartWithAByte) {
+TEST(RawLayout, SizeDecidesWhetherPackedRowsStartWithAByte) {
     // Three samples of 12 bits take four and a half bytes.
     const Bytes dense = {0x01, 0x20, 0x00, 0x03, 0x40, 0x00, 0x05, 0x60, 0x00};
     const Bytes aligned = {0x01, 0x20, 0x00, 0x03, 0x00, 0x04, 0x50, 0x00, 0x06, 0x00};
@@ -45,7 +45,7 @@ TEST(RawLayout, SizeTellsWhetherPackedRowsStartWithAByte) {
     }
 }
 
-TEST(RawLayout, WrongFileSizesAreToldWithTheFix) {
+TEST(RawLayout, ErrorsSuggestTheFix) {
     struct Case {
         size_t size;
         RawLayout layout;
@@ -53,7 +53,7 @@ TEST(RawLayout, WrongFileSizesAreToldWithTheFix) {
     };
     const std::vector<Case> cases = {
         {11, Layout("BayerRG8", 3, 4, 3), "holds 11 bytes, but 3x4 pixels of BayerRG8 with 3 bytes per row need 12"},
-        {9, Layout("BayerRG8", 3, 4, 3), "--height 3 fits"},
+        {9, Layout("BayerRG8", 3, 4, 3), "try --height 3 (fewer rows)"},
         {12, Layout("BayerRG12", 3, 4, 6), "the size is that of BayerRG8"},
         {24, Layout("BayerRG8", 3, 4, 3), "the size is that of BayerRG10"},
         {12, Layout("BayerRG12", 4, 2, {}), "the size is that of BayerRG12p"},
@@ -61,19 +61,23 @@ TEST(RawLayout, WrongFileSizesAreToldWithTheFix) {
         {0, Layout("BayerRG8", 3, 4, 3), "holds 0 bytes"},
         {13, Layout("BayerRG8", 3, 4, 3), "--skip-bytes 1"},
         {20, Layout("BayerRG8", 3, 4, 3, 5),
-         "behind 5 bytes need 17: for a header add --skip-bytes 8, for more rows --height 5"},
-        {16, Layout("BayerRG8", 3, 4, 3), "--stride 4"},
+         "after 5 bytes need 17: try --skip-bytes 8 (a header), or --height 5 (more rows)"},
+        {16, Layout("BayerRG8", 3, 4, 3), "--stride 4 (padded rows)"},
+        {12, Layout("BayerRG8", 3, 4, 4), "its rows have no padding: leave out --stride"},
+        {9, Layout("BayerRG12p", 3, 2, 8), "its rows have no padding: leave out --stride"},
+        {20, Layout("BayerRG8", 3, 4, 8), "need 27: try --stride 5 (padded rows)"},
         {19, Layout("BayerRG8", 3, 4, 5), "--skip-bytes 1"},
         {4, Layout("BayerRG8", 3, 4, 3, 5), "fewer than --skip-bytes 5"},
-        {12, Layout("BayerRG8", 3, 4, 2), "--stride 2"},
-        {12, Layout("BayerRG16", 3, 2, 5), "give 6 to"},
-        {12, Layout("BayerRG8", 3, 4, UINT64_MAX), "--stride 18446744073709551615"},
-        {12, Layout("BayerRG8", 0, 4, 3), "0x4 pixels are no frame"},
-        {12, Layout("BayerRG8", 3, 0, 3), "3x0 pixels are no frame"},
-        {12, Layout("BayerRG8", 1, UINT64_MAX, 3), "more than a conversion takes"},
-        {12, Layout("BayerRG8", UINT64_MAX, 1, 3), "more than a conversion takes"},
-        {12, Layout("BayerRG8", 65536, 32768, 65536), "more than a conversion takes"},
-        {12, Layout("BayerRG8", INT_MAX / 6 + 1, 1, INT_MAX / 6 + 1), "more than a conversion takes"},
+        {13, Layout("BayerRG8", 3, 4, 2),
+         "--stride 2 does not fit: a row of 3 BayerRG8 pixels takes 3 bytes; try --stride 3"},
+        {20, Layout("BayerRG16", 3, 2, 5), "try --stride 10"},
+        {12, Layout("BayerRG8", 3, 4, UINT64_MAX), "--stride 18446744073709551615 does not fit"},
+        {12, Layout("BayerRG8", 0, 4, 3), "0x4 pixels are not a frame"},
+        {12, Layout("BayerRG8", 3, 0, 3), "3x0 pixels are not a frame"},
+        {12, Layout("BayerRG8", 1, UINT64_MAX, 3), "are too many"},
+        {12, Layout("BayerRG8", UINT64_MAX, 1, 3), "are too many"},
+        {12, Layout("BayerRG8", 65536, 32768, 65536), "are too many"},
+        {12, Layout("BayerRG8", INT_MAX / 6 + 1, 1, INT_MAX / 6 + 1), "are too many"},
     };
     for (const Case& wrong : cases) {
         ExpectToolError(ExitCode::Frame, wrong.fragment, [&] { CutFrame(Bytes(wrong.size), wrong.layout, "f"); });

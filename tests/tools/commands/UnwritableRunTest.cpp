@@ -24,6 +24,22 @@ TEST_F(UnwritableRun, HalfWrittenFilesNeverAppear) {
     EXPECT_EQ(m_directory.Read("old.ppm"), (Bytes{1, 2, 3}));
 }
 
+TEST_F(UnwritableRun, StandardErrorChangesNothingElse) {
+    const std::string picture = m_directory.Path("a.ppm");
+    RunSuccessfully({"convert", m_raw, picture});
+    const Bytes expected = m_directory.Read("a.ppm");
+    for (const char* stream : {"/dev/full", "-"}) {
+        SCOPED_TRACE(stream);
+        RunSuccessfully({"convert", m_raw, picture}, {.standardErrorPath = stream});
+        EXPECT_EQ(m_directory.Read("a.ppm"), expected);
+        EXPECT_EQ(RunTool({"convert", m_raw, picture, "--width", "63"}, {.standardErrorPath = stream}).exitCode, 4);
+    }
+    // A file must not get the number of the closed stream, and with it what is printed.
+    EXPECT_EQ(RunTool({"convert", m_raw, "-"}, {.standardOutputPath = "-"}).exitCode, 5);
+    EXPECT_EQ(RunTool({"convert", m_raw, picture, "--json"}, {.standardOutputPath = "-"}).exitCode, 5);
+    EXPECT_EQ(m_directory.Read("a.ppm"), expected);
+}
+
 TEST_F(UnwritableRun, MissingDirectoriesAndFullDevices) {
     const ToolSurroundings full{.standardOutputPath = "/dev/full"};
     ExpectRefusal(RunTool({"convert", m_raw, m_directory.Path("no/a.png")}), 5, {"no/a.png", "No such file"});

@@ -11,7 +11,7 @@
 namespace kvx::tool {
 namespace {
 
-/** Noise: every sample matters, so a picture tells exactly how it was made. */
+/** Noise: every sample matters, so a picture shows exactly how it was made. */
 RawFrame NoiseFrame(const char* format) {
     cv::Mat picture(12, 16, CV_16UC1);
     cv::RNG(7).fill(picture, cv::RNG::UNIFORM, 0, 65536);
@@ -39,7 +39,7 @@ TEST(ConvertRun, EveryKindOfInputGivesTheSamePicture) {
     EXPECT_EQ(ConvertToPpm({directory.Write("padded", padded), "--format", "BayerGB12", "--width", "16", "--height",
                             "12", "--stride", "35", "--skip-bytes", "5"}),
               expected);
-    // The extensions lie: content counts.
+    // The content counts, not the extension.
     const std::vector<std::pair<const char*, Bytes>> pictures = {
         {"a.raw", EncodePnm({frame.samples, 4095})},
         {"a_9x9.bin", EncodePicture({frame.samples, 65535}, PictureKind::Png)},
@@ -49,13 +49,14 @@ TEST(ConvertRun, EveryKindOfInputGivesTheSamePicture) {
     }
 }
 
-TEST(ConvertRun, TellsWhatItTookFromTheName) {
+TEST(ConvertRun, ReportsWhatItTookFromTheName) {
     const TemporaryDirectory directory;
     const Bytes raw = EncodeRaw(NoiseFrame("BayerGR8").samples);
     const std::string path = directory.Write("a_16x12_BayerGR8.raw", raw), picture = directory.Path("out.png");
     EXPECT_EQ(RunSuccessfully({"convert", path, picture}).standardError,
               "kvx-demosaic: " + path + ": format BayerGR8, width 16, height 12 taken from its name\n");
-    EXPECT_EQ(RunSuccessfully({"convert", path, picture, "--width", "16", "--height", "12", "--format", "BayerRG8"})
+    EXPECT_EQ(RunSuccessfully({"convert", path, picture, "--width", "16", "--height", "12", "--format", "BayerRG8",
+                               "--threads", "1024"})
                   .standardError,
               "");
 }

@@ -59,14 +59,14 @@ TEST(ListingRun, Parameters) {
     EXPECT_EQ(LinesOf({"params"})[1], "BayerAlgType  integer  0        0        4        0      read/write");
 }
 
-TEST(DemoRun, WritesWhatItTellsAndConvertMakesTheSame) {
+TEST(DemoRun, WritesWhatItListsAndConvertMakesTheSame) {
     const TemporaryDirectory directory;
-    const std::vector<std::string> told = LinesOf({"demo", directory.Path("demo")});
+    const std::vector<std::string> listed = LinesOf({"demo", directory.Path("demo")});
     std::set<std::string> written;
     for (const auto& entry : std::filesystem::directory_iterator(directory.Path("demo"))) {
         written.insert(entry.path().string());
     }
-    EXPECT_EQ(std::set<std::string>(told.begin(), told.end()), written);
+    EXPECT_EQ(std::set<std::string>(listed.begin(), listed.end()), written);
     EXPECT_EQ(written.size(), 23u);
 
     const std::string raw = directory.Path("demo/scene_768x512_BayerRG12.raw");

@@ -7,7 +7,6 @@
 #include "tools/files/PictureDecoder.h"
 #include "tools/files/PictureEncoder.h"
 #include "tools/look/CropSelection.h"
-#include "tools/look/SampleStatistics.h"
 #include "tools/scene/Scene.h"
 
 namespace kvx::tool {
@@ -35,7 +34,7 @@ protected:
     std::string m_raw;
 };
 
-TEST_F(LookRun, InfoTellsFactsAndWhereTheyComeFrom) {
+TEST_F(LookRun, InfoPrintsFactsAndTheirSources) {
     const nlohmann::json info = JsonOf({"info", m_raw, "--height", "512", "--json"});
     EXPECT_EQ(info["format"], "BayerGB12p");
     EXPECT_EQ(info["width"], 768);
@@ -44,6 +43,10 @@ TEST_F(LookRun, InfoTellsFactsAndWhereTheyComeFrom) {
     EXPECT_EQ(info["largest"], 4095);
     EXPECT_EQ(info["likely_depth"], "12 bits");
     EXPECT_GT(info["clipped_share"], 0.01);
+    // File names need not be UTF-8, JSON must.
+    EXPECT_EQ(JsonOf({"info", m_directory.Write("\xFF", Bytes(4)), "--format", "Mono8", "--width", "2", "--height", "2",
+                      "--json"})["largest"],
+              0);
     ExpectRefusal(RunTool({"info", m_raw, "--height", "511"}), 4, {"589824 bytes", "511"});
 }
 
@@ -73,7 +76,7 @@ TEST_F(LookRun, GuessDrawsASheet) {
     EXPECT_TRUE(first["format"] == "BayerGB12p" || first["format"] == "BayerGR12p") << first;
     EXPECT_EQ(first["width"], 768);
     EXPECT_GT(SizeOf("sheet.png").width, 4 * 384);
-    const std::string grey = m_directory.Path("x.pgm");  // its header tells the size
+    const std::string grey = m_directory.Path("x.pgm");  // its header contains the size
     RunSuccessfully({"unpack", m_raw, grey});
     EXPECT_EQ(JsonOf({"guess", grey, "--output", sheet, "--json"})["ranking"][0]["score"], first["score"]);
     ExpectRefusal(RunTool({"guess", m_scene, "--output", sheet}), 3, {"colour picture"});
@@ -91,7 +94,7 @@ TEST(BenchRun, MeasuresWhatIsAskedFor) {
     ExpectRefusal(RunTool({"bench", "--format", "RGB8"}), 2, {"RGB8"});
 }
 
-TEST(SelectCrops, AreWherePicturesDiffer) {
+TEST(SelectCrops, FindsWherePicturesDiffer) {
     const cv::Mat even(60, 80, CV_8UC3, cv::Scalar::all(9));
     cv::Mat other = even.clone();
     other(cv::Rect(50, 30, 4, 4)).setTo(200);
@@ -100,15 +103,6 @@ TEST(SelectCrops, AreWherePicturesDiffer) {
     EXPECT_EQ(places[0] & cv::Rect(50, 30, 4, 4), cv::Rect(50, 30, 4, 4));
     EXPECT_TRUE((places[0] & places[1]).empty());
     EXPECT_EQ(SelectCrops({even}, {100, 100}, 3), std::vector<cv::Rect>{cv::Rect(0, 0, 80, 60)});
-}
-
-TEST(SampleStatistics, RangeBitsAndShares) {
-    const cv::Mat samples = (cv::Mat_<uint16_t>(1, 4) << 0, 64, 1023, 1023);
-    const SampleStatistics statistics = MeasureSamples({frame::FormatByName("BayerRG10"), samples});
-    EXPECT_EQ(statistics.largest, 1023u);
-    EXPECT_EQ(statistics.highestBit, 10u);
-    EXPECT_EQ(statistics.clippedShare, 0.5);
-    EXPECT_EQ(statistics.blackShare, 0.25);
 }
 
 }  // namespace

@@ -11,7 +11,13 @@
 namespace kvx::tool {
 namespace {
 
-/** A directory with inputs of every kind; runs in it must fail with one line and without any trace. */
+/** A sidecar with this many levels. */
+Bytes Nested(size_t levels) {
+    const std::string text = R"({"width": )" + std::string(levels - 1, '[') + std::string(levels - 1, ']') + "}";
+    return {text.begin(), text.end()};
+}
+
+/** A directory with inputs of every kind; runs in it must fail with one line and leave no files. */
 class RefusalRun : public testing::Test {
 protected:
     RefusalRun() {
@@ -26,6 +32,13 @@ protected:
         m_directory.Write("colour.png", png);
         png.resize(png.size() / 2);
         m_directory.Write("cut.png", png);
+        for (const char* name : {"nested", "vast", "huge"}) {
+            m_directory.Write(name + std::string("_4x4_BayerRG8.raw"), Bytes(16, 1));
+        }
+        m_directory.Write("nested_4x4_BayerRG8.json", Nested(100'000));
+        constexpr uint64_t kFiveGiB = uint64_t{5} << 30;
+        std::filesystem::resize_file(m_directory.Path("huge_4x4_BayerRG8.raw"), kFiveGiB);
+        std::filesystem::resize_file(m_directory.Write("vast_4x4_BayerRG8.json", {}), kFiveGiB);
         m_entries = m_directory.Entries();
     }
 
@@ -37,7 +50,9 @@ protected:
                 argument = m_directory.Path(argument);
             }
         }
-        ExpectRefusal(RunTool(arguments), exitCode, fragments);
+        const ToolResult result = RunTool(arguments);
+        ExpectRefusal(result, exitCode, fragments);
+        EXPECT_LT(result.peakKilobytes, 1 << 20);
         EXPECT_EQ(m_directory.Entries(), m_entries);
     }
 
@@ -48,13 +63,13 @@ protected:
 TEST_F(RefusalRun, WrongUsage) {
     const std::string ok = "ok_4x4_BayerRG8.raw";
     Expect(2, {}, {"subcommand"});
-    Expect(2, {"transform"}, {"subcommand"});
     Expect(2, {"convert", ok}, {"OUT"});
     Expect(2, {"convert", ok, "out.png", "extra"}, {"--output"});
     Expect(2, {"convert", ok, "out.png", "--colour"}, {"--colour"});
     Expect(2, {"convert", ok, "out.jpg"}, {"out.jpg", ".png"});
     Expect(2, {"convert", ok, "out.png", "--threads", "-1"}, {"--threads", "'-1'"});
     Expect(2, {"convert", ok, "out.png", "--format", "BayerRG7"}, {"'BayerRG7'", "BayerRG8"});
+    Expect(2, {"convert", ok, "out.png", "--format", "YUV444_8"}, {"YUV444_8", "neither frames nor"});
     Expect(2, {"convert", ok, "out.png", "--format", "RGB8"}, {ok, "RGB8"});
     Expect(2, {"convert", ok, "out.png", "--to", "RGBa8"}, {"RGBa8"});
     Expect(2, {"convert", ok, "out.png", "--algorithm", "5"}, {"'5'", "edge-aware"});
@@ -67,9 +82,7 @@ TEST_F(RefusalRun, WrongUsage) {
     Expect(2, {"convert", ok, "out.png", "--white-balance", "0,1,1"}, {ok});
     Expect(2, {"convert", ok, "out.png", "--black-level", "255"}, {ok, "black level 255"});
     Expect(2, {"convert", ok, "out.png", "--tone", "film"}, {"--tone", "film", "linear, srgb"});
-    Expect(2, {"convert", ok, "out.png", "--crop", "1,1,2"}, {"--crop", "1,1,2"});
     Expect(2, {"pack", ok, "out.raw", "--layout", "pfnc"}, {"8 bits"});
-    Expect(2, {"unpack", ok, ok}, {"another name"});
     Expect(2, {"convert", "empty.raw", "out.png"}, {"empty.raw", "--format"});
     Expect(2, {"convert", "empty.raw", "out.png", "--format", "BayerRG8"}, {"empty.raw", "--width", "--height"});
     Expect(2, {"convert", "grey.pgm", "out.png", "--format", "BayerRG8", "--stride", "64"}, {"grey.pgm", "--stride"});
@@ -78,37 +91,38 @@ TEST_F(RefusalRun, WrongUsage) {
     Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "RGB8"}, {"--format RGB8"});
     Expect(2, {"mosaic", "colour.png", "colour.png", "--format", "BayerRG8"}, {"another name"});
     Expect(2, {"params", "foveon"}, {"foveon", "bayer", "truesense"});
-    Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG8", "--pan-weights", "1,2"},
-           {"--pan-weights", "1,2"});
+    Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "Mono8", "--pan-weights", "1e308,1e308,1e308"},
+           {"--pan-weights", "1e308"});
     Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG8", "--analog-gain", "nan"},
            {"--analog-gain", "nan"});
     Expect(2, {"mosaic", "colour.png", "out.raw", "--format", "BayerRG8", "--seed", "3"}, {"--seed", "--analog-gain"});
 }
 
-TEST_F(RefusalRun, InputThatIsNone) {
+TEST_F(RefusalRun, UnreadableInput) {
     Expect(3, {"convert", "missing\nfile.raw", "out.png", "--format", "BayerRG8"},
            {"missing file.raw", "No such file"});
     Expect(3, {"convert", "/", "out.png", "--format", "BayerRG8"}, {"directory"});
     Expect(3, {"convert", "cut.png", "out.png", "--format", "BayerRG8"}, {"cut.png", "damaged"});
     Expect(3, {"convert", "colour.png", "out.png", "--format", "BayerRG8"}, {"colour.png", "mosaic"});
-    Expect(3, {"mosaic", "cut.png", "out.raw", "--format", "BayerRG8"}, {"cut.png", "damaged"});
     Expect(3, {"mosaic", "empty.raw", "out.raw", "--format", "BayerRG8"}, {"empty.raw"});
+    Expect(3, {"convert", "nested_4x4_BayerRG8.raw", "out.png"}, {"nested_4x4_BayerRG8.json", "levels"});
+    Expect(3, {"convert", "vast_4x4_BayerRG8.raw", "out.png"}, {"vast_4x4_BayerRG8.json", "no sidecar is that large"});
     Expect(3, {"mosaic", "-", "out.raw", "--format", "BayerRG8"}, {"standard input"});
 }
 
-TEST_F(RefusalRun, FrameThatDoesNotFit) {
+TEST_F(RefusalRun, FramesThatDoNotFit) {
     const std::string ok = "ok_4x4_BayerRG8.raw";
     Expect(4, {"convert", "short_4x4_BayerRG12.raw", "out.png"}, {"short_4x4", "holds 31 bytes", "need 32"});
+    Expect(4, {"convert", "huge_4x4_BayerRG8.raw", "out.png"}, {"huge_4x4", "holds more than"});
     Expect(4, {"convert", ok, "out.png", "--crop", "1,1,4,2"}, {"--crop", "not inside 4 x 4"});
     Expect(4, {"convert", "deep_4x4_BayerRG12.raw", "out.png"}, {"deep_4x4", "65535", "4095", "BayerRG16"});
     Expect(4, {"convert", "grey.pgm", "out.png", "--format", "BayerRG8", "--width", "63"}, {"grey.pgm", "64x64"});
     Expect(4, {"convert", "grey.pgm", "out.png", "--format", "BayerRG12"}, {"grey.pgm", "8-bit", "BayerRG12"});
 }
 
-TEST_F(RefusalRun, WhatTheLibraryRefuses) {
+TEST_F(RefusalRun, LibraryErrors) {
     const std::string ok = "ok_4x4_BayerRG8.raw";
     Expect(6, {"convert", ok, "out.png", "--set", "BayerAlgType=7"}, {"BayerAlgType=7", "0x80000004"});
-    Expect(6, {"convert", ok, "out.png", "--set", "BayerAlgType=two"}, {"BayerAlgType=two", "0x80000003"});
     Expect(6, {"convert", ok, "out.png", "--set", "Gamma=1"}, {"Gamma=1", "0x80000002"});
 }
 

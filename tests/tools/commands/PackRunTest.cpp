@@ -34,8 +34,16 @@ TEST(PackRun, PackedFramesBecomeTheSamePicture) {
     for (int index = 0; index < 5 * 3; ++index) {
         words.insert(words.end(), {static_cast<uint8_t>(index * 91), static_cast<uint8_t>(index)});
     }
-    const std::string plain = directory.Write("a_5x3_BayerGB12.raw", words);
-    const Bytes expected = RunSuccessfully({"convert", plain, "-", "--to", "RGB16"}).standardOutput;
+    const std::string dense = directory.Write("dense_5x3_BayerGB12.raw", words);
+    const Bytes expected = RunSuccessfully({"convert", dense, "-", "--to", "RGB16"}).standardOutput;
+    // The layout of the source is not that of what is written.
+    const std::string plain = directory.Write("a_5x3_BayerGB12.raw", Bytes(7));
+    std::ofstream file(plain, std::ios::app | std::ios::binary);
+    for (int row = 0; row < 3; ++row) {
+        file.write(reinterpret_cast<const char*>(words.data()) + row * 10, 10) << "??";
+    }
+    file.close();
+    std::ofstream(plain + ".json") << R"({"offset": 7, "stride": 12})";
     const std::string packed = directory.Path("b");
     for (const char* padding : {"", "--image-padding"}) {
         std::vector<std::string> arguments = {"pack", plain, packed, "--layout", "pfnc", padding};
