@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Runs every block of a Markdown document, in order, in a scratch folder:   run_document.py DOCUMENT HOME
 
-HOME/kvx is an installation of this project. The language determines how a block is run:
+HOME/kvx is an installation of this project, HOME/frames the output of `kvx-demosaic demo`. The languages:
 - sh: commands; the folder and exported variables are kept for the next blocks
 - console: commands after "$ " and their output; a line "..." stands for any number of lines
 - python: one session for the whole document; with ">>>" a doctest

@@ -15,7 +15,6 @@ FAULTS = {
     "other output": "```console\n$ echo one\ntwo\n```\n",
     "more output": "```console\n$ echo one; echo two\none\n```\n",
     "another result": "```python\n>>> 1 + 1\n3\n```\n",
-    "an exception": "```python\nraise ValueError\n```\n",
     "code that does not compile": "```cpp\nint x = nothing;\n```\n",
     "a C program with a warning": "```c\nint main(void) { int unused; return 0; }\n```\n",
     "a CMake file without its package": "```cmake\nfind_package(NoSuchPackage REQUIRED)\n```\n",
