@@ -95,11 +95,7 @@ TEST(DenoisedPicture, ARegionSeesItsNeighbours) {
 }
 
 TEST(Picture, ComesNearTheTruth) {
-    const struct {
-        int algorithm;
-        double inside, border;  // dB, a little less than what the algorithms reach
-    } floors[] = {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {4, 0, 0}};
-    for (const auto& [algorithm, inside, border] : floors) {
+    for (int algorithm = 0; algorithm < 5; ++algorithm) {  // 32.0 to 32.4 dB inside, 36.6 to 37.2 dB at the border
         double squares[2] = {};
         int counts[2] = {};
         const auto picture = Converted(Drawn, algorithm, 6, {0, 0, kWidth, kHeight});
@@ -112,9 +108,8 @@ TEST(Picture, ComesNearTheTruth) {
                 }
             }
         const auto decibels = [&](int part) { return 10 * std::log10(4095.0 * 4095 * counts[part] / squares[part]); };
-        EXPECT_GT(decibels(0), inside) << "algorithm " << algorithm;
-        EXPECT_GT(decibels(1), border) << "algorithm " << algorithm << ", border";
-        if (getenv("SHOW")) printf("%d %.2f %.2f\n", algorithm, decibels(0), decibels(1));
+        EXPECT_GT(decibels(0), 31) << "algorithm " << algorithm;
+        EXPECT_GT(decibels(1), 35.5) << "algorithm " << algorithm << ", border";
     }
 }
 
