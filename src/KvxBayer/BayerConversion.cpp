@@ -32,7 +32,8 @@ void ConvertRow(const BayerJob& job, GreenRule rule, int64_t row) {
                           .output = job.output},
                          out);
     }
-    std::memset(out + pictureBytes, 0, static_cast<size_t>(job.WrittenBytes()) - pictureBytes);
+    if (job.slot == SlotBytes::Four)
+        std::memset(out + pictureBytes, 0, static_cast<size_t>(job.WrittenBytes()) - pictureBytes);
 }
 
 void ConvertRows(const BayerJob& job, GreenRule rule) {
