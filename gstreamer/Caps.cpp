@@ -18,7 +18,7 @@ struct Picture {
     uint8_t bits;
     WidePixelChange change = {};
 };
-// The first one is what comes out where nobody downstream has a wish.
+// The first is the default, if downstream accepts it.
 constexpr std::array kPictures = {
     Picture{GST_VIDEO_FORMAT_RGB, Order::Rgb, 8},
     Picture{GST_VIDEO_FORMAT_BGR, Order::Bgr, 8},
@@ -37,7 +37,7 @@ constexpr std::array kPictures = {
     Picture{GST_VIDEO_FORMAT_ABGR64_BE, Order::Bgra, 16, {.alphaFirst = true, .bigEndian = true}},
 };
 
-// What a picture has from its frame. Any framerate and shape goes; a frame need not tell them.
+// Fields that a picture takes from its frame. Any value is accepted, and a frame need not have them.
 constexpr std::array kSharedFields = {
     "width",          "height",      "framerate",      "max-framerate",  "views", "pixel-aspect-ratio",
     "interlace-mode", "field-order", "multiview-mode", "multiview-flags"};
@@ -68,8 +68,8 @@ private:
 };
 
 /**
- * Whether what a picture may be limits what its frame may be. A choice does not: it would keep a frame that tells
- * nothing, as from a file, from having fixed caps.
+ * Whether a picture's field limits its frame's. A list or range does not: frames without that field, as from a file,
+ * could then not have fixed caps.
  */
 bool IsLimit(const GValue* value) {
     if (GST_VALUE_HOLDS_FRACTION_RANGE(value)) {
@@ -122,7 +122,7 @@ GstCaps* TransformCaps(GstPadDirection direction, const GstCaps* caps, const Gst
                 }
             };
             std::ranges::for_each(kSharedFields, share);
-            // What a picture's colours are is no condition for its frame.
+            // A picture's colorimetry does not limit its frame.
             if (direction == GST_PAD_SINK) {
                 share("colorimetry");
             }

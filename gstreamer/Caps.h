@@ -1,4 +1,4 @@
-/** What the element takes and gives, in GStreamer's terms: pad templates, and formats out of caps. */
+/** Caps of the element: pad templates and conversion to formats. */
 #pragma once
 
 #include <gst/video/video.h>
@@ -11,13 +11,13 @@
 
 namespace kvx::gst {
 
-/** Frames: Bayer mosaics by GStreamer's names, TrueSense mosaics by the frame layer's. */
+/** Caps of frames: Bayer with GStreamer's names, TrueSense with the frame layer's. */
 GstCaps* MakeSinkCaps();
 
-/** Pictures. */
+/** Caps of pictures. */
 GstCaps* MakeSourceCaps();
 
-/** What the other pad can have when a pad of this direction has `caps`; `otherTemplate` is the other pad's. */
+/** The caps of the other pad if the pad of this direction has `caps`; `otherTemplate` is the other pad's template. */
 GstCaps* TransformCaps(GstPadDirection direction, const GstCaps* caps, const GstCaps* otherTemplate);
 
 /** The frames that fixed caps describe. */
@@ -27,13 +27,13 @@ struct FrameFormat {
     uint32_t height;
 };
 
-/** Nothing where the caps name no format that can be converted, or no size. */
+/** The frames of fixed caps; std::nullopt if the caps have no convertible format or no size. */
 std::optional<FrameFormat> FrameFormatOf(const GstCaps* caps);
 
-/** How pixels of a video format are made. */
+/** How the pixels of a video format are written. */
 struct PictureFormat {
-    frame::Format format;         ///< what the frame layer writes
-    WidePixelChange change = {};  ///< what is left to do afterwards
+    frame::Format format;         ///< written by the frame layer
+    WidePixelChange change = {};  ///< applied afterwards
 };
 
 /** @param format one of MakeSourceCaps() */

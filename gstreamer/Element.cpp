@@ -1,4 +1,4 @@
-// The class of the element: GStreamer's calls, handed on. Nothing is thrown through GStreamer.
+// The class of the element: callbacks of GStreamer. No exception leaves them.
 #include "gstreamer/Element.h"
 
 #include <gst/base/gstbasetransform.h>
@@ -17,8 +17,8 @@ namespace frame = kvx::frame;
 struct State {
     kvx::gst::Settings settings;  // under the object lock, like their revision
     uint64_t revision = 1;
-    kvx::gst::Session session;  // the streaming thread's, like the next one
-    uint64_t applied = 0;       // the revision that the session works with
+    kvx::gst::Session session;  // used by the streaming thread only, like `applied`
+    uint64_t applied = 0;       // revision of the session's settings
 };
 
 struct GstKvxDemosaic {
@@ -84,7 +84,7 @@ GstCaps* OnTransformCaps(GstBaseTransform* base, GstPadDirection direction, GstC
     return result;
 }
 
-/** Frames in either direction may have any padding; pictures are as GStreamer has them. */
+/** Frames may have any padding; pictures have GStreamer's size. */
 gboolean OnTransformSize(GstBaseTransform* /*base*/, GstPadDirection direction, GstCaps* /*caps*/, gsize /*size*/,
                          GstCaps* otherCaps, gsize* otherSize) {
     if (direction == GST_PAD_SINK) {
@@ -114,11 +114,11 @@ gboolean OnSetCaps(GstBaseTransform* base, GstCaps* frameCaps, GstCaps* pictureC
         return FALSE;
     }
     StateOf(base).session.SetFormats(*frame, picture);
-    StateOf(base).applied = 0;  // the settings meet other frames
+    StateOf(base).applied = 0;  // apply the settings to the new format
     return TRUE;
 }
 
-/** Tells upstream that rows may be anywhere. */
+/** Offers GstVideoMeta to upstream: rows may have any stride. */
 gboolean OnProposeAllocation(GstBaseTransform* base, GstQuery* decideQuery, GstQuery* query) {
     if (!GST_BASE_TRANSFORM_CLASS(gst_kvx_demosaic_parent_class)->propose_allocation(base, decideQuery, query)) {
         return FALSE;
@@ -127,7 +127,7 @@ gboolean OnProposeAllocation(GstBaseTransform* base, GstQuery* decideQuery, GstQ
     return TRUE;
 }
 
-/** Asks downstream's pool to say where rows are, if it can. */
+/** Enables GstVideoMeta in downstream's pool if it supports it. */
 gboolean OnDecideAllocation(GstBaseTransform* base, GstQuery* query) {
     if (!GST_BASE_TRANSFORM_CLASS(gst_kvx_demosaic_parent_class)->decide_allocation(base, query)) {
         return FALSE;
@@ -150,7 +150,7 @@ gboolean OnDecideAllocation(GstBaseTransform* base, GstQuery* query) {
     return TRUE;
 }
 
-/** Takes over settings that were changed since the last frame. @throws what Session::Apply() throws */
+/** Applies settings that have changed since the last frame. @throws what Session::Apply() throws */
 void ApplyChanges(GstBaseTransform* base) {
     State& state = StateOf(base);
     kvx::gst::Settings settings;
@@ -163,7 +163,7 @@ void ApplyChanges(GstBaseTransform* base) {
         settings = state.settings;
         revision = state.revision;
     }
-    state.applied = 0;  // until they are known to be good
+    state.applied = 0;  // until they are accepted
     state.session.Apply(settings);
     state.applied = revision;
 }

@@ -7,7 +7,7 @@ using frame::Fail;
 
 namespace {
 
-/** Where the first row is and how the others follow. */
+/** Position of the first row and stride. */
 struct Rows {
     size_t offset = 0;
     ptrdiff_t stride = 0;
@@ -15,7 +15,7 @@ struct Rows {
 
 template <class View>
 View MakeView(const MappedBuffer& buffer, const frame::Format& format, uint32_t width, uint32_t height, Rows rows) {
-    // Rows from bottom to top begin with the one that is highest in memory.
+    // With a negative stride the first row has the highest address.
     const uint64_t above = rows.stride < 0 ? static_cast<uint64_t>(-rows.stride) * (height - 1) : 0;
     if (rows.offset > buffer.Size() || above > rows.offset) {
         Fail(KvxResult_InvalidArgument,
@@ -32,7 +32,7 @@ View MakeView(const MappedBuffer& buffer, const frame::Format& format, uint32_t 
     return view;
 }
 
-/** As the size of the buffer tells; what is too small for everything counts as without padding. */
+/** Derives the stride from the size of the buffer; a buffer that is too small counts as without padding. */
 ptrdiff_t FindStride(size_t size, const FrameFormat& frame) {
     const auto bytesWith = [&](uint64_t stride) {
         return frame::ImageBytes(frame.format, frame.width, frame.height, static_cast<ptrdiff_t>(stride));
@@ -40,7 +40,8 @@ ptrdiff_t FindStride(size_t size, const FrameFormat& frame) {
     constexpr ptrdiff_t kNoPadding = 0;  // rows of packed samples may then begin within a byte
     const uint64_t rowBytes = frame::RowBytes(frame.format, frame.width);
     const uint64_t padded = (rowBytes + 3) / 4 * 4;
-    if (size == bytesWith(kNoPadding) && size != rowBytes * frame.height) {  // small frames fit both: whole bytes win
+    if (size == bytesWith(kNoPadding) &&
+        size != rowBytes * frame.height) {  // small frames may fit both: whole bytes win
         return kNoPadding;
     }
     if (size != rowBytes * frame.height && size >= bytesWith(padded)) {

@@ -1,4 +1,4 @@
-/** Buffers of GStreamer as views of the frame layer. */
+/** Views of GStreamer buffers. */
 #pragma once
 
 #include <gst/video/video.h>
@@ -8,10 +8,10 @@
 
 namespace kvx::gst {
 
-/** The memory of a buffer, while this lives. */
+/** Maps the memory of a buffer for its own lifetime. */
 class MappedBuffer {
 public:
-    /** @throws frame::Error where the memory cannot be had */
+    /** @throws frame::Error if the memory cannot be mapped */
     MappedBuffer(GstBuffer* buffer, GstMapFlags flags);
     ~MappedBuffer();
     MappedBuffer(const MappedBuffer&) = delete;
@@ -32,15 +32,15 @@ private:
 };
 
 /**
- * A frame in a buffer. Its rows are where the buffer's GstVideoMeta says, else `stride` bytes apart, else, with a
- * stride of 0, as the size of the buffer tells: without padding, or padded to a multiple of 4 bytes. The view's
- * capacity is what the buffer has: Converter::Convert() refuses a frame that does not fit.
+ * A frame in a buffer. The buffer's GstVideoMeta gives the position of the rows; without one they are `stride` bytes
+ * apart; if that is 0, the size of the buffer decides between no padding and padding to a multiple of 4 bytes. The
+ * view's capacity is the size of the buffer: Converter::Convert() refuses a frame that does not fit.
  *
- * @throws frame::Error for a GstVideoMeta that leaves the buffer
+ * @throws frame::Error for a GstVideoMeta that points outside the buffer
  */
 frame::SourceView ViewFrame(const MappedBuffer& buffer, const FrameFormat& frame, ptrdiff_t stride);
 
-/** A picture in a buffer: where its GstVideoMeta says, else as `info` has it. @throws as above */
+/** A picture in a buffer: as its GstVideoMeta describes it, otherwise as `info` does. @throws as above */
 frame::DestinationView ViewPicture(const MappedBuffer& buffer, const GstVideoInfo& info, const frame::Format& format);
 
 }  // namespace kvx::gst

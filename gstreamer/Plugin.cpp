@@ -1,4 +1,4 @@
-// What GStreamer finds in the plug-in's file.
+// The entry point of the plug-in.
 #include "gstreamer/Element.h"
 
 namespace {
@@ -10,6 +10,6 @@ gboolean Init(GstPlugin* plugin) {
 }  // namespace
 
 #define PACKAGE "KvxDemosaicing"
-#define GST_PACKAGE_ORIGIN "Unknown package origin"  // GStreamer's word for it
+#define GST_PACKAGE_ORIGIN "Unknown package origin"  // GStreamer's default
 GST_PLUGIN_DEFINE(GST_VERSION_MAJOR, GST_VERSION_MINOR, kvxdemosaicing, "Demosaicing of camera frames", Init,
                   KVX_VERSION, "Apache 2.0", PACKAGE, GST_PACKAGE_ORIGIN)

@@ -25,14 +25,14 @@ constexpr auto kFlags =
 constexpr guint kMaxThreads = 1024;
 constexpr guint kMaxLevel = 65535;
 
-// Enumerations have 0 for "nothing asked"; other values are those of the frame layer's, plus one.
+// In enumerations 0 means "not set"; other values are the frame layer's plus one.
 constexpr std::array kTones = {
-    GEnumValue{0, "The component's own; linear where another property asks for a finish", "default"},
+    GEnumValue{0, "The component's; linear if another property sets the processing of values", "default"},
     GEnumValue{1 + static_cast<int>(frame::ToneCurve::Linear), "Linear", "linear"},
     GEnumValue{1 + static_cast<int>(frame::ToneCurve::Srgb), "sRGB (IEC 61966-2-1)", "srgb"}, GEnumValue{}};
 constexpr std::array kPackings = {
-    GEnumValue{0, "As the name of the format tells", "none"},
-    GEnumValue{1 + static_cast<int>(frame::Layout::MsbAligned), "Words with the value in the high bits", "msb"},
+    GEnumValue{0, "As in the name of the format", "none"},
+    GEnumValue{1 + static_cast<int>(frame::Layout::MsbAligned), "16-bit words, left-aligned", "msb"},
     GEnumValue{1 + static_cast<int>(frame::Layout::Pfnc), "PFNC's 10p, 12p, 14p", "pfnc"},
     GEnumValue{1 + static_cast<int>(frame::Layout::GigE), "GigE Vision's 10Packed, 12Packed", "gige"},
     GEnumValue{1 + static_cast<int>(frame::Layout::Mipi), "MIPI CSI-2's RAW10, RAW12, RAW14", "mipi"},
@@ -58,7 +58,7 @@ void SetText(GValue* value, const std::string& text) {
     g_value_set_string(value, text.empty() ? nullptr : text.c_str());
 }
 
-/** The text form that the component's parameters have, of whatever a field of a structure holds. */
+/** The value of a structure's field as text for a parameter of the component. */
 std::string ParameterText(const GValue* value) {
     if (G_VALUE_HOLDS_STRING(value)) {
         return TextOf(value);
@@ -112,7 +112,7 @@ void InstallProperties(GObjectClass* gobjectClass) {
     };
     static const std::string algorithms = "For Bayer: " + NamesOf(frame::Family::Bayer) +
                                           "; for TrueSense: " + NamesOf(frame::Family::TrueSense) +
-                                          " (null = the first ones)";
+                                          " (null = the first of these)";
     installText(kAlgorithm, "algorithm", "Algorithm", algorithms.c_str());
     install(kThreads, g_param_spec_uint("n-threads", "Threads", "Threads of a conversion (0 = all processors)", 0,
                                         kMaxThreads, 0, kFlags));

@@ -1,4 +1,4 @@
-/** The properties of the element, as GObject has them. */
+/** The GObject properties of the element. */
 #pragma once
 
 #include <glib-object.h>
@@ -9,7 +9,7 @@ namespace kvx::gst {
 
 void InstallProperties(GObjectClass* gobjectClass);
 
-/** @return whether there is a property with this number */
+/** @return false for an unknown number */
 bool SetProperty(Settings& settings, guint number, const GValue* value);
 bool GetProperty(const Settings& settings, guint number, GValue* value);
 

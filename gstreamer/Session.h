@@ -1,4 +1,4 @@
-/** The frames of an element between caps and caps: its converter, and the settings that it works with. */
+/** Conversion of an element's frames: its converter, formats and current settings. */
 #pragma once
 
 #include <gst/gst.h>
@@ -12,19 +12,19 @@ namespace kvx::gst {
 /** Used by the streaming thread only. */
 class Session {
 public:
-    /** What frames and pictures are from now on. */
+    /** Sets the formats of the following frames and pictures. */
     void SetFormats(const FrameFormat& frame, const GstVideoInfo& picture);
 
     /**
-     * Works with `settings` from now on.
-     * @throws frame::Error where they do not fit each other or the frames; the next frame then needs others
+     * Uses `settings` for the following frames.
+     * @throws frame::Error if they do not fit each other or the frames; apply others before the next frame
      */
     void Apply(const Settings& settings);
 
     /** @throws frame::Error */
     void Convert(GstBuffer* frame, GstBuffer* picture);
 
-    /** Gives back the memory. */
+    /** Frees the memory. */
     void Release() {
         m_converter.reset();
     }

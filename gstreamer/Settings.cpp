@@ -11,7 +11,7 @@ using frame::Fail;
 
 namespace {
 
-/** Numbers with commas between, whatever the locale. */
+/** Parses numbers separated by commas, independent of the locale. */
 template <size_t count>
 std::array<double, count> ParseNumbers(const char* property, const std::string& text) {
     std::array<double, count> numbers{};

@@ -1,4 +1,4 @@
-/** What the properties ask for, and what it means to the frame layer. */
+/** The values of the properties, and their meaning for the frame layer. */
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 
 namespace kvx::gst {
 
-/** Texts that are empty leave things as they are. */
+/** Empty texts stand for the defaults. */
 struct Settings {
     std::string algorithm;
     uint32_t threads = 0;
@@ -19,20 +19,20 @@ struct Settings {
     uint32_t whiteLevel = 0;
     std::string matrix;
     std::optional<frame::ToneCurve> tone;
-    std::map<std::string, std::string> parameters;  ///< of the component, by name
-    std::optional<frame::Layout> packing;           ///< instead of the one that the format's name tells
-    int32_t stride = 0;                             ///< bytes; 0: as the buffer tells
+    std::map<std::string, std::string> parameters;  ///< parameters of the component, by name
+    std::optional<frame::Layout> packing;           ///< replaces the layout of the format's name
+    int32_t stride = 0;                             ///< bytes; 0: derived from the buffer
 
     bool operator==(const Settings&) const = default;
 };
 
-/** The format of the frames. @throws frame::Error where the packing is none for this depth */
+/** The format of the frames. @throws frame::Error if the depth does not have this packing */
 frame::Format PackedFormat(const Settings& settings, frame::Format named);
 
-/** Nothing where no setting is about the values of a frame. @throws frame::Error for texts that cannot be read */
+/** The finish; std::nullopt if no property concerns it. @throws frame::Error for invalid texts */
 std::optional<frame::Finish> FinishOf(const Settings& settings);
 
-/** A converter with the algorithm and the parameters. @throws frame::Error */
+/** A converter with the algorithm and the parameters of the settings. @throws frame::Error */
 frame::Converter MakeConverter(const Settings& settings, frame::Family family);
 
 }  // namespace kvx::gst

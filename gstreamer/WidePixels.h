@@ -1,4 +1,4 @@
-/** Pixels of four 16-bit samples in the orders that the frame layer does not write. */
+/** Orders of four 16-bit samples that the frame layer does not write. */
 #pragma once
 
 #include <cstddef>

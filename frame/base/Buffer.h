@@ -1,4 +1,4 @@
-/** Working memory that grows and keeps its size. */
+/** Working memory that only grows. */
 #pragma once
 
 #include <cstddef>

@@ -34,12 +34,13 @@ public:
     }
 
 private:
-    /** The flat functions would make an in-house interpolator, and its memory, for each frame. */
+    /** The flat functions would create an in-house interpolator, with its memory, for each frame. */
     bool ComponentOnly() const {
         return AlgorithmNumber() == KvxBayerAlgorithm_IPP;
     }
 
-    /** The component narrows 10 and 12-bit frames only, and bilinearly: the flat functions take all depths. */
+    /** The component converts only 10 and 12-bit frames to bytes, and only bilinearly; flat functions take all depths.
+     */
     uint32_t ConvertToBytes(const _KvxImage& source, uint8_t phase, const _KvxImage& destination) const {
         constexpr uint8_t kPatterns[] = {1, 0, 3, 2};  // RG, GR, GB, BG in the flat functions' numbers
         const bool isBlueFirst = destination.pixelType == KvxFormat_BGR8;

@@ -102,7 +102,7 @@ void Component::SetParameter(const std::string& name, const std::string& value) 
 }
 
 std::string Component::Parameter(const std::string& name) const {
-    char text[64];  // the longest number takes less
+    char text[64];  // the longest number is shorter
     uint32_t size = sizeof text;
     RequireStored(KvxComponent_GetParamAsString(m_store, name.c_str(), text, &size), name);
     return text;

@@ -1,4 +1,4 @@
-/** What a Converter needs of a family: its part of the library, and the way to it. */
+/** A component of the library as the Converter uses it. */
 #pragma once
 
 #include <memory>
@@ -11,24 +11,24 @@
 
 namespace kvx::frame {
 
-/** How frames of one format go through a component. */
+/** Formats on the way of a frame through a component. */
 struct Route {
-    Format mosaic;          ///< unpacked; what the component reads
-    uint8_t pictureBits;    ///< depth class of what it writes
-    uint32_t pictureWhite;  ///< its white
+    Format mosaic;          ///< input of the component, unpacked
+    uint8_t pictureBits;    ///< depth of the component's output
+    uint32_t pictureWhite;  ///< sample value of white in the output
 };
 
 class Component {
 public:
     virtual ~Component() = default;
 
-    /** @param isFinished whether the values are to be linear, for a Finish */
+    /** @param isFinished whether the output must be linear, for a Finish */
     virtual Route RouteFor(const Format& source, uint8_t destinationBits, bool isFinished) const = 0;
 
     /**
-     * One call of the library. Both views have positive steps, and `mosaic` the format of the route.
+     * Calls the library. Both views have positive strides; `mosaic` has the format of the route.
      *
-     * @param picture three samples per pixel, of the route's depth class
+     * @param picture three samples per pixel, of the route's depth
      * @return the library's result
      */
     virtual uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, bool isFinished) = 0;
@@ -46,7 +46,7 @@ public:
     std::vector<_KvxStParam> Parameters() const;
 
 protected:
-    /** @param algorithmParameter its name; `store` stays the derived class's. @throws std::bad_alloc for null */
+    /** @param store owned by the derived class. @throws std::bad_alloc if it is null */
     Component(Family family, const char* algorithmParameter, KvxComponent* store);
 
     int64_t AlgorithmNumber() const {
@@ -59,11 +59,11 @@ private:
     KvxComponent* m_store;
 };
 
-/** The component of a mosaic's family. */
+/** The components. @throws std::bad_alloc */
 std::unique_ptr<Component> MakeBayerComponent();
 std::unique_ptr<Component> MakeTrueSenseComponent();
 
-/** A record for the library. */
+/** The library's record of a view. */
 _KvxImage ImageOf(const SourceView& mosaic);
 _KvxImage ImageOf(const DestinationView& picture);
 

@@ -15,7 +15,7 @@ namespace {
 constexpr double kLargestGain = 64, kLargestCoefficient = 64;
 constexpr double kWhite = 65535;
 
-/** OpenMP's thread count for a while; 0 leaves it. */
+/** Sets OpenMP's thread count in a scope; 0 keeps it. */
 class ThreadCountScope {
 public:
     explicit ThreadCountScope(int count) : m_previous(omp_get_max_threads()) {
@@ -85,7 +85,7 @@ void ConverterImpl::Check(const SourceView& source, const DestinationView& desti
     CheckApart(source, destination);
 }
 
-/** The component's own mirror parameters, when set, say the same as the view's flags. */
+/** The component's mirror parameters have the effect of the view's flags. */
 SourceView ConverterImpl::WithMirrorParameters(SourceView source) const {
     if (family == Family::TrueSense) {
         source.horMirrored = source.horMirrored || component->IntParameter("horMirrored") != 0;
@@ -102,7 +102,7 @@ Gains ConverterImpl::GainsFor(const SourceView& source) {
             found.pan * finish->gains.pan};
 }
 
-/** Converts into the destination's own memory where its pixels have room for the component's. */
+/** Converts into the destination's memory if its pixels are large enough for the component's. */
 DestinationView ConverterImpl::Demosaic(const SourceView& mosaic, const DestinationView& destination,
                                         const Route& route) {
     DestinationView picture = destination;

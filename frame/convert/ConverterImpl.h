@@ -1,4 +1,4 @@
-/** The way of a frame: mosaic, component, last step. */
+/** The steps of a conversion: preprocessing, component, last step. */
 #pragma once
 
 #include "frame/convert/Component.h"
@@ -9,7 +9,7 @@
 
 namespace kvx::frame {
 
-/** Checks a finish alone, without a frame. @throws Error 0x80070004 */
+/** Checks a finish without a frame. @throws Error 0x80070004 */
 void Validate(const Finish& finish);
 
 class ConverterImpl {

@@ -20,7 +20,7 @@ const hn::ScalableTag<int32_t> d32;
 const hn::ScalableTag<float> dFloat;
 const hn::Rebind<uint16_t, decltype(d32)> dHalf16;
 
-/** Pixels that are taken at a time: the three planes stay in the nearest cache. A multiple of any vector's lanes. */
+/** Pixels per chunk: the three planes stay in the first-level cache. A multiple of the lanes of any vector. */
 constexpr size_t kChunk = 512;
 using Plane = uint16_t*;
 
@@ -31,7 +31,7 @@ uint16_t SampleAt(const uint8_t* in, size_t index) {
     return sample;
 }
 
-/** Elements that vectors may take: those of words at odd addresses are taken one by one. */
+/** Elements for vectors: none of words at odd addresses, which are processed one by one. */
 template <class T>
 size_t VectorCount(const void* samples, size_t count) {
     return reinterpret_cast<uintptr_t>(samples) % sizeof(T) == 0 ? count : 0;
@@ -143,27 +143,27 @@ void Chunk(const PictureStep& step, const uint8_t* in, uint8_t* out, size_t coun
         StoreColours<uint16_t>(planes, count, white, withFourth, out);
 }
 
-/** Bytes that only get a fourth one, four pixels at a time; from right to left, as below. */
+/** Adds the fourth sample to pixels of bytes, four pixels at a time, from right to left as below. */
 void AddFourth(const uint8_t* in, uint8_t* out, size_t width) {
     alignas(16) constexpr uint8_t kPlaces[16] = {0, 1, 2, 128, 3, 4, 5, 128, 6, 7, 8, 128, 9, 10, 11, 128};
     const hn::FixedTag<uint8_t, 16> d;
     const auto places = hn::Load(d, kPlaces);
     const auto fourths = hn::BitCast(d, hn::Set(hn::FixedTag<uint32_t, 4>(), 0xFF000000u));
     size_t left = width;
-    const auto takeOne = [&] {
+    const auto addOne = [&] {
         --left;
         const uint8_t pixel[4] = {in[3 * left], in[3 * left + 1], in[3 * left + 2], 255};
         std::memcpy(out + 4 * left, pixel, sizeof pixel);
     };
-    // A vector begins with its four pixels and goes on for four bytes: two pixels must be to the right of them.
-    while (left > 0 && (left % 4 != 0 || left + 2 > width)) takeOne();
+    // A vector reads its four pixels and four more bytes: two more pixels must follow.
+    while (left > 0 && (left % 4 != 0 || left + 2 > width)) addOne();
     for (; left > 0; left -= 4) {
         const auto pixels = hn::LoadU(d, in + 3 * (left - 4));
         hn::StoreU(hn::Or(hn::TableLookupBytesOr0(pixels, places), fourths), d, out + 4 * (left - 4));
     }
 }
 
-/** From right to left: where pixels grow in place, none is overwritten before it has been read. */
+/** From right to left: if pixels grow in place, none is overwritten before it is read. */
 void Row(const PictureStep& step, const uint8_t* in, uint8_t* out, size_t width) {
     if (!step.matrix && !step.table && step.channels == 3 && step.sampleBytes == 1 && step.destination.bits == 8 &&
         SamplesPerPixel(step.destination) == 4) {

@@ -1,4 +1,4 @@
-/** The last step: matrix, table, channel order and alpha, in one pass over a row. */
+/** The last step of a conversion: matrix, table, channel order and alpha in one pass over a row. */
 #pragma once
 
 #include <array>
@@ -9,13 +9,13 @@
 
 namespace kvx::frame {
 
-/** Coefficients, row by row, for values of 16 bits. */
+/** Coefficients for 16-bit values, row by row. */
 using PixelMatrix = std::array<float, 9>;
 
-/** What the step reads, writes and does, the same for all rows. */
+/** Parameters of the step, the same for all rows. */
 struct PictureStep {
-    uint32_t channels;          ///< 1 (grey) or 3 in the destination's order of colours
-    uint32_t sampleBytes;       ///< of what is read: 1 or 2
+    uint32_t channels;          ///< of the input: 1 (grey), or 3 in the destination's order
+    uint32_t sampleBytes;       ///< of the input: 1 or 2
     Format destination;         ///< a colour format
     const PixelMatrix* matrix;  ///< or null
     const uint16_t* table;      ///< 65536 entries, or null
@@ -29,7 +29,7 @@ inline uint16_t MatrixValue(const float* row, uint16_t red, uint16_t green, uint
     return static_cast<uint16_t>(static_cast<int32_t>(limited + 0.5F));
 }
 
-/** Makes a row of `width` pixels. `in` and `out` may begin at the same byte, if pixels do not become smaller. */
+/** Writes a row of `width` pixels. `in` and `out` may start at the same byte if pixels do not shrink. */
 void MakePictureRow(const PictureStep& step, const uint8_t* in, uint8_t* out, size_t width);
 
 }  // namespace kvx::frame

@@ -1,4 +1,4 @@
-/** Brings a source to the mosaic that a component reads. */
+/** Prepares the mosaic for a component: unpacks the source, applies black level and white balance. */
 #pragma once
 
 #include "KvxFrame/Finish.h"
@@ -10,9 +10,9 @@ class RawPreprocessor {
 public:
     /**
      * @param source a valid view
-     * @param format of the mosaic: the source's unpacked, of the same bits or more
-     * @param finish and `gains` are applied where it is not null
-     * @return a view of the source itself where that will do, else of working memory; positive stride
+     * @param format format of the mosaic: the source's, unpacked, with the same or more bits
+     * @param finish applied with `gains`; null: none
+     * @return a view with a positive stride: the source itself if nothing needs to change, else working memory
      */
     SourceView Process(const SourceView& source, const Format& format, const Finish* finish, const Gains& gains);
     void Release() noexcept {

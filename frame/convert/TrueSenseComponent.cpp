@@ -13,7 +13,7 @@ constexpr uint32_t kToneWhite = (1u << kToneBits) - 1;
 
 constexpr const char* kNormalization = "normalizationEnable";
 
-/** Parameters that have other values for a while. */
+/** Changes parameters and restores them at the end of the scope. */
 class ScopedParameters {
 public:
     explicit ScopedParameters(KvxComponent* store) : m_store(store) {}
@@ -64,10 +64,10 @@ public:
         KvxComponent_SetParamInt(KvxTrueSense_GetComponent(m_component.get()), "impulseFilterEnable", 1);
     }
 
-    /** White is the end of a tone curve of 12 bits, brought to the depth by a shift. */
+    /** White is the end of the 12-bit tone curve, shifted to the depth. */
     Route RouteFor(const Format& source, uint8_t destinationBits, bool isFinished) const override {
         if (!isFinished && destinationBits == 8) return {Unpacked(source), 8, 255};
-        // Bytes become bytes only: as words of the depth that the component works with they become words.
+        // The component converts bytes to bytes only; for words the mosaic is widened to the component's 12 bits.
         const Format mosaic = WithBits(Unpacked(source), isFinished || source.bits == 8 ? kToneBits : source.bits);
         const uint8_t bits = isFinished || IntParameter(kNormalization) != 0 ? 16 : mosaic.bits;
         return {mosaic, bits, bits < kToneBits ? kToneWhite >> (kToneBits - bits) : kToneWhite << (bits - kToneBits)};
@@ -94,7 +94,7 @@ public:
     }
 
 private:
-    /** The tone curve that changes nothing. */
+    /** The linear tone curve. */
     static const uint16_t* Straight() {
         static const auto table = [] {
             std::array<uint16_t, KVX_TONE_TABLE_SIZE> entries{};

@@ -24,7 +24,7 @@ double GainOf(char filter, const Gains& gains) {
     }
 }
 
-/** The most binary places with which `factor` still takes 16 bits. */
+/** The largest scale with which `factor` fits 16 bits. */
 int ScaleFor(double factor) {
     int scale = kFinestScale;
     while (scale > 0 && std::ceil(std::ldexp(factor, scale)) > kLargestFactor) --scale;

@@ -16,7 +16,7 @@ const hn::Half<decltype(d16)> dHalf16;
 const hn::Repartition<uint32_t, decltype(d16)> d32;
 const hn::RebindToSigned<decltype(d32)> dSigned32;
 
-/** Products of half a vector, rounded, scaled and limited. */
+/** Rounded, scaled and limited products of half a vector. */
 template <class V>
 auto Scaled(const RowBalance& balance, V light, V factors) {
     const auto half = hn::Set(d32, (1u << balance.scale) >> 1);

@@ -8,12 +8,12 @@
 
 namespace kvx::frame {
 
-/** What is done to a row's samples; the factors take turns. */
+/** Parameters of a row; its columns use the factors in turn. */
 struct RowBalance {
-    uint16_t white;     ///< of the samples: larger ones are taken for it
-    uint8_t leftShift;  ///< brings samples to 16 bits
-    uint16_t black;     ///< of 16 bits
-    uint8_t scale;      ///< the factors' binary places, 0 to 17
+    uint16_t white;     ///< larger samples count as white
+    uint8_t leftShift;  ///< scales samples to 16 bits
+    uint16_t black;     ///< 16-bit black level
+    uint8_t scale;      ///< binary places of the factors, 0 to 17
     uint16_t limit;     ///< the largest result
     std::array<uint16_t, 4> factors;
 };

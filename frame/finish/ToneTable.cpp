@@ -14,7 +14,7 @@ double Encoded(double light) {
     return light <= 0.0031308 ? 12.92 * light : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
 }
 
-/** Straight lines between the table's values, rounded half up. */
+/** Linear interpolation between the table's values, rounded half up. */
 uint32_t Interpolated(const std::vector<uint16_t>& table, uint32_t value) {
     const uint64_t last = table.size() - 1, position = value * last;
     const uint64_t index = position / kWhite, rest = position % kWhite;

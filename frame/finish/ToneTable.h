@@ -1,4 +1,4 @@
-/** Tables that bring 16-bit values to a destination's depth, through a tone curve or straight. */
+/** Tables from 16-bit values to a destination's depth, with a tone curve or linear. */
 #pragma once
 
 #include <cstdint>
@@ -14,16 +14,16 @@ constexpr uint32_t ScaledSample(uint64_t sample, uint64_t white, uint64_t newWhi
     return static_cast<uint32_t>((2 * sample * newWhite + white) / (2 * white));
 }
 
-/** A table of 65536 entries, made again only when what is asked for changes. */
+/** A table of 65536 entries, computed again only when its parameters change. */
 class ToneTable {
 public:
     /** Values up to `white` scaled to `bits`; larger ones become white. */
     const uint16_t* Scaling(uint32_t white, uint8_t bits);
     /** The upper 8 of `fromBits`. */
     const uint16_t* UpperByte(uint8_t fromBits);
-    /** The finish's curve of values of 16 bits, rounded to `bits`. */
+    /** The finish's tone curve from 16-bit values, rounded to `bits`. */
     const uint16_t* Curve(const Finish& finish, uint8_t bits);
-    /** To be called when the finish changes. */
+    /** Call it when the finish changes. */
     void Forget() {
         m_content.reset();
     }

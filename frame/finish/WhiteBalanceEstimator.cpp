@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kLargestGain = 16;
 constexpr size_t kMostSites = 16;  // of a tile
-/** Tall frames are measured in rows of tiles far apart, up to twice as many as this. */
+/** In tall frames evenly spaced rows of tiles are measured, fewer than twice this number. */
 constexpr uint32_t kMostTileRows = 256;
 
 /** 0 to 2 for red, green and blue; -1 for a clear site. */
@@ -33,7 +33,7 @@ double Limited(double gain) {
     return std::clamp(gain, 1 / kLargestGain, kLargestGain);
 }
 
-/** Gains that bring the levels to green's; none below 1, so that what is clipped stays white. */
+/** Gains that make the levels equal to green's; none is below 1, so that clipped samples stay white. */
 Gains GainsFor(const std::array<uint64_t, 3>& levels) {
     if (levels[1] == 0) return {};
     const auto green = static_cast<double>(levels[1]);
@@ -45,7 +45,7 @@ Gains GainsFor(const std::array<uint64_t, 3>& levels) {
 
 }  // namespace
 
-/** Adds the whole tiles of the rows from `firstRow` on, as many as a tile has. */
+/** Adds the complete tiles of the row of tiles that starts at `firstRow`. */
 void WhiteBalanceEstimator::Count(const SourceView& source, uint32_t firstRow, uint32_t black, uint32_t clipped) {
     const uint32_t side = TileSide(source.format), width = source.width;
     const int leftShift = 16 - source.format.bits;
@@ -80,7 +80,7 @@ void WhiteBalanceEstimator::Count(const SourceView& source, uint32_t firstRow, u
     }
 }
 
-/** The brightest tiles, at least this share of all. */
+/** Sum of the brightest tiles, at least this share of all tiles. */
 WhiteBalanceEstimator::Bin WhiteBalanceEstimator::Brightest(double share) const {
     uint64_t all = 0;
     for (const Bin& bin : m_bins) all += bin.count;

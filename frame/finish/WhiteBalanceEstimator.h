@@ -1,4 +1,4 @@
-/** Finds the white balance of frames; keeps its memory from frame to frame. */
+/** Measures the white balance of frames; keeps its memory between frames. */
 #pragma once
 
 #include <array>
@@ -10,14 +10,14 @@ namespace kvx::frame {
 
 class WhiteBalanceEstimator {
 public:
-    /** As MeasureGains(), of a valid view and levels that fit it. */
+    /** As MeasureGains(), for a valid view and levels that fit it. */
     Gains Estimate(const SourceView& source, const Finish& finish);
 
 private:
     static constexpr int kBins = 4096;
     static constexpr int kColours = 3;
 
-    /** Tiles that are equally bright: means of their colours, above black and of 16 bits, added up. */
+    /** Tiles of similar brightness: sums of their mean colours, 16-bit values above black. */
     struct Bin {
         std::array<uint64_t, kColours> sums;
         uint64_t count;

@@ -33,7 +33,7 @@ std::string_view WithoutOpenCvTrimmings(std::string_view name) {
 /** All names, to be found as they are written and without regard to case. */
 struct NameIndex {
     std::map<std::string, Format, std::less<>> exact;
-    std::map<std::string, std::optional<Format>> lower;  // nothing where case tells two formats apart
+    std::map<std::string, std::optional<Format>> lower;  // std::nullopt if only case distinguishes two formats
 
     NameIndex() {
         for (const Format& format : AllFormats()) {

@@ -1,4 +1,4 @@
-/** Sizes of packed images, and what makes an image valid. */
+/** Sizes and validity of packed images. */
 #pragma once
 
 #include "KvxFrame/Packing.h"
@@ -7,7 +7,7 @@ namespace kvx::frame {
 
 void CheckPacking(Packing packing);
 
-/** Refuses an image that is not valid, or that `size` bytes do not hold. */
+/** Refuses an image that is invalid or larger than `size` bytes. */
 void CheckImageFits(const PackedImage& image, size_t size);
 
 /** Whether each row of a valid image starts with a group; otherwise the image is one sequence. */

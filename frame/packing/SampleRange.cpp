@@ -41,7 +41,7 @@ void PackGroup(const GroupLayout& layout, const uint8_t* samples, uint8_t* packe
 }
 
 /**
- * Cuts a range at the borders of groups. `vectors(group's byte, samples, bytes)` may do whole groups and returns the
+ * Splits a range at the borders of groups. `vectors(group's byte, samples, bytes)` may do whole groups and returns the
  * number of samples it did; `part(group's byte, from, to, offset in the range)` does the rest, group by group.
  */
 template <class Vectors, class Part>

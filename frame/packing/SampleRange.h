@@ -1,4 +1,4 @@
-/** Unpacking and packing a range of a sequence of packed samples; nothing is checked. */
+/** Unpacks and packs a range of a sequence of packed samples, without checks. */
 #pragma once
 
 #include <cstddef>
@@ -14,10 +14,10 @@ namespace kvx::frame {
  */
 void UnpackRange(Packing packing, const uint8_t* packed, size_t first, size_t count, uint8_t* samples);
 
-/** What becomes of the bits that follow the range in its last byte or group. */
+/** Treatment of the bits after the range in its last byte or group. */
 enum class Rest { Kept, Cleared };
 
-/** The reverse. Samples before the range are kept, those that follow as `rest` says. */
+/** The reverse. Samples before the range keep their values; `rest` says whether those after it do. */
 void PackRange(Packing packing, const uint8_t* samples, uint8_t* packed, size_t first, size_t count, Rest rest);
 
 }  // namespace kvx::frame

@@ -51,7 +51,7 @@ size_t Pack(const PackTable& table, const uint8_t* samples, size_t count, uint8_
         const auto four = hn::Or(hn::TableLookupBytesOr0(a, indicesA2), hn::TableLookupBytesOr0(a, indicesA3));
         hn::StoreU(hn::Or(hn::Or(two, four), hn::TableLookupBytesOr0(b, indicesB)), kBytes, packed);
         samples += 2 * kVectorSamples;
-        packed += table.vectorBytes;  // what was stored beyond is overwritten by the next samples
+        packed += table.vectorBytes;  // the next samples overwrite the bytes stored beyond
         packedBytes -= table.vectorBytes;
     }
     return done;

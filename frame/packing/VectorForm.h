@@ -1,4 +1,4 @@
-/** Unpacking and packing by vectors of eight samples, for whatever instruction set the processor has. */
+/** Unpacks and packs with vectors of eight samples, for the processor's instruction set. */
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 namespace kvx::frame {
 
 /**
- * Converts samples from the start of a group on, as far as whole vectors reach.
+ * Converts samples from the start of a group, as many as fill whole vectors.
  *
  * @param packed all `packedBytes` of them may be read, or written with something that is not final: what the samples
  *               returned as done do not cover

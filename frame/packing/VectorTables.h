@@ -1,4 +1,4 @@
-/** What the vector forms look up, derived from the table of layouts when compiling. */
+/** Tables of the vector forms, derived from the table of layouts at compile time. */
 #pragma once
 
 #include <array>

@@ -9,7 +9,7 @@
 namespace kvx::frame {
 namespace {
 
-/** Seen over all samples: every bit that is set, as stored and with the bytes of each word exchanged. */
+/** Over all samples: the set bits, as stored and with swapped bytes, and the largest value. */
 struct UsedBits {
     uint16_t stored = 0;
     uint16_t swapped = 0;

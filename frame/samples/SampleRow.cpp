@@ -9,7 +9,7 @@
 namespace kvx::frame {
 namespace {
 
-/** Distance of the first byte of a row that begins with one. */
+/** Offset of the first byte of a row that starts on a byte. */
 template <class View>
 ptrdiff_t RowOffset(const View& view, uint32_t row) {
     const ptrdiff_t step = view.stride != 0 ? view.stride : static_cast<ptrdiff_t>(RowBytes(view.format, view.width));

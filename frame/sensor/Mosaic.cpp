@@ -19,7 +19,7 @@ struct Colour {
     double red, green, blue;
 };
 
-/** Light behind a picture's samples, from 0 for black to 1 for white. */
+/** Light of a picture's samples, from 0 for black to 1 for white. */
 class LightTable {
 public:
     LightTable(uint32_t white, bool isLinear) : m_light(size_t{white} + 1) {
@@ -78,7 +78,7 @@ private:
     uint32_t m_samples, m_red = 0, m_green = 0, m_blue = 0;
 };
 
-/** Shares of the colours behind the filter at each site of a mosaic. */
+/** Weights of the colours behind the filter at each site of a mosaic. */
 class Filters {
 public:
     Filters(const Format& format, const std::array<double, 3>& panWeights) {
@@ -120,13 +120,13 @@ private:
     std::array<bool, size_t{kSide} * kSide> m_isClear{};
 };
 
-/** Halves go up; shares such as 1/3 may leave a half a hair short of it. */
+/** Rounds half up; weights such as 1/3 may leave a half slightly below it. */
 uint16_t RoundedSample(double sample) {
-    constexpr double kHair = 1e-7;
-    return static_cast<uint16_t>(std::floor(sample + 0.5 + kHair));
+    constexpr double kTolerance = 1e-7;
+    return static_cast<uint16_t>(std::floor(sample + 0.5 + kTolerance));
 }
 
-/** A share of white with noise, still within 0..1. */
+/** A share of white with noise, clamped to 0..1. */
 double Noisy(double share, const NoiseLine& line, NormalDeviates& deviates) {
     constexpr double kModelWhite = 4095;
     return std::clamp(share + line.DeviationAt(share * kModelWhite) / kModelWhite * deviates.Next(), 0.0, 1.0);

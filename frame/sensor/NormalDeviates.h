@@ -1,4 +1,4 @@
-/** Random numbers that are the same everywhere. */
+/** Random numbers that are the same on every machine. */
 #pragma once
 
 #include <cstdint>
@@ -6,9 +6,9 @@
 namespace kvx::frame {
 
 /**
- * Normal deviates of mean 0 and variance 1. Each row of a frame has a stream of its own, so that rows can be filled in
- * any order. The numbers are SplitMix64's, shaped by the transform of Box and Muller: the standard library's
- * distributions give other numbers with every implementation.
+ * Normal deviates of mean 0 and variance 1. Each row of a frame has its own stream, so that rows can be filled in any
+ * order. SplitMix64 and the Box-Muller transform generate them, because the standard library's distributions differ
+ * between implementations.
  */
 class NormalDeviates {
 public:
@@ -20,7 +20,7 @@ private:
     double NextUniform();
 
     uint64_t m_state;
-    double m_second = 0;  // they come in pairs
+    double m_second = 0;  // deviates come in pairs
     bool m_hasSecond = false;
 };
 

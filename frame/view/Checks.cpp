@@ -9,7 +9,7 @@
 namespace kvx::frame {
 namespace {
 
-/** What both kinds of views have in common. `role` is "source" or "destination". */
+/** Checks that both kinds of views share. `role` is "source" or "destination". */
 template <class View>
 void CheckView(const View& view, const char* role) {
     if (!view.data) Fail(KvxResult_NullPointer, "the {} has no data: set the pointer to its first row", role);
@@ -29,7 +29,7 @@ void CheckView(const View& view, const char* role) {
              role, view.capacity, view.width, view.height, Name(view.format), needed);
 }
 
-/** The addresses from the lowest row's first byte to the last byte that matters. */
+/** The addresses from the first byte of the lowest row to the last byte of a row. */
 template <class View>
 std::pair<uintptr_t, uintptr_t> Extent(const View& view) {
     const auto top = reinterpret_cast<uintptr_t>(view.data);
@@ -82,8 +82,7 @@ void CheckApart(const SourceView& source, const DestinationView& destination) {
 
 void CheckThreads(int count) {
     if (count < 0 || count > kMaxThreads)
-        Fail(KvxResult_OutOfRange, "{} threads: give 1 to {}, or 0 for OpenMP's setting", count,
-             kMaxThreads);
+        Fail(KvxResult_OutOfRange, "{} threads: give 1 to {}, or 0 for OpenMP's setting", count, kMaxThreads);
 }
 
 }  // namespace kvx::frame

@@ -1,4 +1,4 @@
-/** What several entries refuse, each with one sentence. */
+/** Argument checks that several functions share. They throw Error. */
 #pragma once
 
 #include "KvxFrame/View.h"
@@ -7,18 +7,18 @@ namespace kvx::frame {
 
 uint64_t StrideMagnitude(ptrdiff_t stride);
 
-/** All that Validate() checks but the format. `role` is the view's name in sentences. */
+/** What Validate() checks, except the format. `role` is the view's name in messages. */
 void CheckBuffer(const SourceView& view, const char* role);
 void CheckBuffer(const DestinationView& view, const char* role);
 
-/** A frame of any depth and layout, as read or written without a conversion. */
+/** Checks a frame of any depth and layout. */
 void CheckFrame(const SourceView& view);
 void CheckFrame(const DestinationView& view);
 
 void CheckSameSize(const SourceView& source, const DestinationView& destination);
-/** No byte of the one lies within the other. Both are checked views. */
+/** Refuses overlapping views. Both are checked views. */
 void CheckApart(const SourceView& source, const DestinationView& destination);
-/** 0 to 1024. */
+/** Refuses numbers of threads outside 0 to 1024. */
 void CheckThreads(int count);
 
 }  // namespace kvx::frame

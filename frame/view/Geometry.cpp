@@ -37,7 +37,7 @@ View CutOut(const View& view, const _KvxRect& region) {
     cut.data = static_cast<Byte*>(view.data) + offset;
     cut.width = region.width;
     cut.height = region.height;
-    // Exactly what the cut needs: of the buffer's end only the whole view knows.
+    // Exactly the bytes of the region: only the whole view knows the end of the buffer.
     cut.capacity = static_cast<size_t>(ImageBytes(cut.format, cut.width, cut.height, cut.stride));
     return cut;
 }
@@ -55,7 +55,7 @@ View UpsideDown(const View& view) {
 
 SourceView Crop(const SourceView& source, const _KvxRect& region) {
     SourceView cut = CutOut(source, region);
-    // A mirrored frame begins, as its format sees it, at the other end.
+    // The format of a mirrored frame counts from the other end.
     const uint32_t rows = source.verMirrored ? source.height - region.y - region.height : region.y;
     const uint32_t columns = source.horMirrored ? source.width - region.x - region.width : region.x;
     cut.format.phase = MovedPhase(source.format, rows, columns);

@@ -1,4 +1,4 @@
-/** frame::Converter for arrays, and for several Python threads. */
+/** frame::Converter for arrays and for several Python threads. */
 #pragma once
 
 #include <array>
@@ -11,7 +11,7 @@
 
 namespace kvx::python {
 
-/** Every call waits, without Python's lock, until no other thread uses the converter. */
+/** Each call releases the interpreter's lock and then waits until no other thread uses the converter. */
 class ArrayConverter {
 public:
     explicit ArrayConverter(frame::Family family) : m_converter(family) {}
@@ -35,7 +35,7 @@ private:
     /** `use(converter)` may not touch Python objects. */
     template <class Use>
     auto Locked(const Use& use) {
-        const pybind11::gil_scoped_release noGil;  // before the lock: whoever holds that may want Python's
+        const pybind11::gil_scoped_release noGil;  // before the mutex: its holder may wait for the interpreter
         const std::lock_guard lock(m_mutex);
         return use(m_converter);
     }

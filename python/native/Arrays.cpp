@@ -14,7 +14,7 @@ using frame::Layout;
 
 namespace {
 
-/** Rows of bytes rather than of samples. */
+/** Whether rows are bytes rather than samples. */
 bool IsPacked(const Format& format) {
     return format.layout == Layout::Pfnc || format.layout == Layout::GigE || format.layout == Layout::Mipi;
 }
@@ -24,7 +24,7 @@ py::ssize_t ItemBytes(const Format& format) {
 }
 
 uint32_t Clipped(py::ssize_t count) {
-    return static_cast<uint32_t>(std::min<py::ssize_t>(count, UINT32_MAX));  // views refuse such sizes
+    return static_cast<uint32_t>(std::min<py::ssize_t>(count, UINT32_MAX));  // the check of the view refuses it
 }
 
 py::array RequireArray(const py::object& object, const char* role) {
@@ -74,7 +74,7 @@ void CheckWritable(const py::array& array) {
          role, step, needed, role);
 }
 
-/** Where an array's rows are. `View` is one of the two kinds. */
+/** The view of an array's rows. */
 template <class View>
 View RowsOf(const py::array& array, const Format& format, uint32_t width, const char* role) {
     View view;
@@ -92,7 +92,7 @@ View RowsOf(const py::array& array, const Format& format, uint32_t width, const 
     return view;
 }
 
-/** The samples of a packed row that take all of its bytes. */
+/** The number of samples that exactly fill a packed row. */
 std::optional<uint32_t> WholeWidth(const Format& format, py::ssize_t bytes) {
     const auto width = Clipped(bytes * 8 / static_cast<py::ssize_t>(frame::RowBytes(format, 8)));
     if (frame::RowBytes(format, width) != static_cast<uint64_t>(bytes)) return {};
@@ -107,7 +107,7 @@ uint32_t WidthOf(const py::array& array, const Format& format, const GivenSize& 
                  role, columns, *size.width, role, *size.width);
         return Clipped(columns);
     }
-    if (size.width) return *size.width;  // rows may be longer than their samples
+    if (size.width) return *size.width;  // rows may have padding
     if (const auto width = WholeWidth(format, columns)) return *width;
     Fail(KvxResult_InvalidArgument,
          "rows of {} bytes are no whole number of {} samples: give width=, the rest is "
@@ -125,7 +125,7 @@ View FrameRows(const py::array& array, const Format& format, const GivenSize& si
     return RowsOf<View>(array, format, WidthOf(array, format, size, role), role);
 }
 
-/** A whole frame in one dimension. */
+/** A frame in one dimension. */
 template <class View>
 View FrameSequence(const py::array& array, const Format& format, const GivenSize& size, const char* role) {
     if (!size.width || !size.height)

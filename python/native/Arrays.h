@@ -1,4 +1,4 @@
-/** NumPy arrays as views: what may be an array of which format, and what to do about one that may not. */
+/** Views of NumPy arrays; errors say how to fix an array that does not fit its format. */
 #pragma once
 
 #include <pybind11/numpy.h>
@@ -9,14 +9,14 @@
 
 namespace kvx::python {
 
-/** What a caller says of a frame beside its array. */
+/** The size of a frame, if the caller gives it. */
 struct GivenSize {
     std::optional<uint32_t> width, height;
 };
 
 /**
- * A frame in an array: two dimensions with any step from row to row, or one with the size given. Samples are uint8 or
- * uint16 as the format has them, packed ones bytes. The array must outlive the view. @throws frame::Error
+ * A frame in an array of two dimensions with any row stride, or of one dimension with the size given. Samples are uint8
+ * or uint16, depending on the format; packed frames are uint8. The array must outlive the view. @throws frame::Error
  */
 frame::SourceView SourceOf(const pybind11::object& object, const frame::Format& format, const GivenSize& size);
 frame::DestinationView FrameDestinationOf(const pybind11::object& object, const frame::Format& format,
@@ -25,14 +25,14 @@ frame::DestinationView FrameDestinationOf(const pybind11::object& object, const 
 /** A picture in an array of rows, columns and samples. @throws frame::Error */
 frame::DestinationView PictureDestinationOf(const pybind11::object& object, const frame::Format& format);
 
-/** A picture to be read: its format follows from the array; `isBlueFirst` tells what an array cannot. */
+/** A picture to read. The array determines its format, except the order of the colours: `isBlueFirst`. */
 frame::SourceView PictureOf(const pybind11::object& object, bool isBlueFirst);
 
-/** New arrays of any content. */
+/** New, uninitialised arrays. */
 pybind11::array NewPicture(const frame::Format& format, uint32_t width, uint32_t height);
-/** Of rows that start with a byte. */
+/** Rows start on a byte. */
 pybind11::array NewFrame(const frame::Format& format, uint32_t width, uint32_t height);
-/** Of packed rows that follow each other without a gap: one dimension. */
+/** Packed rows without gaps, in one dimension. */
 pybind11::array NewSequence(const frame::Format& format, uint32_t width, uint32_t height);
 
 /** "uint8", "uint16" or, for big-endian words, ">u2". */

@@ -89,12 +89,12 @@ std::vector<std::string> Algorithms(const Format& format) {
     return names;
 }
 
-/** The format of what is cut out of a frame from this row and column on. */
+/** The format of a region of a frame that starts at this row and column. */
 Format At(const Format& format, uint32_t row, uint32_t column) {
     const uint32_t side = frame::TileSide(format);
     row %= side;
     column %= side;
-    const uint8_t data = 0;  // cutting looks at no pixel
+    const uint8_t data = 0;  // cropping reads no pixel
     const frame::SourceView frame{&data, column + 1, row + 1, 0, SIZE_MAX, frame::Unpacked(format)};
     Format cut = frame::Crop(frame, {column, row, 1, 1}).format;
     cut.layout = format.layout;

@@ -4,7 +4,7 @@
 
 namespace kvx::python {
 
-/** The class Format and the functions that find one. */
+/** Binds the class Format and the functions that look formats up. */
 void BindFormats(pybind11::module_& module);
 
 }  // namespace kvx::python

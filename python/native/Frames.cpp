@@ -9,8 +9,7 @@ using frame::Format;
 
 namespace {
 
-/** Runs `fill(view of the array)` without Python's lock; the array is `out`, or where that is None what `make()` makes.
- */
+/** Fills `out`, or if that is None the result of `make()`, by `fill(view)` without the interpreter's lock. */
 template <class Make, class Fill>
 py::object Filled(const py::object& out, const Make& make, const Format& format, uint32_t width, uint32_t height,
                   const Fill& fill) {

@@ -1,4 +1,4 @@
-/** Frames from layout to layout and out of pictures, in arrays. */
+/** Unpacking, packing and simulation of frames in arrays. */
 #pragma once
 
 #include <array>
@@ -7,15 +7,15 @@
 
 namespace kvx::python {
 
-/** A frame of any layout as samples. @param out an array or None */
+/** Unpacks a frame of any layout. @param out an array or None */
 pybind11::object Unpack(const pybind11::object& source, const frame::Format& format, const pybind11::object& out,
                         std::optional<uint32_t> width, std::optional<uint32_t> height, int threads);
 
-/** Samples, right-aligned, in the layout of `format`; `isSequence`: packed rows without a gap between them. */
+/** Packs right-aligned samples into the layout of `format`; `isSequence`: packed rows without gaps. */
 pybind11::object Pack(const pybind11::object& samples, const frame::Format& format, const pybind11::object& out,
                       bool isSequence, int threads);
 
-/** How MakeMosaic() is to see a picture. */
+/** Options of MakeMosaic(). */
 struct Scene {
     bool isBlueFirst, isLinear;
     std::array<double, 3> panWeights;

@@ -1,4 +1,4 @@
-// What kvxdemosaicing/*.py, which has the documented interface, needs of libKvxFrame.
+// The bindings of libKvxFrame that kvxdemosaicing/*.py uses; that is the documented interface.
 #include <pybind11/stl.h>
 
 #include <cfloat>
@@ -14,7 +14,7 @@ namespace py = pybind11;
 
 namespace {
 
-/** name, default, smallest, largest, whether it can be written; numbers have the parameter's type. */
+/** Name, default, minimum, maximum, writable; numbers have the parameter's type. */
 py::tuple ParameterFacts(const _KvxStParam& parameter) {
     const bool isWritable = (parameter.flags & KvxParamAccess_Write) != 0;
     if (parameter.type == KvxParamType_Int)
