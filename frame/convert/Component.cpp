@@ -14,17 +14,8 @@ namespace kvx::frame {
 namespace {
 
 _KvxImage MakeImage(const Format& format, uint32_t width, uint32_t height, ptrdiff_t stride, const void* data) {
-    _KvxImage image{};
-    image.structSize = sizeof image;
-    image.structVersion = KVX_IMAGE_VERSION;
-    image.pixelType = LibraryCode(format).value_or(0);
-    image.pixelDepth = format.bits;
-    image.width = width;
-    image.height = height;
-    image.lineStep = static_cast<uint32_t>(stride);
-    image.imageSize = image.lineStep * height;
-    image.data = const_cast<void*>(data);  // a source record's data is only read
-    return image;
+    return KvxImage_Make(LibraryCode(format).value_or(0), width, height, static_cast<uint32_t>(stride),
+                         const_cast<void*>(data));  // the library only reads a source's data
 }
 
 void RequireStored(uint32_t result, std::string_view subject, std::string_view advice = "") {
