@@ -80,6 +80,11 @@ def test_refused(frame, format, options, code, sentence):
     assert not isinstance(out, np.ndarray) or (out == 0xA5).all()
 
 
+def test_options_are_keywords():
+    with pytest.raises(TypeError, match="positional"):
+        kvx.convert(WORDS, "BayerRG12", "RGB8")
+
+
 def test_out_that_is_the_frame():
     memory = np.zeros((4, 24), np.uint8)
     with pytest.raises(kvx.Error, match="share memory"):

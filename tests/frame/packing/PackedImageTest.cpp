@@ -190,15 +190,5 @@ TEST(PackedImage, RefusesWhatDoesNotFit) {
     }
 }
 
-TEST(PackedImage, FormatsHaveTheirPackings) {
-    const auto packingOf = [](Layout layout, uint8_t bits) { return PackingOf({Family::Mono, bits, layout}); };
-    EXPECT_EQ(packingOf(Layout::Pfnc, 14), Packing::Pfnc14p);
-    EXPECT_EQ(packingOf(Layout::GigE, 10), Packing::GigE10Packed);
-    EXPECT_EQ(packingOf(Layout::Mipi, 12), Packing::Mipi12);
-    EXPECT_EQ(packingOf(Layout::MsbAligned, 10), Packing::Msb10);
-    EXPECT_EQ(packingOf(Layout::GigE, 14), std::nullopt);
-    EXPECT_EQ(packingOf(Layout::Plain, 12), std::nullopt);
-}
-
 }  // namespace
 }  // namespace kvx::frame::test
