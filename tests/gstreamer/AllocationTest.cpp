@@ -71,7 +71,7 @@ TEST(GStreamerAllocation, UnmapsBuffersAndReleasesItsMemoryWhenItStops) {
     GstMemory* memory = gst_memory_ref(gst_buffer_peek_memory(buffer.get(), 0));
     ASSERT_EQ(element.Push(std::move(buffer)), GST_FLOW_OK);
     GstMapInfo info;
-    EXPECT_TRUE(gst_memory_map(memory, &info, GST_MAP_WRITE));
+    ASSERT_TRUE(gst_memory_map(memory, &info, GST_MAP_WRITE));
     gst_memory_unmap(memory, &info);
     gst_memory_unref(memory);
 
