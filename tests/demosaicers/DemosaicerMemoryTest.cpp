@@ -24,10 +24,12 @@ void ExpectFrameBeyondMemoryRefused() {
     uint8_t sample = 0;
     tagTrueSenseParam params;
     TrueSense_DefaultValues(&params);
-    params.threads_num = INT64_MAX;
     const _KvxSize size{width, height};
-    EXPECT_EQ(demosaicer.Init(&sample, {0, 0, width, height}, size, width, 8, &sample, 3 * width, 15, &params), 9);
-    EXPECT_EQ(demosaicer.Calculate(), 7);
+    for (const int64_t threads : {INT64_MAX, int64_t{1}}) {
+        params.threads_num = threads;
+        EXPECT_EQ(demosaicer.Init(&sample, {0, 0, width, height}, size, width, 8, &sample, 3 * width, 15, &params), 9);
+        EXPECT_EQ(demosaicer.Calculate(), 7);
+    }
     ASSERT_EQ(after.Convert<uint8_t>(&demosaicer), 0);
     EXPECT_EQ(after.Result(), before.Result());
 }
