@@ -196,7 +196,7 @@ KVX_API uint32_t KvxTrueSense_ConvertImage(KvxTrueSense* component, const _KvxIm
 /**
  * The component's parameters as a record, for instance to change some of them for KvxTrueSense_ConvertImageWith().
  *
- * @param params receives the record; its tone table is the one of KvxTrueSense_SetToneTable()
+ * @param params receives the record; its tone table is null, the built-in curve
  * @return 0; 0x80060007 null argument, which leaves the record as it was
  */
 KVX_API uint32_t KvxTrueSense_GetParams(const KvxTrueSense* component, tagTrueSenseParam* params) KVX_NOEXCEPT;
@@ -214,15 +214,6 @@ KVX_API uint32_t KvxTrueSense_GetParams(const KvxTrueSense* component, tagTrueSe
  */
 KVX_API uint32_t KvxTrueSense_ConvertImageWith(KvxTrueSense* component, const _KvxImage* src, _KvxImage* dst,
                                                const tagTrueSenseParam* params, int64_t algorithm) KVX_NOEXCEPT;
-
-/**
- * Replaces the component's tone curve: tagTrueSenseParam::toneTable, which is not a parameter.
- *
- * @param table KVX_TONE_TABLE_SIZE entries of 12 bits, by 12-bit input. The caller keeps it until another table is set
- *              or the component is deleted. Null selects the built-in curve again.
- * @return 0; 0x80060007 null component
- */
-KVX_API uint32_t KvxTrueSense_SetToneTable(KvxTrueSense* component, const uint16_t* table) KVX_NOEXCEPT;
 
 /** Releases what the component keeps between frames. The parameters keep their values. Null is ignored. */
 KVX_API void KvxTrueSense_ReleaseData(KvxTrueSense* component) KVX_NOEXCEPT;

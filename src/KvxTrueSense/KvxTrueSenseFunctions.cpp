@@ -49,12 +49,6 @@ uint32_t KvxTrueSense_ConvertImageWith(KvxTrueSense* component, const _KvxImage*
     return static_cast<kvx::KvxTrueSenseImp*>(component)->ConvertImageWith(src, dst, *params, algorithm);
 }
 
-uint32_t KvxTrueSense_SetToneTable(KvxTrueSense* component, const uint16_t* table) noexcept {
-    if (!component) return kInvalid;
-    static_cast<kvx::KvxTrueSenseImp*>(component)->SetToneTable(table);
-    return KvxResult_Success;
-}
-
 void KvxTrueSense_ReleaseData(KvxTrueSense* component) noexcept {
     if (component) component->ReleaseData();
 }

@@ -25,10 +25,6 @@ public:
     uint32_t ConvertImageWith(const _KvxImage* src, _KvxImage* dst, const tagTrueSenseParam& params,
                               int64_t algorithm) noexcept;
 
-    void SetToneTable(const uint16_t* table) noexcept {
-        m_params.toneTable = table;
-    }
-
 private:
     template <class T>
     static uint32_t Select(std::unique_ptr<TrueSenseDemosaicer<T>>& demosaicer, int64_t algorithm) noexcept;
