@@ -53,8 +53,8 @@ private:
 /** A window around one channel of a field and all its noise. */
 Window WindowFor(const FlatField& field, int channel, const Setting& setting) {
     const tagTrueSenseParam& params = setting.params;
-    const bool dependsOnDisplay = (params.sharpnessEnable != 0 && params.maxSharpen != 0) ||
-                                  params.highLumaNoise != params.lowLumaNoise;
+    const bool dependsOnDisplay =
+        (params.sharpnessEnable != 0 && params.maxSharpen != 0) || params.highLumaNoise != params.lowLumaNoise;
     if (dependsOnDisplay) return Window::Whole();
     if (!setting.analogGain) return Window::Around(field.levels[channel], 0);
     // Wide enough for the noise of all channels, since colour differences mix them.

@@ -122,7 +122,8 @@ class Converter:
         self._format = find_format(format)
         self._to = find_format(to)
         if not self._to.is_destination:
-            raise refusal(INVALID_ARGUMENT, f"to={self._to.name} is not a picture format: use RGB8, BGR8, RGBa8, RGB16, ...")
+            message = f"to={self._to.name} is not a picture format: use RGB8, BGR8, RGBa8, RGB16, ..."
+            raise refusal(INVALID_ARGUMENT, message)
         self._native = _native.ArrayConverter(self._format)
         self._parameters: Optional[Parameters] = None
         for name, value in parameters.items():
