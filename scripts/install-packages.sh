@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
 # Installs the missing Debian packages, as root or through sudo:
 #
-#     scripts/install-packages.sh [demo|develop|package|site]
+#     scripts/install-packages.sh [demo|develop|package|site|training]
 #
 #   demo     the library and the command-line tool
 #   (none)   building and testing everything
 #   develop  also measuring, lint, sanitizers, fuzzing and coverage
 #   package  also Debian packages
 #   site     also the documentation site
+#   training also training the learned interpolators
 set -eu
 
 packages=(
@@ -27,6 +28,7 @@ case ${1-} in
     '' | demo) ;;
     develop) packages+=(git clang libomp-dev clang-format clang-tidy flake8 python3-matplotlib gcovr valgrind) ;;
     package) packages+=(git dpkg-dev file lintian) ;;
+    training) packages+=(python3-torch python3-pil) ;;
     site) packages+=(python3-sphinx python3-myst-parser python3-sphinx-copybutton furo doxygen python3-breathe) ;;
     *) echo "$0: unknown set of packages: $1" >&2; exit 2 ;;
 esac

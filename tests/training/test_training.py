@@ -1,0 +1,122 @@
+"""The tools that make the weights of the learned interpolators, and the weights that they made."""
+import pathlib
+
+import numpy as np
+import pytest
+
+from training import noise, reference, weights
+from training.inputs import input_of
+from training.mosaics import from_cells, letters_of, mosaic_of, side_of, to_cells
+
+WEIGHTS = pathlib.Path(__file__).parents[2] / "frame" / "learned" / "weights"
+FAMILIES = ("bayer", "truesense")
+FORMATS = {"bayer": "BayerRG12", "truesense": "TrueSense_BGGR_WBBW_0_12"}
+rng = np.random.default_rng(7)
+
+
+def each_committed():
+    paths = sorted(WEIGHTS.glob("*.kvxn"))
+    return pytest.mark.parametrize("path", paths, ids=[path.stem for path in paths])
+
+
+def family_of(path):
+    return path.stem.split("-")[0]
+
+
+def library_for(family):
+    """The family; Bayer frames are interpolated by the library first."""
+    if family == "bayer":
+        pytest.importorskip("kvxdemosaicing")
+    return family
+
+
+@pytest.mark.parametrize("family", FAMILIES)
+def test_mosaics_equal_those_of_the_library(family):
+    kvx = pytest.importorskip("kvxdemosaicing")
+    picture = rng.integers(0, 4096, (24, 36, 3)).astype(np.uint16)
+    expected = kvx.mosaic(picture, FORMATS[family], white=4095)
+    own = mosaic_of(picture / 4095.0, family) * 4095
+    assert np.array_equal(expected, np.floor(own + 0.5 + 1e-7))
+
+
+@pytest.mark.parametrize("family", FAMILIES)
+def test_cells_are_put_together_again(family):
+    picture = rng.random((24, 16, 3))
+    assert np.array_equal(from_cells(to_cells(picture, side_of(family)), side_of(family)), picture)
+
+
+def test_samples_outside_are_a_tile_away_or_less_where_the_frame_is_small():
+    inside = [reference.folded(range(-5, 8), size, 4).tolist() for size in (6, 3, 1)]
+    assert inside[0] == [3, 0, 1, 2, 3, 0, 1, 2, 3, 4, 5, 2, 3]
+    assert inside[1] == [1, 0, 1, 2, 1, 0, 1, 2, 1, 0, 1, 2, 1]
+    assert inside[2] == [0] * 13
+
+
+def flat_frame(family, shape, phase, colour):
+    """Samples of a field of one colour: R, G, B and pan."""
+    side, letters = side_of(family), letters_of(family)
+    rows, columns = np.mgrid[: shape[0], : shape[1]]
+    sites = (rows + phase[0]) % side * side + (columns + phase[1]) % side
+    return np.array([dict(zip("RGBW", colour))[letter] for letter in letters])[sites]
+
+
+def steps_of_noise(family):
+    return noise.measured_line(family, 24)
+
+
+@each_committed()
+def test_flat_fields_are_exact(path):
+    family, loaded = library_for(family_of(path)), weights.read(path)
+    for bits, phase, colour in [(8, (0, 0), (255, 255, 255, 255)), (12, (1, 1), (4095, 3, 977, 2051)),
+                                (14, (0, 1), (0, 16383, 1, 5001)), (16, (1, 0), (65535, 0, 1, 40001))]:
+        frame = flat_frame(family, (9, 14), phase, colour)
+        picture = reference.interpolate(loaded, frame, bits, family, phase, steps_of_noise(family))
+        assert np.array_equal(picture, np.broadcast_to(colour[:3], picture.shape))
+
+
+@each_committed()
+def test_a_frame_of_another_phase_is_a_part_of_the_same_scene(path):
+    family, loaded = library_for(family_of(path)), weights.read(path)
+    frame, line = rng.integers(0, 4096, (64, 68)), steps_of_noise(family)
+    whole = reference.interpolate(loaded, frame, 12, family, (0, 0), line)
+    part = reference.interpolate(loaded, frame[1:, 3:], 12, family, (1, 3 % side_of(family)), line)
+    inner = side_of(family) * (loaded.halo + 1)
+    assert np.array_equal(whole[1:, 3:][inner:-inner, inner:-inner], part[inner:-inner, inner:-inner])
+
+
+@each_committed()
+def test_no_sum_of_the_weights_can_overflow(path):
+    loaded = weights.read(path)
+    layers = [(layer.filters, layer.offsets[:, None]) for layer in loaded.hidden]
+    for filters in [*layers, (loaded.last.filters, loaded.base.filters)]:
+        magnitudes = sum(np.abs(f.astype(np.int64)).reshape(len(f), -1).sum(axis=1) for f in filters)
+        assert magnitudes.max() * 32768 + 2**15 < 2**31
+
+
+@pytest.mark.parametrize("with_noise", (False, True))
+@pytest.mark.parametrize("family", FAMILIES)
+def test_integers_follow_the_network_in_floating_point(family, with_noise, tmp_path):
+    torch = pytest.importorskip("torch")
+    library_for(family)
+    from training import quantisation
+    from training.network import Network
+
+    torch.manual_seed(3)
+    network = Network(family, 16, 2, with_noise)
+    with torch.no_grad():
+        network.last.normal_(0, 0.05)
+        network.base.normal_(0, 0.1)
+        for offset in network.offsets:
+            offset.normal_(0, 0.3)
+    weights.write(tmp_path / "file", quantisation.quantised(network, reduction=2))
+    loaded = weights.read(tmp_path / "file")
+    frame, line, side = rng.integers(1800, 2300, (48, 40)), noise.measured_line(family, 24), side_of(family)
+    seen = input_of(frame << 4, family).astype(np.int64)
+    words = to_cells(reference.extended(seen, side, (0, 0), network.halo), side)
+    sigma = reference.sigma_cells(words, family, line)
+    with torch.no_grad():
+        planes = network(*(torch.from_numpy(p.astype(np.float32))[None] for p in (words, sigma)))[0].numpy()
+    exact = np.clip(from_cells(planes, side) / 16, 0, 4095)
+    picture = reference.interpolate(loaded, frame, 12, family, (0, 0), line)
+    assert np.abs(picture - exact).max() < 4  # after four layers of weights with about 12 bits
+    assert np.abs(exact - exact.mean((0, 1))).max() > 100

@@ -1,0 +1,55 @@
+"""What the network sees and what it should give: cells of mosaics, with or without noise, and of their pictures."""
+import numpy as np
+import torch
+
+from . import noise
+from .inputs import MARGIN, input_of
+from .mosaics import mosaic_of, side_of, to_cells
+from .pictures import linear
+
+LINEAR_SHARE = {False: 0.25, True: 0.5}  # of the patches, without and with noise
+RAW_SHARE = 0.15  # of the patches, with red, blue and pan as before white balance
+
+
+def pair_of(patch, family, rng):
+    """(frame, picture) as a raw sensor sees them: `patch` itself, or with the gains of white balance undone."""
+    if rng.random() >= RAW_SHARE:
+        return mosaic_of(patch, family), patch
+    pan = patch.mean(axis=-1) * np.float32(rng.uniform(0.5, 1))
+    picture = patch * np.array([rng.uniform(0.35, 1), 1, rng.uniform(0.35, 1)], np.float32)
+    return mosaic_of(picture, family, pan), picture
+
+
+def inner(cells, border):
+    return np.ascontiguousarray(cells[:, border:cells.shape[1] - border, border:cells.shape[2] - border])
+
+
+class Batches:
+    def __init__(self, patches, family, with_noise, halo, size, rng):
+        self._patches, self._family, self._with_noise = patches, family, with_noise
+        self._halo, self._margin, self._size, self._rng = halo, MARGIN[family], size, rng
+
+    def next(self):
+        """Tensors: cells, deviations (None without noise), cells of the picture without the halo."""
+        side, rng = side_of(self._family), self._rng
+        given, sigmas, wanted = [], [], []
+        for _ in range(self._size):
+            patch = self._patches.next()
+            if rng.random() < LINEAR_SHARE[self._with_noise]:
+                patch = linear(patch).astype(np.float32)
+            frame, picture = pair_of(patch, self._family, rng)
+            if self._with_noise:
+                amount = 1.0 if rng.random() < 0.7 else np.exp(rng.uniform(np.log(0.03), 0))
+                gain = rng.uniform(8, 38)
+                frame = noise.noisy(frame, self._family, gain, rng, amount)
+            seen = input_of(np.rint(frame * 65535), self._family) / np.float32(65535)
+            cells = inner(to_cells(seen, side), self._margin)
+            if self._with_noise:
+                sigmas.append(noise.sigma_plane(cells, self._family, gain, amount))
+            given.append(cells)
+            wanted.append(inner(to_cells(picture, side), self._margin + self._halo))
+        return (
+            torch.from_numpy(np.stack(given)),
+            torch.from_numpy(np.stack(sigmas)) if sigmas else None,
+            torch.from_numpy(np.stack(wanted)),
+        )

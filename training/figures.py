@@ -1,0 +1,33 @@
+"""How well pictures are restored: PSNR of the three colours together, 8 bits, the border left out."""
+import numpy as np
+
+from . import noise
+from .inputs import input_of
+from .mosaics import from_cells, mosaic_of, side_of, to_cells
+
+BORDER = 10
+
+
+def whole_cells(picture, side):
+    return picture[: picture.shape[0] // side * side, : picture.shape[1] // side * side]
+
+
+def cpsnr(picture, restored):
+    """`picture` in bytes, `restored` in 0..1."""
+    error = np.clip(np.rint(restored * 255), 0, 255) - picture
+    return 10 * np.log10(255**2 / (error[BORDER:-BORDER, BORDER:-BORDER] ** 2).mean())
+
+
+def restore(interpolate, picture, family, gain=None, seed=1):
+    """A picture in bytes through a 12-bit mosaic and `interpolate(cells, sigma)`, to 0..1."""
+    side = side_of(family)
+    frame = mosaic_of(picture.astype(np.float32) / 255, family)
+    if gain is not None:
+        frame = noise.noisy(frame, family, gain, np.random.default_rng(seed))
+    cells = to_cells(input_of(np.rint(frame * 4095) * 16, family) / np.float32(65520), side)
+    sigma = None if gain is None else noise.sigma_plane(cells, family, gain)
+    return from_cells(interpolate(cells, sigma), side)
+
+
+def mean_cpsnr(interpolate, pictures, family, gain=None):
+    return float(np.mean([cpsnr(p, restore(interpolate, p, family, gain)) for p in pictures]))

@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Trains, exports and measures the weights of the learned interpolators:
+#   training/train.sh PICTURES WORK [FOLDER...]
+# PICTURES holds the pictures to learn from, WORK the runs and the decoded pictures (about a gigabyte), each FOLDER
+# pictures to measure with. A run that was interrupted is taken up again. STEPS (default 120000) is for each of the four
+# networks; those for frames with noise begin with the others' weights. The Bayer ones need the built Python module.
+set -eu
+cd "$(dirname "$0")/.."
+[ $# -ge 2 ] || { sed -n '2,7s/^# \?//p' "$0"; exit 2; }
+pictures=$(realpath "$1"); mkdir -p "$2"; work=$(realpath "$2"); shift 2
+export PYTHONPATH=${PYTHONPATH-build/release/python}
+
+scripts/install-packages.sh training
+mkdir -p frame/learned/weights
+
+stage() { # FAMILY NAME OPTIONS...
+    local name=$1-$2 family=$1
+    shift 2
+    /usr/bin/python3 -m training.train "$work/$name.pt" --pictures "$pictures" --cache "$work/decoded" \
+        --family "$family" --steps "${STEPS-120000}" "$@" | tee -a "$work/$name.log"
+    /usr/bin/python3 -m training.export "$work/$name.pt" "frame/learned/weights/$name.kvxn"
+}
+measure() { # FAMILY NAME OPTIONS...
+    local file=frame/learned/weights/$1-$2.kvxn family=$1
+    shift 2
+    /usr/bin/python3 -m training.measure "$file" --family "$family" "$@"
+}
+
+for family in truesense bayer; do
+    stage $family fine
+    stage $family fine-noise --noise --start "$work/$family-fine.pt"
+done
+[ $# -eq 0 ] && exit 0
+for family in truesense bayer; do
+    measure $family fine "$@"
+    measure $family fine-noise --gain 11 --gain 24 --gain 36.77 "$@"
+done
