@@ -8,15 +8,15 @@ from .mosaics import mosaic_of, side_of, to_cells
 from .pictures import linear
 
 LINEAR_SHARE = {False: 0.25, True: 0.5}  # of the patches, without and with noise
-RAW_SHARE = 0.15  # of the patches, with red, blue and pan as before white balance
+UNBALANCED_SHARE = 0.1  # of the patches, with a white balance that is a little off
 
 
 def pair_of(patch, family, rng):
-    """(frame, picture) as a raw sensor sees them: `patch` itself, or with the gains of white balance undone."""
-    if rng.random() >= RAW_SHARE:
+    """(frame, picture): of the patch itself, or of one that is not quite balanced."""
+    if rng.random() >= UNBALANCED_SHARE:
         return mosaic_of(patch, family), patch
-    pan = patch.mean(axis=-1) * np.float32(rng.uniform(0.5, 1))
-    picture = patch * np.array([rng.uniform(0.35, 1), 1, rng.uniform(0.35, 1)], np.float32)
+    pan = patch.mean(axis=-1) * np.float32(rng.uniform(0.85, 1))
+    picture = patch * np.array([rng.uniform(0.7, 1), 1, rng.uniform(0.7, 1)], np.float32)
     return mosaic_of(picture, family, pan), picture
 
 

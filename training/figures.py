@@ -6,10 +6,16 @@ from .inputs import input_of
 from .mosaics import from_cells, mosaic_of, side_of, to_cells
 
 BORDER = 10
+VALIDATION_PART = 256  # the middle of each validation picture, this many pixels a side
 
 
 def whole_cells(picture, side):
     return picture[: picture.shape[0] // side * side, : picture.shape[1] // side * side]
+
+
+def middle_of(picture):
+    row, column = (max(0, (size - VALIDATION_PART) // 8 * 4) for size in picture.shape[:2])
+    return whole_cells(picture[row:row + VALIDATION_PART, column:column + VALIDATION_PART], 4)
 
 
 def cpsnr(picture, restored):

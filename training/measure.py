@@ -8,7 +8,7 @@ import os
 
 import numpy as np
 
-from . import figures, noise, pictures, reference, weights
+from . import figures, noise, pictures, reference, swift, weights
 from .mosaics import TILES, mosaic_of
 
 BITS = {"truesense": 12, "bayer": 8}
@@ -22,11 +22,14 @@ def mosaic_samples(picture, family, gain, seed):
     return np.floor(frame * ((1 << BITS[family]) - 1) + 0.5 + 1e-7).astype(np.int64)
 
 
-def restored(loaded, picture, family, gain, seed=1):
-    """A picture in bytes, interpolated, in 0..1."""
-    frame = mosaic_samples(picture / 255.0, family, gain, seed)
-    line = None if gain is None else noise.measured_line(family, gain)
-    return reference.interpolate(loaded, frame, BITS[family], family, line=line) / ((1 << BITS[family]) - 1)
+def interpolator_of(path, family):
+    """(frame, slope and intercept of its noise or None) to a picture."""
+    bits = BITS[family]
+    if path.endswith(".kvxs"):
+        filters = swift.read(path)
+        return lambda frame, line: swift.interpolate(filters, frame, bits, family)
+    loaded = weights.read(path)
+    return lambda frame, line: reference.interpolate(loaded, frame, bits, family, line=line)
 
 
 def main():
@@ -36,11 +39,13 @@ def main():
     parser.add_argument("--gain", type=float, action="append", help="with the noise of this analog gain")
     parser.add_argument("folders", nargs="+")
     options = parser.parse_args()
-    loaded = weights.read(options.file)
+    interpolate, white = interpolator_of(options.file, options.family), (1 << BITS[options.family]) - 1
     for folder in options.folders:
         shown = [pictures.read(os.path.join(folder, name)) for name in sorted(os.listdir(folder))]
         for gain in options.gain or [None]:
-            values = [figures.cpsnr(p, restored(loaded, p, options.family, gain)) for p in shown]
+            line = None if gain is None else noise.measured_line(options.family, gain)
+            frames = [mosaic_samples(p / 255.0, options.family, gain, seed=1) for p in shown]
+            values = [figures.cpsnr(p, interpolate(f, line) / white) for p, f in zip(shown, frames)]
             told = "no noise" if gain is None else f"gain {gain:g}"
             print(f"{os.path.basename(os.path.normpath(folder))}, {told}: {np.mean(values):.2f} dB", flush=True)
 

@@ -9,8 +9,7 @@ import torch.nn as nn
 import torch.nn.functional as F
 
 from .mosaics import COLOURS, inputs_of, letters_of, side_of
-
-LEAK = 3  # leaky ReLU as max(x, x / 2^LEAK)
+from .weights import LEAK
 
 
 def _groups(family):
@@ -40,7 +39,7 @@ def _first_base(family):
 
 
 def _leaky(x):
-    return torch.maximum(x, x * 2.0**-LEAK)
+    return F.leaky_relu(x, 2.0**-LEAK)
 
 
 def _cropped(x, shape):
@@ -100,8 +99,8 @@ class Network(nn.Module):
             if layer:
                 skip, x = x, F.conv2d(x, self.middle[layer - 1])
             if self.noise:
-                offset = self.offsets[layer][:, None, None] * _cropped(sigma, x.shape)
-                x = _leaky(x + offset) - _leaky(offset)
+                near, factors = _cropped(sigma, x.shape), self.offsets[layer][:, None, None]
+                x = _leaky(x + factors * near) - _leaky(factors) * near
             else:
                 x = _leaky(x)
             if layer:

@@ -13,20 +13,29 @@ _LARGEST_SUM, _LARGEST_WEIGHT = 2**31 - 1, 32767
 MAX_SHIFT = 15
 
 
+def rounded_to(exact, total, counts):
+    """Whole numbers near `exact` of which Σ count x number is `total`: where rounding misses it, those that rounding
+    changed most are one more or one less."""
+    rounded = np.rint(exact).astype(np.int64)
+    missing = int(total - (rounded * counts).sum())
+    sign = 1 if missing > 0 else -1
+    for i in np.lexsort((sign * (rounded - exact), -counts)):
+        if 0 < counts[i] <= abs(missing):
+            rounded[i] += sign
+            missing -= sign * counts[i]
+    if missing:
+        raise ValueError("the filters do not keep their sums")
+    return rounded
+
+
 def _with_sums(exact, sums, groups):
-    """`exact` [out, row, column, in] rounded so that over each group of inputs the filter's sum is the given one: where
-    the rounded sum differs, the weights that rounding changed most in that direction take one more or one less."""
+    """`exact` [out, row, column, in] rounded so that over each group of inputs the filter's sum is the given one."""
     rounded = np.rint(exact).astype(np.int64)
     for number, group in enumerate(groups):
         for row in range(len(exact)):
-            part, aim = rounded[row][..., group], exact[row][..., group]
-            missing = int(sums[row, number] - part.sum())
-            if abs(missing) > part.size:
-                raise ValueError("the network does not keep its sums")
-            order = np.argsort(-np.sign(missing) * (aim - part).ravel(), kind="stable")[: abs(missing)]
-            flat = part.ravel()
-            flat[order] += np.sign(missing)
-            rounded[row][..., group] = flat.reshape(part.shape)
+            part = exact[row][..., group]
+            whole = rounded_to(part.ravel(), sums[row, number], np.ones(part.size, int))
+            rounded[row][..., group] = whole.reshape(part.shape)
     return rounded
 
 

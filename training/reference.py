@@ -4,8 +4,8 @@ import numpy as np
 from . import noise
 from .inputs import input_of
 from .mosaics import from_cells, side_of, to_cells
+from .weights import LEAK
 
-LEAK = 3
 SIGMA_STEPS = 1024  # levels of signal that the deviation is tabulated for
 
 

@@ -19,7 +19,6 @@ WARM_UP = 300
 AVERAGING = 0.999  # of the weights that are kept: a mean over about a thousand steps
 PATCH_CELLS = {"truesense": 20, "bayer": 32}
 SAVE_SECONDS = 180
-VALIDATION_PART = 256  # the middle of each validation picture, this many pixels a side
 
 
 def parsed():
@@ -61,11 +60,6 @@ def validate(network, shown):
 
     gains = (11, 24, 36.77) if network.noise else (None,)
     return [round(figures.mean_cpsnr(interpolate, shown, network.family, gain), 3) for gain in gains]
-
-
-def middle_of(picture):
-    row, column = (max(0, (size - VALIDATION_PART) // 8 * 4) for size in picture.shape[:2])
-    return figures.whole_cells(picture[row:row + VALIDATION_PART, column:column + VALIDATION_PART], 4)
 
 
 class Run:
@@ -125,7 +119,7 @@ def main():
     torch.set_num_threads(1)
     run = Run(options)
     training, validation = pictures.files_in(options.pictures)
-    shown = [middle_of(p) for p in pictures.read_all(validation, options.cache)]
+    shown = [figures.middle_of(p) for p in pictures.read_all(validation, options.cache)]
     border = run.network.halo + MARGIN[options.family]
     side = (PATCH_CELLS[options.family] + 2 * border) * side_of(options.family)
     taught = [p for p in pictures.read_all(training, options.cache) if min(p.shape[:2]) >= side]

@@ -14,24 +14,30 @@ scripts/install-packages.sh training
 mkdir -p frame/learned/weights
 
 stage() { # FAMILY NAME OPTIONS...
-    local name=$1-$2 family=$1
+    local family=$1 name=$1-$2
     shift 2
     /usr/bin/python3 -m training.train "$work/$name.pt" --pictures "$pictures" --cache "$work/decoded" \
         --family "$family" --steps "${STEPS-120000}" "$@" | tee -a "$work/$name.log"
     /usr/bin/python3 -m training.export "$work/$name.pt" "frame/learned/weights/$name.kvxn"
 }
-measure() { # FAMILY NAME OPTIONS...
-    local file=frame/learned/weights/$1-$2.kvxn family=$1
+measure() { # FAMILY FILE OPTIONS...
+    local family=$1 file=frame/learned/weights/$1-$2
     shift 2
+    echo "$file"
     /usr/bin/python3 -m training.measure "$file" --family "$family" "$@"
 }
 
 for family in truesense bayer; do
-    stage $family fine
-    stage $family fine-noise --noise --start "$work/$family-fine.pt"
+    shape=(--channels 32 --middle 3)
+    [ $family = truesense ] || shape=(--channels 24 --middle 2)
+    /usr/bin/python3 -m training.fit_swift "frame/learned/weights/$family-swift.kvxs" --family $family \
+        --pictures "$pictures" --cache "$work/decoded"
+    stage $family fine "${shape[@]}"
+    stage $family fine-noise "${shape[@]}" --noise --rate 1e-3 --start "$work/$family-fine.pt"
 done
 [ $# -eq 0 ] && exit 0
 for family in truesense bayer; do
-    measure $family fine "$@"
-    measure $family fine-noise --gain 11 --gain 24 --gain 36.77 "$@"
+    measure $family swift.kvxs "$@"
+    measure $family fine.kvxn "$@"
+    measure $family fine-noise.kvxn --gain 11 --gain 24 --gain 36.77 "$@"
 done

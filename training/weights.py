@@ -3,6 +3,7 @@ import dataclasses
 
 import numpy as np
 
+LEAK = 3  # of the activation max(x, x >> LEAK)
 _MAGIC, _VERSION = b"KvxN", 1
 
 
@@ -51,7 +52,7 @@ def write(path, weights):
             file.write(layer.filters.astype("<i2").tobytes())
 
 
-class _Reader:
+class Reader:
     def __init__(self, file):
         self._file = file
 
@@ -67,7 +68,7 @@ class _Reader:
 
 def read(path):
     with open(path, "rb") as file:
-        reader = _Reader(file)
+        reader = Reader(file)
         if reader.bytes(4) != _MAGIC:
             raise ValueError(f"{path} holds no weights")
         version, side, inputs, channels, middle, base_size, has_noise = reader.bytes(7)

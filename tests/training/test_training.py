@@ -4,7 +4,7 @@ import pathlib
 import numpy as np
 import pytest
 
-from training import noise, reference, weights
+from training import noise, reference, swift, weights
 from training.inputs import input_of
 from training.mosaics import from_cells, letters_of, mosaic_of, side_of, to_cells
 
@@ -14,9 +14,16 @@ FORMATS = {"bayer": "BayerRG12", "truesense": "TrueSense_BGGR_WBBW_0_12"}
 rng = np.random.default_rng(7)
 
 
-def each_committed():
-    paths = sorted(WEIGHTS.glob("*.kvxn"))
+def each_committed(*kinds):
+    paths = sorted(path for kind in kinds for path in WEIGHTS.glob("*." + kind))
     return pytest.mark.parametrize("path", paths, ids=[path.stem for path in paths])
+
+
+def interpolated(path, frame, bits, phase):
+    family = library_for(family_of(path))
+    if path.suffix == ".kvxs":
+        return swift.interpolate(swift.read(path), frame, bits, family, phase)
+    return reference.interpolate(weights.read(path), frame, bits, family, phase, noise.measured_line(family, 24))
 
 
 def family_of(path):
@@ -60,37 +67,43 @@ def flat_frame(family, shape, phase, colour):
     return np.array([dict(zip("RGBW", colour))[letter] for letter in letters])[sites]
 
 
-def steps_of_noise(family):
-    return noise.measured_line(family, 24)
-
-
-@each_committed()
+@each_committed("kvxn", "kvxs")
 def test_flat_fields_are_exact(path):
-    family, loaded = library_for(family_of(path)), weights.read(path)
     for bits, phase, colour in [(8, (0, 0), (255, 255, 255, 255)), (12, (1, 1), (4095, 3, 977, 2051)),
                                 (14, (0, 1), (0, 16383, 1, 5001)), (16, (1, 0), (65535, 0, 1, 40001))]:
-        frame = flat_frame(family, (9, 14), phase, colour)
-        picture = reference.interpolate(loaded, frame, bits, family, phase, steps_of_noise(family))
+        frame = flat_frame(family_of(path), (9, 14), phase, colour)
+        picture = interpolated(path, frame, bits, phase)
         assert np.array_equal(picture, np.broadcast_to(colour[:3], picture.shape))
 
 
-@each_committed()
+@each_committed("kvxn", "kvxs")
 def test_a_frame_of_another_phase_is_a_part_of_the_same_scene(path):
-    family, loaded = library_for(family_of(path)), weights.read(path)
-    frame, line = rng.integers(0, 4096, (64, 68)), steps_of_noise(family)
-    whole = reference.interpolate(loaded, frame, 12, family, (0, 0), line)
-    part = reference.interpolate(loaded, frame[1:, 3:], 12, family, (1, 3 % side_of(family)), line)
-    inner = side_of(family) * (loaded.halo + 1)
-    assert np.array_equal(whole[1:, 3:][inner:-inner, inner:-inner], part[inner:-inner, inner:-inner])
+    frame, border = rng.integers(0, 4096, (64, 68)), 25
+    whole = interpolated(path, frame, 12, (0, 0))[1:, 3:]
+    part = interpolated(path, frame[1:, 3:], 12, (1, 3 % side_of(family_of(path))))
+    assert np.array_equal(whole[border:-border, border:-border], part[border:-border, border:-border])
 
 
-@each_committed()
+@each_committed("kvxn", "kvxs")
+def test_tiny_frames_become_pictures(path):
+    for shape in ((1, 1), (1, 7), (3, 2)):
+        picture = interpolated(path, np.full(shape, 77), 8, (1, 1))
+        assert picture.shape == (*shape, 3) and (picture == 77).all()
+
+
+@each_committed("kvxn")
 def test_no_sum_of_the_weights_can_overflow(path):
     loaded = weights.read(path)
     layers = [(layer.filters, layer.offsets[:, None]) for layer in loaded.hidden]
     for filters in [*layers, (loaded.last.filters, loaded.base.filters)]:
         magnitudes = sum(np.abs(f.astype(np.int64)).reshape(len(f), -1).sum(axis=1) for f in filters)
         assert magnitudes.max() * 32768 + 2**15 < 2**31
+
+
+@each_committed("kvxs")
+def test_no_sum_of_swift_can_overflow(path):
+    filters = swift.read(path)
+    assert np.abs(filters.taps.astype(np.int64)).sum(axis=-1).max() * 4 * 32768 + 2 ** (filters.shift + 1) < 2**31
 
 
 @pytest.mark.parametrize("with_noise", (False, True))
@@ -120,3 +133,5 @@ def test_integers_follow_the_network_in_floating_point(family, with_noise, tmp_p
     picture = reference.interpolate(loaded, frame, 12, family, (0, 0), line)
     assert np.abs(picture - exact).max() < 4  # after four layers of weights with about 12 bits
     assert np.abs(exact - exact.mean((0, 1))).max() > 100
+    flat = flat_frame(family, (16, 16), (0, 0), (600, 1200, 2400, 1500))
+    assert (reference.interpolate(loaded, flat, 12, family, line=line) == (600, 1200, 2400)).all()
