@@ -7,7 +7,7 @@ from .inputs import MARGIN, input_of
 from .mosaics import mosaic_of, side_of, to_cells
 from .pictures import linear
 
-LINEAR_SHARE = {False: 0.25, True: 0.5}  # of the patches, without and with noise
+LINEAR_SHARE = {False: 0.25, True: 0.4}  # of the patches, without and with noise
 UNBALANCED_SHARE = 0.1  # of the patches, with a white balance that is a little off
 
 

@@ -59,7 +59,10 @@ class Network(nn.Module):
         self.middle = nn.ParameterList(_kernel(channels, channels, 3, 0.5) for _ in range(middle))
         self.last = nn.Parameter(torch.zeros(len(outputs), channels, 3, 3))
         self.base = nn.Parameter(_first_base(family))
-        self.offsets = nn.ParameterList(nn.Parameter(torch.zeros(channels)) for _ in range(middle + 1 if noise else 0))
+        # Most above 0: about there a filter that sees nothing but noise is linear, and can average.
+        self.offsets = nn.ParameterList(
+            nn.Parameter(torch.randn(channels) + 0.5) for _ in range(middle + 1 if noise else 0)
+        )
         known = torch.tensor([letters[site] == colour for site, colour in outputs])
         target = torch.tensor([[float(colour == one) for one in sorted(set(inputs))] for _, colour in outputs])
         constants = {"groups": _groups(family), "known": known[:, None, None, None], "target": target}

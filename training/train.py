@@ -34,7 +34,6 @@ def parsed():
     parser.add_argument("--batch", type=int, default=6)
     parser.add_argument("--rate", type=float, default=2e-3)
     parser.add_argument("--seed", type=int, default=1)
-    parser.add_argument("--start", help="run whose weights to begin with")
     return parser.parse_args()
 
 
@@ -69,8 +68,6 @@ class Run:
         self.rng = np.random.default_rng(options.seed)
         shape = (options.family, options.channels, options.middle, options.noise)
         self.network, self.mean = Network(*shape), Network(*shape)
-        if options.start:
-            self.network.load_state_dict(torch.load(options.start)["mean"], strict=False)
         self.mean.load_state_dict(self.network.state_dict())
         self.optimizer = torch.optim.Adam(self.network.parameters(), options.rate, betas=(0.9, 0.99))
         if os.path.exists(options.run):

@@ -3,7 +3,7 @@
 #   training/train.sh PICTURES WORK [FOLDER...]
 # PICTURES holds the pictures to learn from, WORK the runs and the decoded pictures (about a gigabyte), each FOLDER
 # pictures to measure with. A run that was interrupted is taken up again. STEPS (default 120000) is for each of the four
-# networks; those for frames with noise begin with the others' weights. The Bayer ones need the built Python module.
+# networks. The Bayer ones need the built Python module.
 set -eu
 cd "$(dirname "$0")/.."
 [ $# -ge 2 ] || { sed -n '2,7s/^# \?//p' "$0"; exit 2; }
@@ -33,7 +33,7 @@ for family in truesense bayer; do
     /usr/bin/python3 -m training.fit_swift "frame/learned/weights/$family-swift.kvxs" --family $family \
         --pictures "$pictures" --cache "$work/decoded"
     stage $family fine "${shape[@]}"
-    stage $family fine-noise "${shape[@]}" --noise --rate 1e-3 --start "$work/$family-fine.pt"
+    stage $family fine-noise "${shape[@]}" --noise
 done
 [ $# -eq 0 ] && exit 0
 for family in truesense bayer; do
