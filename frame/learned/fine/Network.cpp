@@ -1,0 +1,138 @@
+#include "frame/learned/fine/Network.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "KvxDemosaicing/KvxResult.h"
+#include "frame/base/Fail.h"
+#include "frame/learned/weights/EmbeddedWeights.h"
+
+namespace kvx::frame {
+namespace {
+
+class Reader {
+public:
+    explicit Reader(std::span<const uint8_t> bytes) : m_bytes(bytes) {}
+
+    uint8_t Byte() {
+        return Take(1)[0];
+    }
+    std::vector<int16_t> Words(size_t count) {
+        const auto bytes = Take(2 * count);
+        std::vector<int16_t> words(count);
+        for (size_t i = 0; i < count; ++i) words[i] = static_cast<int16_t>(bytes[2 * i] | bytes[2 * i + 1] << 8);
+        return words;
+    }
+    std::span<const uint8_t> Take(size_t count) {
+        Require(count <= m_bytes.size(), "it ends too early");
+        const auto taken = m_bytes.first(count);
+        m_bytes = m_bytes.subspan(count);
+        return taken;
+    }
+    void RequireEnd() const {
+        Require(m_bytes.empty(), "it goes on after the last layer");
+    }
+    static void Require(bool holds, const char* otherwise) {
+        if (!holds) Fail(KvxResult_WrongType, "this is no file of network weights: {}", otherwise);
+    }
+
+private:
+    std::span<const uint8_t> m_bytes;
+};
+
+/** A layer as it is in the file: [output][row][column][input]. */
+struct StoredFilters {
+    size_t size, inputs;
+    std::vector<int16_t> weights;
+
+    std::span<const int16_t> Of(size_t output) const {
+        const size_t length = size * size * inputs;
+        return std::span(weights).subspan(output * length, length);
+    }
+};
+
+StoredFilters ReadFilters(Reader& reader, size_t size, size_t inputs, size_t outputs) {
+    return {size, inputs, reader.Words(size * size * inputs * outputs)};
+}
+
+/** The chosen filters in the order of Filters. */
+Filters Packed(const StoredFilters& stored, std::span<const size_t> chosen) {
+    const size_t outputs = (chosen.size() + kFilterGroup - 1) / kFilterGroup * kFilterGroup;
+    const size_t length = stored.size * stored.size * stored.inputs;
+    Filters filters{stored.size, stored.inputs, outputs, std::vector<int16_t>(length * outputs)};
+    for (size_t output = 0; output < chosen.size(); ++output)
+        for (size_t i = 0; i < length; ++i)
+            filters.weights[(i / 2 * outputs + output) * 2 + i % 2] = stored.Of(chosen[output])[i];
+    return filters;
+}
+
+std::vector<size_t> AllOf(size_t count) {
+    std::vector<size_t> all(count);
+    for (size_t i = 0; i < count; ++i) all[i] = i;
+    return all;
+}
+
+/** The result's planes, of which those that copy a sample need no filter. */
+void AddResults(Network& network, const StoredFilters& last, const StoredFilters& base, size_t count) {
+    std::vector<size_t> computed;
+    for (size_t plane = 0; plane < count; ++plane) {
+        const auto weights = base.Of(plane);
+        const auto isZero = [](int16_t weight) { return weight == 0; };
+        const auto first = std::find_if_not(weights.begin(), weights.end(), isZero);
+        const auto middle = static_cast<size_t>(first - weights.begin()) - base.size * base.size / 2 * base.inputs;
+        const bool isCopy = std::ranges::all_of(last.Of(plane), isZero) && first != weights.end() &&
+                            middle < base.inputs && *first == 1 << network.shift &&
+                            std::all_of(first + 1, weights.end(), isZero);
+        network.results.push_back({!isCopy, static_cast<uint8_t>(isCopy ? middle : computed.size())});
+        if (!isCopy) computed.push_back(plane);
+    }
+    network.last = Packed(last, computed);
+    network.base = Packed(base, computed);
+}
+
+}  // namespace
+
+Network ReadNetwork(std::span<const uint8_t> file) {
+    constexpr uint8_t kMagic[] = {'K', 'v', 'x', 'N', 1};
+    Reader reader(file);
+    Reader::Require(std::memcmp(reader.Take(sizeof kMagic).data(), kMagic, sizeof kMagic) == 0, "it begins otherwise");
+    Network network{};
+    network.side = reader.Byte();
+    network.inputs = reader.Byte();
+    network.channels = reader.Byte();
+    const size_t layers = reader.Byte() + size_t{1}, baseSize = reader.Byte();
+    network.hasNoise = reader.Byte() != 0;
+    Reader::Require(network.side == 2 || network.side == 4, "the tile has another side than 2 or 4");
+    Reader::Require(
+        network.inputs % 2 == 0 && network.inputs > 0 && network.channels % kFilterGroup == 0 && network.channels > 0,
+        "its planes do not fill vectors");
+    Reader::Require(baseSize == 1 || baseSize == 3, "its base has another size than 1 or 3");
+
+    const auto shifts = reader.Take(layers + 1);
+    for (const uint8_t shift : shifts) Reader::Require(shift < 31, "a shift is too large");
+    network.shift = shifts[layers];
+    for (size_t layer = 0; layer < layers; ++layer) {
+        const size_t inputs = layer == 0 ? network.inputs : network.channels;
+        Filters filters = Packed(ReadFilters(reader, 3, inputs, network.channels), AllOf(network.channels));
+        std::vector<int32_t> factors(network.channels);
+        if (network.hasNoise) std::ranges::copy(reader.Words(network.channels), factors.begin());
+        network.hidden.push_back({std::move(filters), std::move(factors), shifts[layer]});
+    }
+    const size_t results = 3 * network.side * network.side;
+    const StoredFilters last = ReadFilters(reader, 3, network.channels, results);
+    const StoredFilters base = ReadFilters(reader, baseSize, network.inputs, results);
+    reader.RequireEnd();
+    AddResults(network, last, base, results);
+    return network;
+}
+
+const Network& NetworkFor(Family family, bool hasNoise) {
+    if (family == Family::Bayer) {
+        static const Network clean = ReadNetwork(BayerFineWeights()), noisy = ReadNetwork(BayerFineNoiseWeights());
+        return hasNoise ? noisy : clean;
+    }
+    static const Network clean = ReadNetwork(TrueSenseFineWeights()), noisy = ReadNetwork(TrueSenseFineNoiseWeights());
+    return hasNoise ? noisy : clean;
+}
+
+}  // namespace kvx::frame
