@@ -17,13 +17,15 @@ enum Number : guint {
     kTone,
     kParameters,
     kPacking,
-    kStride
+    kStride,
+    kAnalogGain
 };
 
 constexpr auto kFlags =
     static_cast<GParamFlags>(G_PARAM_READWRITE | G_PARAM_STATIC_STRINGS | GST_PARAM_MUTABLE_PLAYING);
 constexpr guint kMaxThreads = 1024;
 constexpr guint kMaxLevel = 65535;
+constexpr gdouble kMaxAnalogGain = 1000;
 
 // In enumerations 0 means "not set"; other values are the frame layer's plus one.
 constexpr std::array kTones = {
@@ -134,6 +136,11 @@ void InstallProperties(GObjectClass* gobjectClass) {
                                       "Bytes from row to row of frames without GstVideoMeta (0 = automatic: rows "
                                       "without padding or padded to 4 bytes)",
                                       0, G_MAXINT, 0, kFlags));
+    install(kAnalogGain,
+            g_param_spec_double("analog-gain", "Analog gain",
+                                "The sensor's gain, whose noise \"fine\" and the noise-reducing algorithms remove (0 = "
+                                "not given)",
+                                0, kMaxAnalogGain, 0, kFlags));
 }
 
 bool SetProperty(Settings& settings, guint number, const GValue* value) {
@@ -167,6 +174,9 @@ bool SetProperty(Settings& settings, guint number, const GValue* value) {
             return true;
         case kStride:
             settings.stride = g_value_get_int(value);
+            return true;
+        case kAnalogGain:
+            settings.analogGain = g_value_get_double(value);
             return true;
         default:
             return false;
@@ -204,6 +214,9 @@ bool GetProperty(const Settings& settings, guint number, GValue* value) {
             return true;
         case kStride:
             g_value_set_int(value, settings.stride);
+            return true;
+        case kAnalogGain:
+            g_value_set_double(value, settings.analogGain);
             return true;
         default:
             return false;

@@ -11,7 +11,8 @@ void Session::SetFormats(const FrameFormat& frame, const GstVideoInfo& picture) 
 void Session::Apply(const Settings& settings) {
     const frame::Family family = m_frame.format.family;
     const bool isSame = m_converter && m_converter->SourceFamily() == family &&
-                        m_settings.algorithm == settings.algorithm && m_settings.parameters == settings.parameters;
+                        m_settings.algorithm == settings.algorithm && m_settings.analogGain == settings.analogGain &&
+                        m_settings.parameters == settings.parameters;
     if (!isSame) {
         m_converter.reset();
         m_converter = MakeConverter(settings, family);

@@ -80,6 +80,9 @@ frame::Converter MakeConverter(const Settings& settings, frame::Family family) {
     if (!settings.algorithm.empty()) {
         converter.SetAlgorithm(settings.algorithm);
     }
+    if (settings.analogGain > 0) {
+        converter.SetAnalogGain(settings.analogGain);
+    }
     return converter;
 }
 

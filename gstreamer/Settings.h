@@ -17,6 +17,7 @@ struct Settings {
     std::string whiteBalance;  ///< "auto", "white-patch", "grey-world", or three gains
     uint32_t blackLevel = 0;
     uint32_t whiteLevel = 0;
+    double analogGain = 0;  ///< of the frames, for the removal of their noise; 0: none is removed
     std::string matrix;
     std::optional<frame::ToneCurve> tone;
     std::map<std::string, std::string> parameters;  ///< parameters of the component, by name
@@ -32,7 +33,7 @@ frame::Format PackedFormat(const Settings& settings, frame::Format named);
 /** The finish; std::nullopt if no property concerns it. @throws frame::Error for invalid texts */
 std::optional<frame::Finish> FinishOf(const Settings& settings);
 
-/** A converter with the algorithm and the parameters of the settings. @throws frame::Error */
+/** A converter with the algorithm, the parameters and the analog gain of the settings. @throws frame::Error */
 frame::Converter MakeConverter(const Settings& settings, frame::Family family);
 
 }  // namespace kvx::gst

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "KvxDemosaicing/KvxDemosaicing.h"
-#include "KvxFrame/Mosaic.h"
+#include "KvxFrame/KvxFrame.h"
 #include "KvxTrueSense/TrueSenseParams.h"
 #include "support/Records.h"
 
@@ -23,11 +23,13 @@ constexpr Algorithm kAlgorithms[] = {
     {"bilinear", Family::Bayer, KvxBayerAlgorithm_Bilinear},
     {"ipp", Family::Bayer, KvxBayerAlgorithm_IPP},
     {"edge-aware", Family::Bayer, KvxBayerAlgorithm_EdgeAware},
+    {"fine", Family::Bayer, -1, "fine"},
     {"fast", Family::TrueSense, KvxTrueSenseAlgorithm_Fast},
     {"simple", Family::TrueSense, KvxTrueSenseAlgorithm_Simple},
     {"bayer-like", Family::TrueSense, KvxTrueSenseAlgorithm_BayerLike},
     {"kodak-like", Family::TrueSense, KvxTrueSenseAlgorithm_KodakLike},
     {"kodak", Family::TrueSense, KvxTrueSenseAlgorithm_Kodak},
+    {"truesense-fine", Family::TrueSense, -1, "fine"},
 };
 
 using ToneTable = std::array<uint16_t, KVX_TONE_TABLE_SIZE>;
@@ -72,12 +74,22 @@ cv::Mat FrameOf(const Picture& picture, const frame::Format& format, frame::Sens
     return samples;
 }
 
+/** A finish with this curve; only the upper 8 of its 12 bits count. */
+frame::Finish FinishOf(const uint16_t* tone) {
+    frame::Finish finish;
+    finish.tone = frame::ToneCurve::Table;
+    for (size_t i = 0; i < KVX_TONE_TABLE_SIZE; ++i)
+        finish.table.push_back(static_cast<uint16_t>((tone[i] >> 4) * 257));
+    return finish;
+}
+
 }  // namespace
 
 std::span<const Algorithm> AllAlgorithms() {
     static const std::vector<Algorithm> all = [] {
         std::vector<Algorithm> algorithms(std::begin(kAlgorithms), std::end(kAlgorithms));
-        for (const peers::Peer& peer : peers::AllPeers()) algorithms.push_back({peer.name, Family::Bayer, -1, &peer});
+        for (const peers::Peer& peer : peers::AllPeers())
+            algorithms.push_back({peer.name, Family::Bayer, -1, nullptr, &peer});
         return algorithms;
     }();
     return all;
@@ -163,6 +175,15 @@ cv::Mat Restored(const Picture& picture, const Setting& setting) {
         return conversion->Picture();
     }
     cv::Mat result(samples.size(), CV_8UC3);
+    if (algorithm.frameAlgorithm) {
+        frame::Options options;
+        options.algorithm = algorithm.frameAlgorithm;
+        options.noise = sensor.noise;
+        options.finish = FinishOf(params.toneTable);
+        frame::Convert(ViewOf<frame::SourceView>(samples, frame::FormatByName(format)),
+                       ViewOf<frame::DestinationView>(result, frame::FormatByName("BGR8")), options);
+        return result;
+    }
     const _KvxImage src = RecordOf(samples, format);
     _KvxImage dst = RecordOf(result, "BGR8");
     const uint32_t refusal = isBayer ? BayerToColor(&src, &dst, algorithm.number)

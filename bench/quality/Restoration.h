@@ -17,8 +17,9 @@ struct Algorithm {
 
     const char* name;
     Family family;
-    int number;                         ///< of KvxBayerAlgorithm or KvxTrueSenseAlgorithm
-    const peers::Peer* peer = nullptr;  ///< algorithm of another library
+    int number;                            ///< of KvxBayerAlgorithm or KvxTrueSenseAlgorithm
+    const char* frameAlgorithm = nullptr;  ///< name of an algorithm of the frame layer instead
+    const peers::Peer* peer = nullptr;     ///< algorithm of another library instead
 };
 
 /** All algorithms of this library, and Bayer algorithms of other libraries. */

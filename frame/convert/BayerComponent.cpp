@@ -33,6 +33,14 @@ public:
         KvxBayer_ReleaseData(m_component.get());
     }
 
+    SensorNoise SetAnalogGain(double gain) override {
+        return NoiseAt(gain);
+    }
+
+    bool GetParameterFinish(Finish&) const override {
+        return false;
+    }
+
 private:
     /** The flat functions would create an in-house interpolator, with its memory, for each frame. */
     bool ComponentOnly() const {

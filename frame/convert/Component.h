@@ -35,9 +35,17 @@ public:
 
     virtual void Release() = 0;
 
-    const std::vector<Algorithm>& Algorithms() const {
-        return m_algorithms;
-    }
+    /** Prepares the component for frames of an analog gain. @return their noise. @throws Error for an invalid gain */
+    virtual SensorNoise SetAnalogGain(double gain) = 0;
+
+    /**
+     * Gives a finish the colour matrix and the tone curve of the parameters, for algorithms that the component does not
+     * have.
+     * @return whether there are such parameters
+     */
+    virtual bool GetParameterFinish(Finish& finish) const = 0;
+
+    /** Selects one of the component's own algorithms. */
     void SetAlgorithm(std::string_view nameOrNumber);
     std::string AlgorithmName() const;
     void SetParameter(const std::string& name, const std::string& value);

@@ -17,11 +17,11 @@ Family Converter::SourceFamily() const noexcept {
 
 void Converter::SetAlgorithm(std::string_view nameOrNumber) {
     if (!m_impl->component) Fail(KvxResult_UnknownName, "mono frames have no algorithms: leave out '{}'", nameOrNumber);
-    m_impl->component->SetAlgorithm(nameOrNumber);
+    m_impl->SetAlgorithm(nameOrNumber);
 }
 
 std::string Converter::AlgorithmName() const {
-    return m_impl->component ? m_impl->component->AlgorithmName() : "";
+    return m_impl->AlgorithmName();
 }
 
 void Converter::SetParameter(const std::string& name, const std::string& value) {
@@ -41,6 +41,15 @@ std::vector<_KvxStParam> Converter::Parameters() const {
 void Converter::SetThreads(int count) {
     CheckThreads(count);
     m_impl->threads = count;
+}
+
+void Converter::SetNoise(const std::optional<SensorNoise>& noise) {
+    if (noise) Validate(*noise);
+    m_impl->noise = noise;
+}
+
+void Converter::SetAnalogGain(double gain) {
+    SetNoise(m_impl->component ? m_impl->component->SetAnalogGain(gain) : NoiseAt(gain));
 }
 
 void Converter::SetFinish(std::optional<Finish> finish) {
@@ -68,6 +77,8 @@ void Convert(const SourceView& source, const DestinationView& destination, const
     if (!options.algorithm.empty()) converter.SetAlgorithm(options.algorithm);
     converter.SetThreads(options.threads);
     converter.SetFinish(options.finish);
+    if (options.analogGain) converter.SetAnalogGain(*options.analogGain);
+    if (options.noise) converter.SetNoise(options.noise);
     converter.Convert(source, destination);
 }
 

@@ -13,7 +13,7 @@ namespace kvx::frame {
 namespace {
 
 constexpr double kLargestGain = 64, kLargestCoefficient = 64;
-constexpr double kWhite = 65535;
+constexpr uint32_t kWhite = 65535;
 
 /** Sets OpenMP's thread count in a scope; 0 keeps it. */
 class ThreadCountScope {
@@ -41,7 +41,8 @@ ptrdiff_t StepOf(const DestinationView& view) {
 
 PixelMatrix MatrixFor(const Finish& finish, uint32_t white) {
     PixelMatrix matrix;
-    for (size_t i = 0; i < matrix.size(); ++i) matrix[i] = static_cast<float>(finish.matrix[i] * (kWhite / white));
+    for (size_t i = 0; i < matrix.size(); ++i)
+        matrix[i] = static_cast<float>(finish.matrix[i] * (double{kWhite} / white));
     return matrix;
 }
 
@@ -59,6 +60,11 @@ void Validate(const Finish& finish) {
         Fail(KvxResult_OutOfRange, "a tone table of {} entries: give 2 to 65536", finish.table.size());
 }
 
+void Validate(const SensorNoise& noise) {
+    for (const double value : {noise.pan.slope, noise.pan.intercept, noise.colour.slope, noise.colour.intercept})
+        if (!std::isfinite(value)) Fail(KvxResult_OutOfRange, "a noise model with {}: give finite values", value);
+}
+
 ConverterImpl::ConverterImpl(Family frameFamily) : family(frameFamily) {
     if (family == Family::Bayer) component = MakeBayerComponent();
     if (family == Family::TrueSense) component = MakeTrueSenseComponent();
@@ -72,6 +78,18 @@ void ConverterImpl::Release() noexcept {
     m_whiteBalance = {};
     tone = {};
     if (component) component->Release();
+    if (m_learned) m_learned->Release();
+}
+
+void ConverterImpl::SetAlgorithm(std::string_view nameOrNumber) {
+    auto learned = MakeLearnedInterpolator(nameOrNumber, family);
+    if (!learned) component->SetAlgorithm(nameOrNumber);
+    m_learned = std::move(learned);
+    tone.Forget();
+}
+
+std::string ConverterImpl::AlgorithmName() const {
+    return m_learned ? m_learned->Name() : component ? component->AlgorithmName() : "";
 }
 
 void ConverterImpl::Check(const SourceView& source, const DestinationView& destination) const {
@@ -94,6 +112,27 @@ SourceView ConverterImpl::WithMirrorParameters(SourceView source) const {
     return source;
 }
 
+/** The processing of the values: the finish, or the parameters of a component whose algorithm is not used. */
+const Finish* ConverterImpl::EffectiveFinish() {
+    if (finish) return &*finish;
+    return m_learned && component->GetParameterFinish(m_parameterFinish) ? &m_parameterFinish : nullptr;
+}
+
+Route ConverterImpl::RouteFor(const Format& source, uint8_t bits, bool isFinished) const {
+    const Format plain = Unpacked(source);
+    if (m_learned && isFinished) {
+        const uint8_t mosaicBits = m_learned->WorkingBits();
+        return {WithBits(plain, mosaicBits), 16, kWhite >> (16 - mosaicBits) << (16 - mosaicBits)};
+    }
+    if (m_learned) {
+        const uint8_t pictureBits = bits == 8 ? 8 : source.bits;
+        return {plain, pictureBits, (1u << pictureBits) - 1};
+    }
+    if (component) return component->RouteFor(source, bits, isFinished);
+    const uint8_t monoBits = isFinished ? 16 : source.bits;
+    return {WithBits(plain, monoBits), monoBits, (1u << monoBits) - 1};
+}
+
 Gains ConverterImpl::GainsFor(const SourceView& source) {
     if (!finish) return {};
     if (finish->whiteBalance == WhiteBalance::Given) return finish->gains;
@@ -104,7 +143,8 @@ Gains ConverterImpl::GainsFor(const SourceView& source) {
 
 /** Converts into the destination's memory if its pixels are large enough for the component's. */
 DestinationView ConverterImpl::Demosaic(const SourceView& mosaic, const DestinationView& destination,
-                                        const Route& route) {
+                                        const Route& route, const std::optional<NoiseLine>& mosaicNoise,
+                                        bool isFinished) {
     DestinationView picture = destination;
     picture.format = {Family::Colour, route.pictureBits, Layout::Plain, 0,
                       IsBlueFirst(destination.format.order) ? Order::Bgr : Order::Rgb};
@@ -113,15 +153,16 @@ DestinationView ConverterImpl::Demosaic(const SourceView& mosaic, const Destinat
         picture.stride = static_cast<ptrdiff_t>(RowBytes(picture.format, picture.width));
         picture.data = m_picture.Of(static_cast<size_t>(picture.stride) * picture.height);
     }
-    if (const uint32_t result = component->Convert(mosaic, picture, finish.has_value()); KvxResult_Failed(result))
-        throw Error(result,
-                    fmt::format("{} to {} with algorithm {}: {} (0x{:08X})", Name(mosaic.format),
-                                Name(destination.format), component->AlgorithmName(), KvxResult_Text(result), result));
+    const uint32_t result = m_learned ? m_learned->Convert(mosaic, picture, mosaicNoise, threads)
+                                      : component->Convert(mosaic, picture, isFinished);
+    if (KvxResult_Failed(result))
+        throw Error(result, fmt::format("{} to {} with algorithm {}: {} (0x{:08X})", Name(mosaic.format),
+                                        Name(destination.format), AlgorithmName(), KvxResult_Text(result), result));
     return picture;
 }
 
-const uint16_t* ConverterImpl::TableFor(const Route& route, uint8_t bits) {
-    if (finish) return tone.Curve(*finish, bits);
+const uint16_t* ConverterImpl::TableFor(const Finish* values, const Route& route, uint8_t bits) {
+    if (values) return tone.Curve(*values, bits);
     if (route.pictureBits > 8 && bits == 8) return tone.UpperByte(route.pictureBits);
     const uint32_t white = (1u << bits) - 1;
     return route.pictureWhite == white ? nullptr : tone.Scaling(route.pictureWhite, bits);
@@ -142,17 +183,18 @@ void ConverterImpl::Convert(const SourceView& given, const DestinationView& dest
     const ThreadCountScope scope(threads);
     const SourceView source = WithMirrorParameters(given);
     const uint8_t bits = destination.format.bits;
-    const uint8_t monoBits = finish ? 16 : source.format.bits;
-    const Route route = component ? component->RouteFor(source.format, bits, finish.has_value())
-                                  : Route{WithBits(Unpacked(source.format), monoBits), monoBits, (1u << monoBits) - 1};
+    const Finish* const values = EffectiveFinish();
+    const Route route = RouteFor(source.format, bits, values != nullptr);
     const Gains gains = GainsFor(source);
-    const SourceView mosaic = m_preprocessor.Process(source, route.mosaic, finish ? &*finish : nullptr, gains);
-    const uint16_t* const table = TableFor(route, bits);
-    const PixelMatrix matrix = finish ? MatrixFor(*finish, route.pictureWhite) : PixelMatrix{};
+    const SourceView mosaic = m_preprocessor.Process(source, route.mosaic, values, gains);
+    const uint16_t* const table = TableFor(values, route, bits);
+    const PixelMatrix matrix = values ? MatrixFor(*values, route.pictureWhite) : PixelMatrix{};
 
-    PictureStep step{1, route.pictureBits > 8 ? 2u : 1u, destination.format, finish ? &matrix : nullptr, table};
+    PictureStep step{1, route.pictureBits > 8 ? 2u : 1u, destination.format, values ? &matrix : nullptr, table};
     if (component) {
-        const DestinationView picture = Demosaic(mosaic, destination, route);
+        std::optional<NoiseLine> mosaicNoise;
+        if (noise) mosaicNoise = BalancedNoise(*noise, source.format, values, gains);
+        const DestinationView picture = Demosaic(mosaic, destination, route, mosaicNoise, values != nullptr);
         step.channels = 3;
         const bool isDone = picture.data == destination.data && SamplesPerPixel(destination.format) == 3 &&
                             picture.format.bits == bits && !table;

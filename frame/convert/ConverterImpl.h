@@ -6,22 +6,29 @@
 #include "frame/convert/RawPreprocessor.h"
 #include "frame/finish/ToneTable.h"
 #include "frame/finish/WhiteBalanceEstimator.h"
+#include "frame/learned/LearnedInterpolator.h"
 
 namespace kvx::frame {
 
 /** Checks a finish without a frame. @throws Error 0x80070004 */
 void Validate(const Finish& finish);
 
+/** Checks a noise model. @throws Error 0x80070004 */
+void Validate(const SensorNoise& noise);
+
 class ConverterImpl {
 public:
     explicit ConverterImpl(Family family);
 
+    void SetAlgorithm(std::string_view nameOrNumber);
+    std::string AlgorithmName() const;
     void Convert(const SourceView& given, const DestinationView& destination);
     void Release() noexcept;
 
     Family family;
     std::unique_ptr<Component> component;  // none for mono
     std::optional<Finish> finish;
+    std::optional<SensorNoise> noise;
     int threads = 0;
     ToneTable tone;
     Gains lastGains;
@@ -29,12 +36,17 @@ public:
 private:
     void Check(const SourceView& source, const DestinationView& destination) const;
     SourceView WithMirrorParameters(SourceView source) const;
+    const Finish* EffectiveFinish();
+    Route RouteFor(const Format& source, uint8_t bits, bool isFinished) const;
     Gains GainsFor(const SourceView& source);
-    DestinationView Demosaic(const SourceView& mosaic, const DestinationView& destination, const Route& route);
-    const uint16_t* TableFor(const Route& route, uint8_t bits);
+    DestinationView Demosaic(const SourceView& mosaic, const DestinationView& destination, const Route& route,
+                             const std::optional<NoiseLine>& mosaicNoise, bool isFinished);
+    const uint16_t* TableFor(const Finish* values, const Route& route, uint8_t bits);
     void MakePicture(const uint8_t* in, ptrdiff_t inStride, const PictureStep& step,
                      const DestinationView& destination);
 
+    std::unique_ptr<LearnedInterpolator> m_learned;  // null: the component's algorithm
+    Finish m_parameterFinish;                        // of the component's parameters
     WhiteBalanceEstimator m_whiteBalance;
     RawPreprocessor m_preprocessor;
     Buffer m_picture;

@@ -1,8 +1,12 @@
+#include <fmt/format.h>
+
+#include <algorithm>
 #include <array>
 #include <numeric>
 
 #include "KvxDemosaicing/KvxTrueSense.h"
 #include "frame/convert/Component.h"
+#include "frame/finish/ToneTable.h"
 
 namespace kvx::frame {
 namespace {
@@ -30,9 +34,7 @@ public:
     }
 
     uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, bool isFinished) override {
-        tagTrueSenseParam params;
-        if (const uint32_t result = KvxTrueSense_GetParams(m_component.get(), &params); KvxResult_Failed(result))
-            return result;
+        tagTrueSenseParam params = Params();
         if (mosaic.horMirrored) params.horMirrored = 1;
         if (mosaic.verMirrored) params.verMirrored = 1;
         if (isFinished) {
@@ -50,7 +52,31 @@ public:
         KvxTrueSense_ReleaseData(m_component.get());
     }
 
+    SensorNoise SetAnalogGain(double gain) override {
+        const SensorNoise noise = NoiseAt(Params(), gain);
+        SetParameter("analogGain", fmt::format("{}", gain));
+        return noise;
+    }
+
+    bool GetParameterFinish(Finish& finish) const override {
+        const tagTrueSenseParam params = Params();
+        finish.matrix = {params.RR, params.RG, params.RB, params.GR, params.GG,
+                         params.GB, params.BR, params.BG, params.BB};
+        finish.tone = ToneCurve::Table;
+        const uint16_t* const curve = params.toneTable ? params.toneTable : TrueSense_DefaultToneTable();
+        finish.table.resize(KVX_TONE_TABLE_SIZE);
+        std::transform(curve, curve + KVX_TONE_TABLE_SIZE, finish.table.begin(),
+                       [](uint16_t value) { return static_cast<uint16_t>(ScaledSample(value, kToneWhite, 65535)); });
+        return true;
+    }
+
 private:
+    tagTrueSenseParam Params() const {
+        tagTrueSenseParam params;
+        KvxTrueSense_GetParams(m_component.get(), &params);  // fails for null only
+        return params;
+    }
+
     /** The linear tone curve. */
     static const uint16_t* LinearCurve() {
         static const auto table = [] {

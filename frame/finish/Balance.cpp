@@ -43,6 +43,21 @@ void CheckLevels(const SourceView& source, const Finish& finish) {
              Name(source.format), white);
 }
 
+NoiseLine BalancedNoise(const SensorNoise& noise, const Format& source, const Finish* finish, const Gains& gains) {
+    constexpr double kNoiseWhite = 4095;  // of the values that a noise line is given in
+    const bool hasPan = source.family == Family::TrueSense;
+    NoiseLine line = hasPan ? noise.pan : noise.colour;
+    line.slope /= kNoiseWhite;
+    line.intercept /= kNoiseWhite * kNoiseWhite;
+    if (!finish) return line;
+    // A grey signal of the size s is s / gain before its gain; the variance grows by gain^2.
+    const double stretch = static_cast<double>(White(source)) / (WhiteLevel(*finish, source) - finish->blackLevel);
+    const double red = gains.red, green = gains.green, blue = gains.blue, pan = gains.pan;
+    const double gain = hasPan ? pan : (red + 2 * green + blue) / 4;
+    const double squared = hasPan ? pan * pan : (red * red + 2 * green * green + blue * blue) / 4;
+    return {line.slope * stretch * gain, line.intercept * stretch * stretch * squared};
+}
+
 Balance::Balance(const SourceView& source, const Finish& finish, const Gains& gains, uint8_t bits) {
     const uint32_t white = WhiteLevel(finish, source.format);
     const int leftShift = 16 - source.format.bits;

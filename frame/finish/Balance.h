@@ -2,6 +2,7 @@
 #pragma once
 
 #include "KvxFrame/Finish.h"
+#include "KvxFrame/SensorNoise.h"
 #include "frame/finish/BalanceRow.h"
 
 namespace kvx::frame {
@@ -13,6 +14,14 @@ inline uint32_t WhiteLevel(const Finish& finish, const Format& format) {
 
 /** @throws Error 0x80070007 if the finish's levels do not fit the source */
 void CheckLevels(const SourceView& source, const Finish& finish);
+
+/**
+ * The noise of balanced samples, with signal and noise as shares of white: of the clear samples of a TrueSense frame,
+ * of all samples of another. Their gains raise it.
+ *
+ * @param finish whose levels fit the source; null: the samples are as they are, without gains
+ */
+NoiseLine BalancedNoise(const SensorNoise& noise, const Format& source, const Finish* finish, const Gains& gains);
 
 class Balance {
 public:

@@ -2,7 +2,7 @@
 #include <array>
 #include <cmath>
 
-#include "KvxFrame/Mosaic.h"
+#include "KvxFrame/SensorNoise.h"
 #include "frame/base/Fail.h"
 
 namespace kvx::frame {

@@ -238,6 +238,9 @@ KVX_API int PixelTypeToTruesenseGrid(unsigned long pixelType) KVX_NOEXCEPT;
  */
 KVX_API uint32_t TrueSense_DefaultValues(tagTrueSenseParam* params) KVX_NOEXCEPT;
 
+/** The built-in tone curve: KVX_TONE_TABLE_SIZE values, 0 to 4095, by 12-bit input. Never null; valid for ever. */
+KVX_API const uint16_t* TrueSense_DefaultToneTable(void) KVX_NOEXCEPT;
+
 KVX_EXTERN_C_END
 
 #endif

@@ -8,7 +8,8 @@
  * - The fourth sample of a pixel is the largest value of its depth: opaque.
  * - Only pixels are written: padding and all other bytes keep their content. A call that throws writes nothing.
  * - The picture is the same for any number of threads and on any instruction set. OpenMP's settings do not change.
- * - A TrueSense frame without a Finish gets the colour matrix and the tone curve of the component's parameters.
+ * - A TrueSense frame without a Finish gets the colour matrix and the tone curve of the component's parameters; "fine"
+ *   applies them as a Finish with this matrix and this curve.
  * - The TrueSense parameter "impulseFilterEnable" starts as 1, as in TrueSense_DefaultValues().
  */
 #ifndef KVXFRAME_CONVERTER_H
@@ -23,14 +24,24 @@
 
 #include "KvxDemosaicing/KvxComponent.h"
 #include "KvxFrame/Finish.h"
+#include "KvxFrame/SensorNoise.h"
 #include "KvxFrame/View.h"
 
 namespace kvx::frame {
 
-/** A demosaicing algorithm of a family. */
+/** The number of an algorithm that the components do not have. */
+inline constexpr int64_t kOfFrameLayer = -1;
+
+/**
+ * A demosaicing algorithm of a family.
+ *
+ * "fine", for Bayer and TrueSense, belongs to this layer: a small neural network whose arithmetic is exact, for the
+ * best pictures. It wants balanced samples: give raw colours a Finish with their gains. With SetNoise() it removes
+ * noise.
+ */
 struct Algorithm {
     const char* name;  ///< such as "edge-aware"
-    int64_t number;    ///< its value of the component's parameter
+    int64_t number;    ///< its value of the component's parameter, or kOfFrameLayer
 };
 
 /** The algorithms of a family, the default first; none for Mono and Colour. The reference stays valid. */
@@ -79,6 +90,23 @@ public:
      */
     void SetThreads(int count);
 
+    /**
+     * Sets the noise of the frames, which the algorithm "fine" then removes; other algorithms ignore it.
+     *
+     * Bayer frames have the noise of `colour`, TrueSense frames are judged by their clear sites, the noise of `pan`.
+     * The signal counts from the finish's black level.
+     * @param noise std::nullopt, the default: no noise, every sample stays what it is
+     * @throws Error 0x80070004 for a value that is not finite
+     */
+    void SetNoise(const std::optional<SensorNoise>& noise);
+
+    /**
+     * SetNoise() with the noise model of an analog gain: that of the component's parameters for TrueSense, whose
+     * parameter "analogGain" is set, too; the built-in one for other frames. See NoiseAt().
+     * @throws Error 0x80070004 for a negative gain or NaN
+     */
+    void SetAnalogGain(double gain);
+
     /** Sets the processing of the values; std::nullopt: none. @throws Error 0x80070004 for a value out of range */
     void SetFinish(std::optional<Finish> finish);
 
@@ -110,6 +138,8 @@ struct Options {
     std::vector<std::pair<std::string, std::string>> parameters;  ///< names and values
     int threads = 0;                                              ///< see Converter::SetThreads()
     std::optional<Finish> finish;                                 ///< see Converter::SetFinish()
+    std::optional<double> analogGain;                             ///< see Converter::SetAnalogGain()
+    std::optional<SensorNoise> noise;                             ///< see Converter::SetNoise(); instead of analogGain
 };
 
 /** Converts one frame. A Converter is faster for many frames: it keeps its memory. @throws Error as the Converter */

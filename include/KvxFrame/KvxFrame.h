@@ -14,6 +14,7 @@
 #include "KvxFrame/Packing.h"
 #include "KvxFrame/Relayout.h"
 #include "KvxFrame/SampleDepth.h"
+#include "KvxFrame/SensorNoise.h"
 #include "KvxFrame/View.h"
 
 #endif

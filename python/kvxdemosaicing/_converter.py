@@ -101,6 +101,8 @@ class Converter:
     :param algorithm: one of ``format(...).algorithms``, or a number
     :param threads: threads of one conversion; 0: OpenMP's setting, by default all processors
     :param black_level, white_level, white_balance, matrix, tone: see set_finish()
+    :param analog_gain: the sensor's gain, whose noise "fine" and the noise-reducing algorithms remove; None: "fine"
+        removes none
     :param parameters: parameters of the component, by name
     """
 
@@ -117,6 +119,7 @@ class Converter:
         white_balance: Optional[WhiteBalance] = None,
         matrix: Optional[npt.ArrayLike] = None,
         tone: Optional[Tone] = None,
+        analog_gain: Optional[float] = None,
         **parameters: Number,
     ) -> None:
         self._format = find_format(format)
@@ -130,6 +133,7 @@ class Converter:
             self._native.set_parameter(name, _text(name, value))
         if algorithm is not None:
             self._native.set_algorithm(str(algorithm))
+        self.analog_gain = analog_gain
         self.threads = threads
         finish = make_finish(black_level, white_level, white_balance, matrix, tone)
         if finish is not None:
@@ -216,6 +220,16 @@ class Converter:
         self._threads = count
 
     @property
+    def analog_gain(self) -> Optional[float]:
+        """The sensor's gain, or None."""
+        return self._analog_gain
+
+    @analog_gain.setter
+    def analog_gain(self, gain: Optional[float]) -> None:
+        self._native.set_analog_gain(gain)
+        self._analog_gain = gain
+
+    @property
     def gains(self) -> tuple[float, float, float, float]:
         """Red, green, blue and pan gain applied to the last frame: measured gains times given gains."""
         red, green, blue, pan = self._native.last_gains()
@@ -245,6 +259,7 @@ def convert(
     white_balance: Optional[WhiteBalance] = None,
     matrix: Optional[npt.ArrayLike] = None,
     tone: Optional[Tone] = None,
+    analog_gain: Optional[float] = None,
     **parameters: Number,
 ) -> Picture:
     """Converts one frame to a picture. The arguments are those of Converter, which is faster for many frames.
@@ -268,6 +283,7 @@ def convert(
         white_balance=white_balance,
         matrix=matrix,
         tone=tone,
+        analog_gain=analog_gain,
         **parameters,
     )
     return converter.convert(frame, out=out, width=width, height=height)

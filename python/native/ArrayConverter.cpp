@@ -45,6 +45,10 @@ void ArrayConverter::SetFinish(std::optional<frame::Finish> finish) {
     Locked([&](Converter& converter) { converter.SetFinish(std::move(finish)); });
 }
 
+void ArrayConverter::SetAnalogGain(std::optional<double> gain) {
+    Locked([=](Converter& converter) { gain ? converter.SetAnalogGain(*gain) : converter.SetNoise(std::nullopt); });
+}
+
 std::array<double, 4> ArrayConverter::LastGains() {
     const frame::Gains gains = Locked([](const Converter& converter) { return converter.LastGains(); });
     return {gains.red, gains.green, gains.blue, gains.pan};

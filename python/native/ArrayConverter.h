@@ -28,6 +28,7 @@ public:
     std::string Parameter(const std::string& name);
     std::vector<_KvxStParam> Parameters();
     void SetFinish(std::optional<frame::Finish> finish);
+    void SetAnalogGain(std::optional<double> gain);
     std::array<double, 4> LastGains();
     void Release();
 

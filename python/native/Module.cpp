@@ -79,6 +79,7 @@ void BindConverter(py::module_& module) {
         .def("parameter", &ArrayConverter::Parameter, py::arg("name"))
         .def("parameter_facts", &AllParameterFacts)
         .def("set_finish", &ArrayConverter::SetFinish, py::arg("finish"))
+        .def("set_analog_gain", &ArrayConverter::SetAnalogGain, py::arg("gain"))
         .def("last_gains", &ArrayConverter::LastGains)
         .def("release", &ArrayConverter::Release);
 }

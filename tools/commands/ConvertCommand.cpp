@@ -120,8 +120,14 @@ void AddConvertCommand(CLI::App& tool) {
     command
         ->add_option("--algorithm", options->settings.algorithm,
                      "Bayer: bilinear (0, default), ipp (1), edge-aware (2); TrueSense: fast (0, default), "
-                     "simple (1), bayer-like (2), kodak-like (3) or kodak (4); or the number; overrides --set")
+                     "simple (1), bayer-like (2), kodak-like (3) or kodak (4); or the number; both: swift, fine; "
+                     "overrides --set")
         ->type_name("NAME|N");
+    command
+        ->add_option("--analog-gain", options->settings.analogGain,
+                     "Gain of the sensor, whose noise fine and the noise-reducing algorithms remove; fine removes none "
+                     "without it")
+        ->type_name("G");
     command
         ->add_option("--set", options->settings.settings, "Set a parameter of the component (see params); repeatable")
         ->type_name("PARAM=VALUE")

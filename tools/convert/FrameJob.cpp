@@ -72,6 +72,9 @@ frame::Converter& FrameJob::ConverterFor(frame::Family family) {
     if (!m_settings.algorithm.empty()) {
         WithExitCode(ExitCode::Usage, "--algorithm", [&] { converter.SetAlgorithm(m_settings.algorithm); });
     }
+    if (m_settings.analogGain) {
+        WithExitCode(ExitCode::Usage, "--analog-gain", [&] { converter.SetAnalogGain(*m_settings.analogGain); });
+    }
     converter.SetThreads(m_settings.threads);
     return m_converters.emplace(family, std::move(converter)).first->second;
 }

@@ -21,6 +21,7 @@ struct ConvertSettings {
     frame::Format destination;
     std::string algorithm;              ///< empty: the default
     std::vector<std::string> settings;  ///< "NAME=VALUE", in their order
+    std::optional<double> analogGain;
     FinishRequest finish;
     std::optional<_KvxRect> crop;
     std::optional<int> flip;  ///< as cv::flip() numbers directions

@@ -11,11 +11,17 @@
 
 namespace kvx::frame {
 
-/** Interpolates bands of frames. One thread's. */
+/** Interpolates bands of frames. Per-thread state. */
 class BayerBase {
 public:
     /** @throws std::bad_alloc */
     BayerBase();
+
+    /**
+     * Allocates the memory for bands of so many rows of a frame, so that Interpolate() allocates nothing.
+     * @return the library's result. @throws std::bad_alloc
+     */
+    uint32_t Prepare(const SourceView& mosaic, size_t rows);
 
     /**
      * Interpolates the rows `top` to `bottom` - 1 of a frame, as far as they exist, as of the whole frame.
@@ -26,6 +32,8 @@ public:
     uint32_t Interpolate(const SourceView& mosaic, int64_t top, int64_t bottom, CellSource& source);
 
 private:
+    uint32_t Convert(const Format& format, uint32_t width, uint32_t rows);
+
     std::unique_ptr<KvxBayer, decltype(&KvxBayer_DeleteComponent)> m_component;
     Buffer m_words, m_picture;
 };

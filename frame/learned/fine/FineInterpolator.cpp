@@ -1,7 +1,6 @@
 #include "frame/learned/fine/FineInterpolator.h"
 
 #include <algorithm>
-#include <new>
 
 #include "frame/base/Team.h"
 #include "frame/learned/fine/BayerBase.h"
@@ -72,6 +71,12 @@ public:
         return &network == &m_network;
     }
 
+    /** Allocates what bands of so many rows of cells need. @return the library's result */
+    uint32_t Prepare(const SourceView& mosaic, uint32_t rows) {
+        const size_t cells = rows + 2 * m_network.Halo();
+        return m_bayer ? m_bayer->Prepare(mosaic, cells * m_network.side) : 0;
+    }
+
     /** Rows of cells `top` to `bottom` - 1. @return the library's result */
     uint32_t Band(const SourceView& mosaic, const NoiseDeviation* noise, const PictureRows& picture, int64_t top,
                   int64_t bottom) {
@@ -111,7 +116,7 @@ void FineInterpolator::Release() noexcept {
 }
 
 uint32_t FineInterpolator::Convert(const SourceView& mosaic, const DestinationView& picture,
-                                   const std::optional<NoiseShare>& noise, int threads) {
+                                   const std::optional<NoiseLine>& noise, int threads) {
     const Network& network = NetworkFor(m_family, noise.has_value());
     std::optional<NoiseDeviation> deviation;
     if (noise) deviation.emplace(*noise);
@@ -125,14 +130,16 @@ uint32_t FineInterpolator::Convert(const SourceView& mosaic, const DestinationVi
     if (!m_workers.empty() && !m_workers.front()->Runs(network)) m_workers.clear();
     while (m_workers.size() < static_cast<size_t>(team))
         m_workers.push_back(std::make_unique<Worker>(network, m_family));
+    for (int thread = 0; thread < team; ++thread)
+        if (const uint32_t result = m_workers[thread]->Prepare(mosaic, bandRows); result != 0) return result;
 
     const PictureRows out = PictureOf(picture, mosaic);
     uint32_t result = 0;
     ForRows(bands, team, [&](uint32_t band, int thread) {
         const uint32_t top = band * bandRows, bottom = std::min(rows, top + bandRows);
         if (top >= bottom) return;
-        const uint32_t bandResult =
-            m_workers[thread]->Band(mosaic, deviation ? &*deviation : nullptr, out, top, bottom);
+        const NoiseDeviation* const noiseOrNull = deviation ? &*deviation : nullptr;
+        const uint32_t bandResult = m_workers[thread]->Band(mosaic, noiseOrNull, out, top, bottom);
         if (bandResult != 0) {
 #pragma omp atomic write
             result = bandResult;

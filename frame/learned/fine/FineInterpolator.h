@@ -1,33 +1,29 @@
-/** The algorithm "fine": interpolation by a learned network (docs/fine.md). */
+/** "fine": interpolation by a learned network, which also removes noise. */
 #pragma once
 
-#include <memory>
-#include <optional>
 #include <vector>
 
-#include "KvxFrame/View.h"
-#include "frame/learned/fine/NoiseDeviation.h"
+#include "frame/learned/LearnedInterpolator.h"
 
 namespace kvx::frame {
 
-class FineInterpolator {
+class FineInterpolator final : public LearnedInterpolator {
 public:
+    static constexpr const char* kName = "fine";
+
     /** @param family Bayer or TrueSense */
     explicit FineInterpolator(Family family);
-    ~FineInterpolator();
+    ~FineInterpolator() override;
 
-    /**
-     * Interpolates a frame. Working memory stays for the next frame.
-     *
-     * @param mosaic  unpacked, of a positive stride; mirrored as its format's phase and flags say
-     * @param picture three samples per pixel, of 8 or 16 bits or of the mosaic's depth; must not overlap the mosaic
-     * @param noise   of the mosaic's samples, to be removed; std::nullopt: none is removed
-     * @return 0, or the result of the library
-     */
-    uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, const std::optional<NoiseShare>& noise,
-                     int threads);
-
-    void Release() noexcept;
+    const char* Name() const override {
+        return kName;
+    }
+    uint8_t WorkingBits() const override {
+        return 16;
+    }
+    uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, const std::optional<NoiseLine>& noise,
+                     int threads) override;
+    void Release() noexcept override;
 
 private:
     class Worker;

@@ -5,7 +5,7 @@
 
 namespace kvx::frame {
 
-NoiseDeviation::NoiseDeviation(const NoiseShare& noise) {
+NoiseDeviation::NoiseDeviation(const NoiseLine& noise) {
     constexpr double kWords = 65536;
     const double step = kWords / static_cast<double>(m_table.size());
     for (size_t i = 0; i < m_table.size(); ++i) {

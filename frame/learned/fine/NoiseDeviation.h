@@ -6,17 +6,15 @@
 #include <cstdint>
 #include <span>
 
-namespace kvx::frame {
+#include "KvxFrame/SensorNoise.h"
 
-/** The variance of the noise of samples from 0 to 1: `slope` times the signal plus `intercept`. */
-struct NoiseShare {
-    double slope, intercept;
-};
+namespace kvx::frame {
 
 /** Deviations in 16-bit words, for 1024 levels of the signal. */
 class NoiseDeviation {
 public:
-    explicit NoiseDeviation(const NoiseShare& noise);
+    /** @param noise with signal and noise as shares of white */
+    explicit NoiseDeviation(const NoiseLine& noise);
 
     /**
      * @param cells  signed words, `planes` for each cell

@@ -9,17 +9,20 @@ namespace {
 TEST(ConverterAllocations, EndWithTheFirstFrameOfAGeometry) {
     for (const char* name : {"BayerGR8", "BayerRG12p", "SCF1WBWG8", "CFA_BWGW_WGWR_GWRW_WBWG_12mipi", "Mono10"})
         for (const char* destination : {"BGRx", "RGB10", "RGBa16"})
-            for (const bool isFinished : {false, true}) {
-                Converter converter(FormatByName(name).family);
-                if (isFinished) converter.SetFinish(EverythingOn());
-                TestFrame frame = MakeNoise(FormatByName(name), 64, 48);
-                TestPicture picture(FormatByName(destination), 64, 48);
-                const DestinationView view = picture.View();
-                converter.Convert(frame.view, view);
-                const long before = test::g_allocations;
-                converter.Convert(frame.view, view);
-                EXPECT_EQ(test::g_allocations - before, 0) << name << " to " << destination << " " << isFinished;
-            }
+            for (const bool isFinished : {false, true})
+                for (const char* algorithm : {"0", "fine"}) {
+                    Converter converter(FormatByName(name).family);
+                    if (converter.SourceFamily() != Family::Mono) converter.SetAlgorithm(algorithm);
+                    if (isFinished) converter.SetFinish(EverythingOn());
+                    TestFrame frame = MakeNoise(FormatByName(name), 64, 48);
+                    TestPicture picture(FormatByName(destination), 64, 48);
+                    const DestinationView view = picture.View();
+                    converter.Convert(frame.view, view);
+                    const long before = test::g_allocations;
+                    converter.Convert(frame.view, view);
+                    EXPECT_EQ(test::g_allocations - before, 0)
+                        << name << " to " << destination << " " << algorithm << " " << isFinished;
+                }
 }
 
 }  // namespace

@@ -48,21 +48,23 @@ TEST(Convert, EverySourceBecomesEveryDestinationWithAndWithoutFinish) {
                     ASSERT_NEAR(share, level == 1 ? 1 : dark, 0.006);
             }
     };
-    for (const bool isFinished : {false, true})
-        for (const Format& source : Formats(IsSource)) {
-            Converter converter(source.family);
-            if (isFinished) converter.SetFinish(Finish{});
-            const bool hasCurve = source.family == Family::TrueSense && !isFinished;
-            if (hasCurve)  // the colours of the component's matrix are a camera's
-                for (const char* name : {"RR", "RG", "RB", "GR", "GG", "GB", "BR", "BG", "BB"})
-                    converter.SetParameter(name, name[0] == name[1] ? "1" : "0");
-            for (const Levels& levels : {Levels{0.75, 0.125, 0.125}, Levels{0.125, 0.75, 0.125},
-                                         Levels{0.125, 0.125, 0.75}, Levels{0.5, 0.5, 0.5}, Levels{1, 1, 1}})
-                for (const Format& destination : Formats(IsDestination))
-                    ASSERT_NO_FATAL_FAILURE(check(converter, source, destination, hasCurve, levels))
-                        << Name(source) << " to " << NamesOf(destination).back().name << ", " << levels[0] << " "
-                        << levels[1] << " " << levels[2];
-        }
+    for (const char* algorithm : {"0", "fine"})
+        for (const bool isFinished : {false, true})
+            for (const Format& source : Formats(IsSource)) {
+                Converter converter(source.family);
+                if (source.family != Family::Mono) converter.SetAlgorithm(algorithm);
+                if (isFinished) converter.SetFinish(Finish{});
+                const bool hasCurve = source.family == Family::TrueSense && !isFinished;
+                if (hasCurve)  // the colours of the component's matrix are a camera's
+                    for (const char* name : {"RR", "RG", "RB", "GR", "GG", "GB", "BR", "BG", "BB"})
+                        converter.SetParameter(name, name[0] == name[1] ? "1" : "0");
+                for (const Levels& levels : {Levels{0.75, 0.125, 0.125}, Levels{0.125, 0.75, 0.125},
+                                             Levels{0.125, 0.125, 0.75}, Levels{0.5, 0.5, 0.5}, Levels{1, 1, 1}})
+                    for (const Format& destination : Formats(IsDestination))
+                        ASSERT_NO_FATAL_FAILURE(check(converter, source, destination, hasCurve, levels))
+                            << Name(source) << " to " << NamesOf(destination).back().name << ", " << levels[0] << " "
+                            << levels[1] << " " << levels[2];
+            }
 }
 
 TEST(Convert, ScalesByTheDocumentedRule) {
@@ -85,7 +87,7 @@ TEST(Convert, ScalesByTheDocumentedRule) {
         {"BayerRG10msb", "RGB8", 0x2A5, 0xA9},
     };
     for (const auto& c : cases)
-        for (const char* algorithm : {"", "ipp", "edge-aware", "3"}) {
+        for (const char* algorithm : {"", "ipp", "edge-aware", "3", "fine"}) {
             SCOPED_TRACE(std::string(c.source) + " to " + c.destination + " " + algorithm);
             const Format source = FormatByName(c.source);
             if (source.family == Family::Mono && *algorithm) continue;

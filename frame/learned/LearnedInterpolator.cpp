@@ -1,0 +1,13 @@
+#include "frame/learned/LearnedInterpolator.h"
+
+#include "frame/learned/fine/FineInterpolator.h"
+
+namespace kvx::frame {
+
+std::unique_ptr<LearnedInterpolator> MakeLearnedInterpolator(std::string_view name, Family family) {
+    if (family != Family::Bayer && family != Family::TrueSense) return nullptr;
+    if (name == FineInterpolator::kName) return std::make_unique<FineInterpolator>(family);
+    return nullptr;
+}
+
+}  // namespace kvx::frame

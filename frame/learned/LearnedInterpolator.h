@@ -1,0 +1,42 @@
+/** The algorithms of the frame layer itself: "fine" and "swift" (docs/fine.md). */
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "KvxFrame/SensorNoise.h"
+#include "KvxFrame/View.h"
+
+namespace kvx::frame {
+
+class LearnedInterpolator {
+public:
+    virtual ~LearnedInterpolator() = default;
+
+    virtual const char* Name() const = 0;
+
+    /** The depth of frames whose values are processed before and after. */
+    virtual uint8_t WorkingBits() const = 0;
+
+    /**
+     * Interpolates a frame. Working memory stays for the next frame.
+     *
+     * @param mosaic  unpacked, of a positive stride; mirrored as its format's phase and flags say
+     * @param picture three samples per pixel, of 8 or 16 bits or of the mosaic's depth; must not overlap the mosaic
+     * @param noise   of the mosaic's samples, with signal and noise as shares of white, for an algorithm that removes
+     *                it; std::nullopt: none is removed
+     * @return 0, or the result of the library, in which case nothing is written
+     * @throws std::bad_alloc; nothing is written
+     */
+    virtual uint32_t Convert(const SourceView& mosaic, const DestinationView& picture,
+                             const std::optional<NoiseLine>& noise, int threads) = 0;
+
+    virtual void Release() noexcept = 0;
+};
+
+/** The algorithm with this name for frames of a family; null if there is none. */
+std::unique_ptr<LearnedInterpolator> MakeLearnedInterpolator(std::string_view name, Family family);
+
+}  // namespace kvx::frame
