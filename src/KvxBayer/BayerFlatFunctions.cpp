@@ -8,8 +8,7 @@ namespace {
 /** Every typed function: its arguments, then what its name adds to them. */
 template <class Source, class Destination>
 uint32_t Convert(const Source* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth, Destination* pDst,
-                 int dstStep, uint8_t bayerPattern, int algType, ChannelOrder order,
-                 SlotBytes slot = SlotBytes::AsWritten) noexcept {
+                 int dstStep, uint8_t bayerPattern, int algType, ChannelOrder order, SlotBytes slot) noexcept {
     constexpr bool fromWords = sizeof(Source) == 2, toBytes = sizeof(Destination) < sizeof(Source);
     const bool isDepth = pixelDepth == 10 || pixelDepth == 12 || pixelDepth == 14 || pixelDepth == 16;
     if (bayerPattern > static_cast<uint8_t>(BayerPattern::GB) || (fromWords && !isDepth))
@@ -32,68 +31,23 @@ uint32_t Convert(const Source* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcS
 }  // namespace
 }  // namespace kvx
 
-using kvx::ChannelOrder;
-using kvx::Convert;
-using kvx::SlotBytes;
+#define KVX_BAYER_FUNCTION(name, Source, Destination, order, slot)                                               \
+    uint32_t name(Source pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth, Destination pDst, \
+                  int dstStep, uint8_t bayerPattern, int algType) noexcept {                                     \
+        return kvx::Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType,    \
+                            kvx::ChannelOrder::order, kvx::SlotBytes::slot);                                     \
+    }
 
-uint32_t BayerToRGB_8u_C1C3R(const uint8_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
-                             uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::RGB);
-}
-
-uint32_t BayerToBGR_8u_C1C3R(const uint8_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
-                             uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::BGR);
-}
-
-uint32_t BayerToRGB_8u_C1C4R(const uint8_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
-                             uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return BayerToRGB_8u_C1C3R(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType);
-}
-
-uint32_t BayerToBGR_8u_C1C4R(const uint8_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
-                             uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return BayerToBGR_8u_C1C3R(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType);
-}
-
-uint32_t BayerToRGB_16u_C1C3R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
-                              uint16_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::RGB);
-}
-
-uint32_t BayerToBGR_16u_C1C3R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
-                              uint16_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::BGR);
-}
-
-uint32_t BayerToRGB_16u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
-                              uint16_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return BayerToRGB_16u_C1C3R(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType);
-}
-
-uint32_t BayerToBGR_16u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
-                              uint16_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return BayerToBGR_16u_C1C3R(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType);
-}
-
-uint32_t BayerToRGB_16u8u_C1C3R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
-                                uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::RGB);
-}
-
-uint32_t BayerToBGR_16u8u_C1C3R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
-                                uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::BGR);
-}
-
-uint32_t BayerToRGB_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
-                                uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::RGB,
-                   SlotBytes::Four);
-}
-
-uint32_t BayerToBGR_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep, int pixelDepth,
-                                uint8_t* pDst, int dstStep, uint8_t bayerPattern, int algType) noexcept {
-    return Convert(pSrc, srcRoi, srcSize, srcStep, pixelDepth, pDst, dstStep, bayerPattern, algType, ChannelOrder::BGR,
-                   SlotBytes::Four);
-}
+// C4R of 8u and 16u: three samples per pixel, as in C3R.
+KVX_BAYER_FUNCTION(BayerToRGB_8u_C1C3R, const uint8_t*, uint8_t*, RGB, AsWritten)
+KVX_BAYER_FUNCTION(BayerToBGR_8u_C1C3R, const uint8_t*, uint8_t*, BGR, AsWritten)
+KVX_BAYER_FUNCTION(BayerToRGB_8u_C1C4R, const uint8_t*, uint8_t*, RGB, AsWritten)
+KVX_BAYER_FUNCTION(BayerToBGR_8u_C1C4R, const uint8_t*, uint8_t*, BGR, AsWritten)
+KVX_BAYER_FUNCTION(BayerToRGB_16u_C1C3R, const uint16_t*, uint16_t*, RGB, AsWritten)
+KVX_BAYER_FUNCTION(BayerToBGR_16u_C1C3R, const uint16_t*, uint16_t*, BGR, AsWritten)
+KVX_BAYER_FUNCTION(BayerToRGB_16u_C1C4R, const uint16_t*, uint16_t*, RGB, AsWritten)
+KVX_BAYER_FUNCTION(BayerToBGR_16u_C1C4R, const uint16_t*, uint16_t*, BGR, AsWritten)
+KVX_BAYER_FUNCTION(BayerToRGB_16u8u_C1C3R, const uint16_t*, uint8_t*, RGB, AsWritten)
+KVX_BAYER_FUNCTION(BayerToBGR_16u8u_C1C3R, const uint16_t*, uint8_t*, BGR, AsWritten)
+KVX_BAYER_FUNCTION(BayerToRGB_16u8u_C1C4R, const uint16_t*, uint8_t*, RGB, Four)
+KVX_BAYER_FUNCTION(BayerToBGR_16u8u_C1C4R, const uint16_t*, uint8_t*, BGR, Four)

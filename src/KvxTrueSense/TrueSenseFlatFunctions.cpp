@@ -5,101 +5,27 @@
 #include "KvxTrueSense/TrueSenseOutput.h"
 #include "framework/PixelFormats.h"
 
-uint32_t TrueSenseToRGB_8u_C1C3R(const uint8_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
-                                 uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
-                                 int algType, bool temporary) noexcept {
-    return kvx::ConvertFlat(
-        {src, sizeof *src, roi, size, srcLineStep, pixelDepth, dst, sizeof *dst, dstLineStep, grid, params},
-        {false, false}, algType, temporary);
-}
+#define KVX_TRUESENSE_FUNCTION(name, Source, Destination, withAlpha, bgrOrder)                                   \
+    uint32_t name(Source src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth, Destination dst,     \
+                  int dstLineStep, unsigned char grid, tagTrueSenseParam* params, int algType,                   \
+                  bool temporary) noexcept {                                                                     \
+        return kvx::ConvertFlat(                                                                                 \
+            {src, sizeof *src, roi, size, srcLineStep, pixelDepth, dst, sizeof *dst, dstLineStep, grid, params}, \
+            {withAlpha, bgrOrder}, algType, temporary);                                                          \
+    }
 
-uint32_t TrueSenseToBGR_8u_C1C3R(const uint8_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
-                                 uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
-                                 int algType, bool temporary) noexcept {
-    return kvx::ConvertFlat(
-        {src, sizeof *src, roi, size, srcLineStep, pixelDepth, dst, sizeof *dst, dstLineStep, grid, params},
-        {false, true}, algType, temporary);
-}
-
-uint32_t TrueSenseToRGB_8u_C1C4R(const uint8_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
-                                 uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
-                                 int algType, bool temporary) noexcept {
-    return kvx::ConvertFlat(
-        {src, sizeof *src, roi, size, srcLineStep, pixelDepth, dst, sizeof *dst, dstLineStep, grid, params},
-        {true, false}, algType, temporary);
-}
-
-uint32_t TrueSenseToBGR_8u_C1C4R(const uint8_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
-                                 uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
-                                 int algType, bool temporary) noexcept {
-    return kvx::ConvertFlat(
-        {src, sizeof *src, roi, size, srcLineStep, pixelDepth, dst, sizeof *dst, dstLineStep, grid, params},
-        {true, true}, algType, temporary);
-}
-
-uint32_t TrueSenseToRGB_16u8u_C1C3R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
-                                    uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
-                                    int algType, bool temporary) noexcept {
-    return kvx::ConvertFlat(
-        {src, sizeof *src, roi, size, srcLineStep, pixelDepth, dst, sizeof *dst, dstLineStep, grid, params},
-        {false, false}, algType, temporary);
-}
-
-uint32_t TrueSenseToBGR_16u8u_C1C3R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
-                                    uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
-                                    int algType, bool temporary) noexcept {
-    return kvx::ConvertFlat(
-        {src, sizeof *src, roi, size, srcLineStep, pixelDepth, dst, sizeof *dst, dstLineStep, grid, params},
-        {false, true}, algType, temporary);
-}
-
-uint32_t TrueSenseToRGB_16u8u_C1C4R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
-                                    uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
-                                    int algType, bool temporary) noexcept {
-    return kvx::ConvertFlat(
-        {src, sizeof *src, roi, size, srcLineStep, pixelDepth, dst, sizeof *dst, dstLineStep, grid, params},
-        {true, false}, algType, temporary);
-}
-
-uint32_t TrueSenseToBGR_16u8u_C1C4R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
-                                    uint8_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
-                                    int algType, bool temporary) noexcept {
-    return kvx::ConvertFlat(
-        {src, sizeof *src, roi, size, srcLineStep, pixelDepth, dst, sizeof *dst, dstLineStep, grid, params},
-        {true, true}, algType, temporary);
-}
-
-uint32_t TrueSenseToRGB_16u_C1C3R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
-                                  uint16_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
-                                  int algType, bool temporary) noexcept {
-    return kvx::ConvertFlat(
-        {src, sizeof *src, roi, size, srcLineStep, pixelDepth, dst, sizeof *dst, dstLineStep, grid, params},
-        {false, false}, algType, temporary);
-}
-
-uint32_t TrueSenseToBGR_16u_C1C3R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
-                                  uint16_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
-                                  int algType, bool temporary) noexcept {
-    return kvx::ConvertFlat(
-        {src, sizeof *src, roi, size, srcLineStep, pixelDepth, dst, sizeof *dst, dstLineStep, grid, params},
-        {false, true}, algType, temporary);
-}
-
-uint32_t TrueSenseToRGB_16u_C1C4R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
-                                  uint16_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
-                                  int algType, bool temporary) noexcept {
-    return kvx::ConvertFlat(
-        {src, sizeof *src, roi, size, srcLineStep, pixelDepth, dst, sizeof *dst, dstLineStep, grid, params},
-        {true, false}, algType, temporary);
-}
-
-uint32_t TrueSenseToBGR_16u_C1C4R(const uint16_t* src, _KvxRect roi, _KvxSize size, int srcLineStep, int pixelDepth,
-                                  uint16_t* dst, int dstLineStep, unsigned char grid, tagTrueSenseParam* params,
-                                  int algType, bool temporary) noexcept {
-    return kvx::ConvertFlat(
-        {src, sizeof *src, roi, size, srcLineStep, pixelDepth, dst, sizeof *dst, dstLineStep, grid, params},
-        {true, true}, algType, temporary);
-}
+KVX_TRUESENSE_FUNCTION(TrueSenseToRGB_8u_C1C3R, const uint8_t*, uint8_t*, false, false)
+KVX_TRUESENSE_FUNCTION(TrueSenseToBGR_8u_C1C3R, const uint8_t*, uint8_t*, false, true)
+KVX_TRUESENSE_FUNCTION(TrueSenseToRGB_8u_C1C4R, const uint8_t*, uint8_t*, true, false)
+KVX_TRUESENSE_FUNCTION(TrueSenseToBGR_8u_C1C4R, const uint8_t*, uint8_t*, true, true)
+KVX_TRUESENSE_FUNCTION(TrueSenseToRGB_16u8u_C1C3R, const uint16_t*, uint8_t*, false, false)
+KVX_TRUESENSE_FUNCTION(TrueSenseToBGR_16u8u_C1C3R, const uint16_t*, uint8_t*, false, true)
+KVX_TRUESENSE_FUNCTION(TrueSenseToRGB_16u8u_C1C4R, const uint16_t*, uint8_t*, true, false)
+KVX_TRUESENSE_FUNCTION(TrueSenseToBGR_16u8u_C1C4R, const uint16_t*, uint8_t*, true, true)
+KVX_TRUESENSE_FUNCTION(TrueSenseToRGB_16u_C1C3R, const uint16_t*, uint16_t*, false, false)
+KVX_TRUESENSE_FUNCTION(TrueSenseToBGR_16u_C1C3R, const uint16_t*, uint16_t*, false, true)
+KVX_TRUESENSE_FUNCTION(TrueSenseToRGB_16u_C1C4R, const uint16_t*, uint16_t*, true, false)
+KVX_TRUESENSE_FUNCTION(TrueSenseToBGR_16u_C1C4R, const uint16_t*, uint16_t*, true, true)
 
 uint32_t TrueSenseToColor(const _KvxImage* src, _KvxImage* dst, tagTrueSenseParam* params, int algType,
                           unsigned char temporary) noexcept {
