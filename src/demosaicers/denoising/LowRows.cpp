@@ -86,12 +86,8 @@ void LocalCodesOf(const Value* row, ptrdiff_t rowStep, size_t step, size_t cells
     }
 }
 
-void LocalCodes16(const int16_t* row, ptrdiff_t rowStep, size_t step, size_t cells, int16_t* codes) {
-    LocalCodesOf(row, rowStep, step, cells, codes);
-}
-void LocalCodes32(const int32_t* row, ptrdiff_t rowStep, size_t step, size_t cells, int16_t* codes) {
-    LocalCodesOf(row, rowStep, step, cells, codes);
-}
+constexpr auto& LocalCodes16 = LocalCodesOf<int16_t>;
+constexpr auto& LocalCodes32 = LocalCodesOf<int32_t>;
 
 template <int kRadius>
 void FilterSigmaRow(const int32_t* row, const SigmaPass& pass, bool isBorder, const int32_t* thresholds, size_t cells,
@@ -126,18 +122,9 @@ void FilterSigmaRow(const int32_t* row, const SigmaPass& pass, bool isBorder, co
     }
 }
 
-void FilterSigma1(const int32_t* row, const SigmaPass& pass, bool isBorder, const int32_t* thresholds, size_t cells,
-                  int32_t* filtered) {
-    FilterSigmaRow<1>(row, pass, isBorder, thresholds, cells, filtered);
-}
-void FilterSigma2(const int32_t* row, const SigmaPass& pass, bool isBorder, const int32_t* thresholds, size_t cells,
-                  int32_t* filtered) {
-    FilterSigmaRow<2>(row, pass, isBorder, thresholds, cells, filtered);
-}
-void FilterSigmaAny(const int32_t* row, const SigmaPass& pass, bool isBorder, const int32_t* thresholds, size_t cells,
-                    int32_t* filtered) {
-    FilterSigmaRow<0>(row, pass, isBorder, thresholds, cells, filtered);
-}
+constexpr auto& FilterSigma1 = FilterSigmaRow<1>;
+constexpr auto& FilterSigma2 = FilterSigmaRow<2>;
+constexpr auto& FilterSigmaAny = FilterSigmaRow<0>;
 
 }  // namespace
 }  // namespace kvx::HWY_NAMESPACE

@@ -36,12 +36,8 @@ void DownRow(const int32_t* up, const int32_t* row, const int32_t* down, size_t 
     }
 }
 
-void DownRow4(const int32_t* up, const int32_t* row, const int32_t* down, size_t cells, int32_t* spread) {
-    DownRow<2>(up, row, down, cells, spread);
-}
-void DownRow8(const int32_t* up, const int32_t* row, const int32_t* down, size_t cells, int32_t* spread) {
-    DownRow<3>(up, row, down, cells, spread);
-}
+constexpr auto& DownRow4 = DownRow<2>;
+constexpr auto& DownRow8 = DownRow<3>;
 
 void DoubleRow(const int32_t* row, size_t cells, float* doubled) {
     const Words d;

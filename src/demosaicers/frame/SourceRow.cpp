@@ -50,14 +50,8 @@ uint16_t Read(const TrueSenseSource& source, const uint8_t* samples, const uint8
     return result;
 }
 
-uint16_t ReadBytes(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count,
-                   int16_t* line) {
-    return Read<uint8_t>(source, samples, next, count, line);
-}
-uint16_t ReadWords(const TrueSenseSource& source, const uint8_t* samples, const uint8_t* next, size_t count,
-                   int16_t* line) {
-    return Read<uint16_t>(source, samples, next, count, line);
-}
+constexpr auto& ReadBytes = Read<uint8_t>;
+constexpr auto& ReadWords = Read<uint16_t>;
 
 }  // namespace
 }  // namespace kvx::HWY_NAMESPACE
@@ -78,7 +72,7 @@ uint16_t ReadSamples(const TrueSenseSource& source, const uint8_t* samples, cons
                                   : HWY_DYNAMIC_DISPATCH(ReadWords)(source, samples, next, length, line);
 }
 
-/** A row of so few given rows that its columns may take their samples from different ones. */
+/** With fewer given rows than a tile has, the columns of a row may take their samples from different rows. */
 uint16_t ReadColumnByColumn(const TrueSenseFrame& frame, int row, int16_t* line) {
     const Area& given = frame.area.given;
     uint16_t largest = 0;

@@ -56,22 +56,10 @@ void DifferencesOfRow(const HalfRows<Lane>& up, const HalfRows<Lane>& down, size
         Differences<true>(up, down, sites, row, row.blue, row.red);
 }
 
-void Diagonals16(const HalfRows<int16_t>& up, const HalfRows<int16_t>& down, size_t sites,
-                 const HalfRows<int16_t>& row) {
-    Diagonals(up, down, sites, row);
-}
-void Diagonals32(const HalfRows<int32_t>& up, const HalfRows<int32_t>& down, size_t sites,
-                 const HalfRows<int32_t>& row) {
-    Diagonals(up, down, sites, row);
-}
-void Differences16(const HalfRows<int16_t>& up, const HalfRows<int16_t>& down, size_t sites, bool measuresRed,
-                   const HalfRows<int16_t>& row) {
-    DifferencesOfRow(up, down, sites, measuresRed, row);
-}
-void Differences32(const HalfRows<int32_t>& up, const HalfRows<int32_t>& down, size_t sites, bool measuresRed,
-                   const HalfRows<int32_t>& row) {
-    DifferencesOfRow(up, down, sites, measuresRed, row);
-}
+constexpr auto& Diagonals16 = Diagonals<int16_t>;
+constexpr auto& Diagonals32 = Diagonals<int32_t>;
+constexpr auto& Differences16 = DifferencesOfRow<int16_t>;
+constexpr auto& Differences32 = DifferencesOfRow<int32_t>;
 
 }  // namespace
 }  // namespace kvx::HWY_NAMESPACE

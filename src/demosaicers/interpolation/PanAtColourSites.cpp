@@ -33,14 +33,8 @@ void CompleteRow(const Neighbours<Lane>& pan, bool isBorder, size_t borderSite, 
     row.difference[borderSite] = static_cast<Lane>((sum >> 2) - raw);
 }
 
-void CompleteRow16(const Neighbours<int16_t>& pan, bool isBorder, size_t borderSite, size_t sites,
-                   const HalfRows<int16_t>& row) {
-    CompleteRow(pan, isBorder, borderSite, sites, row);
-}
-void CompleteRow32(const Neighbours<int32_t>& pan, bool isBorder, size_t borderSite, size_t sites,
-                   const HalfRows<int32_t>& row) {
-    CompleteRow(pan, isBorder, borderSite, sites, row);
-}
+constexpr auto& CompleteRow16 = CompleteRow<int16_t>;
+constexpr auto& CompleteRow32 = CompleteRow<int32_t>;
 
 }  // namespace
 }  // namespace kvx::HWY_NAMESPACE

@@ -76,14 +76,8 @@ void ColoursOfRow(const HalfRows<Lane>& up, const HalfRows<Lane>& row, const Hal
     BorderColours(rows, column / 2, colours);
 }
 
-void Colours16(const HalfRows<int16_t>& up, const HalfRows<int16_t>& row, const HalfRows<int16_t>& down, bool panIsOdd,
-               bool isBorder, size_t sites, int16_t* const planes[3]) {
-    ColoursOfRow(up, row, down, panIsOdd, isBorder, sites, planes);
-}
-void Colours32(const HalfRows<int32_t>& up, const HalfRows<int32_t>& row, const HalfRows<int32_t>& down, bool panIsOdd,
-               bool isBorder, size_t sites, int16_t* const planes[3]) {
-    ColoursOfRow(up, row, down, panIsOdd, isBorder, sites, planes);
-}
+constexpr auto& Colours16 = ColoursOfRow<int16_t>;
+constexpr auto& Colours32 = ColoursOfRow<int32_t>;
 
 }  // namespace
 }  // namespace kvx::HWY_NAMESPACE
