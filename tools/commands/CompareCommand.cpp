@@ -2,12 +2,12 @@
 
 #include <fmt/format.h>
 
-#include <charconv>
 #include <cmath>
 #include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "KvxFrame/Geometry.h"
 #include "tools/console/Arguments.h"
 #include "tools/console/Console.h"
 #include "tools/console/TextTable.h"
@@ -34,7 +34,7 @@ maps of the difference; it must have the same tone and colours as the converted 
 
 Examples:
   kvx-demosaic compare scene_768x512_BayerRG12.raw --reference scene.png
-  kvx-demosaic compare frame.pgm --white-balance auto --tone srgb --crop 600,400,120x80)";
+  kvx-demosaic compare frame.pgm --white-balance auto --tone srgb --crop 600,400,120,80)";
 
 const cv::Size kCropSize(120, 80);
 constexpr size_t kCropCount = 3;
@@ -49,40 +49,26 @@ struct CompareOptions {
     bool asJson = false;
 };
 
-/** "X,Y,WIDTHxHEIGHT" inside a picture. */
-cv::Rect ParseCrop(const std::string& text, cv::Size size) {
-    constexpr std::array kSeparators = {',', ',', 'x', '\0'};
-    std::array<int, 4> numbers{};
-    const char* next = text.c_str();
-    const char* end = next + text.size();
-    for (size_t index = 0; index < numbers.size(); ++index) {
-        const auto [stop, error] = std::from_chars(next, end, numbers[index]);
-        if (error != std::errc() || *stop != kSeparators[index]) {
-            Fail(ExitCode::Usage, "--crop: '{}' is not of the form X,Y,WIDTHxHEIGHT", text);
-        }
-        next = stop + 1;
-    }
-    const auto [x, y, width, height] = numbers;
-    if (x < 0 || y < 0 || width < 1 || height < 1 || width > size.width - x || height > size.height - y) {
-        Fail(ExitCode::Usage, "--crop: '{}' is not inside the frame's {}x{} pixels", text, size.width, size.height);
-    }
-    return {x, y, width, height};
-}
-
-std::vector<cv::Rect> Crops(const CompareOptions& options, const std::vector<AlgorithmResult>& results) {
+/** The crops that the user gives; they must lie inside the frame. */
+std::vector<cv::Rect> GivenCrops(const std::vector<std::string>& texts, const frame::SourceView& frame,
+                                 const std::string& name) {
     std::vector<cv::Rect> crops;
-    for (const std::string& text : options.crops) {
-        crops.push_back(ParseCrop(text, results.front().picture.size()));
-    }
-    if (crops.empty()) {
-        std::vector<cv::Mat> pictures;
-        pictures.reserve(results.size());
-        for (const AlgorithmResult& result : results) {
-            pictures.push_back(result.picture);
-        }
-        crops = SelectCrops(pictures, kCropSize, kCropCount);
+    for (const std::string& text : texts) {
+        const _KvxRect crop = ParseRegion("--crop", text);
+        WithExitCode(ExitCode::Frame, name + ": --crop", [&] { return frame::Crop(frame, crop); });
+        crops.emplace_back(static_cast<int>(crop.x), static_cast<int>(crop.y), static_cast<int>(crop.width),
+                           static_cast<int>(crop.height));
     }
     return crops;
+}
+
+std::vector<cv::Rect> BusiestCrops(const std::vector<AlgorithmResult>& results) {
+    std::vector<cv::Mat> pictures;
+    pictures.reserve(results.size());
+    for (const AlgorithmResult& result : results) {
+        pictures.push_back(result.picture);
+    }
+    return SelectCrops(pictures, kCropSize, kCropCount);
 }
 
 cv::Mat ReadReference(const std::string& path, cv::Size size) {
@@ -131,11 +117,14 @@ void Compare(const CompareOptions& options) {
     RequireDistinct(options.reference, options.output);
     const std::string name = InputName(options.input);
     const FrameInput input = ReadFrame(options.input, options.request);
+    std::vector<cv::Rect> crops = GivenCrops(options.crops, ViewOf(input.frame), name);
     const cv::Mat reference = ReadReference(options.reference, input.frame.samples.size());
     const auto finish = MakeFinish(options.finish, input.sidecar, input.frame.format, name);
     const auto results = WithExitCode(ExitCode::Library, name,
                                       [&] { return CompareAlgorithms(ViewOf(input.frame), finish, reference); });
-    const std::vector<cv::Rect> crops = Crops(options, results);
+    if (crops.empty()) {
+        crops = BusiestCrops(results);
+    }
     const std::string title =
         fmt::format("{}  {}x{}  {}", std::filesystem::path(name).filename().string(), input.frame.samples.cols,
                     input.frame.samples.rows, frame::Name(input.fileFormat));
@@ -156,7 +145,7 @@ void AddCompareCommand(CLI::App& tool) {
     AddFrameOptions(*command, options->request);
     AddFinishOptions(*command, options->finish);
     command->add_option("--crop", options->crops, "Part to enlarge; repeatable")
-        ->type_name("X,Y,WxH")
+        ->type_name("X,Y,W,H")
         ->allow_extra_args(false);
     AddJsonFlag(*command, options->asJson);
     command->footer(kFooter);
