@@ -178,16 +178,27 @@ TEST_F(ConversionMemory, OfFlatBayerFunctions) {
 }
 
 TEST_F(ConversionMemory, OfTheCopyOfASourceThatOverlaps) {
-    for (const int algorithm : {0, 1, 2}) {
-        GuardedImage src = Source(KvxFormat_BayerGB12, 12), dst = Destination(KvxFormat_RGB8, 1);
+    const auto convert = [](GuardedImage src, uint32_t noMemory, const auto& call) {
+        GuardedImage apart = Destination(KvxFormat_RGB8, 1), dst = apart.Fresh();
+        ASSERT_EQ(call(src, apart), 0u);  // makes what the function keeps
         src.Record().data = dst.Row(1);
         FailAllocations(0, LONG_MAX);
-        EXPECT_EQ(BayerToColor(&src.Record(), &dst.Record(), algorithm), kBayerNoMemory);
+        const uint32_t result = call(src, dst);
         StopFailing();
+        EXPECT_EQ(result, noMemory);
         EXPECT_TRUE(dst.Untouched());
-        EXPECT_EQ(BayerToColor(&src.Record(), &dst.Record(), algorithm), 0u);
+        EXPECT_EQ(call(src, dst), 0u);
         EXPECT_EQ(LeakedBlocks(), 0);
-    }
+    };
+    for (const int algorithm : {0, 1, 2})
+        convert(Source(KvxFormat_BayerGB12, 12), kBayerNoMemory, [=](GuardedImage& src, GuardedImage& dst) {
+            return BayerToColor(&src.Record(), &dst.Record(), algorithm);
+        });
+    for (const int algorithm : kTrueSenseAlgorithms)
+        convert(Source(KvxFormat_TrueSense_BGGR_WBBW_2_12, 12), kTrueSenseNoMemory,
+                [=](GuardedImage& src, GuardedImage& dst) {
+                    return TrueSenseToColor(&src.Record(), &dst.Record(), nullptr, algorithm, false);
+                });
 }
 
 TEST_F(ConversionMemory, OfFlatTrueSenseFunctions) {

@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <map>
 #include <nlohmann/json.hpp>
@@ -10,6 +11,7 @@
 #include "ToolRun.h"
 #include "tools/convert/Batch.h"
 #include "tools/files/PictureDecoder.h"
+#include "tools/frames/Formats.h"
 
 namespace kvx::tool {
 namespace {
@@ -51,6 +53,21 @@ TEST(Batch, ThreadsAreSharedAmongFrames) {
         EXPECT_EQ(workforce.jobs, one.expectedJobs) << one.files << " " << one.jobs;
         EXPECT_EQ(workforce.threads, one.expectedThreads) << one.files << " " << one.jobs;
     }
+}
+
+TEST(Batch, KeepsNoPictures) {
+    constexpr size_t side = 1024, pictures = 8;
+    const TemporaryDirectory directory;
+    const std::string frame = directory.Write("a_1024x1024_Mono8.raw", Bytes(side * side));
+    const std::vector<FileTask> tasks(pictures, {frame, directory.Path("a.ppm"), PictureKind::Pnm});
+    ConvertSettings settings;
+    settings.destination = RequireFormat("RGB8");
+    std::vector<size_t> used;
+    RunBatch(tasks, settings, 1, [&](const FileReport& report) {
+        EXPECT_FALSE(report.failure);
+        used.push_back(mallinfo2().uordblks + mallinfo2().hblkhd);
+    });
+    EXPECT_LT(used.back(), used.front() + 3 * side * side);
 }
 
 std::map<std::string, nlohmann::json> JsonByInput(const Bytes& output) {
