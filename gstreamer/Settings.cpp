@@ -34,7 +34,7 @@ void SetWhiteBalance(frame::Finish& finish, const std::string& text) {
         finish.whiteBalance = frame::WhiteBalance::GreyWorld;
     } else if (text.find(',') == std::string::npos) {
         Fail(KvxResult_InvalidArgument,
-             "white-balance: '{}' is none: there are auto, grey-world, white-patch, and gains such as 1.9,1,1.4", text);
+             "white-balance: '{}' is unknown: use auto, grey-world, white-patch, or gains such as 1.9,1,1.4", text);
     } else {
         const auto [red, green, blue] = ParseNumbers<3>("white-balance", text);
         finish.gains = {red, green, blue, green};
@@ -48,7 +48,7 @@ frame::Format PackedFormat(const Settings& settings, frame::Format named) {
     format.layout = settings.packing.value_or(named.layout);
     if (!frame::IsValid(format)) {
         Fail(KvxResult_InvalidArgument,
-             "packing: {} has no such form: there are msb (above 8 bits), pfnc and mipi (10, 12, 14), gige (10, 12)",
+             "packing: not for {}: use msb (above 8 bits), pfnc or mipi (10, 12, 14), gige (10, 12)",
              frame::Name(named));
     }
     return format;

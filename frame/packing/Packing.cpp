@@ -42,8 +42,8 @@ void CheckRange(Packing packing, const void* packed, size_t packedSize, size_t f
     if (words == nullptr && count > 0) Fail(KvxResult_NullPointer, "the words are a null pointer");
     const size_t held = std::min<size_t>(packedSize, PTRDIFF_MAX);  // and no byte holds two whole samples
     if (first > held || count > held - first || PackedBytes(packing, first + count) > held)
-        Fail(KvxResult_InvalidArgument, "{} samples from sample {} on end behind the buffer of {} bytes", count, first,
-             packedSize);
+        Fail(KvxResult_InvalidArgument, "{} samples from sample {} on extend beyond the buffer of {} bytes", count,
+             first, packedSize);
 }
 
 /** A piece of the sequences that a packed image consists of, and where its words are. */

@@ -1,4 +1,4 @@
-/** What the flat functions share. */
+/** A Bayer conversion without a component. */
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,8 @@
 namespace kvx {
 
 /**
- * Converts without keeping anything: algorithm 1 gets an interpolator for this call. Unlike the component, the flat
- * functions take an unknown algorithm for a request to do nothing.
+ * Converts and keeps nothing: algorithm 1 gets an interpolator for this call. With an unknown algorithm it does nothing
+ * and returns 0, unlike the component.
  *
  * @return a result code with the Bayer component's type
  */

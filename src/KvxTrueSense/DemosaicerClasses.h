@@ -15,7 +15,7 @@ struct DemosaicerClass {
     bool (*made)(const TrueSenseDemosaicer<T>*);        ///< true for an object of this class
 };
 
-/** Algorithm numbers, and with them classes, end here. */
+/** Number of algorithms, and of classes. */
 constexpr int kTrueSenseAlgorithms = 5;
 
 /** The class that `algorithm` selects, or null when there is none. */

@@ -10,7 +10,7 @@ namespace kvx {
 class IDemosaicing {
 public:
     virtual ~IDemosaicing() = default;
-    /** Releases working memory and geometry, which the next Init() makes again. */
+    /** Releases the working memory and forgets the geometry; the next Init() allocates again. */
     virtual void CleanMemory() noexcept = 0;
     /** True when `other` is this very object. */
     virtual bool IsThis(IDemosaicing* other) noexcept = 0;
@@ -38,11 +38,11 @@ public:
      */
     virtual void SetOutputPixelType(bool withAlpha, bool bgrOrder) noexcept = 0;
     /**
-     * Checks and latches all arguments, and makes the working memory ready.
+     * Checks and keeps all arguments, and allocates the working memory.
      *
      * @param src first sample of the top row of a source of `size` pixels, rows `srcLineStep` bytes apart
      * @param roi what to convert; its first pixel goes to `dst`. The noise-reducing classes also read the pixels of the
-     *        source about it.
+     *        source around it.
      * @param pixelDepth significant bits per sample
      * @param dstLineStep bytes from row to row. A negative value steps rows by its magnitude and pixels backwards: the
      *        first pixel at `dst` is the last one of its row in memory. Mirror flags apply on top.

@@ -30,7 +30,7 @@ private:
     static uint32_t Select(std::unique_ptr<TrueSenseDemosaicer<T>>& demosaicer, int64_t algorithm) noexcept;
 
     int64_t m_trueSenseAlgType = 0;
-    int64_t m_noRealloc = 0;  // no operation reads it: it is there so that both components have the parameter
+    int64_t m_noRealloc = 0;  // never read: both components have the parameter
     tagTrueSenseParam m_params;
     // Of the two, the one that the last frame needed.
     std::unique_ptr<TrueSenseDemosaicer<unsigned char>> m_demosaicer8;

@@ -6,7 +6,7 @@
 
 namespace kvx {
 
-/** Base of the components, which own their parameters' values and register them in their constructors. */
+/** Base of the components. They own the values of their parameters and register them in their constructors. */
 class KvxComponentImp : public KvxComponent {
 public:
     uint8_t GetComponentTypeID() noexcept override;

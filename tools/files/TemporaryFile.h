@@ -9,8 +9,7 @@ namespace kvx::tool {
 /** A new file next to a target; it disappears unless it is moved there. */
 class TemporaryFile {
 public:
-    /** Has no name until it is moved, so that even a killed process leaves nothing. Not every file system can do this.
-     */
+    /** Has no name until it is moved: even a killed process leaves nothing. Not every file system can do this. */
     static TemporaryFile WithoutName(const std::filesystem::path& target);
 
     /**

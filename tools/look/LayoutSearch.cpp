@@ -98,7 +98,7 @@ std::vector<LayoutCandidate> FindLayouts(const Bytes& content, const KnownFacts&
             }
             const RawFrame frame = UnpackFrame(*view);
             if (!HasNoOtherBits(content, *view, frame)) {
-                break;  // so it is with every size
+                break;  // the same for every size
             }
             candidates.push_back({layout, frame.samples, Continuity(frame.samples)});
         }

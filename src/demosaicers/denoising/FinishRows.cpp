@@ -39,7 +39,7 @@ hn::Vec<Words> SmoothedDown(const DoubledRows& rows, size_t k) {
 
 void StoreCodes(hn::Vec<Words> values, int16_t* codes) {
     const Words d;
-    const auto code = hn::ShiftRight<kFractionBits>(values);  // what is below zero ends there either way
+    const auto code = hn::ShiftRight<kFractionBits>(values);  // negative values become 0 either way
     hn::StoreU(hn::DemoteTo(Codes(), hn::Min(hn::Max(code, hn::Zero(d)), hn::Set(d, kGammaCodes - 1))), Codes(), codes);
 }
 

@@ -42,7 +42,7 @@ void SmoothDown(const SharpnessRow& row, size_t width, uint16_t* levels) noexcep
 void FindDetail(const SharpnessRow& row, const uint16_t* levels, const float* edgeScale, const float* noiseGain,
                 float maxSharpen, size_t width, float* detail) noexcept;
 
-/** The same without sharpening: the share `noiseGain` of what pan has and low-pass pan has not. */
+/** The same without sharpening: the difference between pan and low-pass pan, times `noiseGain`. */
 void FindPlainDetail(const uint16_t* pan, const uint16_t* low, const float* noiseGain, size_t width,
                      float* detail) noexcept;
 

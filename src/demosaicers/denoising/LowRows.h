@@ -28,7 +28,7 @@ void GenerateLowRow(const CellPan& pan, const int16_t* colour, size_t cells, int
  * Clamps differences to the range of their neighbours two cells away.
  *
  * @param rows two rows up, the row, two rows down; null where there is none
- * @param filtered in codes, of any row but those
+ * @param filtered in codes; none of `rows`
  */
 void FilterImpulses(const std::array<const int16_t*, 3>& rows, size_t cells, int16_t* filtered) noexcept;
 

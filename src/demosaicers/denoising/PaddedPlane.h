@@ -1,4 +1,4 @@
-/** A plane of working values with room about it. */
+/** A plane of working values with a margin on all sides. */
 #pragma once
 
 #include <algorithm>

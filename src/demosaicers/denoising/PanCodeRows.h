@@ -2,7 +2,7 @@
  * Rows of pan codes: noise is filtered, and the colour sites between them are interpolated.
  *
  * A row holds the codes of its pan sites densely, element k at column 2 k + parity, where parity is the row's; its
- * colour sites lie at the columns 2 k + 1 - parity. Elements -4 to -1 and as many behind the row hold the mirror image.
+ * colour sites lie at the columns 2 k + 1 - parity. Elements -4 to -1 and four after the row hold the mirror image.
  */
 #pragma once
 

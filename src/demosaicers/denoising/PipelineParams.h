@@ -10,13 +10,13 @@
 
 namespace kvx {
 
-/** The pipeline's borders are coarser than its inside: a tile of neighbours about the region keeps them out of it. */
+/** The pipeline is coarser at its borders: a tile of neighbours around the region keeps them out of the picture. */
 constexpr FrameRules kDenoisingRules = {.oddDepths = true, .margin = kTileSize};
 
 /** The pattern number of the base tile. */
 constexpr int32_t kBaseTilePattern = 1;
 
-/** The pipeline's parameters but for its buffers and its tone scale. */
+/** The pipeline's parameters, without its buffers and its tone scale. */
 ImageProcessParam PipelineParamOf(const WorkingArea& area, const tagTrueSenseParam& params) noexcept;
 
 /** 8-bit display values by 12-bit linear values: the caller's table, or the built-in curve when null. */

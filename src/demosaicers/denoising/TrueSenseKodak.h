@@ -1,4 +1,4 @@
-/** The noise-reducing TrueSense demosaicer as a caller of Api_ImageProcess(): the measure of its fast twin. */
+/** The noise-reducing TrueSense demosaicer that calls Api_ImageProcess(): the reference for its fast twin. */
 #pragma once
 
 #include <array>

@@ -93,7 +93,7 @@ ThresholdTable TrueSenseKodakLike<T>::PanBuildGammaNoiseThreshold(int pass) cons
     return ThresholdsOf(param.panSigma[pass], LowPanNoise(slope, intercept, param.globalGain));
 }
 
-/** @param levels the brightness at each value: the plane itself, or the colours that belong to the differences */
+/** @param levels the brightness at each value: the plane itself, or the colours of the differences */
 template <class T>
 template <class Level>
 void TrueSenseKodakLike<T>::IterativeSigmaFilter(const PaddedPlane<int32_t>& from, const PaddedPlane<Level>& levels,

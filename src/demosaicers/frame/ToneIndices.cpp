@@ -50,7 +50,7 @@ void MatrixInDoubleNumbers(const int16_t* const planes[kChannels], const ColourM
 
 #if HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128 && HWY_TARGET != HWY_SCALAR
 
-/** Adds the products of pairs of neighbours to `sum`: what the operation below comes to on this processor. */
+/** Adds the products of pairs of neighbours to `sum`, which is what the operation below does on x86. */
 template <class D32, class V16, class V32>
 V32 AddPairs(D32 d, V16 a, V16 b, V32 sum) {
     auto unused = hn::Zero(d);
@@ -97,7 +97,7 @@ void MatrixInFixedPoint(const int16_t* const planes[kChannels], const ColourMatr
                 const auto none = hn::Zero(wide);
                 const auto coarse = AddPairs(wide, redGreen, row.coarse01, AddPairs(wide, blueOne, row.coarse2, none));
                 const auto fine = AddPairs(wide, redGreen, row.fine01, AddPairs(wide, blueOne, row.fine2, none));
-                // Whatever is less than `doubtful` becomes 0, and is not in doubt: negative sums, and black.
+                // Negative sums and black, less than `doubtful`, become 0 and are not in doubt.
                 const auto z = hn::Max(hn::Add(coarse, hn::ShiftRight<15>(fine)), doubtful);
                 nearest = hn::Min(nearest, hn::And(z, fraction));
                 return hn::ShiftRightSame(z, fractionBits);
@@ -109,7 +109,7 @@ void MatrixInFixedPoint(const int16_t* const planes[kChannels], const ColourMatr
         if (hn::AllFalse(wide, hn::Lt(nearest, doubtful))) continue;
         const auto isLikeFirst = [&](auto plane, int channel) { return hn::Eq(plane, hn::Set(d, planes[channel][i])); };
         const auto likeFirst = hn::And(isLikeFirst(red, 0), hn::And(isLikeFirst(green, 1), isLikeFirst(blue, 2)));
-        const bool isFlat = hn::AllTrue(d, likeFirst);  // as saturated areas are, whose greys are always in doubt
+        const bool isFlat = hn::AllTrue(d, likeFirst);  // as in saturated areas, whose greys are always in doubt
         MatrixInDouble<false>(planes, matrix, i, isFlat ? i + 1 : i + hn::Lanes(d), indices);
         if (!isFlat) continue;
         for (int channel = 0; channel < kChannels; ++channel)

@@ -1,4 +1,4 @@
-/** What all TrueSense demosaicers share: their interfaces, and latching the arguments of a call. */
+/** The base of all TrueSense demosaicers: it implements their interfaces and keeps the arguments of a call. */
 #pragma once
 
 #include <cstdint>

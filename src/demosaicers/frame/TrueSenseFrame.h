@@ -77,7 +77,7 @@ struct TrueSenseFrame {
 /** How a class of demosaicers takes frames. */
 struct FrameRules {
     bool oddDepths;  ///< 9 to 15 bits as well, which have no output depth of their own and are written 16 bits deep
-    int margin;      ///< sites about the region that the working area has in addition: whole tiles
+    int margin;      ///< sites that the working area has on each side of the region; a multiple of kTileSize
 };
 
 /** @return 0; 7 unsupported grid, depth or geometry; 8 null source or destination. `frame` is valid only after 0. */

@@ -8,9 +8,9 @@
 namespace kvx {
 
 /**
- * What is known of one row of the working area. A row is half pan sites and half colour sites; each half is dense in
- * an array of its own, element j the site of the tile's columns 2j and 2j + 1. The first four are at the colour sites
- * but for `pan`; the differences are pan - colour.
+ * One row of the working area. Half of its sites are pan sites, half are colour sites. Each half is a dense array:
+ * element j is the site in columns 2j and 2j + 1. All arrays except `pan` are at the colour sites; differences are
+ * pan - colour.
  */
 template <class Lane>
 struct HalfRows {
@@ -23,7 +23,7 @@ struct HalfRows {
     Lane* blue;
 };
 
-/** The same element of four half-rows about a site: element j is the neighbour of site j. */
+/** The four half-rows around a row of sites: element j of each is a neighbour of site j. */
 template <class Lane>
 struct Neighbours {
     const Lane *left, *right, *up, *down;

@@ -5,7 +5,7 @@
 
 namespace kvx {
 
-/** The columns of `line` two by two: `even` and `odd` take `pairs` elements each and up to a vector of waste. */
+/** The columns of `line` two by two: `even` and `odd` have room for `pairs` elements each and a vector more. */
 void SplitLine(const int16_t* line, size_t pairs, int16_t* even, int16_t* odd);
 void SplitLine(const int16_t* line, size_t pairs, int32_t* even, int32_t* odd);
 

@@ -8,7 +8,7 @@ namespace kvx {
 /**
  * The mean of the pair of pan neighbours that differs less; the mean of all four on the border.
  *
- * @param pan about the colour sites
+ * @param pan around the colour sites
  * @param isBorder the row is the first or last one of the working area
  * @param borderSite the site in the first or last column, also a border site
  * @param[in,out] row `difference` holds the raw colour samples, and then pan - colour

@@ -41,7 +41,7 @@ private:
 class PixelWriter;
 
 /**
- * Interpolates rows [begin, end) of the working area and hands them to the writer.
+ * Interpolates rows [begin, end) of the working area and writes them.
  *
  * @param workspace reserved for the frame's working width; no other thread uses it meanwhile
  */
