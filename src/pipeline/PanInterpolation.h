@@ -11,7 +11,7 @@ namespace kvx {
 int32_t InterpolatePan(const uint16_t* pan0, const uint16_t* pan1, int32_t width, int32_t height, bool isFiltered,
                        uint16_t* pan, uint16_t* panAt0, uint16_t* panAt1, LogText_t* log) noexcept;
 
-/** The row or column within [0, length) that stands for `index`: beyond the border lies the mirror image. */
+/** The row or column within [0, length) for any `index`: the plane is mirrored at its border. `length` is 2 or more. */
 constexpr int32_t MirroredIndex(int32_t index, int32_t length) {
     while (index < 0 || index >= length) index = index < 0 ? -index : 2 * (length - 1) - index;
     return index;
