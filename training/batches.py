@@ -1,4 +1,4 @@
-"""What the network sees and what it should give: cells of mosaics, with or without noise, and of their pictures."""
+"""Inputs and expected results: cells of mosaics, with or without noise, and of their pictures."""
 import numpy as np
 import torch
 

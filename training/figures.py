@@ -1,4 +1,4 @@
-"""How well pictures are restored: PSNR of the three colours together, 8 bits, the border left out."""
+"""Quality of restored pictures: PSNR of the three colours together, 8 bits, without the border."""
 import numpy as np
 
 from . import noise

@@ -1,4 +1,4 @@
-"""What a network sees of a frame: a TrueSense frame as it is, a Bayer frame interpolated by `ipp`."""
+"""The input of a network: a TrueSense frame itself, a Bayer frame interpolated by `ipp`."""
 import numpy as np
 
 MARGIN = {"bayer": 6, "truesense": 0}  # cells at the border of a patch that know too little of what is outside

@@ -1,4 +1,4 @@
-"""Colour filter mosaics: the tiles, frames out of pictures, and whole tiles ("cells") as planes."""
+"""Colour filter mosaics: the tiles, frames from pictures, and whole tiles ("cells") as planes."""
 import numpy as np
 
 TILES = {
@@ -31,7 +31,7 @@ def sites(family):
 
 
 def mosaic_of(picture, family, pan=None):
-    """A frame out of a picture (rows, columns, RGB). Pan is the mean of red, green and blue unless a plane is given."""
+    """A frame from a picture (rows, columns, RGB). Pan is the mean of red, green and blue unless a plane is given."""
     planes = dict(zip(COLOURS, np.moveaxis(picture, -1, 0)))
     planes[PAN] = picture.mean(axis=-1) if pan is None else pan
     frame = np.empty(picture.shape[:2], picture.dtype)

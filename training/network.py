@@ -32,7 +32,7 @@ def _identity(family, size):
 
 
 def _first_base(family):
-    """To begin with: the mean of the colour around, or the interpolation that is there already."""
+    """Initial weights: the mean of the surrounding colour, or the interpolation in the input."""
     if family == "truesense":
         return torch.zeros(3 * len(letters_of(family)), len(inputs_of(family)), 3, 3)
     return _identity(family, 1)
@@ -48,7 +48,7 @@ def _cropped(x, shape):
 
 
 class Network(nn.Module):
-    """`channels` inside; `middle` layers between the first and the last; `noise`: with a plane of deviations."""
+    """`channels` per layer; `middle` layers between the first and the last; `noise`: with a plane of deviations."""
 
     def __init__(self, family, channels, middle, noise):
         super().__init__()

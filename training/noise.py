@@ -24,7 +24,7 @@ def line_at(gain, is_clear):
 
 
 def deviation(line, signal):
-    """Standard deviation at a signal; 0 where the line has fallen below 0."""
+    """Standard deviation at a signal; 0 where the line is below 0."""
     slope, intercept = line
     return np.sqrt(np.maximum(slope * signal + intercept, 0))
 
@@ -55,6 +55,6 @@ def measured_line(family, gain):
 
 
 def sigma_plane(cells, family, gain, amount=1.0):
-    """What the network is given of the noise: a deviation for each cell."""
+    """The noise as an input of the network: a deviation for each cell."""
     signal = cells[measured_planes(family)].mean(axis=0, keepdims=True)
     return (deviation(measured_line(family, gain), signal) * np.sqrt(amount)).astype(np.float32)
