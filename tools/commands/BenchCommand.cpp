@@ -1,13 +1,12 @@
 #include "tools/commands/Commands.h"
 
 #include <fmt/format.h>
-#include <omp.h>
 
 #include <algorithm>
-#include <charconv>
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "frame/base/Team.h"
 #include "tools/console/Arguments.h"
 #include "tools/console/Console.h"
 #include "tools/console/TextTable.h"
@@ -158,7 +157,7 @@ std::string BenchJson(const std::vector<Throughput>& results, int threads) {
 
 void Bench(const BenchOptions& options) {
     const BenchmarkPlan plan = MakePlan(options);
-    const int threads = plan.threads > 0 ? plan.threads : omp_get_max_threads();
+    const int threads = frame::TeamSize(UINT64_MAX, plan.threads);
     const auto results = WithExitCode(ExitCode::Library, "bench", [&plan] { return MeasureThroughput(plan); });
     PrintText(options.asJson ? BenchJson(results, threads) : BenchText(results, threads));
 }

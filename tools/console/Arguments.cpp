@@ -26,7 +26,7 @@ std::vector<double> ParseNumbers(const std::string& option, const std::string& t
         const auto [stop, error] = std::from_chars(next, end, numbers[index]);
         const bool isSeparated = index + 1 < count ? stop != end && *stop == ',' : stop == end;
         if (error != std::errc() || !isSeparated || !std::isfinite(numbers[index])) {
-            Fail(ExitCode::Usage, "{}: '{}' is not a list of {} numbers such as 0.3,0.6,0.1", option, text, count);
+            Fail(ExitCode::Usage, "{}: '{}' is not {} numbers separated by commas", option, text, count);
         }
         next = stop + 1;
     }
@@ -51,7 +51,7 @@ _KvxRect ParseRegion(const std::string& option, const std::string& text) {
     for (size_t index = 0; index < numbers.size(); ++index) {
         const double number = given[index];
         if (number < 0 || number > INT32_MAX || number != static_cast<uint32_t>(number)) {
-            Fail(ExitCode::Usage, "{}: '{}' is not a region: give X,Y,WIDTH,HEIGHT in pixels", option, text);
+            Fail(ExitCode::Usage, "{}: '{}' is not a region: give X,Y,W,H in pixels", option, text);
         }
         numbers[index] = static_cast<uint32_t>(number);
     }

@@ -1,17 +1,17 @@
 #include "tools/convert/Batch.h"
 
-#include <omp.h>
-
 #include <algorithm>
 #include <atomic>
 #include <exception>
 #include <mutex>
 #include <thread>
 
+#include "frame/base/Team.h"
+
 namespace kvx::tool {
 
 Workforce ShareThreads(size_t files, int jobs, int threads) {
-    const int all = threads > 0 ? threads : omp_get_max_threads();
+    const int all = frame::TeamSize(UINT64_MAX, threads);
     const int wanted = jobs > 0 ? jobs : all;
     const int used = static_cast<int>(std::min<size_t>(files, wanted));
     return {used, std::max(1, all / used)};

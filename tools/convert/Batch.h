@@ -14,8 +14,8 @@ struct Workforce {
 };
 
 /**
- * Shares `threads` (0: one per core) among `jobs` frames at a time (0: as many as there are threads, since reading and
- * encoding use one thread).
+ * Shares `threads` (0: OpenMP's setting; at most what frame::TeamSize() allows) among `jobs` frames at a time (0: as
+ * many as there are threads, since reading and encoding use one thread).
  */
 Workforce ShareThreads(size_t files, int jobs, int threads);
 

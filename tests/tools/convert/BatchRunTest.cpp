@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <malloc.h>
+#include <omp.h>
 
 #include <map>
 #include <nlohmann/json.hpp>
@@ -53,6 +54,11 @@ TEST(Batch, ThreadsAreSharedAmongFrames) {
         EXPECT_EQ(workforce.jobs, one.expectedJobs) << one.files << " " << one.jobs;
         EXPECT_EQ(workforce.threads, one.expectedThreads) << one.files << " " << one.jobs;
     }
+    const int setting = omp_get_max_threads();
+    omp_set_num_threads(100000);  // OMP_NUM_THREADS may be anything: converters refuse more than 1024
+    EXPECT_LE(ShareThreads(1, 0, 0).threads, 1024);
+    EXPECT_LE(ShareThreads(5000, 0, 0).jobs, 1024);
+    omp_set_num_threads(setting);
 }
 
 TEST(Batch, KeepsNoPictures) {
