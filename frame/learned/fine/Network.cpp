@@ -3,42 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
-#include "KvxDemosaicing/KvxResult.h"
-#include "frame/base/Fail.h"
 #include "frame/learned/weights/EmbeddedWeights.h"
+#include "frame/learned/weights/WeightsReader.h"
 
 namespace kvx::frame {
 namespace {
-
-class Reader {
-public:
-    explicit Reader(std::span<const uint8_t> bytes) : m_bytes(bytes) {}
-
-    uint8_t Byte() {
-        return Take(1)[0];
-    }
-    std::vector<int16_t> Words(size_t count) {
-        const auto bytes = Take(2 * count);
-        std::vector<int16_t> words(count);
-        for (size_t i = 0; i < count; ++i) words[i] = static_cast<int16_t>(bytes[2 * i] | bytes[2 * i + 1] << 8);
-        return words;
-    }
-    std::span<const uint8_t> Take(size_t count) {
-        Require(count <= m_bytes.size(), "it ends too early");
-        const auto taken = m_bytes.first(count);
-        m_bytes = m_bytes.subspan(count);
-        return taken;
-    }
-    void RequireEnd() const {
-        Require(m_bytes.empty(), "it goes on after the last layer");
-    }
-    static void Require(bool holds, const char* otherwise) {
-        if (!holds) Fail(KvxResult_WrongType, "this is no file of network weights: {}", otherwise);
-    }
-
-private:
-    std::span<const uint8_t> m_bytes;
-};
 
 /** A layer as it is in the file: [output][row][column][input]. */
 struct StoredFilters {
@@ -51,7 +20,7 @@ struct StoredFilters {
     }
 };
 
-StoredFilters ReadFilters(Reader& reader, size_t size, size_t inputs, size_t outputs) {
+StoredFilters ReadFilters(WeightsReader& reader, size_t size, size_t inputs, size_t outputs) {
     return {size, inputs, reader.Words(size * size * inputs * outputs)};
 }
 
@@ -94,22 +63,23 @@ void AddResults(Network& network, const StoredFilters& last, const StoredFilters
 
 Network ReadNetwork(std::span<const uint8_t> file) {
     constexpr uint8_t kMagic[] = {'K', 'v', 'x', 'N', 1};
-    Reader reader(file);
-    Reader::Require(std::memcmp(reader.Take(sizeof kMagic).data(), kMagic, sizeof kMagic) == 0, "it begins otherwise");
+    WeightsReader reader(file);
+    WeightsReader::Require(std::memcmp(reader.Take(sizeof kMagic).data(), kMagic, sizeof kMagic) == 0,
+                           "it begins otherwise");
     Network network{};
     network.side = reader.Byte();
     network.inputs = reader.Byte();
     network.channels = reader.Byte();
     const size_t layers = reader.Byte() + size_t{1}, baseSize = reader.Byte();
     network.hasNoise = reader.Byte() != 0;
-    Reader::Require(network.side == 2 || network.side == 4, "the tile has another side than 2 or 4");
-    Reader::Require(
+    WeightsReader::Require(network.side == 2 || network.side == 4, "the tile has another side than 2 or 4");
+    WeightsReader::Require(
         network.inputs % 2 == 0 && network.inputs > 0 && network.channels % kFilterGroup == 0 && network.channels > 0,
         "its planes do not fill vectors");
-    Reader::Require(baseSize == 1 || baseSize == 3, "its base has another size than 1 or 3");
+    WeightsReader::Require(baseSize == 1 || baseSize == 3, "its base has another size than 1 or 3");
 
     const auto shifts = reader.Take(layers + 1);
-    for (const uint8_t shift : shifts) Reader::Require(shift < 31, "a shift is too large");
+    for (const uint8_t shift : shifts) WeightsReader::Require(shift < 31, "a shift is too large");
     network.shift = shifts[layers];
     for (size_t layer = 0; layer < layers; ++layer) {
         const size_t inputs = layer == 0 ? network.inputs : network.channels;

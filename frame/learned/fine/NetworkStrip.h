@@ -4,27 +4,12 @@
 #include <cstdint>
 #include <vector>
 
+#include "frame/learned/RowRing.h"
 #include "frame/learned/fine/CellReader.h"
 #include "frame/learned/fine/LayerRow.h"
 #include "frame/learned/fine/NoiseDeviation.h"
 
 namespace kvx::frame {
-
-/** The last rows of a layer: row r stands at r modulo their number. */
-template <class Value>
-class RowRing {
-public:
-    RowRing(size_t rows, size_t values) : m_rows(rows), m_length(values), m_values(rows * values) {}
-
-    Value* Row(int64_t row) {
-        const auto count = static_cast<int64_t>(m_rows);
-        return m_values.data() + static_cast<size_t>((row % count + count) % count) * m_length;
-    }
-
-private:
-    size_t m_rows, m_length;
-    std::vector<Value> m_values;
-};
 
 class NetworkStrip {
 public:

@@ -1,0 +1,62 @@
+/** The filters of "swift" as the rows' loops read them. */
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "KvxFrame/View.h"
+#include "frame/learned/swift/SwiftFilters.h"
+
+namespace kvx::frame {
+
+/** Words that a loop repeats along the row: those of two 32-bit lanes, which are neighbouring sites of a kind. */
+using LaneWords = std::array<int16_t, 4>;
+
+/**
+ * Every row of a mosaic has green sites and those of its own other colour, red or blue. Three colours are computed: the
+ * row's own, green, and the other. A colour site lacks the other one and either green or its own: "swapped".
+ *
+ * Each of them has two filters, of which the first is four times the one along columns and the second is what the
+ * one along rows has more: (4 - mix) * columns + mix * rows is the first plus mix times the second.
+ */
+struct PackedRow {
+    bool ownIsRed;                  ///< otherwise it is blue
+    LaneWords own, green;           ///< -1 at columns whose sample is of this colour, 0 at others
+    size_t firstPan;                ///< column of the first pan site; TrueSense only
+    std::vector<LaneWords> colour;  ///< for each pair of taps: filters of swapped and other
+    std::vector<LaneWords> pan;     ///< for each pair of taps: filters of own, green and other; TrueSense only
+};
+
+/** Two taps, (row, column) from the pixel. */
+struct TapPair {
+    int8_t rows[2], columns[2];
+};
+
+/**
+ * Bayer: samples with equal weights are added first, so a tap stands for up to four of them. In the order of the loop:
+ * for each distance along the row, those 0 and 1, then those 2 and 3 rows away.
+ */
+inline constexpr std::array<TapPair, 8> kBayerTaps = {{{{0, 1}, {0, 0}},
+                                                       {{2, 3}, {0, 0}},
+                                                       {{0, 1}, {1, 1}},
+                                                       {{2, 3}, {1, 1}},
+                                                       {{0, 1}, {2, 2}},
+                                                       {{2, 3}, {2, 2}},
+                                                       {{0, 1}, {3, 3}},
+                                                       {{2, 3}, {3, 3}}}};
+
+/** TrueSense: pairs that are neighbours in memory, then those of two rows, the second to the right of the first. */
+inline constexpr size_t kNeighbours = 20;
+inline constexpr std::array<TapPair, 23> kTrueSenseTaps = {
+    {{{-3, -3}, {-2, -1}}, {{-3, -3}, {0, 1}},  {{-2, -2}, {-3, -2}}, {{-2, -2}, {-1, 0}}, {{-2, -2}, {1, 2}},
+     {{-1, -1}, {-3, -2}}, {{-1, -1}, {-1, 0}}, {{-1, -1}, {1, 2}},   {{0, 0}, {-3, -2}},  {{0, 0}, {-1, 0}},
+     {{0, 0}, {1, 2}},     {{1, 1}, {-3, -2}},  {{1, 1}, {-1, 0}},    {{1, 1}, {1, 2}},    {{2, 2}, {-3, -2}},
+     {{2, 2}, {-1, 0}},    {{2, 2}, {1, 2}},    {{3, 3}, {-2, -1}},   {{3, 3}, {0, 1}},    {{3, 3}, {2, 3}},
+     {{-3, -2}, {2, 3}},   {{-1, 0}, {3, 3}},   {{1, 2}, {3, 3}}}};
+
+/** The filters for each row of the tile, of a mosaic as it lies in memory: mirrored or not. */
+std::array<PackedRow, 4> PackFilters(const SwiftFilters& filters, const SourceView& mosaic);
+
+}  // namespace kvx::frame

@@ -1,0 +1,134 @@
+#include "frame/learned/swift/SwiftStrip.h"
+
+#include <algorithm>
+
+#include "frame/learned/FoldedIndex.h"
+
+namespace kvx::frame {
+namespace {
+
+constexpr size_t kBefore = 16;  // room in front of a row
+constexpr size_t kRow = kBefore + SwiftStrip::kColumns + kRowSlack;
+constexpr size_t kSampleRows = 8;    // those that a pixel depends on are seven
+constexpr size_t kGradientRows = 4;  // three
+
+/** Bayer sums of four samples of 14 bits fit in 16; gradients are of 12, which spares a copy of the samples. */
+int DepthOf(const Format& format) {
+    return format.bits <= 12 ? 12 : format.bits <= 14 ? 14 : 16;
+}
+
+}  // namespace
+
+SwiftFrame::SwiftFrame(const SwiftFilters& filters, const SourceView& source, const DestinationView& destination)
+    : mosaic(source),
+      picture(destination),
+      rows(PackFilters(filters, source)),
+      shift(filters.shift),
+      depth(DepthOf(source.format)),
+      isSplit(depth == 16 && source.format.family == Family::Bayer) {}
+
+SwiftStrip::SwiftStrip()
+    : m_samples(kSampleRows, kRow),
+      m_lower(kSampleRows, kRow),
+      m_levels(kSampleRows, kRow),
+      m_added(size_t{2} * kSwiftReach, kRow),
+      m_alongRows(kGradientRows, kRow),
+      m_alongColumns(kGradientRows, kRow),
+      m_gradientSums(2, kRow),
+      m_mix(1, kRow) {}
+
+SampleRow SwiftStrip::Samples(const SwiftFrame& frame, int64_t row) {
+    return {m_samples.Row(row) + kBefore, frame.isSplit ? m_lower.Row(row) + kBefore : nullptr,
+            frame.depth > 12 ? m_levels.Row(row) + kBefore : nullptr};
+}
+
+GradientRow SwiftStrip::Gradients(int64_t row) {
+    return {m_alongRows.Row(row) + kBefore, m_alongColumns.Row(row) + kBefore};
+}
+
+/** Samples on both sides of the frame repeat others nearby, which are in the same strip. */
+void SwiftStrip::ReadRow(const SwiftFrame& frame, int64_t row, int64_t left, size_t columns) {
+    const SourceView& mosaic = frame.mosaic;
+    const auto side = static_cast<int64_t>(TileSide(mosaic.format));
+    const int64_t width = mosaic.width, sampleBytes = mosaic.format.bits > 8 ? 2 : 1;
+    // A tile more than the filters reach, so that what the border repeats is there.
+    const int64_t first = left - kSwiftReach - side, end = left + static_cast<int64_t>(columns) + kSwiftReach;
+    const int64_t insideFirst = std::max<int64_t>(first, 0), insideEnd = std::min(end, width);
+    const auto* const in = static_cast<const uint8_t*>(mosaic.data) +
+                           FoldedIndex(row, mosaic.height, side) * mosaic.stride + insideFirst * sampleBytes;
+
+    const SampleRow samples = Samples(frame, row);
+    const auto moved = [&](int64_t column) {
+        const int64_t by = column - left;
+        return SampleRow{samples.samples + by, samples.lower ? samples.lower + by : nullptr,
+                         samples.levels ? samples.levels + by : nullptr};
+    };
+    ReadSamples(in, static_cast<size_t>(insideEnd - insideFirst), mosaic.format.bits, frame.depth, moved(insideFirst));
+    const auto repeat = [&](int64_t column) {
+        const SampleRow to = moved(column), from = moved(FoldedIndex(column, width, side));
+        *to.samples = *from.samples;
+        if (to.lower) *to.lower = *from.lower;
+        if (to.levels) *to.levels = *from.levels;
+    };
+    for (int64_t column = left - kSwiftReach; column < 0; ++column) repeat(column);
+    for (int64_t column = width; column < end; ++column) repeat(column);
+}
+
+void SwiftStrip::ComputeGradients(const SwiftFrame& frame, int64_t row, size_t columns) {
+    const int16_t* levels[5];
+    for (int64_t i = 0; i < 5; ++i) {
+        const SampleRow samples = Samples(frame, row + i - 2);
+        levels[i] = (samples.levels ? samples.levels : samples.samples) - 1;
+    }
+    GradientRow out = Gradients(row);  // from one column to the left to one to the right
+    --out.alongRows;
+    --out.alongColumns;
+    if (frame.mosaic.format.family == Family::Bayer)
+        BayerGradients(levels, columns + 2, out);
+    else
+        TrueSenseGradients(levels, 1 - frame.rows[row & 3].firstPan, columns + 2, out);
+}
+
+void SwiftStrip::ComputePixels(const SwiftFrame& frame, int64_t row, int64_t left, size_t columns) {
+    uint16_t* const mix = m_mix.Row(0) + kBefore;
+    const GradientRow gradients[3] = {Gradients(row - 1), Gradients(row), Gradients(row + 1)};
+    const GradientRow sums = {m_gradientSums.Row(0) + kBefore, m_gradientSums.Row(1) + kBefore};
+    MixRow(gradients, sums, columns, mix);
+
+    const PackedRow& filters = frame.rows[row & 3];
+    const Format &in = frame.mosaic.format, &out = frame.picture.format;
+    const int up = 16 - frame.depth, bytes = out.bits == 8 ? 3 : 6;
+    const PixelInput input{filters, mix, frame.shift + 2 - up, up};
+    const PixelRow pixels{static_cast<uint8_t*>(frame.picture.data) + row * frame.picture.stride + left * bytes,
+                          columns, std::max<int>(in.bits, out.bits), out.bits,
+                          filters.ownIsRed == (out.order == Order::Rgb)};
+
+    const int16_t *samples[7], *lower[7];
+    for (int64_t i = 0; i < 7; ++i) {
+        const SampleRow at = Samples(frame, row + i - 3);
+        samples[i] = at.samples;
+        lower[i] = at.lower;
+    }
+    if (in.family == Family::TrueSense) return TrueSensePixels(input, samples, pixels);
+    const auto added = [&](const int16_t* const rows[7], int64_t first, SumRows& all) {
+        int16_t* to[3];
+        for (int64_t i = 0; i < 3; ++i) to[i] = m_added.Row(first + i) + kBefore;
+        AddRows(rows, columns, to);
+        all[0] = rows[3];
+        std::copy_n(to, 3, all + 1);
+    };
+    SumRows whole, parts;
+    added(samples, 0, whole);
+    if (frame.isSplit) added(lower, 3, parts);
+    BayerPixels(input, whole, frame.isSplit ? &parts : nullptr, pixels);
+}
+
+void SwiftStrip::Run(const SwiftFrame& frame, int64_t top, int64_t bottom, int64_t left, size_t columns) {
+    for (int64_t row = top - kSwiftReach; row < bottom + kSwiftReach; ++row) {
+        ReadRow(frame, row, left, columns);
+        if (row - 2 >= top - 1) ComputeGradients(frame, row - 2, columns);
+        if (row - kSwiftReach >= top) ComputePixels(frame, row - kSwiftReach, left, columns);
+    }
+}
+
+}  // namespace kvx::frame

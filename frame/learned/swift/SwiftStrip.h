@@ -1,0 +1,49 @@
+/** Runs "swift" down a strip of a frame, row by row, in working memory that stays in cache. */
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "KvxFrame/View.h"
+#include "frame/learned/RowRing.h"
+#include "frame/learned/swift/SwiftRows.h"
+
+namespace kvx::frame {
+
+/** A frame, its picture, and the filters of its rows. */
+struct SwiftFrame {
+    SwiftFrame(const SwiftFilters& filters, const SourceView& source, const DestinationView& destination);
+
+    SourceView mosaic;
+    DestinationView picture;
+    std::array<PackedRow, 4> rows;
+    int shift;     ///< of the filters' sums
+    int depth;     ///< of the samples that the rows' loops see
+    bool isSplit;  ///< whether they see them in two parts
+};
+
+class SwiftStrip {
+public:
+    static constexpr size_t kColumns =
+        2048;  ///< the working rows stay in the second-level cache, and long rows are fetched ahead
+
+    /** @throws std::bad_alloc */
+    SwiftStrip();
+
+    /** Rows `top` to `bottom` - 1 of the pixels in `columns` columns from `left` on, which is a multiple of kColumns.
+     */
+    void Run(const SwiftFrame& frame, int64_t top, int64_t bottom, int64_t left, size_t columns);
+
+private:
+    SampleRow Samples(const SwiftFrame& frame, int64_t row);
+    GradientRow Gradients(int64_t row);
+
+    void ReadRow(const SwiftFrame& frame, int64_t row, int64_t left, size_t columns);
+    void ComputeGradients(const SwiftFrame& frame, int64_t row, size_t columns);
+    void ComputePixels(const SwiftFrame& frame, int64_t row, int64_t left, size_t columns);
+
+    RowRing<int16_t> m_samples, m_lower, m_levels, m_added;
+    RowRing<uint16_t> m_alongRows, m_alongColumns, m_gradientSums, m_mix;
+};
+
+}  // namespace kvx::frame
