@@ -21,35 +21,40 @@ HWY_INLINE V First(V before, V after) {
 HWY_INLINE V Second(V before, V twice, V after) {
     return hn::Abs(hn::Sub(hn::Sub(twice, before), after));
 }
-HWY_INLINE void Put(V value, uint16_t* to) {
-    hn::StoreU(hn::BitCast(Unsigned(), value), Unsigned(), to);
-}
-
-/** Gradients that `joined` makes of a first and a second difference. */
+/** Gradients that `joined` makes of a first and a second difference. Only sums of nine can exceed 16 bits. */
 template <class Joined>
-HWY_INLINE void ForGradients(const int16_t* const levels[5], size_t count, const GradientRow& out,
-                             const Joined& joined) {
+HWY_INLINE void ForGradients(const int16_t* const levels[5], size_t count, const GradientRow rows[3],
+                             const GradientRow& sums, const Joined& joined) {
     const Signed d;
+    const Unsigned dSum;
+    const int16_t *const up2 = levels[0], *const up = levels[1], *const row = levels[2], *const down = levels[3],
+                         *const down2 = levels[4];
+    const GradientRow above2 = rows[0], above = rows[1], out = rows[2], sum = sums;
     for (size_t column = 0; column < count; column += hn::Lanes(d)) {
-        const auto at = [&](int row, int distance) {
-            return hn::LoadU(d, levels[2 + row] + static_cast<ptrdiff_t>(column) + distance);
+        const auto at = [&](const int16_t* from) { return hn::LoadU(d, from + column); };
+        const auto put = [&](V gradient, uint16_t* GradientRow::*along) {
+            const U value = hn::BitCast(dSum, gradient);
+            hn::StoreU(value, dSum, out.*along + column);
+            const U two = hn::Add(hn::LoadU(dSum, above2.*along + column), hn::LoadU(dSum, above.*along + column));
+            hn::StoreU(hn::Add(two, value), dSum, sum.*along + column);
         };
-        const V middle = at(0, 0), twice = hn::Add(middle, middle);
-        Put(joined(First(at(0, -1), at(0, 1)), Second(at(0, -2), twice, at(0, 2))), out.alongRows + column);
-        Put(joined(First(at(-1, 0), at(1, 0)), Second(at(-2, 0), twice, at(2, 0))), out.alongColumns + column);
+        const V middle = at(row), twice = hn::Add(middle, middle);
+        put(joined(First(at(row - 1), at(row + 1)), Second(at(row - 2), twice, at(row + 2))), &GradientRow::alongRows);
+        put(joined(First(at(up), at(down)), Second(at(up2), twice, at(down2))), &GradientRow::alongColumns);
     }
 }
 
-void BayerRow(const int16_t* const levels[5], size_t count, const GradientRow& out) {
-    ForGradients(levels, count, out, [](V first, V second) { return hn::Add(first, second); });
+void BayerRow(const int16_t* const levels[5], size_t count, const GradientRow rows[3], const GradientRow& sums) {
+    ForGradients(levels, count, rows, sums, [](V first, V second) { return hn::Add(first, second); });
 }
 
-void TrueSenseRow(const int16_t* const levels[5], size_t firstPan, size_t count, const GradientRow& out) {
+void TrueSenseRow(const int16_t* const levels[5], size_t firstPan, size_t count, const GradientRow rows[3],
+                  const GradientRow& sums) {
     if (firstPan == 0)
-        ForGradients(levels, count, out,
+        ForGradients(levels, count, rows, sums,
                      [](V first, V second) { return hn::OddEven(first, hn::ShiftRight<1>(second)); });
     else
-        ForGradients(levels, count, out,
+        ForGradients(levels, count, rows, sums,
                      [](V first, V second) { return hn::OddEven(hn::ShiftRight<1>(second), first); });
 }
 
@@ -65,25 +70,15 @@ HWY_INLINE U Mix(U h, U v) {
     return hn::Add(hn::Set(Unsigned(), uint16_t{2}), hn::Sub(rows, columns));
 }
 
-/** Sums over 3x3 samples first add columns; only the last sums can exceed 16 bits. */
-void Mixes(const GradientRow gradients[3], const GradientRow& sums, size_t count, uint16_t* mix) {
+void Mixes(const GradientRow& sums, size_t count, uint16_t* mix) {
     const Unsigned d;
-    const auto lanes = static_cast<ptrdiff_t>(hn::Lanes(d));
-    const auto end = static_cast<ptrdiff_t>(count);
-    for (ptrdiff_t column = -1; column <= end; column += lanes) {
-        const auto sum = [&](uint16_t* GradientRow::*along) {
-            const auto at = [&](size_t row) { return hn::LoadU(d, gradients[row].*along + column); };
-            hn::StoreU(hn::Add(hn::Add(at(0), at(1)), at(2)), d, sums.*along + column);
+    const uint16_t *const alongRows = sums.alongRows, *const alongColumns = sums.alongColumns;
+    for (size_t column = 0; column < count; column += hn::Lanes(d)) {
+        const auto sum = [&](const uint16_t* row) {
+            const auto at = [&](const uint16_t* from) { return hn::LoadU(d, from + column); };
+            return hn::SaturatedAdd(hn::SaturatedAdd(at(row - 1), at(row)), at(row + 1));
         };
-        sum(&GradientRow::alongRows);
-        sum(&GradientRow::alongColumns);
-    }
-    for (ptrdiff_t column = 0; column < end; column += lanes) {
-        const auto sum = [&](const uint16_t* from) {
-            const auto at = [&](int distance) { return hn::LoadU(d, from + column + distance); };
-            return hn::SaturatedAdd(hn::SaturatedAdd(at(-1), at(0)), at(1));
-        };
-        hn::StoreU(Mix(sum(sums.alongRows), sum(sums.alongColumns)), d, mix + column);
+        hn::StoreU(Mix(sum(alongRows), sum(alongColumns)), d, mix + column);
     }
 }
 
@@ -98,16 +93,17 @@ HWY_EXPORT(BayerRow);
 HWY_EXPORT(TrueSenseRow);
 HWY_EXPORT(Mixes);
 
-void BayerGradients(const int16_t* const levels[5], size_t count, const GradientRow& out) {
-    HWY_DYNAMIC_DISPATCH(BayerRow)(levels, count, out);
+void BayerGradients(const int16_t* const levels[5], size_t count, const GradientRow rows[3], const GradientRow& sums) {
+    HWY_DYNAMIC_DISPATCH(BayerRow)(levels, count, rows, sums);
 }
 
-void TrueSenseGradients(const int16_t* const levels[5], size_t firstPan, size_t count, const GradientRow& out) {
-    HWY_DYNAMIC_DISPATCH(TrueSenseRow)(levels, firstPan, count, out);
+void TrueSenseGradients(const int16_t* const levels[5], size_t firstPan, size_t count, const GradientRow rows[3],
+                        const GradientRow& sums) {
+    HWY_DYNAMIC_DISPATCH(TrueSenseRow)(levels, firstPan, count, rows, sums);
 }
 
-void MixRow(const GradientRow gradients[3], const GradientRow& sums, size_t count, uint16_t* mix) {
-    HWY_DYNAMIC_DISPATCH(Mixes)(gradients, sums, count, mix);
+void MixRow(const GradientRow& sums, size_t count, uint16_t* mix) {
+    HWY_DYNAMIC_DISPATCH(Mixes)(sums, count, mix);
 }
 
 }  // namespace kvx::frame

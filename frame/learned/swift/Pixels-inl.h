@@ -25,8 +25,11 @@ namespace hn = hwy::HWY_NAMESPACE;
 using Words = std::conditional_t<HWY_ARCH_X86, hn::ScalableTag<int16_t>, hn::CappedTag<int16_t, 8>>;
 using Unsigned = hn::Rebind<uint16_t, Words>;
 using Wide = hn::Repartition<int32_t, Words>;
+using Bytes = hn::Repartition<uint8_t, Words>;
 using V = hn::Vec<Words>;
 using W = hn::Vec<Wide>;
+
+constexpr bool kHasBlocks = HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128;
 
 /** Saturated words: those of `a` in the lower half of each block, those of `b` in the upper. */
 HWY_INLINE V Packed(W a, W b) {
@@ -58,6 +61,13 @@ HWY_INLINE W InRegister(W sum) {
 #endif
     return sum;
 }
+
+/** Division by 2^shift, of sums. */
+struct Rounding {
+    explicit Rounding(int bits) : half(hn::Set(Wide(), 1 << (bits - 1))), shift(bits) {}
+    W half;
+    int shift;
+};
 
 /** Sums for two vectors of pixels with two filters for each of a number of colours, in the order of PackedRow. */
 template <size_t kColours>
@@ -93,11 +103,11 @@ public:
     }
 
     /** Words of a colour, packed. */
-    HWY_INLINE V Mixed(size_t colour, const W (&mix)[2], int shift) const {
-        const W half = hn::Set(Wide(), 1 << (shift - 1));
+    HWY_INLINE V Mixed(size_t colour, const W (&mix)[2], const Rounding& rounding) const {
         const auto word = [&](size_t vector) {
             const W more = hn::Mul(mix[vector], Of(2 * colour + 1, vector));
-            return hn::ShiftRightSame(hn::Add(hn::Add(Of(2 * colour, vector), half), more), shift);
+            const W sum = hn::Add(hn::Add(Of(2 * colour, vector), rounding.half), more);
+            return hn::ShiftRightSame(sum, rounding.shift);
         };
         return Packed(word(0), word(1));
     }
@@ -140,14 +150,52 @@ private:
 
     HWY_INLINE void PutSamples(size_t column, V first, V second, V third) const {
         constexpr size_t kPixel = 3 * sizeof(T);
-        const hn::Rebind<T, Words> d;
-        const size_t lanes = hn::Lanes(d);
+        const size_t lanes = hn::Lanes(Words());
         uint8_t* const to = m_out.data + column * kPixel;
-        T pixels[3 * hn::MaxLanes(d)];  // also where vectors are stored word by word, which needs even addresses
-        const bool isDirect = column + lanes <= m_out.count && (sizeof(T) == 1 || HWY_TARGET != HWY_EMU128);
-        hn::StoreInterleaved3(Narrowed(first), Narrowed(second), Narrowed(third), d,
-                              isDirect ? reinterpret_cast<T*>(to) : pixels);
+        T pixels[3 * hn::MaxLanes(Words()) + kTooMany];
+        const bool isDirect = column + lanes + kTooMany <= m_out.count && kAnyAddress;
+        Store(first, second, third, isDirect ? reinterpret_cast<T*>(to) : pixels);
         if (!isDirect && column < m_out.count) std::memcpy(to, pixels, std::min(lanes, m_out.count - column) * kPixel);
+    }
+
+    // The last block of bytes that x86 stores ends after the last pixel.
+    static constexpr size_t kTooMany = kHasBlocks && sizeof(T) == 1 ? 4 : 0;
+    // Without vectors they are stored word by word, which needs even addresses.
+    static constexpr bool kAnyAddress = sizeof(T) == 1 || HWY_TARGET != HWY_EMU128;
+
+    HWY_INLINE void Store(V first, V second, V third, T* to) const {
+        if constexpr (kHasBlocks && sizeof(T) == 1)
+            StoreBytes(first, second, third, to);
+        else
+            hn::StoreInterleaved3(Narrowed(first), Narrowed(second), Narrowed(third), hn::Rebind<T, Words>(), to);
+    }
+
+    /** The upper bytes of signed words: four pixels of a block are four bytes each, of which three are stored. */
+    static HWY_INLINE void StoreBytes(V first, V second, V third, uint8_t* to) {
+        const Unsigned d;
+        const Bytes dByte;
+        const auto upper = [&](V words) { return hn::BitCast(d, words); };
+        const auto two = hn::Or(hn::ShiftRight<8>(upper(first)), hn::And(upper(second), hn::Set(d, 0xFF00)));
+        const auto firstTwo = hn::Xor(two, hn::Set(d, 0x8080));
+        const auto last = hn::Xor(hn::ShiftRight<8>(upper(third)), hn::Set(d, 0x80));
+        alignas(16) static constexpr uint8_t kOrder[16] = {0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 3, 7, 11, 15};
+        const auto order = hn::LoadDup128(dByte, kOrder);
+        const auto pixels = [&](auto four) { return hn::TableLookupBytes(hn::BitCast(dByte, four), order); };
+        StoreBlocks(dByte, pixels(hn::InterleaveLower(d, firstTwo, last)),
+                    pixels(hn::InterleaveUpper(d, firstTwo, last)), to);
+    }
+
+    /** Blocks of either vector in turn, from left to right: each begins where the pixels of the one before end. */
+    template <class D>
+    static HWY_INLINE void StoreBlocks(D d, hn::Vec<D> lower, hn::Vec<D> upper, uint8_t* to) {
+        if constexpr (hn::MaxLanes(D()) == 16) {
+            hn::StoreU(lower, d, to);
+            hn::StoreU(upper, d, to + 12);
+        } else {
+            const hn::Half<D> half;
+            StoreBlocks(half, hn::LowerHalf(half, lower), hn::LowerHalf(half, upper), to);
+            StoreBlocks(half, hn::UpperHalf(half, lower), hn::UpperHalf(half, upper), to + 3 * hn::Lanes(half) / 2);
+        }
     }
 
     HWY_INLINE auto Narrowed(V signedWord) const {

@@ -34,17 +34,20 @@ struct GradientRow {
     uint16_t *alongRows, *alongColumns;
 };
 
-/** The gradients of Bayer samples. @param levels five rows, the third is that of the gradients */
-void BayerGradients(const int16_t* const levels[5], size_t count, const GradientRow& out);
+/**
+ * The gradients of a row of Bayer samples, and their sums with those of the two rows above.
+ *
+ * @param levels five rows, the third is that of the gradients
+ * @param rows   the two rows above, and that of the gradients
+ */
+void BayerGradients(const int16_t* const levels[5], size_t count, const GradientRow rows[3], const GradientRow& sums);
 
 /** The same of TrueSense samples. @param firstPan column of a pan sample, 0 or 1 */
-void TrueSenseGradients(const int16_t* const levels[5], size_t firstPan, size_t count, const GradientRow& out);
+void TrueSenseGradients(const int16_t* const levels[5], size_t firstPan, size_t count, const GradientRow rows[3],
+                        const GradientRow& sums);
 
-/** How much to take of the filters along rows, 0 to 4. @param gradients of three rows; `sums`: working rows */
-void MixRow(const GradientRow gradients[3], const GradientRow& sums, size_t count, uint16_t* mix);
-
-/** Sums of the samples 1, 2 and 3 rows above and below. @param rows seven, the fourth is in the middle */
-void AddRows(const int16_t* const rows[7], size_t count, int16_t* const sums[3]);
+/** How much to take of the filters along rows, 0 to 4. @param sums of three rows, from column -1 on */
+void MixRow(const GradientRow& sums, size_t count, uint16_t* mix);
 
 /** Where pixels go. */
 struct PixelRow {
@@ -63,13 +66,11 @@ struct PixelInput {
     int up;     ///< from a sample to a word of 16 bits
 };
 
-/** The samples of a row, and sums of those 1, 2 and 3 rows away. */
-using SumRows = const int16_t* [4];
+/** @param samples seven rows, the fourth is the pixels'; `lower`: their lower parts; null: samples are whole */
+void BayerPixels(const PixelInput& input, const int16_t* const samples[7], const int16_t* const lower[7],
+                 const PixelRow& out);
 
-/** @param lower of the samples' lower parts; null: samples are whole */
-void BayerPixels(const PixelInput& input, const SumRows& samples, const SumRows* lower, const PixelRow& out);
-
-/** @param samples seven rows, the fourth is the pixels' */
+/** @param samples as above */
 void TrueSensePixels(const PixelInput& input, const int16_t* const samples[7], const PixelRow& out);
 
 }  // namespace kvx::frame

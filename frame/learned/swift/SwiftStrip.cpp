@@ -9,8 +9,8 @@ namespace {
 
 constexpr size_t kBefore = 16;  // room in front of a row
 constexpr size_t kRow = kBefore + SwiftStrip::kColumns + kRowSlack;
-constexpr size_t kSampleRows = 8;    // those that a pixel depends on are seven
-constexpr size_t kGradientRows = 4;  // three
+constexpr size_t kSampleRows = 8;  // seven that a pixel depends on, and one more for a quick remainder
+constexpr size_t kGradientRows = 3;
 
 /** Bayer sums of four samples of 14 bits fit in 16; gradients are of 12, which spares a copy of the samples. */
 int DepthOf(const Format& format) {
@@ -31,7 +31,6 @@ SwiftStrip::SwiftStrip()
     : m_samples(kSampleRows, kRow),
       m_lower(kSampleRows, kRow),
       m_levels(kSampleRows, kRow),
-      m_added(size_t{2} * kSwiftReach, kRow),
       m_alongRows(kGradientRows, kRow),
       m_alongColumns(kGradientRows, kRow),
       m_gradientSums(2, kRow),
@@ -44,6 +43,10 @@ SampleRow SwiftStrip::Samples(const SwiftFrame& frame, int64_t row) {
 
 GradientRow SwiftStrip::Gradients(int64_t row) {
     return {m_alongRows.Row(row) + kBefore, m_alongColumns.Row(row) + kBefore};
+}
+
+GradientRow SwiftStrip::GradientSums() {
+    return {m_gradientSums.Row(0) + kBefore, m_gradientSums.Row(1) + kBefore};
 }
 
 /** Samples on both sides of the frame repeat others nearby, which are in the same strip. */
@@ -80,20 +83,19 @@ void SwiftStrip::ComputeGradients(const SwiftFrame& frame, int64_t row, size_t c
         const SampleRow samples = Samples(frame, row + i - 2);
         levels[i] = (samples.levels ? samples.levels : samples.samples) - 1;
     }
-    GradientRow out = Gradients(row);  // from one column to the left to one to the right
-    --out.alongRows;
-    --out.alongColumns;
+    // From one column to the left to one to the right.
+    const auto moved = [](const GradientRow& at) { return GradientRow{at.alongRows - 1, at.alongColumns - 1}; };
+    const GradientRow rows[3] = {moved(Gradients(row - 2)), moved(Gradients(row - 1)), moved(Gradients(row))};
+    const GradientRow sums = moved(GradientSums());
     if (frame.mosaic.format.family == Family::Bayer)
-        BayerGradients(levels, columns + 2, out);
+        BayerGradients(levels, columns + 2, rows, sums);
     else
-        TrueSenseGradients(levels, 1 - frame.rows[row & 3].firstPan, columns + 2, out);
+        TrueSenseGradients(levels, 1 - frame.rows[row & 3].firstPan, columns + 2, rows, sums);
 }
 
 void SwiftStrip::ComputePixels(const SwiftFrame& frame, int64_t row, int64_t left, size_t columns) {
     uint16_t* const mix = m_mix.Row(0) + kBefore;
-    const GradientRow gradients[3] = {Gradients(row - 1), Gradients(row), Gradients(row + 1)};
-    const GradientRow sums = {m_gradientSums.Row(0) + kBefore, m_gradientSums.Row(1) + kBefore};
-    MixRow(gradients, sums, columns, mix);
+    MixRow(GradientSums(), columns, mix);
 
     const PackedRow& filters = frame.rows[row & 3];
     const Format &in = frame.mosaic.format, &out = frame.picture.format;
@@ -109,18 +111,10 @@ void SwiftStrip::ComputePixels(const SwiftFrame& frame, int64_t row, int64_t lef
         samples[i] = at.samples;
         lower[i] = at.lower;
     }
-    if (in.family == Family::TrueSense) return TrueSensePixels(input, samples, pixels);
-    const auto added = [&](const int16_t* const rows[7], int64_t first, SumRows& all) {
-        int16_t* to[3];
-        for (int64_t i = 0; i < 3; ++i) to[i] = m_added.Row(first + i) + kBefore;
-        AddRows(rows, columns, to);
-        all[0] = rows[3];
-        std::copy_n(to, 3, all + 1);
-    };
-    SumRows whole, parts;
-    added(samples, 0, whole);
-    if (frame.isSplit) added(lower, 3, parts);
-    BayerPixels(input, whole, frame.isSplit ? &parts : nullptr, pixels);
+    if (in.family == Family::TrueSense)
+        TrueSensePixels(input, samples, pixels);
+    else
+        BayerPixels(input, samples, frame.isSplit ? lower : nullptr, pixels);
 }
 
 void SwiftStrip::Run(const SwiftFrame& frame, int64_t top, int64_t bottom, int64_t left, size_t columns) {

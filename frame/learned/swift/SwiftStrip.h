@@ -37,12 +37,14 @@ public:
 private:
     SampleRow Samples(const SwiftFrame& frame, int64_t row);
     GradientRow Gradients(int64_t row);
+    GradientRow GradientSums();
 
     void ReadRow(const SwiftFrame& frame, int64_t row, int64_t left, size_t columns);
+    /** Of a row; and sums over it and the two above. */
     void ComputeGradients(const SwiftFrame& frame, int64_t row, size_t columns);
     void ComputePixels(const SwiftFrame& frame, int64_t row, int64_t left, size_t columns);
 
-    RowRing<int16_t> m_samples, m_lower, m_levels, m_added;
+    RowRing<int16_t> m_samples, m_lower, m_levels;
     RowRing<uint16_t> m_alongRows, m_alongColumns, m_gradientSums, m_mix;
 };
 

@@ -48,6 +48,7 @@ void Pixels(const PixelInput& input, const int16_t* const samples[7], const Pixe
     const Words d;
     const size_t lanes = hn::Lanes(d);
     const PixelWriter<T> writer(input, out);
+    const Rounding rounding(input.shift);
     const TapRows taps(samples);
     const size_t firstPan = input.filters.firstPan, firstColour = 1 - firstPan;
     for (size_t column = 0; column < out.count; column += 2 * lanes) {
@@ -60,14 +61,14 @@ void Pixels(const PixelInput& input, const int16_t* const samples[7], const Pixe
             const size_t place = column + firstPan;
             const auto sums = SumsAt<3>(taps, place, input.filters.pan.data());
             const W mix[2] = {mixFrom(place), mixFrom(place + lanes)};
-            for (size_t colour = 0; colour < 3; ++colour) pan[colour] = sums.Mixed(colour, mix, input.shift);
+            for (size_t colour = 0; colour < 3; ++colour) pan[colour] = sums.Mixed(colour, mix, rounding);
         }
         {
             const size_t place = column + firstColour;
             const auto sums = SumsAt<2>(taps, place, input.filters.colour.data());
             const W mix[2] = {mixFrom(place), mixFrom(place + lanes)};
-            swapped = sums.Mixed(0, mix, input.shift);
-            other = sums.Mixed(1, mix, input.shift);
+            swapped = sums.Mixed(0, mix, rounding);
+            other = sums.Mixed(1, mix, rounding);
         }
         const V* const even[3] = {firstPan ? &swapped : &pan[0], firstPan ? &swapped : &pan[1],
                                   firstPan ? &other : &pan[2]};
