@@ -54,12 +54,20 @@ HWY_INLINE W EvenWords(V words) {
     return hn::RearrangeToOddPlusEven(even, odd);
 }
 
-/** The same sum, computed here: GCC puts off adding products until it runs out of registers, and stores them. */
-HWY_INLINE W InRegister(W sum) {
+/**
+ * Adds products of pairs; x86 adds them to `even` only. The statements give the sums their place in the order of
+ * instructions: GCC puts off adding until it runs out of registers for the products, and stores them.
+ */
+HWY_INLINE void AddProducts(V pairs, V weights, W& even, W& odd) {
+#if HWY_TARGET == HWY_AVX3_DL
+    asm("vpdpwssd %2, %1, %0" : "+v"(even.raw) : "v"(pairs.raw), "v"(weights.raw));  // multiplies and adds at once
+    (void)odd;
+#else
+    even = hn::ReorderWidenMulAccumulate(Wide(), pairs, weights, even, odd);
 #if HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128
-    asm("" : "+v"(sum.raw));
+    asm("" : "+v"(even.raw));
 #endif
-    return sum;
+#endif
 }
 
 /** Division by 2^shift, of sums. */
@@ -85,11 +93,8 @@ public:
 #pragma GCC unroll 6
         for (size_t i = 0; i < 2 * kColours; ++i) {
             const V weights = Repeated(filters[i]);
-            const auto add = [&](V pair, W& even, W& odd) {
-                even = InRegister(hn::ReorderWidenMulAccumulate(Wide(), pair, weights, even, odd));
-            };
-            add(first, m_even[i][0], m_odd[i][0]);
-            add(second, m_even[i][1], m_odd[i][1]);
+            AddProducts(first, weights, m_even[i][0], m_odd[i][0]);
+            AddProducts(second, weights, m_even[i][1], m_odd[i][1]);
         }
     }
 
