@@ -24,12 +24,14 @@ constexpr Algorithm kAlgorithms[] = {
     {"ipp", Family::Bayer, KvxBayerAlgorithm_IPP},
     {"edge-aware", Family::Bayer, KvxBayerAlgorithm_EdgeAware},
     {"fine", Family::Bayer, -1, "fine"},
+    {"swift", Family::Bayer, -1, "swift"},
     {"fast", Family::TrueSense, KvxTrueSenseAlgorithm_Fast},
     {"simple", Family::TrueSense, KvxTrueSenseAlgorithm_Simple},
     {"bayer-like", Family::TrueSense, KvxTrueSenseAlgorithm_BayerLike},
     {"kodak-like", Family::TrueSense, KvxTrueSenseAlgorithm_KodakLike},
     {"kodak", Family::TrueSense, KvxTrueSenseAlgorithm_Kodak},
     {"truesense-fine", Family::TrueSense, -1, "fine"},
+    {"truesense-swift", Family::TrueSense, -1, "swift"},
 };
 
 using ToneTable = std::array<uint16_t, KVX_TONE_TABLE_SIZE>;

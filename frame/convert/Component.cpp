@@ -37,13 +37,15 @@ const std::vector<Algorithm>& AlgorithmsOf(Family family) {
     static const std::vector<Algorithm> bayer = {{"bilinear", KvxBayerAlgorithm_Bilinear},
                                                  {"ipp", KvxBayerAlgorithm_IPP},
                                                  {"edge-aware", KvxBayerAlgorithm_EdgeAware},
-                                                 {"fine", kOfFrameLayer}};
+                                                 {"fine", kOfFrameLayer},
+                                                 {"swift", kOfFrameLayer}};
     static const std::vector<Algorithm> trueSense = {{"fast", KvxTrueSenseAlgorithm_Fast},
                                                      {"simple", KvxTrueSenseAlgorithm_Simple},
                                                      {"bayer-like", KvxTrueSenseAlgorithm_BayerLike},
                                                      {"kodak-like", KvxTrueSenseAlgorithm_KodakLike},
                                                      {"kodak", KvxTrueSenseAlgorithm_Kodak},
-                                                     {"fine", kOfFrameLayer}};
+                                                     {"fine", kOfFrameLayer},
+                                                     {"swift", kOfFrameLayer}};
     static const std::vector<Algorithm> none;
     return family == Family::Bayer ? bayer : family == Family::TrueSense ? trueSense : none;
 }

@@ -121,7 +121,7 @@ const Finish* ConverterImpl::EffectiveFinish() {
 Route ConverterImpl::RouteFor(const Format& source, uint8_t bits, bool isFinished) const {
     const Format plain = Unpacked(source);
     if (m_learned && isFinished) {
-        const uint8_t mosaicBits = m_learned->WorkingBits();
+        const uint8_t mosaicBits = m_learned->WorkingBits(source.bits);
         return {WithBits(plain, mosaicBits), 16, kWhite >> (16 - mosaicBits) << (16 - mosaicBits)};
     }
     if (m_learned) {

@@ -17,8 +17,8 @@ public:
 
     virtual const char* Name() const = 0;
 
-    /** The depth of frames whose values are processed before and after. */
-    virtual uint8_t WorkingBits() const = 0;
+    /** The depth of mosaics between a finish's balance and its matrix. @param sourceBits of the frame */
+    virtual uint8_t WorkingBits(uint8_t sourceBits) const = 0;
 
     /**
      * Interpolates a frame. Working memory stays for the next frame.

@@ -9,7 +9,7 @@
  * - Only pixels are written: padding and all other bytes keep their content. A call that throws writes nothing.
  * - The picture is the same for any number of threads and on any instruction set. OpenMP's settings do not change.
  * - A TrueSense frame without a Finish gets the colour matrix and the tone curve of the component's parameters; "fine"
- *   applies them as a Finish with this matrix and this curve.
+ *   and "swift" apply them as a Finish with this matrix and this curve.
  * - The TrueSense parameter "impulseFilterEnable" starts as 1, as in TrueSense_DefaultValues().
  */
 #ifndef KVXFRAME_CONVERTER_H
@@ -35,9 +35,9 @@ inline constexpr int64_t kOfFrameLayer = -1;
 /**
  * A demosaicing algorithm of a family.
  *
- * "fine", for Bayer and TrueSense, belongs to this layer: a small neural network whose arithmetic is exact, for the
- * best pictures. It wants balanced samples: give raw colours a Finish with their gains. With SetNoise() it removes
- * noise.
+ * "fine" and "swift", for Bayer and TrueSense, belong to this layer: a small neural network for the best pictures, and two
+ * learned linear filters for frame rate, both in exact whole numbers. They expect balanced samples: give raw colours a
+ * Finish with their gains. With SetNoise() "fine" removes noise.
  */
 struct Algorithm {
     const char* name;  ///< such as "edge-aware"
@@ -138,8 +138,8 @@ struct Options {
     std::vector<std::pair<std::string, std::string>> parameters;  ///< names and values
     int threads = 0;                                              ///< see Converter::SetThreads()
     std::optional<Finish> finish;                                 ///< see Converter::SetFinish()
-    std::optional<double> analogGain;                             ///< see Converter::SetAnalogGain()
-    std::optional<SensorNoise> noise;                             ///< see Converter::SetNoise(); instead of analogGain
+    std::optional<double> analogGain = {};                        ///< see Converter::SetAnalogGain()
+    std::optional<SensorNoise> noise = {};                        ///< see Converter::SetNoise(); instead of analogGain
 };
 
 /** Converts one frame. A Converter is faster for many frames: it keeps its memory. @throws Error as the Converter */

@@ -18,7 +18,7 @@ public:
     const char* Name() const override {
         return kName;
     }
-    uint8_t WorkingBits() const override {
+    uint8_t WorkingBits(uint8_t) const override {
         return 16;
     }
     uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, const std::optional<NoiseLine>& noise,

@@ -46,10 +46,10 @@ struct SiteColour {
     Colour colour;
 };
 
-/** The two filters of a colour, for two sites. */
-void AddFilters(const Tile& tile, int row, const TapPair& taps, const SiteColour (&sites)[2],
-                std::vector<LaneWords>& out) {
-    LaneWords columns, more;
+/** The two filters of a colour, for two sites. @return the place after them */
+LaneWords* PutFilters(const Tile& tile, int row, const TapPair& taps, const SiteColour (&sites)[2], LaneWords* out) {
+    LaneWords& columns = out[0];
+    LaneWords& more = out[1];
     for (size_t i = 0; i < 4; ++i) {
         const auto& [column, colour] = sites[i / 2];
         const auto weight = [&](Along along) {
@@ -58,8 +58,7 @@ void AddFilters(const Tile& tile, int row, const TapPair& taps, const SiteColour
         columns[i] = static_cast<int16_t>(4 * weight(Along::Columns));
         more[i] = static_cast<int16_t>(weight(Along::Rows) - weight(Along::Columns));
     }
-    out.push_back(columns);
-    out.push_back(more);
+    return out + 2;
 }
 
 PackedRow PackRow(const Tile& tile, int row, bool hasPan) {
@@ -77,12 +76,13 @@ PackedRow PackRow(const Tile& tile, int row, bool hasPan) {
     const auto swapped = [&](int column) { return packed.green[column] ? own : kGreen; };
     const auto pan = static_cast<int>(packed.firstPan);
 
+    LaneWords *colourEnd = packed.colour.data(), *panEnd = packed.pan.data();
     for (const TapPair& taps : hasPan ? std::span<const TapPair>(kTrueSenseTaps) : kBayerTaps) {
-        AddFilters(tile, row, taps, {{first, swapped(first)}, {second, swapped(second)}}, packed.colour);
-        AddFilters(tile, row, taps, {{first, other}, {second, other}}, packed.colour);
+        colourEnd = PutFilters(tile, row, taps, {{first, swapped(first)}, {second, swapped(second)}}, colourEnd);
+        colourEnd = PutFilters(tile, row, taps, {{first, other}, {second, other}}, colourEnd);
         if (!hasPan) continue;
         for (const Colour colour : {own, kGreen, other})
-            AddFilters(tile, row, taps, {{pan, colour}, {pan + 2, colour}}, packed.pan);
+            panEnd = PutFilters(tile, row, taps, {{pan, colour}, {pan + 2, colour}}, panEnd);
     }
     return packed;
 }

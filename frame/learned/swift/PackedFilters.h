@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 #include "KvxFrame/View.h"
 #include "frame/learned/swift/SwiftFilters.h"
@@ -14,6 +13,9 @@ namespace kvx::frame {
 /** Words that a loop repeats along the row: those of two 32-bit lanes, which are neighbouring sites of a kind. */
 using LaneWords = std::array<int16_t, 4>;
 
+/** Pairs of taps of a filter, at most. */
+inline constexpr size_t kMostPairs = 23;
+
 /**
  * Every row of a mosaic has green sites and those of its own other colour, red or blue. Three colours are computed: the
  * row's own, green, and the other. A colour site lacks the other one and either green or its own: "swapped".
@@ -22,11 +24,11 @@ using LaneWords = std::array<int16_t, 4>;
  * one along rows has more: (4 - mix) * columns + mix * rows is the first plus mix times the second.
  */
 struct PackedRow {
-    bool ownIsRed;                  ///< otherwise it is blue
-    LaneWords own, green;           ///< -1 at columns whose sample is of this colour, 0 at others
-    size_t firstPan;                ///< column of the first pan site; TrueSense only
-    std::vector<LaneWords> colour;  ///< for each pair of taps: filters of swapped and other
-    std::vector<LaneWords> pan;     ///< for each pair of taps: filters of own, green and other; TrueSense only
+    bool ownIsRed;                                 ///< otherwise it is blue
+    LaneWords own, green;                          ///< -1 at columns whose sample is of this colour, 0 at others
+    size_t firstPan;                               ///< column of the first pan site; TrueSense only
+    std::array<LaneWords, 4 * kMostPairs> colour;  ///< for each pair of taps: filters of swapped and other
+    std::array<LaneWords, 6 * kMostPairs> pan;     ///< for each: filters of own, green and other; TrueSense only
 };
 
 /** Two taps, (row, column) from the pixel. */
@@ -49,7 +51,7 @@ inline constexpr std::array<TapPair, 8> kBayerTaps = {{{{0, 1}, {0, 0}},
 
 /** TrueSense: pairs that are neighbours in memory, then those of two rows, the second to the right of the first. */
 inline constexpr size_t kNeighbours = 20;
-inline constexpr std::array<TapPair, 23> kTrueSenseTaps = {
+inline constexpr std::array<TapPair, kMostPairs> kTrueSenseTaps = {
     {{{-3, -3}, {-2, -1}}, {{-3, -3}, {0, 1}},  {{-2, -2}, {-3, -2}}, {{-2, -2}, {-1, 0}}, {{-2, -2}, {1, 2}},
      {{-1, -1}, {-3, -2}}, {{-1, -1}, {-1, 0}}, {{-1, -1}, {1, 2}},   {{0, 0}, {-3, -2}},  {{0, 0}, {-1, 0}},
      {{0, 0}, {1, 2}},     {{1, 1}, {-3, -2}},  {{1, 1}, {-1, 0}},    {{1, 1}, {1, 2}},    {{2, 2}, {-3, -2}},

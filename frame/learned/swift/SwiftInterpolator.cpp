@@ -19,7 +19,8 @@ void SwiftInterpolator::Release() noexcept {
     m_strips.clear();
 }
 
-uint32_t SwiftInterpolator::Convert(const SourceView& mosaic, const DestinationView& picture, int threads) {
+uint32_t SwiftInterpolator::Convert(const SourceView& mosaic, const DestinationView& picture,
+                                    const std::optional<NoiseLine>&, int threads) {
     const SwiftFrame frame(SwiftFiltersFor(m_family), mosaic, picture);
     uint32_t bands = (mosaic.height + kBandRows - 1) / kBandRows;
     const int team = TeamSize(bands, threads);

@@ -1,31 +1,33 @@
 /** The algorithm "swift": two learned linear filters for each colour, mixed by the gradients around. */
 #pragma once
 
-#include <memory>
 #include <vector>
 
-#include "KvxFrame/View.h"
+#include "frame/learned/LearnedInterpolator.h"
 
 namespace kvx::frame {
 
 class SwiftStrip;
 
-class SwiftInterpolator {
+class SwiftInterpolator final : public LearnedInterpolator {
 public:
+    static constexpr const char* kName = "swift";
+
     /** @param family Bayer or TrueSense */
     explicit SwiftInterpolator(Family family);
-    ~SwiftInterpolator();
+    ~SwiftInterpolator() override;
 
-    /**
-     * Interpolates a frame. Working memory stays for the next frame.
-     *
-     * @param mosaic  unpacked, of a positive stride; mirrored as its format's phase and flags say
-     * @param picture three samples per pixel, of 8 or 16 bits or of the mosaic's depth; must not overlap the mosaic
-     * @return 0
-     */
-    uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, int threads);
-
-    void Release() noexcept;
+    const char* Name() const override {
+        return kName;
+    }
+    /** Samples of 14 bits are summed in one pass, deeper ones in two. */
+    uint8_t WorkingBits(uint8_t sourceBits) const override {
+        return sourceBits > 14 ? 16 : 14;
+    }
+    /** Removes no noise. */
+    uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, const std::optional<NoiseLine>& noise,
+                     int threads) override;
+    void Release() noexcept override;
 
 private:
     Family m_family;

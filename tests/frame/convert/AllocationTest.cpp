@@ -10,7 +10,7 @@ TEST(ConverterAllocations, EndWithTheFirstFrameOfAGeometry) {
     for (const char* name : {"BayerGR8", "BayerRG12p", "SCF1WBWG8", "CFA_BWGW_WGWR_GWRW_WBWG_12mipi", "Mono10"})
         for (const char* destination : {"BGRx", "RGB10", "RGBa16"})
             for (const bool isFinished : {false, true})
-                for (const char* algorithm : {"0", "fine"}) {
+                for (const char* algorithm : {"0", "fine", "swift"}) {
                     Converter converter(FormatByName(name).family);
                     if (converter.SourceFamily() != Family::Mono) converter.SetAlgorithm(algorithm);
                     if (isFinished) converter.SetFinish(EverythingOn());

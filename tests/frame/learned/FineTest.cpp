@@ -33,8 +33,6 @@ constexpr Case kCases[] = {
     {"SCF1WBWG10", 9, 390, false, true, true},
 };
 
-constexpr uint32_t kUnit = 16, kHalo = 60;  // of 12 bits: one of 8 bits, 3 per cent of a step
-
 constexpr NoiseLine kNoise = {0.001, 0.00025};
 
 /** The frame as it is without mirroring, and words of the whole picture that "ipp" makes of a Bayer frame. */
@@ -213,31 +211,33 @@ TestPicture GreyThrough(const char* format, uint32_t side, const GreyAt& greyAt)
     return picture;
 }
 
-/** No waves on ramps, no halo along an edge. */
+/**
+ * No waves on ramps, and less halo along an edge than other algorithms: of a step of 2000, "ipp" goes 106 too far,
+ * "bayer-like" 268.
+ */
 TEST(Fine, InventsNothing) {
     constexpr uint32_t kSide = 96, kBorder = 12;
-    for (const char* format : {"BayerRG12", "TrueSense_BGGR_WBBW_0_12"}) {
+    const auto forPixels = [&](TestPicture picture, const auto& check) {
+        for (uint32_t row = kBorder; row < kSide - kBorder; ++row)
+            for (uint32_t column = kBorder; column < kSide - kBorder; ++column)
+                for (uint32_t channel = 0; channel < 3; ++channel) check(row, column, picture.At(row, column, channel));
+    };
+    for (const auto& [format, halo] : {std::pair("BayerRG12", 100.0), {"TrueSense_BGGR_WBBW_0_12", 160.0}}) {
         for (const auto& [down, right] : {std::pair(0.0, 30.0), {20.0, 0.0}, {12.0, 17.0}}) {
-            const auto ramp = [&](uint32_t row, uint32_t column) { return 300 + down * row + right * column; };
-            TestPicture picture = GreyThrough(format, kSide, ramp);
-            for (uint32_t row = kBorder; row < kSide - kBorder; ++row)
-                for (uint32_t column = kBorder; column < kSide - kBorder; ++column)
-                    for (uint32_t channel = 0; channel < 3; ++channel)
-                        ASSERT_NEAR(picture.At(row, column, channel), ramp(row, column), kUnit) << format << " " << row;
+            const auto ramp = [d = down, r = right](uint32_t row, uint32_t column) {
+                return 300 + d * row + r * column;
+            };
+            forPixels(GreyThrough(format, kSide, ramp), [&](uint32_t row, uint32_t column, double value) {
+                EXPECT_NEAR(value, ramp(row, column), 4) << format;
+            });
         }
         for (const double slope : {0.1, 0.7}) {
             const auto edge = [&](uint32_t row, uint32_t column) {
                 const double right = column - kSide / 2.0 - slope * (row - kSide / 2.0);
                 return 1000 + 2000 * std::clamp(right + 0.5, 0.0, 1.0);
             };
-            TestPicture picture = GreyThrough(format, kSide, edge);
-            for (uint32_t row = kBorder; row < kSide - kBorder; ++row)
-                for (uint32_t column = kBorder; column < kSide - kBorder; ++column)
-                    for (uint32_t channel = 0; channel < 3; ++channel) {
-                        const uint32_t value = picture.At(row, column, channel);
-                        ASSERT_TRUE(value > 1000 - kHalo && value < 3000 + kHalo)
-                            << format << " " << row << " " << value;
-                    }
+            forPixels(GreyThrough(format, kSide, edge),
+                      [&, limit = halo](uint32_t, uint32_t, double value) { EXPECT_NEAR(value, 2000, 1000 + limit); });
         }
     }
 }
