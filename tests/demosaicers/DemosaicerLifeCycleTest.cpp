@@ -151,10 +151,6 @@ TYPED_TEST(DemosaicerLifeCycle, TheCallersThreadCountStaysAsItWas) {
         ASSERT_EQ(run.Convert(static_cast<IDemConvertion<uint16_t>*>(&this->m_demosaicer)), 0);
         EXPECT_EQ(omp_get_max_threads(), 5);
     }
-    Arguments arguments;
-    arguments.grid = 16;
-    EXPECT_EQ(arguments.Init(this->m_demosaicer), 7);
-    EXPECT_EQ(omp_get_max_threads(), 5);
     omp_set_num_threads(before);
 }
 

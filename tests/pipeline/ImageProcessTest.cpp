@@ -71,19 +71,6 @@ const Variation kVariations[] = {
          p.panRadius[2] = 2, p.panSigma[2] = 3, p.colorRadius[2] = 1, p.colorSigma[2] = 5, p.monoEnable = 1;
          p.panRadius[1] = 3, p.panSigma[1] = .5F;
      }},
-    {"one colour pass, no sharpening",
-     [](auto& p) {
-         std::fill_n(p.panRadius, 3, 0), std::fill_n(p.colorRadius, 3, 0);
-         p.colorRadius[2] = 1, p.colorSigma[2] = 2, p.sharpness[1] = 0, p.sharpness[2] = 1;
-     }},
-    {"huge radii", [](auto& p) { p.panRadius[0] = p.colorRadius[1] = INT_MAX, p.analogGain = 99; }},
-    {"analog gain, mono neither 0 nor 1", [](auto& p) { p.analogGain = 20, p.monoEnable = 2; }},
-    {"infinite gains", [](auto& p) { p.redBalance = p.globalGain = INFINITY, p.panBalance = 1e38F; }},
-    {"gains that are not numbers",
-     [](auto& p) { p.redBalance = p.panBalance = p.globalGain = p.analogGain = p.ISOAnalogGain[2] = NAN; }},
-    {"negative gains", [](auto& p) { p.redBalance = p.panBalance = p.globalGain = p.analogGain = -3; }},
-    {"any activity is an edge, darkening detail",
-     [](auto& p) { p.sharpness[0] = -3, p.sharpness[1] = .5F, p.sharpness[2] = -1, p.sharpness[3] = 3; }},
     {"wild sharpening, own tone",
      [](auto& p) {
          p.sharpness[0] = -INFINITY, p.sharpness[1] = 1e38F, p.sharpness[3] = NAN;

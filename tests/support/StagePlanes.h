@@ -54,24 +54,20 @@ struct StagePlanes {
             WithScratch(n, [&] { return Alg_ImpulseFilter(difference.data(), 5, w2, h2, 2, nullptr); });
         for (size_t k = 0; k < l; ++k) lowColour[k] = static_cast<uint16_t>(CodeOf(low[k] + difference[k]));
         if (isCleaned) {
-            const auto squared = [](float value) { return value * value; };
-            const float balances = squared(p.redBalance) + 2 * squared(p.greenBalance) + squared(p.blueBalance);
-            const float gain = (p.globalGain > 1 ? p.globalGain : 1) * std::sqrt(balances / 4);
-            float slope = 0, intercept = 0;
-            Alg_CalculateNoiseParameter(p.analogGain, p.ISOAnalogGain, p.ISOColorSlope, p.ISOColorIntercept, &slope,
-                                        &intercept, nullptr);
-            Clean(difference, w2, h2, 2, p.colorSigma, p.colorRadius,
-                  [&](const Phase& phase, float sigma, int32_t* to) {
-                      std::vector<uint16_t> levels;
-                      for (const size_t k : phase.from) levels.push_back(lowColour[k]);
-                      Alg_ColorBuildGammaNoiseThreshold(levels.data(), phase.width, phase.height, sigma, gain, slope,
-                                                        intercept, to, nullptr);
-                  });
-            Alg_CalculateNoiseParameter(p.analogGain, p.ISOAnalogGain, p.ISOPanSlope, p.ISOPanIntercept, &slope,
-                                        &intercept, nullptr);
-            Clean(low, w2, h2, 1, p.panSigma, p.panRadius, [&](const Phase& phase, float sigma, int32_t* to) {
-                Alg_PanBuildGammaNoiseThreshold(phase.values.data(), w2, h2, sigma, p.globalGain, slope, intercept, to,
-                                                nullptr);
+            WithScratch(n, [&] {
+                const float* sigma = p.colorSigma;
+                const int32_t* radius = p.colorRadius;
+                return Alg_LowColorDiffClean(lowColour.data(), difference.data(), w2, h2, p.globalGain, p.redBalance,
+                                             p.greenBalance, p.blueBalance, p.analogGain, p.ISOAnalogGain,
+                                             p.ISOColorSlope, p.ISOColorIntercept, sigma[0], sigma[1], sigma[2],
+                                             radius[0], radius[1], radius[2], nullptr);
+            });
+            WithScratch(n, [&] {
+                const float* sigma = p.panSigma;
+                const int32_t* radius = p.panRadius;
+                return Alg_LowPanClean(low.data(), w2, h2, p.globalGain, p.analogGain, p.ISOAnalogGain, p.ISOPanSlope,
+                                       p.ISOPanIntercept, sigma[0], sigma[1], sigma[2], radius[0], radius[1], radius[2],
+                                       nullptr);
             });
         }
         WithScratch(n, [&] {
@@ -136,33 +132,6 @@ private:
     static int Within(float value, int most) {
         return value > 0 ? int(std::min(value, float(most))) : 0;
     }
-    /** Every second cell of every second row of a mosaic; or a whole plane. */
-    struct Phase {
-        std::vector<size_t> from;
-        std::vector<int32_t> values;
-        int width, height;
-    };
-    template <class ThresholdsOf>
-    static void Clean(std::vector<int32_t>& plane, int w2, int h2, int step, const float (&sigmas)[3],
-                      const int32_t (&radii)[3], const ThresholdsOf& thresholdsOf) {
-        for (int index = 0; index < step * step; ++index) {
-            Phase phase{{}, {}, (w2 - index % step + step - 1) / step, (h2 - index / step + step - 1) / step};
-            for (int row = index / step; row < h2; row += step)
-                for (int column = index % step; column < w2; column += step) {
-                    phase.from.push_back(size_t(row) * w2 + column);
-                    phase.values.push_back(plane[phase.from.back()]);
-                }
-            std::vector<int32_t> copy = phase.values, thresholds(copy.size());
-            for (int pass = 0; pass < 3; ++pass) {
-                if (radii[pass] < 1) continue;
-                thresholdsOf(phase, sigmas[pass], thresholds.data());
-                Alg_IterativeSigmaFilter(phase.values.data(), copy.data(), phase.width, phase.height, radii[pass],
-                                         thresholds.data(), nullptr);
-            }
-            for (size_t i = 0; i < phase.from.size(); ++i) plane[phase.from[i]] = phase.values[i];
-        }
-    }
-
     template <class Stage>
     static void WithScratch(size_t n, const Stage& stage) {
         const Scratch scratch(4 * n, 4 * n);

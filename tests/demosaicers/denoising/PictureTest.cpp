@@ -75,25 +75,6 @@ TEST(DenoisedPicture, AFlatFieldIsFlatToTheCorner) {
             }
 }
 
-/** The part of a frame that a smaller region sees is what it is in the whole frame: its neighbours are real. */
-TEST(DenoisedPicture, ARegionSeesItsNeighbours) {
-    const _KvxRect region{9, 6, 70, 60};
-    for (const int algorithm : {1, 3, 4}) {
-        const auto whole = Converted(Drawn, algorithm, 3, {0, 0, kWidth, kHeight});
-        const auto part = Converted(Drawn, algorithm, 3, region);
-        double squares = 0;
-        int count = 0;
-        for (uint32_t i = 0; i < region.height; ++i)
-            for (uint32_t j = 0; j < 3 * region.width; ++j) {
-                if (i > 2 && i < region.height - 3 && j > 8 && j < 3 * region.width - 9) continue;
-                const double d = part[i * 3 * region.width + j] - whole[(i + region.y) * 3 * kWidth + 3 * region.x + j];
-                squares += d * d;
-                ++count;
-            }
-        EXPECT_LT(std::sqrt(squares / count), 12) << algorithm;
-    }
-}
-
 TEST(Picture, ComesNearTheTruth) {
     for (int algorithm = 0; algorithm < 5; ++algorithm) {  // 32.0 to 32.4 dB inside, 36.6 to 37.2 dB at the border
         double squares[2] = {};
