@@ -53,15 +53,6 @@ void ExpectShiftedBytes(const BayerDepth& depth, const Geometry& g, GuardedImage
     }
 }
 
-uint32_t ConvertByComponent(GuardedImage& src, GuardedImage& dst, int algorithm) {
-    KvxBayer* component = KvxBayer_CreateComponent();
-    EXPECT_EQ(KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", algorithm), 0u);
-    EXPECT_EQ(KvxBayer_AllocData(component, &src.Record(), &dst.Record()), 0u);
-    const uint32_t result = KvxBayer_ConvertImage(component, &src.Record(), &dst.Record());
-    KvxBayer_DeleteComponent(component);
-    return result;
-}
-
 TEST(BayerConversion, EqualsOpenCvForEveryFormatAndGeometry) {
     unsigned seed = 1;
     ForEachOpenCvConversion([&](const BayerDepth& depth, int pattern, int algorithm, bool blueFirst) {
@@ -82,7 +73,7 @@ TEST(BayerConversion, EqualsOpenCvForEveryFormatAndGeometry) {
             GuardedImage byFunction = byComponent.Fresh(), byRecords = byComponent.Fresh();
             GuardedImage byOtherName = byComponent.Fresh();  // of four channels, but of equal depths it writes three
 
-            ASSERT_EQ(ConvertByComponent(src, byComponent, algorithm), 0u);
+            ASSERT_EQ(CallComponent(src, byComponent, algorithm), 0u);
             ASSERT_EQ(CallFlat(depth.depth, depth.depth, blueFirst, 3, src, byFunction, pattern, algorithm), 0u);
             ASSERT_EQ(CallFlat(depth.depth, depth.depth, blueFirst, 4, src, byOtherName, pattern, algorithm), 0u);
             ASSERT_EQ(BayerToColor(&src.Record(), &byRecords.Record(), algorithm), 0u);
@@ -90,9 +81,18 @@ TEST(BayerConversion, EqualsOpenCvForEveryFormatAndGeometry) {
                 ASSERT_EQ(result->Pixels(), expected);
                 ASSERT_TRUE(result->GuardsIntact());
             }
-            if (depth.depth > 8)
-                ExpectShiftedBytes(depth, g, src, pattern, algorithm, blueFirst, Shifted(converted, depth.depth - 8));
             ASSERT_EQ(src.Pixels(), samples);
+            if (depth.depth == 8) continue;
+            const auto bytes = Shifted(converted, depth.depth - 8);
+            ExpectShiftedBytes(depth, g, src, pattern, algorithm, blueFirst, bytes);
+            if (algorithm != 0 || depth.depth > 12) continue;
+            GuardedImage reduced(blueFirst ? KvxFormat_BGR8 : KvxFormat_RGB8, g.width, g.height, g.width * 3,
+                                 g.width * 3 + g.dstPadding);
+            reduced.Record().width = reduced.Record().height = 1;  // only its data and line step count
+            src.Record().pixelDepth = 0;                           // the format gives the depth
+            ASSERT_EQ(CallComponent(src, reduced, 2), 0u);         // bilinear, whatever is chosen
+            ASSERT_EQ(reduced.Pixels(), bytes);
+            ASSERT_TRUE(reduced.GuardsIntact());
         }
     });
 }
@@ -106,35 +106,11 @@ TEST(BayerConversion, OrderOfDestinationsThatAreNotRgbOrBgr) {
     for (const auto& [dstType, plainType] : sameOrder)
         for (const int algorithm : {0, 1, 2}) {
             GuardedImage dst(dstType, 8, 6, 24, 24 + 8), plain(plainType, 8, 6, 24, 24 + 8);  // three bytes per pixel
-            ASSERT_EQ(ConvertByComponent(src, dst, algorithm), 0u);
-            ASSERT_EQ(ConvertByComponent(src, plain, algorithm), 0u);
+            ASSERT_EQ(CallComponent(src, dst, algorithm), 0u);
+            ASSERT_EQ(CallComponent(src, plain, algorithm), 0u);
             EXPECT_EQ(dst.Pixels(), plain.Pixels()) << std::hex << dstType << ", algorithm " << algorithm;
             EXPECT_TRUE(dst.GuardsIntact());
         }
-}
-
-TEST(BayerConversion, TheComponentShiftsTheBilinearPictureAndKeepsThePadding) {
-    KvxBayer* component = KvxBayer_CreateComponent();
-    // The choice of edge-aware has no effect here: the reduction of 10 and 12-bit frames is bilinear.
-    ASSERT_EQ(KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", 2), 0u);
-    for (const BayerDepth& depth : kBayerDepths) {
-        if (depth.depth != 10 && depth.depth != 12) continue;
-        for (int pattern = 0; pattern < 4; ++pattern)
-            for (const bool blueFirst : {false, true}) {
-                const auto samples = MakeSamples(Fill::Extremes, 37, 21, depth.depth, 3);
-                GuardedImage src = MakeSource(depth.patterns[pattern], depth.depth, 37, 21, 2, samples);
-                src.Record().pixelDepth = 0;  // the format gives the depth
-                GuardedImage dst(blueFirst ? KvxFormat_BGR8 : KvxFormat_RGB8, 37, 21, 37 * 3, 37 * 5);
-                dst.Record().width = 1;  // only its data and line step count
-                dst.Record().height = 0;
-                ASSERT_EQ(KvxBayer_ConvertImage(component, &src.Record(), &dst.Record()), 0u);
-                EXPECT_EQ(dst.Pixels(),
-                          Shifted(OpenCvConversion(samples, depth.depth, 37, 21, kBilinearCodes[pattern][blueFirst]),
-                                  depth.depth - 8));
-                EXPECT_TRUE(dst.GuardsIntact());
-            }
-    }
-    KvxBayer_DeleteComponent(component);
 }
 
 }  // namespace

@@ -19,20 +19,12 @@ struct Entry {
     std::function<uint32_t(GuardedImage& src, GuardedImage& dst)> convert;
 };
 
-uint32_t ByComponent(GuardedImage& src, GuardedImage& dst, int algorithm) {
-    KvxBayer* component = KvxBayer_CreateComponent();
-    KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", algorithm);
-    const uint32_t result = KvxBayer_ConvertImage(component, &src.Record(), &dst.Record());
-    KvxBayer_DeleteComponent(component);
-    return result;
-}
-
 std::vector<Entry> AllEntries() {
     const BayerDepth *bytes = &kBayerDepths[0], *words = &kBayerDepths[2];
     std::vector<Entry> entries = {
-        {"component, 12 to 8 bits", words, KvxFormat_RGB8, 3, [](auto& s, auto& d) { return ByComponent(s, d, 0); }}};
+        {"component, 12 to 8 bits", words, KvxFormat_RGB8, 3, [](auto& s, auto& d) { return CallComponent(s, d, 0); }}};
     for (const int algorithm : {0, 1, 2}) {
-        const auto component = [=](auto& s, auto& d) { return ByComponent(s, d, algorithm); };
+        const auto component = [=](auto& s, auto& d) { return CallComponent(s, d, algorithm); };
         const auto records = [=](auto& s, auto& d) { return BayerToColor(&s.Record(), &d.Record(), algorithm); };
         const auto flat = [=](int from, int to, int channels) {
             return [=](auto& s, auto& d) { return CallFlat(from, to, true, channels, s, d, 1, algorithm); };

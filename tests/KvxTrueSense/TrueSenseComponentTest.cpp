@@ -245,22 +245,18 @@ TEST(TrueSenseFlat, AlgorithmsTheRecordAndTheTwoWidePixelFunctions) {
     // Four words a pixel: the fourth stays as it was. TrueSenseToColor() never chooses these two.
     TrueSenseFrameImages words(kSources[2], KvxFormat_RGB12);
     GuardedImage wide(0, kWidth, kHeight, kWidth * 8, kWidth * 8);
-    const std::vector<uint8_t> before = wide.Pixels();
-    const std::vector<uint8_t> expected = Expected(words, 0, params);
+    const auto before = WordsOf(wide.Pixels(), 12), expected = WordsOf(Expected(words, 0, params), 12);
     for (const auto function : {TrueSenseToRGB_16u_C1C4R, TrueSenseToBGR_16u_C1C4R}) {
         ASSERT_EQ(function(static_cast<uint16_t*>(words.src.Record().data), region, size,
                            static_cast<int>(words.src.Record().lineStep), 12,
                            static_cast<uint16_t*>(wide.Record().data), kWidth * 8, 8 + 4, nullptr, 0, true),
                   0u);
         const bool blueFirst = function == TrueSenseToBGR_16u_C1C4R;
-        const std::vector<uint8_t> pixels = wide.Pixels();
-        for (size_t pixel = 0; pixel < kWidth * kHeight; ++pixel)
-            for (size_t channel = 0; channel < 4; ++channel)
-                for (size_t byte = 0; byte < 2; ++byte) {
-                    const size_t at = pixel * 8 + channel * 2 + byte;
-                    const size_t colour = blueFirst ? 2 - channel : channel;
-                    ASSERT_EQ(pixels[at], channel == 3 ? before[at] : expected[pixel * 6 + colour * 2 + byte]);
-                }
+        const auto pixels = WordsOf(wide.Pixels(), 12);
+        for (size_t i = 0; i < pixels.size(); ++i) {
+            const size_t channel = i % 4, colour = blueFirst ? 2 - channel : channel;
+            ASSERT_EQ(pixels[i], channel == 3 ? before[i] : expected[i / 4 * 3 + colour]);
+        }
     }
 }
 

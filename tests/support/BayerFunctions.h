@@ -58,4 +58,13 @@ inline uint32_t CallFlat(int srcDepth, int dstDepth, bool blueFirst, int channel
     return CallFamily<FlatWords, uint16_t, uint16_t>(blueFirst, channels, from, to, pattern, algorithm);
 }
 
+/** A new component's conversion. */
+inline uint32_t CallComponent(GuardedImage& src, GuardedImage& dst, int algorithm) {
+    KvxBayer* component = KvxBayer_CreateComponent();
+    EXPECT_EQ(KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", algorithm), 0u);
+    const uint32_t result = KvxBayer_ConvertImage(component, &src.Record(), &dst.Record());
+    KvxBayer_DeleteComponent(component);
+    return result;
+}
+
 }  // namespace kvx::test

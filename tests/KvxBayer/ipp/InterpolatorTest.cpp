@@ -190,14 +190,15 @@ TEST(Interpolator, BytesAreTheWordsShiftedOrRounded) {
             ASSERT_EQ(BayerToColor(&src.Record(), &rounded.Record(), 1), 0u);
             for (GuardedImage* image : {&shifted, &slots, &rounded}) EXPECT_TRUE(image->GuardsIntact());
             const int shift = depth.depth - 8;
+            std::vector<uint8_t> inSlots(31 * 212), cutOff, nearest;  // 159 bytes and zeros a row
             for (size_t i = 0; i < words.size(); ++i) {
-                const size_t row = i / 159, column = i % 159;
-                ASSERT_EQ(shifted.Row(row)[column], words[i] >> shift);
-                ASSERT_EQ(slots.Row(row)[column], words[i] >> shift);
-                ASSERT_EQ(rounded.Row(row)[column], cv::saturate_cast<uint8_t>(words[i] / double(1 << shift)));
+                cutOff.push_back(static_cast<uint8_t>(words[i] >> shift));
+                nearest.push_back(cv::saturate_cast<uint8_t>(words[i] / double(1 << shift)));
+                inSlots[i / 159 * 212 + i % 159] = cutOff.back();
             }
-            for (size_t row = 0; row < 31; ++row)
-                for (size_t column = 159; column < 212; ++column) ASSERT_EQ(slots.Row(row)[column], 0);
+            EXPECT_EQ(shifted.Pixels(), cutOff);
+            EXPECT_EQ(slots.Pixels(), inSlots);
+            EXPECT_EQ(rounded.Pixels(), nearest);
         }
 }
 
