@@ -57,13 +57,6 @@ TEST(PixelFormats, LetterLookupsFitTheirFormats) {
         EXPECT_EQ(lookup(static_cast<int16_t>(letter)), UINT32_MAX) << letter;
 }
 
-TEST(PixelFormats, BlueFirstFormats) {
-    for (uint32_t row = 0; row < 256; ++row) {
-        const bool expected = row == 0x72 || row == 0x74 || row == 0x76 || row == 0x78 || row == 0x7A || row == 0x7C;
-        EXPECT_EQ(kvx::g_isBGR[row], expected ? 5 : 0) << row;
-    }
-}
-
 TEST(ImageRecords, MakeSetsAllFields) {
     uint8_t pixels[4];
     const _KvxImage image = KvxImage_Make(KvxFormat_BayerRG12, 3, 5, 7, pixels);

@@ -8,24 +8,16 @@ import numpy as np
 import kvxdemosaicing as kvx
 
 _library = ctypes.CDLL(os.environ["KVX_LIBRARY"])
-
-_create = _library.KvxTrueSense_CreateComponent
-_create.restype = ctypes.c_void_p
+_library.KvxTrueSense_CreateComponent.restype = ctypes.c_void_p
 
 
 class _Image(ctypes.Structure):
     """_KvxImage"""
 
     _fields_ = [
-        ("struct_size", ctypes.c_uint32),
-        ("struct_version", ctypes.c_uint32),
-        ("pixel_type", ctypes.c_uint32),
-        ("pixel_depth", ctypes.c_uint32),
+        *((name, ctypes.c_uint32) for name in ("struct_size", "struct_version", "pixel_type", "pixel_depth")),
         ("reserved16", ctypes.c_uint8 * 20),
-        ("width", ctypes.c_uint32),
-        ("height", ctypes.c_uint32),
-        ("image_size", ctypes.c_uint32),
-        ("line_step", ctypes.c_uint32),
+        *((name, ctypes.c_uint32) for name in ("width", "height", "image_size", "line_step")),
         ("reserved52", ctypes.c_uint8 * 28),
         ("data", ctypes.c_void_p),
         ("reserved88", ctypes.c_uint8 * 8),
@@ -52,7 +44,7 @@ def converted(samples, name, to, algorithm=0):
     else:
         # The frame layer's way; TrueSenseToColor() with the default record may round a sample of it the other way.
         assert algorithm == 0
-        component = ctypes.c_void_p(_create())
+        component = ctypes.c_void_p(_library.KvxTrueSense_CreateComponent())
         result = _library.KvxTrueSense_ConvertImage(component, ctypes.byref(source), ctypes.byref(destination))
         _library.KvxTrueSense_DeleteComponent(component)
     assert result == 0, hex(result & 0xFFFFFFFF)

@@ -1,8 +1,8 @@
 """Converters: parameters by name, and threads."""
 
+import concurrent.futures
 import math
 import sys
-import threading
 import time
 
 import numpy as np
@@ -52,41 +52,27 @@ def test_parameters_act():
 
 def run_all(calls):
     """Runs the calls in threads of their own. What they raise is raised."""
-    failures = []
-
-    def guarded(call):
-        try:
-            call()
-        except BaseException as failure:
-            failures.append(failure)
-
-    threads = [threading.Thread(target=guarded, args=(call,)) for call in calls]
-    for thread in threads:
-        thread.start()
-    for thread in threads:
-        thread.join()
-    if failures:
-        raise failures[0]
+    with concurrent.futures.ThreadPoolExecutor(len(calls)) as threads:
+        for future in [threads.submit(call) for call in calls]:
+            future.result()
 
 
 @pytest.mark.parametrize("name", ["convert", "mosaic"])
 def test_other_threads_run_during_a_call(name):
-    large, done, ticks = noise((3000, 4000)), threading.Event(), []
+    large, ticks, span = noise((3000, 4000)), [], []
     converter = kvx.Converter("BayerRG12", algorithm="ipp", threads=1)
     calls = {
         "convert": lambda: converter.convert(large),
         "mosaic": lambda: kvx.mosaic(large, "BayerRG12p", white=4095, analog_gain=30, threads=1),
     }
-    span = []
 
     def work():
         span.append(time.perf_counter())
         calls[name]()
         span.append(time.perf_counter())
-        done.set()
 
     def tick():
-        while not done.is_set():
+        while len(span) < 2:
             ticks.append(time.perf_counter())
 
     interval = sys.getswitchinterval()

@@ -8,6 +8,7 @@ import pytest
 import kvxdemosaicing as kvx
 
 WORDS, BYTES = np.zeros((4, 8), np.uint16), np.zeros((4, 8), np.uint8)
+SHARED = np.zeros((4, 24), np.uint8)
 UNKNOWN, TYPE, RANGE, INVALID = 0x80070002, 0x80070003, 0x80070004, 0x80070007
 
 
@@ -34,19 +35,13 @@ def picture(*shape, dtype=np.uint8):
         (np.asfortranarray(WORDS), "BayerRG12", {}, INVALID, "columns"),
         (np.broadcast_to(WORDS[0], (4, 8)), "BayerRG12", {}, INVALID, "same memory"),
         (WORDS[None], "BayerRG12", {}, INVALID, "3 dimensions"),
-        (WORDS[:, :0], "BayerRG12", {}, INVALID, "give it a size"),
         (WORDS.ravel(), "BayerRG12", {}, INVALID, "width= and height="),
-        (WORDS.ravel(), "BayerRG12", {"width": 8, "height": 5}, INVALID, "take 80"),
         (WORDS, "BayerRG12", {"width": 7}, INVALID, "8 columns"),
         (WORDS, "BayerRG12", {"height": 3}, INVALID, "4 rows"),
         (BYTES[:, :7], "BayerRG12p", {}, INVALID, "give width="),
-        (BYTES, "BayerRG12p", {"width": 9}, INVALID, "9 pixels of BayerRG12p take 14"),
         (BYTES.ravel(), "BayerRG12p", {"width": 9, "height": 4}, INVALID, "54"),
         (WORDS, 0x01020304, {}, UNKNOWN, "0x01020304"),
-        (WORDS, "RGB12", {}, INVALID, "no mosaic"),
-        (WORDS, "BayerRG12", {"to": "Mono8"}, INVALID, "RGB8"),
         (WORDS, "BayerRG12", {"algorithm": "fast"}, UNKNOWN, "edge-aware"),
-        (WORDS, "BayerRG12", {"BayerAlgTyp": 2}, 0x80000002, "BayerAlgType"),
         (WORDS, "BayerRG12", {"BayerAlgType": 1.5}, 0x80000003, "0 to 4"),
         (WORDS, "BayerRG12", {"BayerAlgType": "ipp"}, TYPE, "give a number"),
         (WORDS, "BayerRG12", {"threads": 2000}, RANGE, "1024"),
@@ -60,7 +55,6 @@ def picture(*shape, dtype=np.uint8):
         (WORDS, "BayerRG12", {"out": picture(4, 8, 3, dtype=np.uint16)}, TYPE, "another to="),
         (WORDS, "BayerRG12", {"to": "RGB12", "out": picture(4, 8, 3, dtype=">u2")}, TYPE, "another to="),
         (WORDS, "BayerRG12", {"out": picture(4, 8, 4)}, INVALID, "(height, width, 3)"),
-        (WORDS, "BayerRG12", {"out": picture(4, 7, 3)}, INVALID, "make them equal"),
         (WORDS, "BayerRG12", {"out": picture(4, 16, 3)[:, ::2]}, INVALID, "pixels of out"),
         (WORDS, "BayerRG12", {"out": picture(4, 8, 6)[..., ::2]}, INVALID, "samples of out"),
         (WORDS, "BayerRG12", {"out": read_only(picture(4, 8, 3))}, INVALID, "read-only"),
@@ -85,15 +79,10 @@ def test_options_are_keywords():
         kvx.convert(WORDS, "BayerRG12", "RGB8")
 
 
-def test_out_that_is_the_frame():
-    memory = np.zeros((4, 24), np.uint8)
-    with pytest.raises(kvx.Error, match="share memory"):
-        kvx.convert(memory[:, :8], "BayerRG8", out=memory.reshape(4, 8, 3))
-
-
 @pytest.mark.parametrize(
     "call, code, sentence",
     [
+        (lambda: kvx.convert(SHARED[:, :8], "BayerRG8", out=SHARED.reshape(4, 8, 3)), INVALID, "share memory"),
         (lambda: kvx.pack(WORDS, "BayerRG12p", padding="none"), UNKNOWN, "line or image"),
         (lambda: kvx.pack(BYTES, "BayerRG12p"), TYPE, "uint16"),
         (lambda: kvx.pack(WORDS, "BayerRG12p", out=BYTES), INVALID, "too small|give width|stride"),

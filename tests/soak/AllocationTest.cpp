@@ -27,20 +27,6 @@ TEST(Allocation, NoneAfterTheFirstFrame) {
     }
 }
 
-TEST(Allocation, ARefusedSourceReleasesNothing) {
-    KvxBayer* component = KvxBayer_CreateComponent();
-    KvxComponent_SetParamInt(KvxBayer_GetComponent(component), "BayerAlgType", KvxBayerAlgorithm_IPP);
-    GuardedImage src = MakeSource(KvxFormat_BayerRG8, 8, 8, 6, 0, MakeSamples(Fill::Noise, 8, 6, 8, 1));
-    GuardedImage dst(KvxFormat_RGB8, 8, 6, 24, 24);
-    EXPECT_EQ(KvxBayer_ConvertImage(component, &src.Record(), &dst.Record()), 0u);
-    GuardedImage mono = MakeSource(KvxFormat_Mono8, 8, 8, 6, 0, MakeSamples(Fill::Noise, 8, 6, 8, 1));
-    const long before = g_allocations;
-    EXPECT_EQ(KvxBayer_AllocData(component, &mono.Record(), &dst.Record()), 0x80050007u);
-    EXPECT_EQ(KvxBayer_ConvertImage(component, &src.Record(), &dst.Record()), 0u);
-    EXPECT_EQ(g_allocations, before);
-    KvxBayer_DeleteComponent(component);
-}
-
 /** Bytes that malloc has given away, by itself and by mapping. */
 size_t BytesInUse() {
     const auto info = mallinfo2();

@@ -7,83 +7,63 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <memory>
-#include <stdexcept>
 
 namespace kvx::tool {
 namespace {
 
+using File = std::unique_ptr<FILE, int (*)(FILE*)>;
+
 /** A file without a name that carries one of the standard streams: unlike a pipe it never blocks. */
-class StreamFile {
-public:
-    explicit StreamFile(const Bytes& content = {}) : m_file(std::tmpfile(), &std::fclose) {
-        const bool isWritten =
-            m_file && (content.empty() || std::fwrite(content.data(), content.size(), 1, m_file.get()) == 1);
-        if (!isWritten) {
-            throw std::runtime_error("no temporary file");
-        }
-        std::rewind(m_file.get());
-    }
+File StreamFile(const Bytes& content = {}) {
+    File file(std::tmpfile(), &std::fclose);
+    EXPECT_EQ(std::fwrite(content.data(), 1, content.size(), file.get()), content.size());
+    std::rewind(file.get());
+    return file;
+}
 
-    int Descriptor() const {
-        return ::fileno(m_file.get());
-    }
-
-    Bytes Content() const {
-        Bytes content(static_cast<size_t>(::lseek(Descriptor(), 0, SEEK_END)));
-        const ssize_t count = ::pread(Descriptor(), content.data(), content.size(), 0);
-        content.resize(static_cast<size_t>(std::max<ssize_t>(count, 0)));
-        return content;
-    }
-
-private:
-    std::unique_ptr<FILE, int (*)(FILE*)> m_file;
-};
+Bytes ContentOf(const File& file) {
+    Bytes content(static_cast<size_t>(::lseek(::fileno(file.get()), 0, SEEK_END)));
+    EXPECT_EQ(::pread(::fileno(file.get()), content.data(), content.size(), 0), std::ssize(content));
+    return content;
+}
 
 /** Of the child: a file of ours, or the one at `path`, or nothing for "-". */
-void Connect(int stream, const StreamFile& file, const std::string& path = {}) {
+void Connect(int stream, const File& file, const std::string& path = {}) {
     if (path == "-") {
         ::close(stream);
     } else {
-        ::dup2(path.empty() ? file.Descriptor() : ::open(path.c_str(), O_WRONLY | O_CLOEXEC), stream);
+        ::dup2(path.empty() ? ::fileno(file.get()) : ::open(path.c_str(), O_WRONLY | O_CLOEXEC), stream);
     }
-}
-
-[[noreturn]] void BecomeTool(const std::vector<std::string>& arguments, const ToolSurroundings& surroundings) {
-    if (surroundings.fileSizeLimit) {
-        const rlimit limit{*surroundings.fileSizeLimit, *surroundings.fileSizeLimit};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    std::vector<char*> words = {const_cast<char*>(KVX_DEMOSAIC)};
-    for (const std::string& argument : arguments) {
-        words.push_back(const_cast<char*>(argument.c_str()));
-    }
-    words.push_back(nullptr);
-    ::execv(KVX_DEMOSAIC, words.data());
-    ::_exit(127);
 }
 
 }  // namespace
 
 ToolResult RunTool(const std::vector<std::string>& arguments, const ToolSurroundings& surroundings) {
-    const StreamFile input(surroundings.standardInput);
-    const StreamFile output;
-    const StreamFile error;
+    const File input = StreamFile(surroundings.standardInput), output = StreamFile(), error = StreamFile();
+    std::vector<char*> words = {const_cast<char*>(KVX_DEMOSAIC)};
+    for (const std::string& argument : arguments) {
+        words.push_back(const_cast<char*>(argument.c_str()));
+    }
+    words.push_back(nullptr);
     const pid_t child = ::fork();
     if (child == 0) {
         Connect(STDIN_FILENO, input);
         Connect(STDOUT_FILENO, output, surroundings.standardOutputPath);
         Connect(STDERR_FILENO, error, surroundings.standardErrorPath);
-        BecomeTool(arguments, surroundings);
+        const rlim_t bytes = surroundings.fileSizeLimit.value_or(RLIM_INFINITY);
+        const rlimit limit{bytes, bytes};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        ::execv(KVX_DEMOSAIC, words.data());
+        ::_exit(127);
     }
     int status = 0;
     rusage usage{};
     ::wait4(child, &status, 0, &usage);
-    const Bytes messages = error.Content();
+    const Bytes messages = ContentOf(error);
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
-            output.Content(),
+            ContentOf(output),
             {messages.begin(), messages.end()},
             usage.ru_maxrss};
 }

@@ -168,24 +168,18 @@ TEST(Convert, WidensBytesOfTrueSenseFramesToTwelveBits) {
 }
 
 TEST(Convert, KnowsAlgorithmsByNameAndNumber) {
-    const struct {
-        Family family;
-        const char *text, *name;
-    } cases[] = {{Family::Bayer, "bilinear", "bilinear"},
-                 {Family::Bayer, "1", "ipp"},
-                 {Family::Bayer, "edge-aware", "edge-aware"},
-                 {Family::Bayer, "4", "4"},
-                 {Family::TrueSense, "fast", "fast"},
-                 {Family::TrueSense, "2", "bayer-like"},
-                 {Family::TrueSense, "6", "6"}};
-    for (const auto& c : cases) {
-        Converter converter(c.family);
-        converter.SetAlgorithm(c.text);
-        EXPECT_EQ(converter.AlgorithmName(), c.name);
-        for (const char* none : {"", "7", "-1", "+1", "Bilinear", "2x", " 1"}) {
+    for (const auto& [family, text, name] : {std::tuple(Family::Bayer, "bilinear", "bilinear"),
+                                             {Family::Bayer, "1", "ipp"},
+                                             {Family::Bayer, "4", "4"},
+                                             {Family::Bayer, "edge-aware", "edge-aware"},
+                                             {Family::TrueSense, "2", "bayer-like"},
+                                             {Family::TrueSense, "fast", "fast"},
+                                             {Family::TrueSense, "6", "6"}}) {
+        Converter converter(family);
+        converter.SetAlgorithm(text);
+        for (const char* none : {"", "7", "-1", "+1", "Bilinear", "2x", " 1"})
             EXPECT_THROW(converter.SetAlgorithm(none), Error) << none;
-            EXPECT_EQ(converter.AlgorithmName(), c.name);
-        }
+        EXPECT_EQ(converter.AlgorithmName(), name);
     }
 }
 

@@ -70,23 +70,17 @@ TEST(PackedImage, RandomImagesEqualBitByBitOnEveryInstructionSet) {
             const GuardedBuffer unpacked(WithoutRows(pair.words, 2 * width, pair.wordsStep), Edge(upTo(1)));
             UnpackImage(image, packed.Data(), packed.Size(), unpacked.Data(), step);
             ASSERT_EQ(unpacked.Content(), pair.words);
+            UnpackImage(image, packed.Data(), packed.Size(), unpacked.Data() + (height - 1) * step, -step);  // upwards
+            ASSERT_EQ(std::memcmp(unpacked.Data(), words.Data() + (height - 1) * step, 2 * width), 0);
 
             const Bytes empty = WithoutRows(pair.packed, SlowBytes(p, width), image.lineStep);
             const GuardedBuffer repacked(empty, Edge(upTo(1)));
             PackImage(image, words.Data(), step, repacked.Data(), repacked.Size());
             ASSERT_EQ(repacked.Content(), pair.packed);
+            PackImage(image, unpacked.Data() + (height - 1) * step, -step, repacked.Data(), repacked.Size());
+            ASSERT_EQ(repacked.Content(), pair.packed);
         }
     });
-}
-
-TEST(PackedImage, RowsFromTheBottomUp) {
-    const Pair pair(kPackingNames[0], 7, 3, RowPadding::Image, 2);
-    Bytes words(pair.words.size()), packed(pair.packed.size());
-    const auto step = static_cast<ptrdiff_t>(pair.wordsStep);
-    UnpackImage(pair.image, pair.packed.data(), pair.packed.size(), words.data() + 2 * step, -step);
-    EXPECT_EQ(Bytes(words.begin(), words.begin() + 14), Bytes(pair.words.end() - 14, pair.words.end()));
-    PackImage(pair.image, words.data() + 2 * step, -step, packed.data(), packed.size());
-    EXPECT_EQ(packed, pair.packed);
 }
 
 TEST(PackedImage, ThreadsDoNotMeetInAByte) {

@@ -1,17 +1,14 @@
-// Ranges of samples, on every instruction set, beside the layouts bit by bit.
+// Ranges of samples: the layouts worked out by hand, and refusals. Images are compared with the layouts bit by bit.
 #include <cstring>
 
 #include "frame/packing/BitByBit.h"
 #include "frame/support/Refusals.h"
-#include "support/GuardedBuffer.h"
-#include "support/InstructionSets.h"
 
 namespace kvx::frame::test {
 namespace {
 
 using Bytes = std::vector<uint8_t>;
 using Words = std::vector<uint16_t>;
-using fuzz::Edge, fuzz::GuardedBuffer;
 
 struct Example {
     Packing packing;
@@ -51,30 +48,6 @@ TEST(SampleRange, LayoutsAreAsWorkedOutByHand) {
             UnpackSamples(example.packing, packed.data(), packed.size(), 0, words.size(), words.data());
             EXPECT_EQ(words, samples);
         }
-}
-
-/** Ranges begin and end anywhere in groups and around vectors; images, below, are unpacked in the same way. */
-TEST(SampleRange, PacksOnEveryInstructionSetAndKeepsNeighbours) {
-    const auto check = [](const PackingName& p, size_t first, size_t count, Edge edge) {
-        const size_t end = first + count, following = count % 3;
-        const Bytes words = Noise<uint8_t>(2 * count, end);  // with bits above the depth
-        Bytes expected = Noise<uint8_t>(SlowBytes(p, end + following), count);
-        const GuardedBuffer to(expected, edge), source(words, edge);
-        const auto* from = reinterpret_cast<const uint16_t*>(source.Data());
-
-        const size_t firstWhole = (first + p.samples - 1) / p.samples, endWhole = end / p.samples;
-        for (size_t i = firstWhole * p.bytes; i < endWhole * p.bytes; ++i) expected[i] = 0;
-        for (size_t i = 0; i < count; ++i) SlowPut(p, expected.data(), first + i, from[i]);
-        PackSamples(p.packing, from, first, count, to.Data(), expected.size());
-        ASSERT_EQ(to.Content(), expected) << p.name << ", " << count << " samples from " << first;
-    };
-    kvx::test::ForEachInstructionSet([&] {
-        for (const PackingName& p : kPackingNames)
-            for (size_t first = 0; first < 5; ++first)
-                for (size_t count = 0; count < 300; count += count < 44 ? 1 : 37)
-                    for (const Edge edge : {Edge::Begin, Edge::End})
-                        ASSERT_NO_FATAL_FAILURE(check(p, first, count, edge));
-    });
 }
 
 TEST(SampleRange, RefusesWhatDoesNotFit) {

@@ -82,6 +82,8 @@ TEST(Mirrored, FramesBecomeMirroredPictures) {
                 const uint32_t border = format.family == Family::TrueSense && directions == 3 ? 6 : 0;
                 ASSERT_EQ(Interior(PictureOf(view), width, height, border),
                           Interior(PictureOf(words.view), width, height, border, horizontally, vertically));
+                ASSERT_EQ(PictureOf(FlippedVertically(reversed.view)),
+                          Interior(PictureOf(reversed.view), width, height, 0, false, true));
                 const SourceView again = Mirrored(view, horizontally, vertically);
                 EXPECT_TRUE(again.format == format && !again.horMirrored && !again.verMirrored);
                 if (width == 22 && format.layout == Layout::Plain) {  // cut on the way
@@ -95,16 +97,6 @@ TEST(Mirrored, FramesBecomeMirroredPictures) {
                     EXPECT_EQ(PictureOf(Crop(view, region)), PictureOf(whole.view));
                 }
             }
-}
-
-TEST(FlippedVertically, FramesAndPicturesStandOnTheirHeads) {
-    for (const Format& format : Mosaics()) {
-        TestFrame frame = MakeNoise(format, 18, 11, 1, 2);
-        const Pixels upright = PictureOf(frame.view);
-        const SourceView flipped = FlippedVertically(frame.view);
-        EXPECT_EQ(PictureOf(flipped), Interior(upright, 18, 11, 0, false, true)) << Name(format);
-        EXPECT_EQ(PictureOf(FlippedVertically(flipped)), upright);
-    }
 }
 
 TEST(Geometry, ThatCannotBeIsRefused) {

@@ -83,9 +83,11 @@ TEST(MosaicRun, WritesSamplesInAnyLayoutAndPgmWithTheDepthsMaximum) {
     RunSuccessfully({"mosaic", picture, directory.Path("a.PGM"), "--format", "BayerGR10", "--no-sidecar"});
     const std::string header = "P5\n1 1\n1023\n\x03\xFF";
     EXPECT_EQ(directory.Read("a.PGM"), Bytes(header.begin(), header.end()));
-    EXPECT_EQ(RunSuccessfully({"mosaic", picture, "-", "--format", "Mono8"}).standardOutput, Bytes{113});
-    EXPECT_EQ(RunSuccessfully({"mosaic", picture, "-", "--format", "BayerGR12msb"}).standardOutput,
-              (Bytes{0xF0, 0xFF}));
+    const std::pair<const char*, Bytes> samples[] = {
+        {"Mono8", {113}}, {"BayerRG8", {0}}, {"BayerBG8", {85}}, {"BayerGR12msb", {0xF0, 0xFF}}};
+    for (const auto& [format, sample] : samples) {
+        EXPECT_EQ(RunSuccessfully({"mosaic", picture, "-", "--format", format}).standardOutput, sample) << format;
+    }
     EXPECT_EQ(directory.Entries(), (std::set<std::string>{"a.PGM", "a.raw", "a.raw.json", "p.ppm"}));
 }
 

@@ -62,13 +62,9 @@ TEST(Pnm, RefusesOtherAndDamagedFiles) {
     }
 }
 
-TEST(Pnm, WritesBinaryFilesThatReadBack) {
+TEST(Pnm, WritesBinaryFiles) {
     EXPECT_EQ(EncodePnm({(cv::Mat_<uint16_t>(1, 2) << 0x3FFE, 1), 16383}), BytesOf("P5\n2 1\n16383\n\x3F\xFE\0\x01"sv));
     EXPECT_EQ(EncodePnm({cv::Mat(1, 1, CV_8UC3, cv::Scalar(3, 2, 1)), 255}), BytesOf("P6\n1 1\n255\n\x01\x02\x03"sv));
-    cv::Mat noise(5, 7, CV_16UC3);
-    cv::randu(noise, 0, 65536);
-    const Bytes content = EncodePnm({noise, 65535});
-    EXPECT_EQ(EncodeRaw(DecodePnm(content, ParsePnmHeader(content).value(), "f").pixels), EncodeRaw(noise));
 }
 
 }  // namespace
