@@ -52,16 +52,21 @@ TEST(GStreamerCaps, MayChangeFromFrameToFrame) {
     }
 }
 
-/** A filter upstream, as in every pipeline that reads a file, gets caps that it can fix. */
-TEST(GStreamerCaps, LeaveFramesTheFieldsThatTheyDoNotHave) {
+/** A filter upstream, as in every pipeline that reads a file, gets caps that it can fix; rows may be anywhere. */
+TEST(GStreamerCaps, AndMetasThatUpstreamMayUse) {
     FrameElement element;
     element.SetCaps("video/x-bayer,format=rggb,width=8,height=4",
                     "video/x-raw,framerate=(fraction)[0/1,2147483647/1],interlace-mode={progressive,mixed}");
-    const Caps caps(gst_pad_peer_query_caps(element.Harness()->srcpad, nullptr));
-    const GstStructure* structure = gst_caps_get_structure(caps.get(), 0);
+    GstPad* const upstream = element.Harness()->srcpad;
+    const Caps possible(gst_pad_peer_query_caps(upstream, nullptr)), current(gst_pad_get_current_caps(upstream));
+    const GstStructure* structure = gst_caps_get_structure(possible.get(), 0);
     EXPECT_TRUE(gst_structure_has_field(structure, "width"));
     EXPECT_FALSE(gst_structure_has_field(structure, "framerate"));
     EXPECT_FALSE(gst_structure_has_field(structure, "interlace-mode"));
+    GstQuery* query = gst_query_new_allocation(current.get(), FALSE);
+    EXPECT_TRUE(gst_pad_peer_query(upstream, query));
+    EXPECT_TRUE(gst_query_find_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr));
+    gst_query_unref(query);
 }
 
 }  // namespace

@@ -49,19 +49,16 @@ TEST(MakeMosaic, FromAnyPictureToAnyLayout) {
                 sensor.pictureWhite = 255;  // so that a byte is that share of white
                 MakeMosaic({pixels.data(), kWidth, kHeight, 0, pixels.size(), pictureFormat},
                            {frame.data(), kWidth, kHeight, stride, frame.size(), format}, sensor, 2);
-                std::vector<uint16_t> words(kWidth * kHeight);
-                Relayout({frame.data(), kWidth, kHeight, stride, frame.size(), format},
-                         {words.data(), kWidth, kHeight, kWidth * (format.bits == 8 ? 1 : 2), 2 * words.size(),
-                          Unpacked(format)});
-                const auto* asBytes = reinterpret_cast<const uint8_t*>(words.data());
-                for (uint32_t site = 0; site < kWidth * kHeight; ++site) {
-                    const uint32_t row = site / kWidth, column = site % kWidth;
+                const Format plain = Unpacked(format);
+                const TestFrame expected = MakeFrame(plain, kWidth, kHeight, [&](uint32_t row, uint32_t column) {
                     const uint32_t colour = samples == 1 ? 0 : ColourAt(format, row, column);
                     const double light = PictureSample(row, column, colour) / 255.0;
-                    const auto expected = static_cast<uint32_t>(light * White(format) + 0.5 + 1e-7);
-                    ASSERT_EQ(format.bits == 8 ? asBytes[site] : words[site], expected)
-                        << pictureName << " " << name << " " << padding << " " << site;
-                }
+                    return static_cast<uint16_t>(light * White(format) + 0.5 + 1e-7);
+                });
+                std::vector<uint8_t> found(expected.bytes.size());
+                Relayout({frame.data(), kWidth, kHeight, stride, frame.size(), format},
+                         {found.data(), kWidth, kHeight, expected.view.stride, found.size(), plain});
+                ASSERT_EQ(found, expected.bytes) << pictureName << " " << name << " " << padding;
                 for (uint32_t row = 0; padding > 0 && row + 1 < kHeight; ++row)
                     for (ptrdiff_t byte = stride - padding; byte < stride; ++byte)
                         ASSERT_EQ(frame[row * stride + byte], 0xA5) << name;
