@@ -62,21 +62,6 @@ TEST(GStreamerSettings, CountFromTheNextFrameOn) {
     }
 }
 
-TEST(GStreamerSettings, AreReadUnderTheObjectLock) {
-    FrameElement element;
-    GstElement* const object = element.Harness()->element;
-    std::atomic<bool> isRead = false;
-    GST_OBJECT_LOCK(object);
-    std::jthread reader([&] {
-        guint level = 0;
-        g_object_get(object, "black-level", &level, nullptr);
-        isRead = true;
-    });
-    g_usleep(50'000);
-    EXPECT_FALSE(isRead);
-    GST_OBJECT_UNLOCK(object);
-}
-
 /** Changes by another thread take effect between frames, never within one. */
 TEST(GStreamerSettings, ChangeBetweenFramesWhilePlaying) {
     const frame::TestFrame frame =

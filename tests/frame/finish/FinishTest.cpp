@@ -170,9 +170,9 @@ TEST(Finish, TakesTheWhiteLevelForWhiteAndKeepsSixteenBits) {
     Options options;
     options.finish.emplace().whiteLevel = 12000;
     options.finish->blackLevel = 600;
-    TestFrame ramp = MakeFrame(FormatByName("BayerRG14"), 16384, 2,
+    TestFrame ramp = MakeFrame(FormatByName("BayerRG14"), 16384, 4,
                                [](uint32_t, uint32_t column) { return static_cast<uint16_t>(column); });
-    TestPicture bytes(FormatByName("RGB8"), 16384, 2), words(FormatByName("RGB16"), 16384, 2);
+    TestPicture bytes(FormatByName("RGB8"), 16384, 4), words(FormatByName("RGB16"), 16384, 4);
     Convert(ramp.view, bytes.View(), options);
     for (const auto& [column, expected] : {std::pair{12000u, 255u}, {16380u, 255u}, {6300u, 128u}, {600u, 0u}})
         EXPECT_EQ(bytes.At(1, column, 1), expected) << column;

@@ -6,7 +6,6 @@
 #include "ToolRun.h"
 #include "tools/files/PictureDecoder.h"
 #include "tools/files/PictureEncoder.h"
-#include "tools/look/CropSelection.h"
 #include "tools/scene/Scene.h"
 
 namespace kvx::tool {
@@ -92,17 +91,6 @@ TEST(BenchRun, MeasuresWhatIsAskedFor) {
                 1.5 * result["results"][0]["pixels_per_second"].get<double>(), 1);
     ExpectRefusal(RunTool({"bench", "--algorithm", "magic"}), 2, {"magic"});
     ExpectRefusal(RunTool({"bench", "--format", "RGB8"}), 2, {"RGB8"});
-}
-
-TEST(SelectCrops, FindsWherePicturesDiffer) {
-    const cv::Mat even(60, 80, CV_8UC3, cv::Scalar::all(9));
-    cv::Mat other = even.clone();
-    other(cv::Rect(50, 30, 4, 4)).setTo(200);
-    const std::vector<cv::Rect> places = SelectCrops({even, other}, {10, 10}, 3);
-    ASSERT_EQ(places.size(), 3u);
-    EXPECT_EQ(places[0] & cv::Rect(50, 30, 4, 4), cv::Rect(50, 30, 4, 4));
-    EXPECT_TRUE((places[0] & places[1]).empty());
-    EXPECT_EQ(SelectCrops({even}, {100, 100}, 3), std::vector<cv::Rect>{cv::Rect(0, 0, 80, 60)});
 }
 
 }  // namespace
