@@ -30,7 +30,7 @@ const Example kExamples[] = {
     {Packing::Msb14, {0x2ABC}, {0xF0, 0xAA}},
 };
 
-TEST(SampleRange, LayoutsAreAsWorkedOutByHand) {
+TEST(SampleRange, LayoutsAreAsWorkedOutByHandAndNeighboursStay) {
     ASSERT_EQ(std::size(kExamples), std::size(kPackingNames));
     for (const Example& example : kExamples)
         for (const size_t times : {1, 16}) {  // in plain form; in vectors
@@ -47,6 +47,15 @@ TEST(SampleRange, LayoutsAreAsWorkedOutByHand) {
             EXPECT_EQ(bytes, packed);
             UnpackSamples(example.packing, packed.data(), packed.size(), 0, words.size(), words.data());
             EXPECT_EQ(words, samples);
+            for (size_t i = 0; i < samples.size(); ++i) {  // the neighbours of a sample stay
+                Words changed = samples;
+                changed[i] ^= 0x155;
+                PackSamples(example.packing, &changed[i], i, 1, bytes.data(), bytes.size());
+                UnpackSamples(example.packing, bytes.data(), bytes.size(), 0, words.size(), words.data());
+                ASSERT_EQ(words, changed) << i;
+                PackSamples(example.packing, &samples[i], i, 1, bytes.data(), bytes.size());
+            }
+            EXPECT_EQ(bytes, packed);
         }
 }
 
