@@ -60,86 +60,70 @@ protected:
         return {format, kWidth, kHeight, kWidth * 3 * sampleSize, kWidth * 3 * sampleSize + 4};
     }
 
-    /** Runs `attempt(first, count)` for every allocation, by itself and with all after it, until none is left. */
-    static void FailEach(const std::function<long(long, long)>& attempt, long atLeast) {
+    /** A call that converts into an image; `prepare` makes it allocate again, `release` gives back what it holds. */
+    struct Conversion {
+        std::function<uint32_t(GuardedImage&)> convert;
+        std::function<void()> prepare, release = [] {};
+        uint32_t noMemory;
+        long mayKeep, atLeast;  // blocks that it keeps; allocations
+    };
+
+    /** Fails every allocation, by itself and with all after it, until none is left. */
+    static void FailEach(const Conversion& conversion, GuardedImage expected) {
+        const auto& [convert, prepare, release, noMemory, mayKeep, atLeast] = conversion;
+        for (int warmUp = 0; warmUp < 2; ++warmUp) {  // what OpenCV and OpenMP keep is not ours
+            prepare();
+            ASSERT_EQ(convert(expected), 0u);
+            release();
+        }
+        GuardedImage dst = expected.Fresh();
+        const auto before = dst.Pixels(), wanted = expected.Pixels();
         for (const long count : {1L, LONG_MAX}) {
             long first = 0;
-            while (attempt(first, count) > 0 && !HasFailure()) ++first;
-            EXPECT_GE(first, atLeast) << "allocations";
-            s_injected += first;
+            for (long failed = 1; failed > 0 && !HasFailure(); ++first) {
+                dst.SetPixels(before);
+                prepare();
+                FailAllocations(first, count);
+                const uint32_t result = convert(dst);
+                failed = StopFailing();
+                EXPECT_TRUE(result == 0 || (failed && result == noMemory)) << std::hex << result;
+                EXPECT_TRUE(result == 0 ? dst.Pixels() == wanted : dst.Untouched());
+                EXPECT_EQ(convert(dst), 0u) << "once there is memory";
+                EXPECT_TRUE(dst.GuardsIntact() && dst.Pixels() == wanted);
+                release();
+                EXPECT_LE(LeakedBlocks(), mayKeep);
+                if (HasFailure()) ADD_FAILURE() << "allocations " << first << " on";
+            }
+            EXPECT_GT(first, atLeast) << "allocations";
+            s_injected += first - 1;
         }
         RecordProperty("failuresInjected", std::to_string(s_injected));
     }
 
     template <class Calls>
     static void LifeCycle(uint32_t srcFormat, int depth, uint32_t dstFormat, size_t sampleSize, int algorithm) {
+        SCOPED_TRACE(algorithm);
+        GuardedImage src = Source(srcFormat, depth);
+        typename Calls::Component* component = nullptr;
+        const auto convert = [&](GuardedImage& dst) -> uint32_t {
+            if (!component) {
+                component = Calls::Create();
+                if (!component) return Calls::noMemory;
+                KvxComponent* parameters = Calls::Parameters(component);
+                EXPECT_EQ(KvxComponent_GetParamCount(parameters), Calls::parameterCount);
+                EXPECT_EQ(KvxComponent_SetParamInt(parameters, Calls::algorithmName, algorithm), 0u);
+                const uint32_t allocated = Calls::AllocData(component, &src.Record(), &dst.Record());
+                EXPECT_TRUE(allocated == 0 || allocated == Calls::noMemory) << std::hex << allocated;
+            }
+            return Calls::ConvertImage(component, &src.Record(), &dst.Record());
+        };
+        const auto release = [&] {
+            Calls::Delete(component);
+            component = nullptr;
+        };
         const bool usesOpenCv = Calls::noMemory == kTrueSenseNoMemory && algorithm == KvxTrueSenseAlgorithm_BayerLike;
-        GuardedImage src = Source(srcFormat, depth), expected = Destination(dstFormat, sampleSize);
-        const auto make = [&] {
-            typename Calls::Component* component = Calls::Create();
-            if (!component) return component;
-            KvxComponent* parameters = Calls::Parameters(component);
-            EXPECT_EQ(KvxComponent_GetParamCount(parameters), Calls::parameterCount);
-            EXPECT_EQ(KvxComponent_SetParamInt(parameters, Calls::algorithmName, algorithm), 0u);
-            return component;
-        };
-        for (int warmUp = 0; warmUp < 2; ++warmUp) {  // what OpenCV and OpenMP keep is not ours
-            auto* component = make();
-            ASSERT_EQ(Calls::ConvertImage(component, &src.Record(), &expected.Record()), 0u);
-            Calls::Delete(component);
-        }
-        GuardedImage dst = expected.Fresh();
-        const auto before = dst.Pixels(), wanted = expected.Pixels();
-        const auto attempt = [&](long first, long count) {
-            dst.SetPixels(before);
-            FailAllocations(first, count);
-            auto* component = make();
-            uint32_t allocated = 0, converted = 0;
-            if (component) {
-                allocated = Calls::AllocData(component, &src.Record(), &dst.Record());
-                converted = Calls::ConvertImage(component, &src.Record(), &dst.Record());
-            }
-            const long failed = StopFailing();
-            EXPECT_TRUE(component || failed);
-            EXPECT_TRUE(allocated == 0 || (failed && allocated == Calls::noMemory)) << std::hex << allocated;
-            EXPECT_TRUE(converted == 0 || (failed && converted == Calls::noMemory)) << std::hex << converted;
-            if (component) {
-                EXPECT_EQ(converted == 0, dst.Pixels() == wanted);
-                EXPECT_TRUE(converted == 0 || dst.Untouched());
-                EXPECT_EQ(Calls::ConvertImage(component, &src.Record(), &dst.Record()), 0u) << "once there is memory";
-                EXPECT_TRUE(dst.GuardsIntact() && dst.Pixels() == wanted);
-            }
-            Calls::Delete(component);
-            EXPECT_LE(LeakedBlocks(), usesOpenCv ? kLostByOpenCv : 0);
-            if (HasFailure()) ADD_FAILURE() << "algorithm " << algorithm << ", allocations " << first << " on";
-            return failed;
-        };
-        FailEach(attempt, 2);
-    }
-
-    /** `convert` is a flat call; `prepare` makes it allocate again. */
-    static void Flat(
-        const std::function<uint32_t(GuardedImage&)>& convert, GuardedImage expected, uint32_t noMemory, long mayKeep,
-        long atLeast, const std::function<void()>& prepare = [] {}) {
-        prepare();
-        ASSERT_EQ(convert(expected), 0u);
-        GuardedImage dst = expected.Fresh();
-        const auto before = dst.Pixels(), wanted = expected.Pixels();
-        const auto attempt = [&](long first, long count) {
-            dst.SetPixels(before);
-            prepare();
-            FailAllocations(first, count);
-            const uint32_t result = convert(dst);
-            const long failed = StopFailing();
-            EXPECT_TRUE(result == 0 || (failed && result == noMemory)) << std::hex << result;
-            EXPECT_TRUE(result == 0 ? dst.Pixels() == wanted : dst.Untouched());
-            EXPECT_LE(LeakedBlocks(), mayKeep);
-            EXPECT_EQ(convert(dst), 0u) << "once there is memory";
-            EXPECT_TRUE(dst.GuardsIntact() && dst.Pixels() == wanted);
-            if (HasFailure()) ADD_FAILURE() << "allocations " << first << " on";
-            return failed;
-        };
-        FailEach(attempt, atLeast);
+        FailEach({convert, [] {}, release, Calls::noMemory, usesOpenCv ? kLostByOpenCv : 0, 2},
+                 Destination(dstFormat, sampleSize));
     }
 
 private:
@@ -172,8 +156,9 @@ TEST_F(ConversionMemory, OfFlatBayerFunctions) {
         GuardedImage src = Source(KvxFormat_BayerGB12, 12);
         const auto convert = [&](GuardedImage& dst) { return BayerToColor(&src.Record(), &dst.Record(), algorithm); };
         const long atLeast = algorithm == 1 ? 2 : 0;
-        Flat(convert, Destination(KvxFormat_RGB12, 2), kBayerNoMemory, 0, atLeast);
-        Flat(convert, Destination(KvxFormat_RGB8, 1), kBayerNoMemory, 0, atLeast);
+        const Conversion conversion{convert, [] {}, [] {}, kBayerNoMemory, 0, atLeast};
+        FailEach(conversion, Destination(KvxFormat_RGB12, 2));
+        FailEach(conversion, Destination(KvxFormat_RGB8, 1));
     }
 }
 
@@ -215,8 +200,8 @@ TEST_F(ConversionMemory, OfFlatTrueSenseFunctions) {
                 EXPECT_EQ(TrueSenseToColor(&small.Record(), &dst.Record(), nullptr, algorithm, temporary), 0u);
             };
             const long lost = algorithm == KvxTrueSenseAlgorithm_BayerLike ? kLostByOpenCv : 0;
-            Flat(convert, Destination(KvxFormat_RGB12, 2), kTrueSenseNoMemory, temporary ? lost : LONG_MAX, 1,
-                 convertSmallOne);
+            FailEach({convert, convertSmallOne, [] {}, kTrueSenseNoMemory, temporary ? lost : LONG_MAX, 1},
+                     Destination(KvxFormat_RGB12, 2));
         }
 }
 

@@ -1,4 +1,4 @@
-"""Arrays of any size, type, stride and format give the bytes of the C functions."""
+"""Arrays of any size, type, stride and format give the pictures of plain arrays, which keep the samples of frames."""
 
 import sys
 
@@ -6,7 +6,6 @@ import numpy as np
 import pytest
 from hypothesis import given, settings, strategies as st
 
-import flat
 import kvxdemosaicing as kvx
 
 settings.register_profile("busy", deadline=None, max_examples=60, database=None)
@@ -39,27 +38,35 @@ def arrays(draw):
 SIZES = st.integers(1, 37)
 
 
+def check(format, to, height, width, place, place_out=lambda values: values, **options):
+    """Returns the picture of a plain array."""
+    samples = random_samples(format, height, width)
+    expected = kvx.convert(samples, format, to=to, **options)
+    assert expected.shape == (height, width, kvx.format(to).channels) and expected.flags.c_contiguous
+    frame, out = place(samples), place_out(np.zeros_like(expected))
+    assert np.array_equal(kvx.convert(frame, format, to=to, **options), expected)
+    assert kvx.convert(frame, format, to=to, out=out, **options) is out
+    assert np.array_equal(out, expected)
+    assert np.array_equal(frame, samples)
+    assert out.base is None or (out.base[:, width:] == 0xA5).all()  # padding
+    return samples, expected
+
+
 @given(st.sampled_from(BAYER), st.sampled_from(["RGB", "BGR"]), SIZES, SIZES, arrays(), arrays(), st.integers(0, 1))
 def test_bayer_frames_of_any_shape(name, order, height, width, place, place_out, algorithm):
     format = kvx.format(name)
-    samples = random_samples(format, height, width)
-    to = f"{order}{format.bits}"
-    expected = flat.converted(samples, name, to, algorithm)
-    frame, out = place(samples), place_out(np.zeros_like(expected))
-    assert np.array_equal(kvx.convert(frame, name, to=to, algorithm=algorithm), expected)
-    assert kvx.convert(frame, name, to=to, algorithm=algorithm, out=out) is out
-    assert np.array_equal(out, expected)
-    assert np.array_equal(frame, samples)
-    assert (out.base[:, width:] == 0xA5).all()  # padding
+    samples, picture = check(format, f"{order}{format.bits}", height, width, place, place_out, algorithm=algorithm)
+    for row in range(1, height - 1):
+        for column in range(1, width - 1):  # the filter's colour is the sample's
+            assert picture[row, column, order.index(format.at(row, column).tile[0][0])] == samples[row, column]
 
 
 @given(st.sampled_from(TRUESENSE), st.sampled_from(["RGB8", "BGR8", "RGBa8", "BGRa8"]), SIZES, SIZES, arrays())
 def test_truesense_frames_of_any_shape(name, to, height, width, place):
-    samples = random_samples(kvx.format(name), height, width)
-    expected = flat.converted(samples, name, to)
-    if expected.shape[2] == 4:
-        expected[..., 3] = 255  # the C functions leave alpha alone
-    assert np.array_equal(kvx.convert(place(samples), name, to=to), expected)
+    _, picture = check(kvx.format(name), to, height, width, place)
+    order = [to.index(colour) for colour in "RGB"]
+    plain = kvx.convert(random_samples(kvx.format(name), height, width), name)
+    assert np.array_equal(picture[..., order], plain) and (picture[..., 3:] == 255).all()
 
 
 @given(st.sampled_from(["BayerGB12p", "BayerGR10mipi"]), SIZES, SIZES, arrays())
@@ -67,7 +74,7 @@ def test_packed_frames_mean_their_samples(name, height, width, place):
     unpacked = kvx.format(name).unpacked
     to = f"RGB{unpacked.bits}"
     samples = random_samples(unpacked, height, width, seed=height)
-    expected, packed = flat.converted(samples, unpacked.name, to), kvx.pack(samples, name)
+    expected, packed = kvx.convert(samples, unpacked, to=to), kvx.pack(samples, name)
     for array in (place(packed), packed.ravel(), np.pad(packed, ((0, 0), (0, 3)))):
         assert np.array_equal(kvx.convert(array, name, to=to, width=width, height=height), expected)
 
@@ -86,7 +93,7 @@ def test_words_however_they_are_spelled(name, spell):
     samples = random_samples(kvx.format("BayerRG12"), 7, 1 if spell is np.asfortranarray else 10)
     height, width = samples.shape
     picture = kvx.convert(spell(samples), name, to="RGB12", width=width, height=height)
-    assert np.array_equal(picture, flat.converted(samples, "BayerRG12", "RGB12"))
+    assert np.array_equal(picture, kvx.convert(samples, "BayerRG12", to="RGB12"))
 
 
 def test_finish_in_python_spelling():
