@@ -13,34 +13,25 @@ namespace {
 constexpr uint32_t kWidth = 50, kHeight = 38;
 constexpr int kSrcStep = 2 * kWidth + 6, kDstStep = 6 * kWidth + 10;
 
-/** The records of a frame and of its picture. */
-struct Records {
-    _KvxImage src{}, dst{};
-    Records(uint8_t* from, uint8_t* to, uint32_t dstType) {
-        src.pixelType = KvxFormat_TrueSense_GBRG_WGGW_1_12;
-        src.pixelDepth = 12;
-        src.width = kWidth;
-        src.height = kHeight;
-        src.lineStep = kSrcStep;
-        src.data = from;
-        dst.pixelType = dstType;
-        dst.lineStep = kDstStep;
-        dst.data = to;
-    }
-};
+_KvxImage FrameAt(uint8_t* data) {
+    return KvxImage_Make(KvxFormat_TrueSense_GBRG_WGGW_1_12, kWidth, kHeight, kSrcStep, data);
+}
+_KvxImage PictureAt(uint8_t* data, uint32_t pixelType) {
+    return KvxImage_Make(pixelType, kWidth, kHeight, kDstStep, data);
+}
 
-uint32_t ByComponent(uint8_t* src, uint8_t* dst, int algorithm) {
+uint32_t ByComponent(uint8_t* from, uint8_t* to, int algorithm) {
     KvxTrueSense* component = KvxTrueSense_CreateComponent();
     KvxComponent_SetParamInt(KvxTrueSense_GetComponent(component), "TrueSenseAlgType", algorithm);
-    Records images(src, dst, KvxFormat_BGR8);
-    const uint32_t result = KvxTrueSense_ConvertImage(component, &images.src, &images.dst);
+    _KvxImage src = FrameAt(from), dst = PictureAt(to, KvxFormat_BGR8);
+    const uint32_t result = KvxTrueSense_ConvertImage(component, &src, &dst);
     KvxTrueSense_DeleteComponent(component);
     return result;
 }
 
-uint32_t ByRecords(uint8_t* src, uint8_t* dst, int algorithm) {
-    Records images(src, dst, KvxFormat_RGB16);
-    return TrueSenseToColor(&images.src, &images.dst, nullptr, algorithm, 0);
+uint32_t ByRecords(uint8_t* from, uint8_t* to, int algorithm) {
+    _KvxImage src = FrameAt(from), dst = PictureAt(to, KvxFormat_RGB16);
+    return TrueSenseToColor(&src, &dst, nullptr, algorithm, 0);
 }
 
 /** A region in all its directions: source upwards, mirrored both ways, pixels backwards. */

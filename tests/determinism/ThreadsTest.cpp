@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 #include <omp.h>
 
-#include <memory>
 #include <thread>
 
 #include "KvxDemosaicing/KvxTrueSenseFlat.h"
@@ -35,21 +34,17 @@ TEST(Threads, NeitherTheirNumberNorTheInstructionSetChangesAPicture) {
 }
 
 TEST(Threads, AllAlgorithmsRunAtTheSameTime) {
-    std::vector<std::unique_ptr<Camera>> cameras;
-    std::vector<uint32_t> expected;
+    std::vector<std::thread> threads;
     for (const Stream& stream : kStreams) {
         Camera alone(stream, 7, kWidth, kHeight);
-        ASSERT_EQ(alone.Frame(), 0u);
-        expected.push_back(alone.Hash());
-        cameras.push_back(std::make_unique<Camera>(stream, 7, kWidth, kHeight));
-    }
-    std::vector<std::thread> threads;
-    for (const auto& camera : cameras)
-        threads.emplace_back([&camera] {
-            for (int frame = 0; frame < 3; ++frame) EXPECT_EQ(camera->Frame(), 0u);
+        EXPECT_EQ(alone.Frame(), 0u);
+        threads.emplace_back([&stream, expected = alone.Hash()] {
+            Camera camera(stream, 7, kWidth, kHeight);
+            for (int frame = 0; frame < 3; ++frame) EXPECT_EQ(camera.Frame(), 0u);
+            EXPECT_EQ(camera.Hash(), expected) << stream.what;
         });
+    }
     for (std::thread& thread : threads) thread.join();
-    for (size_t i = 0; i < cameras.size(); ++i) EXPECT_EQ(cameras[i]->Hash(), expected[i]) << kStreams[i].what;
 }
 
 TEST(Threads, FlatFunctionsWithObjectsOfTheirOwnRunInManyThreads) {
@@ -65,16 +60,12 @@ TEST(Threads, FlatFunctionsWithObjectsOfTheirOwnRunInManyThreads) {
         return dst.Pixels();
     };
     for (const Stream& stream : kStreams) {
-        constexpr unsigned count = 6;
-        std::vector<std::vector<uint8_t>> expected(count), pictures(count);
         std::vector<std::thread> threads;
-        for (unsigned i = 0; i < count; ++i) expected[i] = convert(stream, i);
-        for (unsigned i = 0; i < count; ++i)
-            threads.emplace_back([&, i] {
-                for (int frame = 0; frame < 3; ++frame) pictures[i] = convert(stream, i);
+        for (unsigned seed = 0; seed < 6; ++seed)
+            threads.emplace_back([&, seed, expected = convert(stream, seed)] {
+                for (int frame = 0; frame < 3; ++frame) EXPECT_EQ(convert(stream, seed), expected) << stream.what;
             });
         for (std::thread& thread : threads) thread.join();
-        EXPECT_EQ(pictures, expected) << stream.what;
     }
 }
 

@@ -21,14 +21,8 @@ public:
         : m_rowBytes(rowBytes), m_step(lineStep), m_rows(height), m_start(kMargin + offset) {
         m_bytes.resize(m_start + lineStep * height + rowBytes + kMargin);
         for (size_t i = 0; i < m_bytes.size(); ++i) m_bytes[i] = GuardAt(i);
-        m_record.structSize = sizeof m_record;
-        m_record.structVersion = KVX_IMAGE_VERSION;
-        m_record.pixelType = pixelType;
-        m_record.width = width;
-        m_record.height = height;
-        m_record.lineStep = static_cast<uint32_t>(lineStep);
-        m_record.imageSize = static_cast<uint32_t>(lineStep * height);
-        m_record.data = m_bytes.data() + m_start;
+        m_record = KvxImage_Make(pixelType, width, height, static_cast<uint32_t>(lineStep), m_bytes.data() + m_start);
+        m_record.pixelDepth = 0;  // of a source, the test sets it
     }
 
     /** Another image of this geometry, with nothing written to it. */

@@ -39,21 +39,7 @@ TEST(FrameJob, ReportsEveryKindOfFailure) {
     EXPECT_TRUE(FrameJob(settings).Run({frame, picture, PictureKind::Pnm}).failure);
 }
 
-TEST(Batch, ThreadsAreSharedAmongFrames) {
-    struct Case {
-        size_t files;
-        int jobs, threads, expectedJobs, expectedThreads;
-    };
-    for (const Case& one : {Case{1, 0, 8, 1, 8},
-                            {3, 0, 8, 3, 2},
-                            {100, 0, 8, 8, 1},
-                            {100, 2, 8, 2, 4},
-                            {100, 16, 8, 16, 1},
-                            {2, 16, 1, 2, 1}}) {
-        const Workforce workforce = ShareThreads(one.files, one.jobs, one.threads);
-        EXPECT_EQ(workforce.jobs, one.expectedJobs) << one.files << " " << one.jobs;
-        EXPECT_EQ(workforce.threads, one.expectedThreads) << one.files << " " << one.jobs;
-    }
+TEST(Batch, AsksForNoMoreThreadsThanConvertersTake) {
     const int setting = omp_get_max_threads();
     omp_set_num_threads(100000);  // OMP_NUM_THREADS may be anything: converters refuse more than 1024
     EXPECT_LE(ShareThreads(1, 0, 0).threads, 1024);
