@@ -168,6 +168,7 @@ TEST(Convert, WidensBytesOfTrueSenseFramesToTwelveBits) {
 }
 
 TEST(Convert, KnowsAlgorithmsByNameAndNumber) {
+    EXPECT_EQ(Converter(Family::TrueSense).AlgorithmName(), "fast");
     for (const auto& [family, text, name] : {std::tuple(Family::Bayer, "bilinear", "bilinear"),
                                              {Family::Bayer, "1", "ipp"},
                                              {Family::Bayer, "4", "4"},
@@ -183,22 +184,20 @@ TEST(Convert, KnowsAlgorithmsByNameAndNumber) {
     }
 }
 
+/** A finish replaces them for the conversion only. */
 TEST(Convert, AppliesParametersByName) {
     Converter converter(Family::TrueSense);
-    EXPECT_EQ(converter.AlgorithmName(), "fast");
     converter.SetParameter("RR", "0.5");
-    EXPECT_EQ(converter.Parameter("RR"), "0.5");
     EXPECT_EQ(converter.Parameters().size(), 66u);
-    // A finish replaces the parameters for the conversion only.
-    converter.SetFinish(Finish{});
     TestFrame frame = MakeFlat(FormatByName("SCF1WBWG12"), 8, 8, {0.5, 0.5, 0.5});
     TestPicture picture(FormatByName("RGB8"), 8, 8);
-    converter.Convert(frame.view, picture.View());
-    EXPECT_EQ(converter.Parameter("RR"), "0.5");
-    EXPECT_EQ(converter.Parameter("normalizationEnable"), "0");
-    converter.SetFinish(std::nullopt);
-    converter.Convert(frame.view, picture.View());
-    EXPECT_LT(picture.At(4, 4, 0), picture.At(4, 4, 1));  // the matrix with its halved red applies again
+    for (const bool isFinished : {true, false}) {
+        converter.SetFinish(isFinished ? std::optional(Finish{}) : std::nullopt);
+        converter.Convert(frame.view, picture.View());
+        EXPECT_EQ(picture.At(4, 4, 0) < picture.At(4, 4, 1), !isFinished);  // the matrix with its halved red
+        EXPECT_EQ(converter.Parameter("RR"), "0.5");
+        EXPECT_EQ(converter.Parameter("normalizationEnable"), "0");
+    }
 }
 
 }  // namespace
