@@ -5,14 +5,13 @@
 // counts. This library, OpenCV and GStreamer run complete conversions, from samples to an interleaved image. LibRaw
 // runs its interpolation only, on its own copy of the frame. LibRaw always computes in 16 bits, so it is in the 12-bit
 // job only. A library that is not available shows an error.
-#include <exception>
 #include <string>
 #include <vector>
 
 #include "KvxDemosaicing/KvxDemosaicing.h"
-#include "peers/Peers.h"
 #include "support/Frames.h"
 #include "support/MemoryFloor.h"
+#include "support/PeerRuns.h"
 #include "support/Records.h"
 #include "support/Runs.h"
 
@@ -56,20 +55,6 @@ void Ours(benchmark::State& state, const Algorithm& algorithm, const Job& job, c
     KvxBayer_DeleteComponent(component);
 }
 
-void Theirs(benchmark::State& state, const peers::Peer& peer, const Job& job, const Size& size) {
-    try {
-        const auto conversion = peer.open(DrawnFrame(size, job.depth), job.depth);
-        for ([[maybe_unused]] auto _ : state) {
-            state.PauseTiming();
-            conversion->Prepare();
-            state.ResumeTiming();
-            conversion->Run();
-        }
-    } catch (const std::exception& error) {
-        state.SkipWithError(error.what());
-    }
-}
-
 void Floor(benchmark::State& state, const Job& job, const Size& size) {
     const cv::Mat frame = DrawnFrame(size, job.depth);
     cv::Mat picture = BlackImage(size, job.dstDepth == 8 ? 1 : 2);
@@ -99,7 +84,7 @@ void AddAll(const std::string& name, const Job& job, const Size& size, int threa
     for (const Algorithm& algorithm : kAlgorithms)
         add(algorithm.name, [=](auto& state) { Ours(state, algorithm, job, size); });
     for (const peers::Peer& peer : peers::AllPeers())
-        if (isWanted(peer)) add(peer.name, [=, &peer](auto& state) { Theirs(state, peer, job, size); });
+        if (isWanted(peer)) add(peer.name, [=, &peer](auto& state) { RunPeer(state, peer, job.depth, size); });
 }
 
 const bool s_registered = [] {

@@ -1,7 +1,6 @@
 // Every algorithm of the frame layer, 12 bits to RGB8, next to LibRaw's.
 #include "KvxFrame/KvxFrame.h"
-#include "peers/Peers.h"
-#include "support/Frames.h"
+#include "support/PeerRuns.h"
 
 namespace kvx::bench {
 namespace {
@@ -32,20 +31,6 @@ void Ours(benchmark::State& state, const frame::Format& format, const char* algo
     for ([[maybe_unused]] auto _ : state) converter.Convert(source, destination);
 }
 
-void Theirs(benchmark::State& state, const peers::Peer& peer, const Size& size) {
-    try {
-        const auto conversion = peer.open(DrawnFrame(size, 12), 12);
-        for ([[maybe_unused]] auto _ : state) {
-            state.PauseTiming();
-            conversion->Prepare();
-            state.ResumeTiming();
-            conversion->Run();
-        }
-    } catch (const std::exception& error) {
-        state.SkipWithError(error.what());
-    }
-}
-
 const bool s_registered = [] {
     ForEachSetting([](const Size& size, int threads) {
         for (const auto& [job, name] :
@@ -59,7 +44,7 @@ const bool s_registered = [] {
         for (const peers::Peer& peer : peers::AllPeers())
             if (std::string(peer.name).starts_with("libraw"))
                 Add("frame_bayer_12to12", size, threads, peer.name,
-                    [=, &peer](auto& state) { Theirs(state, peer, size); });
+                    [=, &peer](auto& state) { RunPeer(state, peer, 12, size); });
     });
     return true;
 }();
