@@ -24,14 +24,13 @@ struct SwiftFrame {
 
 class SwiftStrip {
 public:
-    static constexpr size_t kColumns =
-        2048;  ///< the working rows stay in the second-level cache, and long rows are fetched ahead
+    /** At most. The working rows stay in the second-level cache; long rows of the frame are fetched ahead. */
+    static constexpr size_t kColumns = 2048;
 
     /** @throws std::bad_alloc */
     SwiftStrip();
 
-    /** Rows `top` to `bottom` - 1 of the pixels in `columns` columns from `left` on, which is a multiple of kColumns.
-     */
+    /** Rows `top` to `bottom` - 1 of the pixels in `columns` columns from `left` on, a multiple of 4. */
     void Run(const SwiftFrame& frame, int64_t top, int64_t bottom, int64_t left, size_t columns);
 
 private:
