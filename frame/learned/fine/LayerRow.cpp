@@ -8,6 +8,8 @@
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include "frame/learned/PairProducts-inl.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace kvx::frame::HWY_NAMESPACE {
 namespace {
@@ -52,8 +54,7 @@ public:
                     const auto words = hn::BitCast(d16, hn::Set(D32(), pair));
 #pragma GCC unroll 2
                     for (size_t v = 0; v < kVectors; ++v)
-                        m_even[c][v] =
-                            hn::ReorderWidenMulAccumulate(D32(), words, factors[v], m_even[c][v], m_odd[c][v]);
+                        m_even[c][v] = PlusProducts(words, factors[v], m_even[c][v], m_odd[c][v]);
                 }
             }
         }

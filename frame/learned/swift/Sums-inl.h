@@ -12,6 +12,7 @@
 #include <cstring>
 #include <type_traits>
 
+#include "frame/learned/PairProducts-inl.h"
 #include "frame/learned/swift/SwiftRows.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -49,24 +50,6 @@ HWY_INLINE W EvenWords(V words) {
     W odd = hn::Zero(Wide());
     const W even = hn::ReorderWidenMulAccumulate(Wide(), words, ones, hn::Zero(Wide()), odd);
     return hn::RearrangeToOddPlusEven(even, odd);
-}
-
-/**
- * `even` and the products of pairs; other processors than x86 add some of them to `odd`. The statements give the sum
- * its place in the order of instructions: GCC puts off adding until it runs out of registers for the products, and
- * stores them.
- */
-HWY_INLINE W PlusProducts(V pairs, V weights, W even, W& odd) {
-#if HWY_TARGET == HWY_AVX3_DL
-    (void)odd;
-    asm("vpdpwssd %2, %1, %0" : "+v"(even.raw) : "v"(pairs.raw), "v"(weights.raw));  // multiplies and adds at once
-#else
-    even = hn::ReorderWidenMulAccumulate(Wide(), pairs, weights, even, odd);
-#if HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128
-    asm("" : "+v"(even.raw));
-#endif
-#endif
-    return even;
 }
 
 /** Division by 2^shift, of sums. */
