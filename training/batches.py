@@ -30,12 +30,14 @@ class Batches:
         self._halo, self._margin, self._size, self._rng = halo, MARGIN[family], size, rng
 
     def next(self):
-        """Tensors: cells, deviations (None without noise), cells of the picture without the halo."""
+        """Tensors: cells, deviations (None without noise), cells of the picture without the halo, and which patches
+        are in linear light."""
         side, rng = side_of(self._family), self._rng
-        given, sigmas, wanted = [], [], []
+        given, sigmas, wanted, linear_ones = [], [], [], []
         for _ in range(self._size):
             patch = self._patches.next()
-            if rng.random() < LINEAR_SHARE[self._with_noise]:
+            linear_ones.append(rng.random() < LINEAR_SHARE[self._with_noise])
+            if linear_ones[-1]:
                 patch = linear(patch).astype(np.float32)
             frame, picture = pair_of(patch, self._family, rng)
             if self._with_noise:
@@ -52,4 +54,5 @@ class Batches:
             torch.from_numpy(np.stack(given)),
             torch.from_numpy(np.stack(sigmas)) if sigmas else None,
             torch.from_numpy(np.stack(wanted)),
+            torch.tensor(linear_ones),
         )

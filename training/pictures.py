@@ -44,6 +44,12 @@ def linear(encoded):
     return np.where(encoded <= 0.04045, encoded / 12.92, ((np.maximum(encoded, 0.04045) + 0.055) / 1.055) ** 2.4)
 
 
+def encoded(light):
+    """The inverse of linear(), for light in any range."""
+    light = np.clip(light, 0, 1)
+    return np.where(light <= 0.0031308, 12.92 * light, 1.055 * np.maximum(light, 0.0031308) ** (1 / 2.4) - 0.055)
+
+
 def halved(picture):
     """Means of 2x2 pixels."""
     return (picture[::2, ::2] + picture[1::2, ::2] + picture[::2, 1::2] + picture[1::2, 1::2]) / 4

@@ -34,6 +34,7 @@ def parsed():
     parser.add_argument("--batch", type=int, default=6)
     parser.add_argument("--rate", type=float, default=2e-3)
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--start", help="run of the same shape whose weights a new run begins with")
     return parser.parse_args()
 
 
@@ -42,11 +43,19 @@ def rate_at(step, options):
     return options.rate * min(1, (step + 1) / WARM_UP) * (0.505 + 0.495 * np.cos(np.pi * step / options.steps))
 
 
-def loss_of(result, wanted):
+def displayed(light):
+    """The sRGB curve of IEC 61966-2-1."""
+    return torch.where(light <= 0.0031308, 12.92 * light, 1.055 * light.clamp(min=0.0031308) ** (1 / 2.4) - 0.055)
+
+
+def loss_of(result, wanted, is_shown):
     """The root of the mean square, patch by patch: between the mean of PSNR and the mean of squares. What is cut off
-    above white and below black counts little."""
+    above white and below black counts little. Patches of linear light with `is_shown` count as a display shows them:
+    noise is in the dark parts."""
     result = result.clamp(0, 1) * 0.9 + result * 0.1
-    return ((result - wanted) ** 2).mean((1, 2, 3)).add(1e-6).sqrt().mean()
+    is_shown = is_shown[:, None, None, None]
+    error = torch.where(is_shown, displayed(result) - displayed(wanted), result - wanted)
+    return (error**2).mean((1, 2, 3)).add(1e-6).sqrt().mean()
 
 
 def validate(network, shown):
@@ -57,8 +66,8 @@ def validate(network, shown):
             planes = [None if p is None else pad(torch.from_numpy(p)[None], halo, "replicate") for p in (cells, sigma)]
             return network(*planes)[0].numpy()
 
-    gains = (11, 24, 36.77) if network.noise else (None,)
-    return [round(figures.mean_cpsnr(interpolate, shown, network.family, gain), 3) for gain in gains]
+    gains = ((11, False), (24, False), (36.77, False), (24, True)) if network.noise else ((None, False),)
+    return [round(figures.mean_cpsnr(interpolate, shown, network.family, *gain), 3) for gain in gains]
 
 
 class Run:
@@ -68,6 +77,8 @@ class Run:
         self.rng = np.random.default_rng(options.seed)
         shape = (options.family, options.channels, options.middle, options.noise)
         self.network, self.mean = Network(*shape), Network(*shape)
+        if options.start:
+            self.network.load_state_dict(torch.load(options.start)["mean"])
         self.mean.load_state_dict(self.network.state_dict())
         self.optimizer = torch.optim.Adam(self.network.parameters(), options.rate, betas=(0.9, 0.99))
         if os.path.exists(options.run):
@@ -98,8 +109,8 @@ class Run:
     def advance(self, batch):
         for group in self.optimizer.param_groups:
             group["lr"] = rate_at(self.step, self.options)
-        cells, sigma, wanted = batch
-        loss = loss_of(self.network(cells, sigma), wanted)
+        cells, sigma, wanted, is_linear = batch
+        loss = loss_of(self.network(cells, sigma), wanted, is_linear & self.network.noise)
         self.optimizer.zero_grad(set_to_none=True)
         loss.backward()
         self.optimizer.step()

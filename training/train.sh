@@ -29,7 +29,7 @@ measure() { # FAMILY FILE OPTIONS...
 
 for family in truesense bayer; do
     shape=(--channels 32 --middle 3)
-    [ $family = truesense ] || shape=(--channels 24 --middle 2)
+    [ $family = truesense ] || shape=(--channels 32 --middle 2)
     /usr/bin/python3 -m training.fit_swift "frame/learned/weights/$family-swift.kvxs" --family $family \
         --pictures "$pictures" --cache "$work/decoded"
     stage $family fine "${shape[@]}"
