@@ -9,6 +9,8 @@
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include "frame/samples/SampleAt.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace kvx::frame::HWY_NAMESPACE {
 namespace {
@@ -24,23 +26,10 @@ const hn::Rebind<uint16_t, decltype(d32)> dHalf16;
 constexpr size_t kChunk = 512;
 using Plane = uint16_t*;
 
-template <class T>
-uint16_t SampleAt(const uint8_t* in, size_t index) {
-    T sample;
-    std::memcpy(&sample, in + index * sizeof(T), sizeof(T));
-    return sample;
-}
-
 /** Elements for vectors: none of words at odd addresses, which are processed one by one. */
 template <class T>
 size_t VectorCount(const void* samples, size_t count) {
     return reinterpret_cast<uintptr_t>(samples) % sizeof(T) == 0 ? count : 0;
-}
-
-template <class T>
-void PutSample(uint8_t* out, size_t index, uint16_t value) {
-    const T sample = static_cast<T>(value);
-    std::memcpy(out + index * sizeof(T), &sample, sizeof(T));
 }
 
 auto Widened(hn::Vec<decltype(d16)> v) {

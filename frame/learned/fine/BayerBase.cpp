@@ -5,6 +5,7 @@
 #include <new>
 
 #include "frame/convert/Component.h"
+#include "frame/samples/SampleAt.h"
 
 namespace kvx::frame {
 namespace {
@@ -14,9 +15,9 @@ constexpr int64_t kReach = 18;
 
 constexpr size_t kWordBytes = sizeof(uint16_t), kPixelBytes = 3 * kWordBytes;
 
-template <class Sample>
-void ShiftUp(const Sample* in, size_t count, int shift, uint16_t* out) {
-    for (size_t i = 0; i < count; ++i) out[i] = static_cast<uint16_t>(in[i] << shift);
+template <class T>
+void ShiftUp(const uint8_t* in, size_t count, int shift, uint16_t* out) {
+    for (size_t i = 0; i < count; ++i) out[i] = static_cast<uint16_t>(SampleAt<T>(in, i) << shift);
 }
 
 }  // namespace
@@ -42,9 +43,9 @@ uint32_t BayerBase::Interpolate(const SourceView& mosaic, int64_t top, int64_t b
     for (uint32_t row = 0; row < rows; ++row) {
         const auto* in = static_cast<const uint8_t*>(mosaic.data) + (first + row) * mosaic.stride;
         if (mosaic.format.bits == 8)
-            ShiftUp(in, width, shift, words + row * width);
+            ShiftUp<uint8_t>(in, width, shift, words + row * width);
         else
-            ShiftUp(reinterpret_cast<const uint16_t*>(in), width, shift, words + row * width);
+            ShiftUp<uint16_t>(in, width, shift, words + row * width);
     }
     source.data = m_picture.Of(rows * width * kPixelBytes);
     source.stride = static_cast<ptrdiff_t>(width * kPixelBytes);

@@ -3,16 +3,20 @@
 #include <algorithm>
 
 #include "frame/learned/FoldedIndex.h"
+#include "frame/samples/SampleAt.h"
 
 namespace kvx::frame {
 
 /** Words of 16 bits, from 8 bits or more. @param step 1, or -1 for a row that is read from its end */
-template <class Sample>
-static void CopyWords(const Sample* in, ptrdiff_t step, ptrdiff_t count, int shift, uint16_t* out) {
+template <class T>
+static void CopyWords(const uint8_t* in, ptrdiff_t step, ptrdiff_t count, int shift, uint16_t* out) {
+    const auto at = [=](ptrdiff_t i) {
+        return static_cast<uint16_t>(SampleAt<T>(in + i * ptrdiff_t{sizeof(T)}, 0) << shift);
+    };
     if (step == 1)
-        for (ptrdiff_t i = 0; i < count; ++i) out[i] = static_cast<uint16_t>(in[i] << shift);
+        for (ptrdiff_t i = 0; i < count; ++i) out[i] = at(i);
     else
-        for (ptrdiff_t i = 0; i < count; ++i) out[i] = static_cast<uint16_t>(in[-i] << shift);
+        for (ptrdiff_t i = 0; i < count; ++i) out[i] = at(-i);
 }
 
 /** `samples` samples from column `first` on, as words of 16 bits. */
@@ -26,9 +30,9 @@ const uint16_t* CellReader::ExtendedRow(const CellSource& source, int64_t row, i
         const int64_t place = source.isReversed ? width - 1 - column : column * channels;
         const ptrdiff_t step = source.isReversed ? -1 : 1;
         if (source.sampleBytes == 1)
-            CopyWords(data + place, step, count * channels, shift, out);
+            CopyWords<uint8_t>(data + place, step, count * channels, shift, out);
         else
-            CopyWords(reinterpret_cast<const uint16_t*>(data) + place, step, count * channels, shift, out);
+            CopyWords<uint16_t>(data + 2 * place, step, count * channels, shift, out);
     };
     const int64_t end = first + static_cast<int64_t>(samples);
     const int64_t insideFirst = std::clamp<int64_t>(first, 0, width), insideEnd = std::clamp<int64_t>(end, 0, width);

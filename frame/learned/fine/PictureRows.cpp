@@ -2,16 +2,17 @@
 
 #include <algorithm>
 
+#include "frame/samples/SampleAt.h"
+
 namespace kvx::frame {
 namespace {
 
 /** Rounds words to the picture's depth. */
-template <class Sample>
-void Narrow(const PictureRows& picture, const uint16_t* words, size_t count, Sample* out) {
+template <class T>
+void Narrow(const PictureRows& picture, const uint16_t* words, size_t count, uint8_t* out) {
     const uint32_t half = 1u << (16 - picture.sampleBits) >> 1;
     const int shift = 16 - picture.bits;
-    for (size_t i = 0; i < count; ++i)
-        out[i] = static_cast<Sample>(std::min<uint32_t>(words[i] + half, 65535) >> shift);
+    for (size_t i = 0; i < count; ++i) PutSample<T>(out, i, std::min<uint32_t>(words[i] + half, 65535) >> shift);
 }
 
 }  // namespace
@@ -52,9 +53,9 @@ void PictureWriter::Write(const PictureRows& picture, const ResultCells& cells) 
         auto* const out = static_cast<uint8_t*>(picture.data) + row * picture.stride;
         const uint16_t* const words = m_row.data() + 3 * skipped;
         if (picture.bits == 8)
-            Narrow(picture, words, samples, out + 3 * place);
+            Narrow<uint8_t>(picture, words, samples, out + 3 * place);
         else
-            Narrow(picture, words, samples, reinterpret_cast<uint16_t*>(out) + 3 * place);
+            Narrow<uint16_t>(picture, words, samples, out + 6 * place);
     }
 }
 
