@@ -51,9 +51,9 @@ LaneWords* PutFilters(const Tile& tile, int row, const TapPair& taps, const Site
     LaneWords& columns = out[0];
     LaneWords& more = out[1];
     for (size_t i = 0; i < 4; ++i) {
-        const auto& [column, colour] = sites[i / 2];
+        const SiteColour& site = sites[i / 2];
         const auto weight = [&](Along along) {
-            return tile.Weight(row, column, colour, along, taps.rows[i % 2], taps.columns[i % 2]);
+            return tile.Weight(row, site.column, site.colour, along, taps.rows[i % 2], taps.columns[i % 2]);
         };
         columns[i] = static_cast<int16_t>(4 * weight(Along::Columns));
         more[i] = static_cast<int16_t>(weight(Along::Rows) - weight(Along::Columns));

@@ -222,13 +222,20 @@ TEST(Fine, InventsNothing) {
             for (uint32_t column = kBorder; column < kSide - kBorder; ++column)
                 for (uint32_t channel = 0; channel < 3; ++channel) check(row, column, picture.At(row, column, channel));
     };
-    for (const auto& [format, halo] : {std::pair("BayerRG12", 106.0), {"TrueSense_BGGR_WBBW_0_12", 160.0}}) {
-        for (const auto& [down, right] : {std::pair(0.0, 30.0), {20.0, 0.0}, {12.0, 17.0}}) {
-            const auto ramp = [d = down, r = right](uint32_t row, uint32_t column) {
-                return 300 + d * row + r * column;
+    struct Slopes {
+        double down, right;
+    };
+    const struct {
+        const char* format;
+        double halo;
+    } families[] = {{"BayerRG12", 106}, {"TrueSense_BGGR_WBBW_0_12", 160}};
+    for (const auto& family : families) {
+        for (const Slopes& slopes : {Slopes{0, 30}, {20, 0}, {12, 17}}) {
+            const auto ramp = [&](uint32_t row, uint32_t column) {
+                return 300 + slopes.down * row + slopes.right * column;
             };
-            forPixels(GreyThrough(format, kSide, ramp), [&](uint32_t row, uint32_t column, double value) {
-                EXPECT_NEAR(value, ramp(row, column), 4) << format;
+            forPixels(GreyThrough(family.format, kSide, ramp), [&](uint32_t row, uint32_t column, double value) {
+                EXPECT_NEAR(value, ramp(row, column), 4) << family.format;
             });
         }
         for (const double slope : {0.1, 0.7}) {
@@ -236,8 +243,9 @@ TEST(Fine, InventsNothing) {
                 const double right = column - kSide / 2.0 - slope * (row - kSide / 2.0);
                 return 1000 + 2000 * std::clamp(right + 0.5, 0.0, 1.0);
             };
-            forPixels(GreyThrough(format, kSide, edge),
-                      [&, limit = halo](uint32_t, uint32_t, double value) { EXPECT_NEAR(value, 2000, 1000 + limit); });
+            forPixels(GreyThrough(family.format, kSide, edge), [&](uint32_t, uint32_t, double value) {
+                EXPECT_NEAR(value, 2000, 1000 + family.halo) << family.format;
+            });
         }
     }
 }
