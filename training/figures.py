@@ -26,8 +26,8 @@ def cpsnr(picture, restored):
 
 
 def restore(interpolate, picture, family, gain=None, is_rendered=False, seed=1):
-    """A picture in bytes through a 12-bit mosaic and `interpolate(cells, sigma)`, to 0..1; `is_rendered`: through linear
-    light and the sRGB curve."""
+    """A picture in bytes through a 12-bit mosaic and `interpolate(cells, sigma)`, to 0..1; `is_rendered`: through
+    linear light and the sRGB curve."""
     side, picture = side_of(family), picture.astype(np.float32) / 255
     frame = mosaic_of(linear(picture) if is_rendered else picture, family)
     if gain is not None:

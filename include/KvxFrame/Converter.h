@@ -35,9 +35,9 @@ inline constexpr int64_t kOfFrameLayer = -1;
 /**
  * A demosaicing algorithm of a family.
  *
- * "fine" and "swift", for Bayer and TrueSense, belong to this layer: a small neural network for the best pictures, and two
- * learned linear filters for frame rate, both in exact whole numbers. They expect balanced samples: give raw colours a
- * Finish with their gains. With SetNoise() "fine" removes noise.
+ * "fine" and "swift", for Bayer and TrueSense, belong to this layer: a small neural network for the best pictures, and
+ * two learned linear filters for frame rate, both in exact whole numbers. They expect balanced samples: give raw
+ * colours a Finish with their gains. With SetNoise() "fine" removes noise.
  */
 struct Algorithm {
     const char* name;  ///< such as "edge-aware"

@@ -33,7 +33,7 @@ private:
         const auto side = static_cast<int>(m_filters.side);
         const int tileRow = (m_firstRow + m_rowStep * row + 2 * side) % side;
         const int tileColumn = (m_firstColumn + m_columnStep * column + 2 * side) % side;
-        return static_cast<size_t>(tileRow * side + tileColumn);
+        return static_cast<size_t>(tileRow) * m_filters.side + static_cast<size_t>(tileColumn);
     }
 
     const SwiftFilters& m_filters;
