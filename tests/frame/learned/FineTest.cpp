@@ -160,7 +160,6 @@ TEST(Fine, FollowsTheNoiseThroughLevelsAndGains) {
         return static_cast<uint16_t>(std::lround(600 + 20 * normal(random)));
     };
     const TestFrame frame = MakeFrame(format, 64, 64, sample);
-    const SensorNoise given{{0, 1e9}, {0, 400}};  // of pan, which a Bayer frame does not have, and of colour
     Converter converter(Family::Bayer);
     converter.SetAlgorithm("fine");
     const auto deviation = [&](std::optional<SensorNoise> noise, const Finish& finish) {
@@ -180,9 +179,12 @@ TEST(Fine, FollowsTheNoiseThroughLevelsAndGains) {
     raised.blackLevel = 100;
     raised.whiteLevel = 1100;  // a stretch of 4.095
     raised.gains = {1.5, 1.5, 1.5, 1};
-    const double before = deviation(std::nullopt, plain), after = deviation(given, plain);
-    EXPECT_LT(after, 0.5 * before);
-    EXPECT_NEAR(deviation(given, raised) / deviation(std::nullopt, raised), after / before, 0.1);
+    for (const NoiseLine& line : {NoiseLine{0, 400}, {400.0 / 600, 0}}) {
+        const SensorNoise given{{0, 1e9}, line};  // of pan, which a Bayer frame does not have, and of colour
+        const double before = deviation(std::nullopt, plain), after = deviation(given, plain);
+        EXPECT_LT(after, 0.5 * before);
+        EXPECT_NEAR(deviation(given, raised) / deviation(std::nullopt, raised), after / before, 0.1);
+    }
 }
 
 TEST(Fine, AppliesTheParametersOfTrueSenseFrames) {
