@@ -14,19 +14,29 @@ public:
         : Component(Family::Bayer, "BayerAlgType", KvxBayer_GetComponent(component.get())),
           m_component(std::move(component)) {}
 
-    Route RouteFor(const Format& source, uint8_t destinationBits, bool isFinished) const override {
+    Route RouteFor(const Format& source, uint8_t, bool isFinished) const override {
         const Format mosaic = WithBits(Unpacked(source), isFinished ? 16 : source.bits);
-        const bool toBytes = destinationBits == 8 && !isFinished && !ComponentOnly();
-        const uint8_t bits = toBytes ? 8 : mosaic.bits;
-        return {mosaic, bits, (1u << bits) - 1};
+        return {mosaic, mosaic.bits, White(mosaic)};
     }
 
-    uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, bool) override {
+    /** The flat functions, which make bytes, would create an in-house interpolator, with its memory, for each frame. */
+    bool HasDirect(const Route& route, uint8_t destinationBits) const override {
+        return destinationBits == route.pictureBits ||
+               (destinationBits == 8 && AlgorithmNumber() != KvxBayerAlgorithm_IPP);
+    }
+
+    uint32_t Convert(const SourceView& mosaic, const DestinationView& picture) override {
         const _KvxImage source = ImageOf(mosaic);
         _KvxImage destination = ImageOf(picture);
         return mosaic.format.bits > picture.format.bits
                    ? ConvertToBytes(source, mosaic.format.phase, destination)
                    : KvxBayer_ConvertImage(m_component.get(), &source, &destination);
+    }
+
+    uint32_t ConvertRows(const SourceView& mosaic, const Route&, bool, const KvxRowSource& rows,
+                         const KvxPixelSink& pixels) override {
+        const _KvxImage frame = ImageOf(mosaic);
+        return KvxBayer_ConvertRows(m_component.get(), &frame, &rows, &pixels);
     }
 
     void Release() override {
@@ -42,11 +52,6 @@ public:
     }
 
 private:
-    /** The flat functions would create an in-house interpolator, with its memory, for each frame. */
-    bool ComponentOnly() const {
-        return AlgorithmNumber() == KvxBayerAlgorithm_IPP;
-    }
-
     /** The component converts only 10 and 12-bit frames to bytes, and only bilinearly; flat functions take all depths.
      */
     uint32_t ConvertToBytes(const _KvxImage& source, uint8_t phase, const _KvxImage& destination) const {

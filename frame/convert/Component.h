@@ -7,6 +7,7 @@
 
 #include "KvxDemosaicing/KvxComponent.h"
 #include "KvxDemosaicing/KvxImage.h"
+#include "KvxDemosaicing/KvxRows.h"
 #include "KvxFrame/Converter.h"
 
 namespace kvx::frame {
@@ -25,13 +26,27 @@ public:
     /** @param isFinished whether the output must be linear, for a Finish */
     virtual Route RouteFor(const Format& source, uint8_t destinationBits, bool isFinished) const = 0;
 
+    /** Whether Convert() makes pictures of this depth, without a finish, as ConvertRows() and the last step would. */
+    virtual bool HasDirect(const Route& route, uint8_t destinationBits) const = 0;
+
     /**
-     * Calls the library. Both views have positive strides; `mosaic` has the format of the route.
+     * Calls the library for a picture in memory. Both views have positive strides; `mosaic` has the format of the
+     * route.
      *
-     * @param picture three samples per pixel, of the route's depth
+     * @param picture three samples per pixel
      * @return the library's result
      */
-    virtual uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, bool isFinished) = 0;
+    virtual uint32_t Convert(const SourceView& mosaic, const DestinationView& picture) = 0;
+
+    /**
+     * Calls the library for rows.
+     *
+     * @param mosaic format, size and mirror flags count
+     * @param pixels of the route's depth
+     * @return the library's result
+     */
+    virtual uint32_t ConvertRows(const SourceView& mosaic, const Route& route, bool isFinished,
+                                 const KvxRowSource& rows, const KvxPixelSink& pixels) = 0;
 
     virtual void Release() = 0;
 

@@ -2,10 +2,13 @@
 
 #include <omp.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "frame/base/Fail.h"
 #include "frame/base/Team.h"
+#include "frame/convert/RawRows.h"
 #include "frame/finish/Balance.h"
 #include "frame/view/Checks.h"
 
@@ -31,19 +34,24 @@ private:
     int m_previous;
 };
 
-bool IsBlueFirst(Order order) {
-    return order == Order::Bgr || order == Order::Bgra || order == Order::Bgrx;
-}
-
-ptrdiff_t StepOf(const DestinationView& view) {
-    return view.stride != 0 ? view.stride : static_cast<ptrdiff_t>(RowBytes(view.format, view.width));
-}
-
 PixelMatrix MatrixFor(const Finish& finish, uint32_t white) {
     PixelMatrix matrix;
     for (size_t i = 0; i < matrix.size(); ++i)
         matrix[i] = static_cast<float>(finish.matrix[i] * (double{kWhite} / white));
     return matrix;
+}
+
+/** The picture of a mono frame: its samples for all three colours. */
+void CopyGrey(const RawRows& rows, uint32_t width, uint32_t height, const PictureSink& sink) {
+    constexpr uint32_t length = 1024;
+    ForRows(height, TeamForSamples(uint64_t{width} * height), [&](uint32_t row, int) {
+        std::array<uint16_t, length + KVX_ROW_PADDING / sizeof(uint16_t)> samples;
+        for (uint32_t column = 0; column < width; column += length) {
+            const uint32_t count = std::min(length, width - column);
+            rows.Read(row, column, count, samples.data());
+            sink.Write(row, column, count, {samples.data(), samples.data(), samples.data()});
+        }
+    });
 }
 
 }  // namespace
@@ -73,8 +81,6 @@ ConverterImpl::ConverterImpl(Family frameFamily) : family(frameFamily) {
 }
 
 void ConverterImpl::Release() noexcept {
-    m_preprocessor.Release();
-    m_picture.Release();
     m_whiteBalance = {};
     tone = {};
     if (component) component->Release();
@@ -141,41 +147,50 @@ Gains ConverterImpl::GainsFor(const SourceView& source) {
             found.pan * finish->gains.pan};
 }
 
-/** Converts into the destination's memory if its pixels are large enough for the component's. */
-DestinationView ConverterImpl::Demosaic(const SourceView& mosaic, const DestinationView& destination,
-                                        const Route& route, const std::optional<NoiseLine>& mosaicNoise,
-                                        bool isFinished) {
-    DestinationView picture = destination;
-    picture.format = {Family::Colour, route.pictureBits, Layout::Plain, 0,
-                      IsBlueFirst(destination.format.order) ? Order::Bgr : Order::Rgb};
-    picture.stride = StepOf(destination);
-    if (picture.stride < 0 || RowBytes(picture.format, 1) > RowBytes(destination.format, 1)) {
-        picture.stride = static_cast<ptrdiff_t>(RowBytes(picture.format, picture.width));
-        picture.data = m_picture.Of(static_cast<size_t>(picture.stride) * picture.height);
-    }
-    const uint32_t result = m_learned ? m_learned->Convert(mosaic, picture, mosaicNoise, threads)
-                                      : component->Convert(mosaic, picture, isFinished);
+/** Whether the library itself reads this source and writes this picture. */
+bool ConverterImpl::ConvertsDirectly(const SourceView& source, const DestinationView& destination,
+                                     const Route& route) const {
+    return component && !m_learned && !finish && source.format == route.mosaic && source.stride >= 0 &&
+           destination.stride >= 0 && SamplesPerPixel(destination.format) == 3 &&
+           component->HasDirect(route, destination.format.bits);
+}
+
+void ConverterImpl::Require(uint32_t result, const SourceView& source, const Format& destination) const {
     if (KvxResult_Failed(result))
-        throw Error(result, fmt::format("{} to {} with algorithm {}: {} (0x{:08X})", Name(mosaic.format),
-                                        Name(destination.format), AlgorithmName(), KvxResult_Text(result), result));
-    return picture;
+        throw Error(result, fmt::format("{} to {} with algorithm {}: {} (0x{:08X})", Name(source.format),
+                                        Name(destination), AlgorithmName(), KvxResult_Text(result), result));
+}
+
+void ConverterImpl::ConvertDirectly(const SourceView& source, const DestinationView& destination) {
+    SourceView mosaic = source;
+    DestinationView picture = destination;
+    if (mosaic.stride == 0) mosaic.stride = static_cast<ptrdiff_t>(RowBytes(mosaic.format, mosaic.width));
+    if (picture.stride == 0) picture.stride = static_cast<ptrdiff_t>(RowBytes(picture.format, picture.width));
+    Require(component->Convert(mosaic, picture), source, destination.format);
+}
+
+void ConverterImpl::ConvertRows(const SourceView& source, const Route& route, const Finish* values, const Gains& gains,
+                                const PictureSink& sink) {
+    const RawRows rows(source, route.mosaic, values, gains);
+    SourceView mosaic = source;
+    mosaic.format = route.mosaic;
+    if (m_learned) {
+        std::optional<NoiseLine> mosaicNoise;
+        if (noise) mosaicNoise = BalancedNoise(*noise, source.format, values, gains);
+        Require(m_learned->Convert(mosaic, rows.Source(), route.pictureBits, sink.Sink(), mosaicNoise, threads), source,
+                sink.PictureFormat());
+    } else if (component) {
+        Require(component->ConvertRows(mosaic, route, values != nullptr, rows.Source(), sink.Sink()), source,
+                sink.PictureFormat());
+    } else {
+        CopyGrey(rows, source.width, source.height, sink);
+    }
 }
 
 const uint16_t* ConverterImpl::TableFor(const Finish* values, const Route& route, uint8_t bits) {
     if (values) return tone.Curve(*values, bits);
-    if (route.pictureBits > 8 && bits == 8) return tone.UpperByte(route.pictureBits);
     const uint32_t white = (1u << bits) - 1;
     return route.pictureWhite == white ? nullptr : tone.Scaling(route.pictureWhite, bits);
-}
-
-void ConverterImpl::MakePicture(const uint8_t* in, ptrdiff_t inStride, const PictureStep& step,
-                                const DestinationView& destination) {
-    auto* const out = static_cast<uint8_t*>(destination.data);
-    const ptrdiff_t outStride = StepOf(destination);
-    const int team = TeamForSamples(uint64_t{destination.width} * destination.height);
-    ForRows(destination.height, team, [&](uint32_t row, int) {
-        MakePictureRow(step, in + row * inStride, out + row * outStride, destination.width);
-    });
 }
 
 void ConverterImpl::Convert(const SourceView& given, const DestinationView& destination) {
@@ -186,23 +201,15 @@ void ConverterImpl::Convert(const SourceView& given, const DestinationView& dest
     const Finish* const values = EffectiveFinish();
     const Route route = RouteFor(source.format, bits, values != nullptr);
     const Gains gains = GainsFor(source);
-    const SourceView mosaic = m_preprocessor.Process(source, route.mosaic, values, gains);
-    const uint16_t* const table = TableFor(values, route, bits);
-    const PixelMatrix matrix = values ? MatrixFor(*values, route.pictureWhite) : PixelMatrix{};
-
-    PictureStep step{1, route.pictureBits > 8 ? 2u : 1u, destination.format, values ? &matrix : nullptr, table};
-    if (component) {
-        std::optional<NoiseLine> mosaicNoise;
-        if (noise) mosaicNoise = BalancedNoise(*noise, source.format, values, gains);
-        const DestinationView picture = Demosaic(mosaic, destination, route, mosaicNoise, values != nullptr);
-        step.channels = 3;
-        const bool isDone = picture.data == destination.data && SamplesPerPixel(destination.format) == 3 &&
-                            picture.format.bits == bits && !table;
-        if (!isDone) MakePicture(static_cast<const uint8_t*>(picture.data), picture.stride, step, destination);
-    } else {
-        MakePicture(static_cast<const uint8_t*>(mosaic.data), mosaic.stride, step, destination);
-    }
     lastGains = gains;
+    if (ConvertsDirectly(source, destination, route)) return ConvertDirectly(source, destination);
+    const PixelMatrix matrix = values ? MatrixFor(*values, route.pictureWhite) : PixelMatrix{};
+    const PictureStep step{.destination = destination.format,
+                           .matrix = values ? &matrix : nullptr,
+                           .shift = !values && bits == 8 ? route.pictureBits - 8 : 0,
+                           .byteTable = values && bits == 8 ? tone.ByteCurve(*values) : nullptr,
+                           .wordTable = bits > 8 ? TableFor(values, route, bits) : nullptr};
+    ConvertRows(source, route, values, gains, PictureSink(step, destination));
 }
 
 }  // namespace kvx::frame

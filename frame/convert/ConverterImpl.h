@@ -1,9 +1,8 @@
-/** The steps of a conversion: preprocessing, component, last step. */
+/** The steps of a conversion: rows of the mosaic, interpolation, last step. */
 #pragma once
 
 #include "frame/convert/Component.h"
-#include "frame/convert/PictureRow.h"
-#include "frame/convert/RawPreprocessor.h"
+#include "frame/convert/PictureSink.h"
 #include "frame/finish/ToneTable.h"
 #include "frame/finish/WhiteBalanceEstimator.h"
 #include "frame/learned/LearnedInterpolator.h"
@@ -39,17 +38,16 @@ private:
     const Finish* EffectiveFinish();
     Route RouteFor(const Format& source, uint8_t bits, bool isFinished) const;
     Gains GainsFor(const SourceView& source);
-    DestinationView Demosaic(const SourceView& mosaic, const DestinationView& destination, const Route& route,
-                             const std::optional<NoiseLine>& mosaicNoise, bool isFinished);
+    bool ConvertsDirectly(const SourceView& source, const DestinationView& destination, const Route& route) const;
+    void ConvertDirectly(const SourceView& source, const DestinationView& destination);
+    void ConvertRows(const SourceView& source, const Route& route, const Finish* values, const Gains& gains,
+                     const PictureSink& sink);
+    void Require(uint32_t result, const SourceView& source, const Format& destination) const;
     const uint16_t* TableFor(const Finish* values, const Route& route, uint8_t bits);
-    void MakePicture(const uint8_t* in, ptrdiff_t inStride, const PictureStep& step,
-                     const DestinationView& destination);
 
     std::unique_ptr<LearnedInterpolator> m_learned;  // null: the component's algorithm
     Finish m_parameterFinish;                        // of the component's parameters
     WhiteBalanceEstimator m_whiteBalance;
-    RawPreprocessor m_preprocessor;
-    Buffer m_picture;
 };
 
 }  // namespace kvx::frame

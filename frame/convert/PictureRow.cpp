@@ -18,153 +18,181 @@ namespace {
 namespace hn = hwy::HWY_NAMESPACE;
 
 const hn::ScalableTag<uint16_t> d16;
-const hn::ScalableTag<int32_t> d32;
-const hn::ScalableTag<float> dFloat;
-const hn::Rebind<uint16_t, decltype(d32)> dHalf16;
+const hn::Repartition<int32_t, decltype(d16)> d32;
+const hn::Repartition<float, decltype(d16)> dFloat;
+using FloatVec = hn::Vec<decltype(dFloat)>;
 
 /** Pixels per chunk: the three planes stay in the first-level cache. A multiple of the lanes of any vector. */
 constexpr size_t kChunk = 512;
-using Plane = uint16_t*;
 
-/** Elements for vectors: none of words at odd addresses, which are processed one by one. */
-template <class T>
-size_t VectorCount(const void* samples, size_t count) {
-    return reinterpret_cast<uintptr_t>(samples) % sizeof(T) == 0 ? count : 0;
+/** Even and odd words as numbers. */
+struct Halves {
+    FloatVec even, odd;
+};
+
+HWY_INLINE Halves HalvesOf(const uint16_t* words) {
+    const hn::Repartition<uint32_t, decltype(d16)> pairs;
+    const auto v = hn::BitCast(pairs, hn::LoadU(d16, words));
+    const auto number = [](auto half) { return hn::ConvertTo(dFloat, hn::BitCast(d32, half)); };
+    return {number(hn::And(v, hn::Set(pairs, 0xFFFF))), number(hn::ShiftRight<16>(v))};
 }
 
-auto Widened(hn::Vec<decltype(d16)> v) {
-    return v;
-}
-auto Widened(hn::Vec<hn::Rebind<uint8_t, decltype(d16)>> v) {
-    return hn::PromoteTo(d16, v);
-}
-
-template <class T>
-auto Narrowed(hn::Vec<decltype(d16)> v) {
-    if constexpr (sizeof(T) == 2)
-        return v;
-    else
-        return hn::DemoteTo(hn::Rebind<uint8_t, decltype(d16)>(), hn::BitCast(hn::RebindToSigned<decltype(d16)>(), v));
+/** As MatrixValue(), in the low words. Products and sums are rounded one by one. */
+HWY_INLINE hn::Vec<decltype(d32)> MatrixValues(const float* row, FloatVec red, FloatVec green, FloatVec blue) {
+    const auto sum = hn::Add(hn::Add(hn::Mul(hn::Set(dFloat, row[0]), red), hn::Mul(hn::Set(dFloat, row[1]), green)),
+                             hn::Mul(hn::Set(dFloat, row[2]), blue));
+    const auto limited = hn::Min(hn::Max(sum, hn::Zero(dFloat)), hn::Set(dFloat, 65535.0F));
+    const auto whole = hn::Floor(hn::Add(limited, hn::Set(dFloat, 0.5F)));
+    constexpr float kToInteger = 1 << 23;  // the low bits of the sum are the number: cheaper than a conversion
+    return hn::BitCast(d32, hn::Add(whole, hn::Set(dFloat, kToInteger)));
 }
 
-template <class T>
-void LoadColours(const uint8_t* in, size_t count, const Plane planes[3]) {
-    const hn::Rebind<T, decltype(d16)> d;
+void ApplyMatrix(const PixelMatrix& matrix, const PixelPlanes& in, size_t count, uint16_t* const out[3]) {
+    for (size_t i = 0; i < count; i += hn::Lanes(d16)) {
+        const Halves red = HalvesOf(in[0] + i), green = HalvesOf(in[1] + i), blue = HalvesOf(in[2] + i);
+        for (size_t channel = 0; channel < 3; ++channel) {
+            const float* const row = matrix.data() + 3 * channel;
+            const auto even = MatrixValues(row, red.even, green.even, blue.even);
+            const auto odd = hn::ShiftLeft<16>(MatrixValues(row, red.odd, green.odd, blue.odd));
+            hn::Store(hn::OddEven(hn::BitCast(d16, odd), hn::BitCast(d16, even)), d16, out[channel] + i);
+        }
+    }
+}
+
+#if HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128
+
+/** Blocks of either vector in turn, from left to right: each begins where the pixels of the one before end. */
+template <class D>
+HWY_INLINE void StoreBlocks(D d, hn::Vec<D> lower, hn::Vec<D> upper, size_t blockBytes, uint8_t* out) {
+    if constexpr (hn::MaxLanes(D()) == 16) {
+        hn::StoreU(lower, d, out);
+        hn::StoreU(upper, d, out + blockBytes);
+    } else {
+        const hn::Half<D> half;
+        StoreBlocks(half, hn::LowerHalf(half, lower), hn::LowerHalf(half, upper), blockBytes, out);
+        StoreBlocks(half, hn::UpperHalf(half, lower), hn::UpperHalf(half, upper), blockBytes,
+                    out + hn::Lanes(half) / 8 * blockBytes);
+    }
+}
+
+/** A vector of pixels of bytes. Blocks of three-byte pixels write four bytes more than there are. */
+template <size_t kChannels>
+HWY_INLINE void StoreByteVector(const PixelPlanes& planes, uint8_t* out) {
+    const hn::Repartition<uint8_t, decltype(d16)> dByte;
+    alignas(16) static constexpr uint8_t kOrder[16] = {0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 3, 7, 11, 15};
+    const auto load = [&](size_t channel) { return hn::Min(hn::LoadU(d16, planes[channel]), hn::Set(d16, 255)); };
+    const auto firstTwo = hn::Or(load(0), hn::ShiftLeft<8>(load(1))), last = hn::Or(load(2), hn::Set(d16, 0xFF00));
+    const auto pixels = [&](auto four) {
+        const auto bytes = hn::BitCast(dByte, four);
+        return kChannels == 4 ? bytes : hn::TableLookupBytes(bytes, hn::LoadDup128(dByte, kOrder));
+    };
+    StoreBlocks(dByte, pixels(hn::InterleaveLower(d16, firstTwo, last)),
+                pixels(hn::InterleaveUpper(d16, firstTwo, last)), 4 * kChannels, out);
+}
+
+template <size_t kChannels>
+void StoreBytes(const PixelPlanes& planes, size_t count, uint8_t* out) {
+    constexpr size_t kTooMany = 4;  // bytes that the last block may write, as pixels
+    for (size_t i = 0; i < count; i += hn::Lanes(d16)) {
+        const PixelPlanes at = {planes[0] + i, planes[1] + i, planes[2] + i};
+        if (i + hn::Lanes(d16) + kTooMany <= count) {
+            StoreByteVector<kChannels>(at, out + kChannels * i);
+        } else {
+            uint8_t pixels[kChannels * hn::MaxLanes(d16) + kTooMany];
+            StoreByteVector<kChannels>(at, pixels);
+            std::memcpy(out + kChannels * i, pixels, kChannels * std::min(hn::Lanes(d16), count - i));
+        }
+    }
+}
+
+#else
+
+template <size_t kChannels>
+void StoreBytes(const PixelPlanes& planes, size_t count, uint8_t* out) {
+    for (size_t i = 0; i < count; ++i)
+        for (size_t channel = 0; channel < kChannels; ++channel)
+            out[kChannels * i + channel] =
+                channel == 3 ? 255 : static_cast<uint8_t>(std::min<uint16_t>(planes[channel][i], 255));
+}
+
+#endif
+
+template <size_t kChannels>
+void StoreWords(const PixelPlanes& planes, size_t count, uint16_t white, uint8_t* out) {
+    const bool isAligned = reinterpret_cast<uintptr_t>(out) % sizeof(uint16_t) == 0;  // else one by one
     size_t i = 0;
-    for (const size_t end = VectorCount<T>(in, count); i + hn::Lanes(d) <= end; i += hn::Lanes(d)) {
-        hn::Vec<decltype(d)> first, second, third;
-        hn::LoadInterleaved3(d, reinterpret_cast<const T*>(in) + 3 * i, first, second, third);
-        hn::Store(Widened(first), d16, planes[0] + i);
-        hn::Store(Widened(second), d16, planes[1] + i);
-        hn::Store(Widened(third), d16, planes[2] + i);
+    for (; isAligned && i + hn::Lanes(d16) <= count; i += hn::Lanes(d16)) {
+        const auto load = [&](size_t channel) { return hn::LoadU(d16, planes[channel] + i); };
+        auto* const to = reinterpret_cast<uint16_t*>(out) + kChannels * i;
+        if constexpr (kChannels == 4)
+            hn::StoreInterleaved4(load(0), load(1), load(2), hn::Set(d16, white), d16, to);
+        else
+            hn::StoreInterleaved3(load(0), load(1), load(2), d16, to);
     }
     for (; i < count; ++i)
-        for (size_t channel = 0; channel < 3; ++channel) planes[channel][i] = SampleAt<T>(in, 3 * i + channel);
+        for (size_t channel = 0; channel < kChannels; ++channel)
+            PutSample<uint16_t>(out, kChannels * i + channel, channel == 3 ? white : planes[channel][i]);
 }
 
-template <class T>
-void LoadGrey(const uint8_t* in, size_t count, const Plane planes[3]) {
-    for (size_t i = 0; i < count; ++i) planes[0][i] = planes[1][i] = planes[2][i] = SampleAt<T>(in, i);
+void Shift(const PixelPlanes& in, int shift, size_t count, uint16_t* const out[3]) {
+    for (size_t channel = 0; channel < 3; ++channel)
+        for (size_t i = 0; i < count; i += hn::Lanes(d16))
+            hn::Store(hn::ShiftRightSame(hn::LoadU(d16, in[channel] + i), shift), d16, out[channel] + i);
 }
 
-void ApplyMatrix(const PixelMatrix& matrix, size_t count, Plane red, Plane green, Plane blue) {
-    const auto load = [](const uint16_t* plane) {
-        return hn::ConvertTo(dFloat, hn::PromoteTo(d32, hn::Load(dHalf16, plane)));
+void LookUpWords(const PixelPlanes& in, const uint16_t* table, size_t count, uint16_t* const out[3]) {
+    for (size_t channel = 0; channel < 3; ++channel)
+        for (size_t i = 0; i < count; ++i) out[channel][i] = table[in[channel][i]];
+}
+
+/** Looks up and stores in one pass: three loads and a store for each pixel, which no vector does faster. */
+template <size_t kChannels>
+void LookUpBytes(const PixelPlanes& in, const uint8_t* table, size_t count, uint8_t* out) {
+    const auto pixelAt = [&](size_t i) {
+        return uint32_t{table[in[0][i]]} | uint32_t{table[in[1][i]]} << 8 | uint32_t{table[in[2][i]]} << 16 |
+               0xFF000000u;
     };
-    const auto zero = hn::Zero(dFloat), white = hn::Set(dFloat, 65535.0F), half = hn::Set(dFloat, 0.5F);
-    for (size_t i = 0; i < count; i += hn::Lanes(d32)) {  // the planes are whole vectors
-        const auto r = load(red + i), g = load(green + i), b = load(blue + i);
-        const auto value = [&](const float* row) {
-            const auto sum = hn::Add(hn::Add(hn::Mul(hn::Set(dFloat, row[0]), r), hn::Mul(hn::Set(dFloat, row[1]), g)),
-                                     hn::Mul(hn::Set(dFloat, row[2]), b));
-            const auto limited = hn::Min(hn::Max(sum, zero), white);
-            return hn::DemoteTo(dHalf16, hn::ConvertTo(d32, hn::Add(limited, half)));
-        };
-        hn::Store(value(matrix.data()), dHalf16, red + i);
-        hn::Store(value(matrix.data() + 3), dHalf16, green + i);
-        hn::Store(value(matrix.data() + 6), dHalf16, blue + i);
+    // A pixel of three bytes overwrites one byte of the next.
+    for (size_t i = 0; i + 1 < count; ++i, out += kChannels) {
+        const uint32_t pixel = pixelAt(i);
+        std::memcpy(out, &pixel, sizeof pixel);
     }
+    const uint32_t last = pixelAt(count - 1);
+    std::memcpy(out, &last, kChannels);
 }
 
-template <class T>
-void StoreColours(const Plane planes[3], size_t count, uint16_t white, bool withFourth, uint8_t* out) {
-    const hn::Rebind<T, decltype(d16)> d;
-    const size_t channels = withFourth ? 4 : 3;
-    const auto fourth = hn::Set(d, static_cast<T>(white));
-    size_t i = 0;
-    for (const size_t end = VectorCount<T>(out, count); i + hn::Lanes(d) <= end; i += hn::Lanes(d)) {
-        const auto first = Narrowed<T>(hn::Load(d16, planes[0] + i));
-        const auto second = Narrowed<T>(hn::Load(d16, planes[1] + i));
-        const auto third = Narrowed<T>(hn::Load(d16, planes[2] + i));
-        T* to = reinterpret_cast<T*>(out) + channels * i;
-        if (withFourth)
-            hn::StoreInterleaved4(first, second, third, fourth, d, to);
-        else
-            hn::StoreInterleaved3(first, second, third, d, to);
-    }
-    for (; i < count; ++i) {
-        for (size_t channel = 0; channel < 3; ++channel) PutSample<T>(out, channels * i + channel, planes[channel][i]);
-        if (withFourth) PutSample<T>(out, channels * i + 3, white);
-    }
-}
-
-void Chunk(const PictureStep& step, const uint8_t* in, uint8_t* out, size_t count) {
+/** At most kChunk pixels. */
+void Chunk(const PictureStep& step, PixelPlanes planes, size_t count, uint8_t* out) {
     HWY_ALIGN uint16_t memory[3][kChunk];
-    const Plane planes[3] = {memory[0], memory[1], memory[2]};
-    if (step.channels == 1)
-        step.sampleBytes == 1 ? LoadGrey<uint8_t>(in, count, planes) : LoadGrey<uint16_t>(in, count, planes);
-    else
-        step.sampleBytes == 1 ? LoadColours<uint8_t>(in, count, planes) : LoadColours<uint16_t>(in, count, planes);
+    uint16_t* const own[3] = {memory[0], memory[1], memory[2]};
+    const auto change = [&](auto rule) {
+        rule();
+        planes = {own[0], own[1], own[2]};
+    };
+    if (step.matrix) change([&] { ApplyMatrix(*step.matrix, planes, count, own); });
+    if (step.shift != 0) change([&] { Shift(planes, step.shift, count, own); });
+    if (step.wordTable) change([&] { LookUpWords(planes, step.wordTable, count, own); });
 
     const Order order = step.destination.order;
-    const bool isBlueFirst = order == Order::Bgr || order == Order::Bgra || order == Order::Bgrx;
-    if (step.matrix)
-        ApplyMatrix(*step.matrix, count, planes[isBlueFirst ? 2 : 0], planes[1], planes[isBlueFirst ? 0 : 2]);
-    if (step.table)
-        for (const Plane plane : planes)
-            for (size_t i = 0; i < count; ++i) plane[i] = step.table[plane[i]];
-
-    const auto white = static_cast<uint16_t>(White(step.destination));
-    const bool withFourth = order != Order::Rgb && order != Order::Bgr;
-    if (step.destination.bits == 8)
-        StoreColours<uint8_t>(planes, count, white, withFourth, out);
-    else
-        StoreColours<uint16_t>(planes, count, white, withFourth, out);
-}
-
-/** Adds the fourth sample to pixels of bytes, four pixels at a time, from right to left as below. */
-void AddFourth(const uint8_t* in, uint8_t* out, size_t width) {
-    alignas(16) constexpr uint8_t kPlaces[16] = {0, 1, 2, 128, 3, 4, 5, 128, 6, 7, 8, 128, 9, 10, 11, 128};
-    const hn::FixedTag<uint8_t, 16> d;
-    const auto places = hn::Load(d, kPlaces);
-    const auto fourths = hn::BitCast(d, hn::Set(hn::FixedTag<uint32_t, 4>(), 0xFF000000u));
-    size_t left = width;
-    const auto addOne = [&] {
-        --left;
-        const uint8_t pixel[4] = {in[3 * left], in[3 * left + 1], in[3 * left + 2], 255};
-        std::memcpy(out + 4 * left, pixel, sizeof pixel);
-    };
-    // A vector reads its four pixels and four more bytes: two more pixels must follow.
-    while (left > 0 && (left % 4 != 0 || left + 2 > width)) addOne();
-    for (; left > 0; left -= 4) {
-        const auto pixels = hn::LoadU(d, in + 3 * (left - 4));
-        hn::StoreU(hn::Or(hn::TableLookupBytesOr0(pixels, places), fourths), d, out + 4 * (left - 4));
+    if (order == Order::Bgr || order == Order::Bgra || order == Order::Bgrx) std::swap(planes[0], planes[2]);
+    const bool hasFourth = SamplesPerPixel(step.destination) == 4;
+    if (step.byteTable) {
+        const auto lookUp = hasFourth ? LookUpBytes<4> : LookUpBytes<3>;
+        lookUp(planes, step.byteTable, count, out);
+    } else if (step.destination.bits == 8) {
+        const auto store = hasFourth ? StoreBytes<4> : StoreBytes<3>;
+        store(planes, count, out);
+    } else {
+        const auto store = hasFourth ? StoreWords<4> : StoreWords<3>;
+        store(planes, count, static_cast<uint16_t>(White(step.destination)), out);
     }
 }
 
-/** From right to left: if pixels grow in place, none is overwritten before it is read. */
-void Row(const PictureStep& step, const uint8_t* in, uint8_t* out, size_t width) {
-    if (!step.matrix && !step.table && step.channels == 3 && step.sampleBytes == 1 && step.destination.bits == 8 &&
-        SamplesPerPixel(step.destination) == 4) {
-        AddFourth(in, out, width);
-        return;
-    }
-    const size_t inBytes = size_t{step.channels} * step.sampleBytes;
-    const size_t outBytes = RowBytes(step.destination, 1);
-    for (size_t left = (width - 1) / kChunk * kChunk;; left -= kChunk) {
-        Chunk(step, in + left * inBytes, out + left * outBytes, std::min(kChunk, width - left));
-        if (left == 0) return;
-    }
+void Row(const PictureStep& step, const PixelPlanes& planes, size_t count, uint8_t* out) {
+    const size_t pixelBytes = RowBytes(step.destination, 1);
+    for (size_t first = 0; first < count; first += kChunk)
+        Chunk(step, {planes[0] + first, planes[1] + first, planes[2] + first}, std::min(kChunk, count - first),
+              out + first * pixelBytes);
 }
 
 }  // namespace
@@ -176,8 +204,8 @@ namespace kvx::frame {
 
 HWY_EXPORT(Row);
 
-void MakePictureRow(const PictureStep& step, const uint8_t* in, uint8_t* out, size_t width) {
-    HWY_DYNAMIC_DISPATCH(Row)(step, in, out, width);
+void MakePictureRow(const PictureStep& step, const PixelPlanes& planes, size_t count, uint8_t* out) {
+    HWY_DYNAMIC_DISPATCH(Row)(step, planes, count, out);
 }
 
 }  // namespace kvx::frame

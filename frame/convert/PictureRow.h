@@ -1,4 +1,4 @@
-/** The last step of a conversion: matrix, table, channel order and alpha in one pass over a row. */
+/** The last step of a conversion: matrix, table, channel order and alpha in one pass over a part of a row. */
 #pragma once
 
 #include <array>
@@ -12,13 +12,16 @@ namespace kvx::frame {
 /** Coefficients for 16-bit values, row by row. */
 using PixelMatrix = std::array<float, 9>;
 
-/** Parameters of the step, the same for all rows. */
+/** Red, green and blue of a part of a row. */
+using PixelPlanes = std::array<const uint16_t*, 3>;
+
+/** Parameters of the step, the same for all rows. At most one of the shift and a table changes values. */
 struct PictureStep {
-    uint32_t channels;          ///< of the input: 1 (grey), or 3 in the destination's order
-    uint32_t sampleBytes;       ///< of the input: 1 or 2
-    Format destination;         ///< a colour format
-    const PixelMatrix* matrix;  ///< or null
-    const uint16_t* table;      ///< 65536 entries, or null
+    Format destination;                   ///< a colour format
+    const PixelMatrix* matrix = nullptr;  ///< or null
+    int shift = 0;                        ///< to the right
+    const uint8_t* byteTable = nullptr;   ///< 65536 results of 8 bits, or null
+    const uint16_t* wordTable = nullptr;  ///< the same for more bits
 };
 
 /** A value between 0 and 65535, rounded half up. @param row three coefficients */
@@ -29,7 +32,11 @@ inline uint16_t MatrixValue(const float* row, uint16_t red, uint16_t green, uint
     return static_cast<uint16_t>(static_cast<int32_t>(limited + 0.5F));
 }
 
-/** Writes a row of `width` pixels. `in` and `out` may start at the same byte if pixels do not shrink. */
-void MakePictureRow(const PictureStep& step, const uint8_t* in, uint8_t* out, size_t width);
+/**
+ * Writes `count` pixels.
+ * @param planes 64 bytes more may be read
+ * @param out    at any address
+ */
+void MakePictureRow(const PictureStep& step, const PixelPlanes& planes, size_t count, uint8_t* out);
 
 }  // namespace kvx::frame

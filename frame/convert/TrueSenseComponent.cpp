@@ -33,19 +33,23 @@ public:
         return {mosaic, bits, bits < kToneBits ? kToneWhite >> (kToneBits - bits) : kToneWhite << (bits - kToneBits)};
     }
 
-    uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, bool isFinished) override {
-        tagTrueSenseParam params = Params();
-        if (mosaic.horMirrored) params.horMirrored = 1;
-        if (mosaic.verMirrored) params.verMirrored = 1;
-        if (isFinished) {
-            params.normalizationEnable = 1;
-            params.RR = params.GG = params.BB = 1;
-            params.RG = params.RB = params.GR = params.GB = params.BR = params.BG = 0;
-            params.toneTable = LinearCurve();
-        }
+    bool HasDirect(const Route& route, uint8_t destinationBits) const override {
+        return destinationBits == route.pictureBits && route.pictureWhite == (1u << destinationBits) - 1;
+    }
+
+    uint32_t Convert(const SourceView& mosaic, const DestinationView& picture) override {
+        const tagTrueSenseParam params = ParamsFor(mosaic, false);
         const _KvxImage source = ImageOf(mosaic);
         _KvxImage destination = ImageOf(picture);
         return KvxTrueSense_ConvertImageWith(m_component.get(), &source, &destination, &params, AlgorithmNumber());
+    }
+
+    uint32_t ConvertRows(const SourceView& mosaic, const Route& route, bool isFinished, const KvxRowSource& rows,
+                         const KvxPixelSink& pixels) override {
+        const tagTrueSenseParam params = ParamsFor(mosaic, isFinished);
+        const _KvxImage frame = ImageOf(mosaic);
+        return KvxTrueSense_ConvertRows(m_component.get(), &frame, route.pictureBits == 8 ? 1 : 0, &params,
+                                        AlgorithmNumber(), &rows, &pixels);
     }
 
     void Release() override {
@@ -74,6 +78,19 @@ private:
     tagTrueSenseParam Params() const {
         tagTrueSenseParam params;
         KvxTrueSense_GetParams(m_component.get(), &params);  // fails for null only
+        return params;
+    }
+
+    tagTrueSenseParam ParamsFor(const SourceView& mosaic, bool isFinished) const {
+        tagTrueSenseParam params = Params();
+        if (mosaic.horMirrored) params.horMirrored = 1;
+        if (mosaic.verMirrored) params.verMirrored = 1;
+        if (isFinished) {
+            params.normalizationEnable = 1;
+            params.RR = params.GG = params.BB = 1;
+            params.RG = params.RB = params.GR = params.GB = params.BR = params.BG = 0;
+            params.toneTable = LinearCurve();
+        }
         return params;
     }
 

@@ -16,6 +16,13 @@ struct RowBalance {
     uint8_t scale;      ///< binary places of the factors, 0 to 17
     uint16_t limit;     ///< the largest result
     std::array<uint16_t, 4> factors;
+
+    /** The parameters of the row from a column on. */
+    RowBalance From(uint32_t column) const {
+        RowBalance moved = *this;
+        std::rotate(moved.factors.begin(), moved.factors.begin() + column % 4, moved.factors.end());
+        return moved;
+    }
 };
 
 /** The rule for one sample. */

@@ -44,6 +44,8 @@ const uint16_t* ToneTable::Filled(const Content& content, const Rule& rule) {
         m_content.reset();
         m_entries.resize(kEntries);
         for (uint32_t value = 0; value < kEntries; ++value) m_entries[value] = static_cast<uint16_t>(rule(value));
+        m_bytes.clear();
+        if (content.bits == 8) m_bytes.assign(m_entries.begin(), m_entries.end());
         m_content = content;
     }
     return m_entries.data();
@@ -55,15 +57,15 @@ const uint16_t* ToneTable::Scaling(uint32_t white, uint8_t bits) {
     });
 }
 
-const uint16_t* ToneTable::UpperByte(uint8_t fromBits) {
-    return Filled({Kind::UpperByte, fromBits, 8},
-                  [shift = fromBits - 8](uint32_t value) { return std::min(value >> shift, 255u); });
-}
-
 const uint16_t* ToneTable::Curve(const Finish& finish, uint8_t bits) {
     return Filled({Kind::Curve, kWhite, bits}, [&finish, newWhite = (1u << bits) - 1](uint32_t value) {
         return ScaledSample(CurveAt(finish, value), kWhite, newWhite);
     });
+}
+
+const uint8_t* ToneTable::ByteCurve(const Finish& finish) {
+    Curve(finish, 8);
+    return m_bytes.data();
 }
 
 }  // namespace kvx::frame

@@ -19,17 +19,17 @@ class ToneTable {
 public:
     /** Values up to `white` scaled to `bits`; larger ones become white. */
     const uint16_t* Scaling(uint32_t white, uint8_t bits);
-    /** The upper 8 of `fromBits`. */
-    const uint16_t* UpperByte(uint8_t fromBits);
     /** The finish's tone curve from 16-bit values, rounded to `bits`. */
     const uint16_t* Curve(const Finish& finish, uint8_t bits);
+    /** The same for 8 bits. */
+    const uint8_t* ByteCurve(const Finish& finish);
     /** Call it when the finish changes. */
     void Forget() {
         m_content.reset();
     }
 
 private:
-    enum class Kind : uint8_t { Scaling, UpperByte, Curve };
+    enum class Kind : uint8_t { Scaling, Curve };
     struct Content {
         Kind kind;
         uint32_t from;
@@ -39,6 +39,7 @@ private:
     const uint16_t* Filled(const Content& content, const Rule& rule);
 
     std::vector<uint16_t> m_entries;
+    std::vector<uint8_t> m_bytes;  // the entries if they have 8 bits: less of the cache
     std::optional<Content> m_content;
 };
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string_view>
 
+#include "KvxDemosaicing/KvxRows.h"
 #include "KvxFrame/SensorNoise.h"
 #include "KvxFrame/View.h"
 
@@ -23,15 +24,16 @@ public:
     /**
      * Interpolates a frame. Working memory stays for the next frame.
      *
-     * @param mosaic  unpacked, of a positive stride; mirrored as its format's phase and flags say
-     * @param picture three samples per pixel, of 8 or 16 bits or of the mosaic's depth; must not overlap the mosaic
-     * @param noise   of the mosaic's samples, with signal and noise as shares of white, for an algorithm that removes
-     *                it; std::nullopt: none is removed
+     * @param mosaic its format, unpacked, its size and its mirror flags count
+     * @param rows   of the mosaic
+     * @param pictureBits depth of the pixels: 8, 16, or the mosaic's
+     * @param noise  of the mosaic's samples, with signal and noise as shares of white, for an algorithm that removes
+     *               it; std::nullopt: none is removed
      * @return 0, or the result of the library, in which case nothing is written
      * @throws std::bad_alloc; nothing is written
      */
-    virtual uint32_t Convert(const SourceView& mosaic, const DestinationView& picture,
-                             const std::optional<NoiseLine>& noise, int threads) = 0;
+    virtual uint32_t Convert(const SourceView& mosaic, const KvxRowSource& rows, uint8_t pictureBits,
+                             const KvxPixelSink& pixels, const std::optional<NoiseLine>& noise, int threads) = 0;
 
     virtual void Release() noexcept = 0;
 };

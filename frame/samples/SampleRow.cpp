@@ -20,10 +20,10 @@ const uint8_t* RowAt(const SourceView& source, uint32_t row) {
     return static_cast<const uint8_t*>(source.data) + RowOffset(source, row);
 }
 
-void ReadWords(const uint8_t* row, uint32_t width, const Format& format, uint16_t* samples) {
-    std::memcpy(samples, row, width * sizeof *samples);
+void ReadWords(const uint8_t* words, uint32_t count, const Format& format, uint16_t* samples) {
+    std::memcpy(samples, words, count * sizeof *samples);
     if (format.layout == Layout::BigEndian)
-        for (uint32_t i = 0; i < width; ++i) samples[i] = static_cast<uint16_t>(samples[i] << 8 | samples[i] >> 8);
+        for (uint32_t i = 0; i < count; ++i) samples[i] = static_cast<uint16_t>(samples[i] << 8 | samples[i] >> 8);
 }
 
 void WriteBytes(const uint16_t* samples, uint32_t width, uint8_t* row) {
@@ -44,18 +44,18 @@ bool IsSequence(const Format& format, ptrdiff_t stride) {
     return stride == 0 && PackingOf(format) && format.layout != Layout::Mipi;
 }
 
-void ReadRow(const SourceView& source, uint32_t row, uint16_t* samples) {
+void ReadSamples(const SourceView& source, uint32_t row, uint32_t column, uint32_t count, uint16_t* samples) {
     const Format& format = source.format;
     if (const std::optional<Packing> packing = PackingOf(format)) {
         // A row that begins within a byte is a range of one long sequence.
         const bool isSequence = IsSequence(format, source.stride);
         const auto* packed = isSequence ? static_cast<const uint8_t*>(source.data) : RowAt(source, row);
-        const size_t first = isSequence ? size_t{row} * source.width : 0;
-        UnpackSamples(*packing, packed, PackedBytes(*packing, first + source.width), first, source.width, samples);
+        const size_t first = (isSequence ? size_t{row} * source.width : 0) + column;
+        UnpackRange(*packing, packed, first, count, reinterpret_cast<uint8_t*>(samples));
     } else if (format.bits == 8) {
-        std::copy_n(RowAt(source, row), source.width, samples);
+        std::copy_n(RowAt(source, row) + column, count, samples);
     } else {
-        ReadWords(RowAt(source, row), source.width, format, samples);
+        ReadWords(RowAt(source, row) + size_t{column} * sizeof *samples, count, format, samples);
     }
 }
 

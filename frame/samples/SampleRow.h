@@ -5,8 +5,13 @@
 
 namespace kvx::frame {
 
-/** Reads a row of a valid view as right-aligned words. Several threads may read at the same time. */
-void ReadRow(const SourceView& source, uint32_t row, uint16_t* samples);
+/** Reads samples of a row of a valid view as right-aligned words. Several threads may read at the same time. */
+void ReadSamples(const SourceView& source, uint32_t row, uint32_t column, uint32_t count, uint16_t* samples);
+
+/** All samples of a row. */
+inline void ReadRow(const SourceView& source, uint32_t row, uint16_t* samples) {
+    ReadSamples(source, row, 0, source.width, samples);
+}
 
 /**
  * Writes right-aligned words to a row of a checked frame of any layout. Packing drops bits above the depth and clears

@@ -20,6 +20,7 @@
 #include "KvxDemosaicing/KvxPipeline.h"
 #include "KvxDemosaicing/KvxPixelFormat.h"
 #include "KvxDemosaicing/KvxResult.h"
+#include "KvxDemosaicing/KvxRows.h"
 #include "KvxDemosaicing/KvxTrueSense.h"
 #include "KvxDemosaicing/KvxTrueSenseFlat.h"
 #include "KvxDemosaicing/KvxVersion.h"

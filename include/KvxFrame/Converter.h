@@ -111,8 +111,8 @@ public:
     void SetFinish(std::optional<Finish> finish);
 
     /**
-     * Converts one frame. After the first frame of a size and format it allocates nothing, except what OpenCV
-     * allocates inside the "bayer-like" algorithm.
+     * Converts one frame, in working memory of a few megabytes for each thread; only the noise-reducing TrueSense
+     * algorithms keep planes of the whole frame. After the first frame of a size and format it allocates nothing.
      *
      * @param source      a frame of this converter's family, in any layout
      * @param destination a picture of the same size, in any colour format; must not overlap the source

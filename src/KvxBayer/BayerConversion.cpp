@@ -1,9 +1,11 @@
 #include "KvxBayer/BayerConversion.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "KvxBayer/MosaicRow.h"
+#include "KvxBayer/MosaicStrip.h"
 #include "KvxDemosaicing/KvxBayer.h"
 #include "KvxDemosaicing/KvxResult.h"
 #include "framework/Bands.h"
@@ -46,20 +48,48 @@ void ConvertRows(const BayerJob& job, GreenRule rule) {
     });
 }
 
+/** A frame in which no site has all its neighbours is black. */
+void WriteBlack(const BayerJob& job) {
+    constexpr uint32_t length = 1024;
+    const std::array<uint16_t, length + KVX_ROW_PADDING / sizeof(uint16_t)> zeros{};
+    const std::array<const uint16_t*, 3> planes = {zeros.data(), zeros.data(), zeros.data()};
+    for (uint32_t row = 0; row < job.size.height; ++row)
+        for (uint32_t column = 0; column < job.size.width; column += length)
+            job.exchange->Write(row, column, std::min(length, job.size.width - column), planes);
+}
+
+void ExchangeRows(const BayerJob& job, GreenRule rule) {
+    constexpr int64_t bandRows = 32;                 // two more are read
+    constexpr int64_t pixelsWorthAThread = 1 << 13;  // the caller's functions take most of the time
+    const int64_t width = job.size.width, rows = job.size.height;
+    if (width < 3 || rows < 3) return WriteBlack(job);
+    const int64_t bands = (rows + bandRows - 1) / bandRows, strips = (width + kStripColumns - 1) / kStripColumns;
+    const int threads = TeamSize(std::min(bands, width * rows / pixelsWorthAThread));
+    ForBands(0, rows, bands, threads, [&](int /*thread*/, int64_t begin, int64_t end) {
+        MosaicStrip strip(job, rule);
+        for (int64_t i = 0; i < strips; ++i) strip.Convert(begin, end, width * i / strips, width * (i + 1) / strips);
+    });
+}
+
 }  // namespace
 
 uint32_t ConvertBayer(BayerJob job, int algorithm, DemosaicingIPP* interpolator) noexcept {
     const uint32_t result = CheckGeometry(job);
     if (result != KvxResult_Success) return result;
     DisjointSource disjoint;
-    const auto rows = disjoint.Take(job.SourceRows(), job.WrittenRows());
-    if (!rows) return KvxResult_NoMemory;
-    job.source = rows->data;
-    job.sourceStep = rows->lineStep;
-
+    if (!job.exchange) {
+        const auto rows = disjoint.Take(job.SourceRows(), job.WrittenRows());
+        if (!rows) return KvxResult_NoMemory;
+        job.source = rows->data;
+        job.sourceStep = rows->lineStep;
+    }
     if (algorithm == KvxBayerAlgorithm_IPP)
         return interpolator ? interpolator->Convert(job) : uint32_t{KvxResult_NoMemory};
-    ConvertRows(job, algorithm == KvxBayerAlgorithm_EdgeAware ? GreenRule::EdgeAware : GreenRule::Mean);
+    const GreenRule rule = algorithm == KvxBayerAlgorithm_EdgeAware ? GreenRule::EdgeAware : GreenRule::Mean;
+    if (job.exchange)
+        ExchangeRows(job, rule);
+    else
+        ConvertRows(job, rule);
     return KvxResult_Success;
 }
 

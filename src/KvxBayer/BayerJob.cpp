@@ -9,9 +9,17 @@
 namespace kvx {
 namespace {
 
+bool IsCountable(const _KvxSize& size) {
+    return size.width <= INT_MAX && size.height <= INT_MAX;
+}
+
 bool Holds(const void* data, int64_t lineStep, const _KvxSize& size, int64_t pixelBytes) {
-    return data && size.width <= INT_MAX && size.height <= INT_MAX && lineStep <= INT_MAX &&
-           size.width * pixelBytes <= lineStep;
+    return data && IsCountable(size) && lineStep <= INT_MAX && size.width * pixelBytes <= lineStep;
+}
+
+bool HasBuffers(const BayerJob& job) {
+    return job.size == job.destinationSize && Holds(job.source, job.sourceStep, job.size, job.sampleSize) &&
+           Holds(job.destination, job.destinationStep, job.size, int64_t{3} * job.OutputSampleSize());
 }
 
 }  // namespace
@@ -35,15 +43,21 @@ std::optional<BayerJob> BayerJobOf(const _KvxImage& src, const _KvxImage& dst) n
     return BayerJobOf(src, dst, *pattern);
 }
 
+std::optional<BayerJob> BayerJobOf(const _KvxImage& frame, const RowExchange& exchange) noexcept {
+    auto job = BayerJobOf(frame, _KvxImage{});
+    if (!job) return std::nullopt;
+    job->sampleSize = sizeof(uint16_t);
+    job->exchange = &exchange;
+    return job;
+}
+
 int SignificantBits(uint32_t pixelDepth, int formatBits) noexcept {
     if (pixelDepth == 0) return formatBits;
     return static_cast<int>(std::min<uint32_t>(pixelDepth, formatBits == 8 ? 8 : 16));
 }
 
 uint32_t CheckGeometry(const BayerJob& job) noexcept {
-    if (job.size != job.destinationSize || !Holds(job.source, job.sourceStep, job.size, job.sampleSize) ||
-        !Holds(job.destination, job.destinationStep, job.size, int64_t{3} * job.OutputSampleSize()))
-        return KvxResult_InvalidArgument;
+    if (!(job.exchange ? IsCountable(job.size) : HasBuffers(job))) return KvxResult_InvalidArgument;
     return job.size.width == 0 || job.size.height == 0 ? KvxResult_ConversionFailed : KvxResult_Success;
 }
 

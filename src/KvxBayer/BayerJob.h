@@ -8,6 +8,7 @@
 #include "KvxBayer/BayerPattern.h"
 #include "KvxDemosaicing/KvxImage.h"
 #include "framework/DisjointSource.h"
+#include "framework/RowExchange.h"
 
 namespace kvx {
 
@@ -26,6 +27,7 @@ struct BayerJob {
     ChannelOrder order;
     BayerOutput output{};
     SlotBytes slot = SlotBytes::AsWritten;
+    const RowExchange* exchange = nullptr;  ///< in place of both buffers: the samples and the results are words
 
     int OutputSampleSize() const {
         return output.form == BayerOutput::Samples ? sampleSize : 1;
@@ -52,6 +54,9 @@ BayerJob BayerJobOf(const _KvxImage& src, const _KvxImage& dst, BayerPattern pat
 
 /** The same with the source's own pattern; nothing when the source is not an unpacked Bayer format. */
 std::optional<BayerJob> BayerJobOf(const _KvxImage& src, const _KvxImage& dst) noexcept;
+
+/** The job of a frame whose rows the caller exchanges; nothing when its format is not an unpacked Bayer format. */
+std::optional<BayerJob> BayerJobOf(const _KvxImage& frame, const RowExchange& exchange) noexcept;
 
 /** Significant bits of samples: `pixelDepth`, or those of the format where it is 0; at most what a sample holds. */
 int SignificantBits(uint32_t pixelDepth, int formatBits) noexcept;

@@ -57,6 +57,12 @@ uint32_t KvxBayer_ConvertImage(KvxBayer* component, const _KvxImage* src, _KvxIm
     return kvx::Is10Or12Bit(src->pixelType) && toBytes ? ConvertToBytes(*src, *dst) : kBareDepthsDiffer;
 }
 
+uint32_t KvxBayer_ConvertRows(KvxBayer* component, const _KvxImage* frame, const KvxRowSource* source,
+                              const KvxPixelSink* sink) noexcept {
+    if (!component || !frame || !source || !sink) return kInvalid;
+    return static_cast<kvx::KvxBayerImp*>(component)->ConvertRows(*frame, {*source, *sink});
+}
+
 void KvxBayer_ReleaseData(KvxBayer* component) noexcept {
     if (component) component->ReleaseData();
 }

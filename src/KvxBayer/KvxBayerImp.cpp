@@ -32,11 +32,20 @@ int KvxBayerImp::Algorithm() noexcept {
 
 uint32_t KvxBayerImp::ConvertImage(const _KvxImage* src, _KvxImage* dst) noexcept {
     const auto job = src && dst ? BayerJobOf(*src, *dst) : std::nullopt;
+    return job ? Convert(*job) : Result(KvxResult_InvalidArgument);
+}
+
+uint32_t KvxBayerImp::ConvertRows(const _KvxImage& frame, const RowExchange& exchange) noexcept {
+    const auto job = BayerJobOf(frame, exchange);
     if (!job) return Result(KvxResult_InvalidArgument);
-    if (m_interpolator && m_interpolator->SampleSize() != job->sampleSize) ReleaseData();
+    return exchange.IsComplete() ? Convert(*job) : Result(KvxResult_NullPointer);
+}
+
+uint32_t KvxBayerImp::Convert(const BayerJob& job) noexcept {
+    if (m_interpolator && m_interpolator->SampleSize() != job.sampleSize) ReleaseData();
     const int algorithm = Algorithm();
-    if (algorithm == KvxBayerAlgorithm_IPP && !m_interpolator) m_interpolator = DemosaicingIPP::Create(job->sampleSize);
-    return Result(ConvertBayer(*job, algorithm, m_interpolator.get()));
+    if (algorithm == KvxBayerAlgorithm_IPP && !m_interpolator) m_interpolator = DemosaicingIPP::Create(job.sampleSize);
+    return Result(ConvertBayer(job, algorithm, m_interpolator.get()));
 }
 
 uint32_t KvxBayerImp::AllocData(const _KvxImage* src, _KvxImage* dst) noexcept {

@@ -19,7 +19,11 @@ public:
     uint32_t AllocData(const _KvxImage* src, _KvxImage* dst) noexcept override;
     void ReleaseData() noexcept override;
 
+    /** ConvertImage() for a frame whose rows the caller exchanges. */
+    uint32_t ConvertRows(const _KvxImage& frame, const RowExchange& exchange) noexcept;
+
 private:
+    uint32_t Convert(const BayerJob& job) noexcept;
     /** "BayerAlgType"; 0 when its value is no algorithm's or cannot be read. */
     int Algorithm() noexcept;
 

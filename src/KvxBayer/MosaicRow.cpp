@@ -84,9 +84,14 @@ struct StoreRounded : StoreBytes<StoreRounded> {
     }
 };
 
-/** Converts one vector of sites from `column` on. */
-template <class T, GreenRule rule, class Store>
-HWY_INLINE void ConvertVector(const MosaicRow& row, size_t column, const Store& store, uint8_t* out) {
+/** The pixels of one vector of sites. */
+template <class T>
+struct Pixels {
+    Vec<T> rowColour, green, otherColour;
+};
+
+template <class T, GreenRule rule>
+HWY_INLINE Pixels<T> PixelsAt(const MosaicRow& row, size_t column) {
     const Tag<T> d;
     const auto at = [d, column](const uint8_t* samples, ptrdiff_t offset) {
         return hn::LoadU(d, reinterpret_cast<const T*>(samples + column * sizeof(T)) + offset);
@@ -110,14 +115,19 @@ HWY_INLINE void ConvertVector(const MosaicRow& row, size_t column, const Store& 
     const auto parity = hn::And(hn::Iota(d, T{0}), hn::Set(d, T{1}));
     const auto greenParity = hn::Set(d, static_cast<T>((column % 2 == 0) == row.greenFirst ? 0 : 1));
     const auto isGreen = hn::Eq(parity, greenParity);
-    const auto rowColour = hn::IfThenElse(isGreen, horizontal, centre);
-    const auto green = hn::IfThenElse(isGreen, centre, cross);
-    const auto otherColour = hn::IfThenElse(isGreen, vertical, corners);
+    return {hn::IfThenElse(isGreen, horizontal, centre), hn::IfThenElse(isGreen, centre, cross),
+            hn::IfThenElse(isGreen, vertical, corners)};
+}
+
+/** Converts one vector of sites from `column` on. */
+template <class T, GreenRule rule, class Store>
+HWY_INLINE void ConvertVector(const MosaicRow& row, size_t column, const Store& store, uint8_t* out) {
+    const Pixels<T> pixels = PixelsAt<T, rule>(row, column);
     out += 3 * column * Store::kBytes;
     if (row.rowColourFirst)
-        store.Many(rowColour, green, otherColour, out);
+        store.Many(pixels.rowColour, pixels.green, pixels.otherColour, out);
     else
-        store.Many(otherColour, green, rowColour, out);
+        store.Many(pixels.otherColour, pixels.green, pixels.rowColour, out);
 }
 
 /** A row with at most as many sites between its ends as a vector has lanes: it is widened to a vector on the way. */
@@ -172,6 +182,29 @@ void ConvertRow(const MosaicRow& row, uint8_t* out) {
     }
 }
 
+template <GreenRule rule>
+void ConvertPlanesByRule(const MosaicRow& row, uint16_t* const planes[3]) {
+    const Tag<uint16_t> d;
+    for (size_t column = 1; column + 1 < row.width; column += hn::Lanes(d)) {
+        const Pixels<uint16_t> pixels = PixelsAt<uint16_t, rule>(row, column);
+        hn::StoreU(pixels.rowColour, d, planes[0] + column);
+        hn::StoreU(pixels.green, d, planes[1] + column);
+        hn::StoreU(pixels.otherColour, d, planes[2] + column);
+    }
+    for (size_t channel = 0; channel < 3; ++channel) {
+        uint16_t* const plane = planes[channel];
+        plane[0] = plane[1];
+        plane[row.width - 1] = plane[row.width - 2];
+    }
+}
+
+void ConvertPlanes(const MosaicRow& row, uint16_t* const planes[3]) {
+    if (row.rule == GreenRule::Mean)
+        ConvertPlanesByRule<GreenRule::Mean>(row, planes);
+    else
+        ConvertPlanesByRule<GreenRule::EdgeAware>(row, planes);
+}
+
 }  // namespace
 }  // namespace kvx::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
@@ -180,9 +213,14 @@ HWY_AFTER_NAMESPACE();
 namespace kvx {
 
 HWY_EXPORT(ConvertRow);
+HWY_EXPORT(ConvertPlanes);
 
 void ConvertMosaicRow(const MosaicRow& row, uint8_t* out) {
     HWY_DYNAMIC_DISPATCH(ConvertRow)(row, out);
+}
+
+void ConvertMosaicPlanes(const MosaicRow& row, uint16_t* const planes[3]) {
+    HWY_DYNAMIC_DISPATCH(ConvertPlanes)(row, planes);
 }
 
 }  // namespace kvx

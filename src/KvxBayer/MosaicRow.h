@@ -31,4 +31,10 @@ struct MosaicRow {
 /** Writes the row's `width` pixels to `out`; the first and the last repeat their neighbours. */
 void ConvertMosaicRow(const MosaicRow& row, uint8_t* out);
 
+/**
+ * The same for a row of words, into planes: of the row's own red or blue, of green, and of the other colour.
+ * @param row whose output does not count. The samples and the planes have room for a vector more, 64 bytes at most.
+ */
+void ConvertMosaicPlanes(const MosaicRow& row, uint16_t* const planes[3]);
+
 }  // namespace kvx

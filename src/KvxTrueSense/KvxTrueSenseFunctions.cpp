@@ -49,6 +49,14 @@ uint32_t KvxTrueSense_ConvertImageWith(KvxTrueSense* component, const _KvxImage*
     return static_cast<kvx::KvxTrueSenseImp*>(component)->ConvertImageWith(src, dst, *params, algorithm);
 }
 
+uint32_t KvxTrueSense_ConvertRows(KvxTrueSense* component, const _KvxImage* frame, int isBytes,
+                                  const tagTrueSenseParam* params, int64_t algorithm, const KvxRowSource* source,
+                                  const KvxPixelSink* sink) noexcept {
+    if (!component || !frame || !params || !source || !sink) return kInvalid;
+    return static_cast<kvx::KvxTrueSenseImp*>(component)->ConvertRows(*frame, isBytes != 0, *params, algorithm,
+                                                                      {*source, *sink});
+}
+
 void KvxTrueSense_ReleaseData(KvxTrueSense* component) noexcept {
     if (component) component->ReleaseData();
 }

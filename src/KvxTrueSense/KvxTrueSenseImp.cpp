@@ -88,4 +88,15 @@ uint32_t KvxTrueSenseImp::ConvertImageWith(const _KvxImage* src, _KvxImage* dst,
     return Result(static_cast<uint32_t>(result));
 }
 
+uint32_t KvxTrueSenseImp::ConvertRows(const _KvxImage& frame, bool isBytes, const tagTrueSenseParam& params,
+                                      int64_t algorithm, const RowExchange& exchange) noexcept {
+    if (!IsTrueSense(frame.pixelType)) return Result(KvxResult_InvalidArgument);
+    m_demosaicer8.reset();
+    const uint32_t selected = Select(m_demosaicer16, algorithm);
+    if (selected != KvxResult_Success) return Result(selected);
+    tagTrueSenseParam own = params;
+    const TrueSenseCall call = CallOf(frame, isBytes, exchange, &own);
+    return Result(static_cast<uint32_t>(m_demosaicer16->Run(call, {})));
+}
+
 }  // namespace kvx

@@ -24,6 +24,9 @@ public:
     /** ConvertImage() with these parameters and this algorithm; the component's own stay as they are. */
     uint32_t ConvertImageWith(const _KvxImage* src, _KvxImage* dst, const tagTrueSenseParam& params,
                               int64_t algorithm) noexcept;
+    /** The same for a frame whose rows the caller exchanges. */
+    uint32_t ConvertRows(const _KvxImage& frame, bool isBytes, const tagTrueSenseParam& params, int64_t algorithm,
+                         const RowExchange& exchange) noexcept;
 
 private:
     template <class T>

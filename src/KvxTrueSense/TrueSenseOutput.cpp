@@ -47,4 +47,12 @@ TrueSenseCall CallOf(const _KvxImage& src, const _KvxImage& dst, const TrueSense
             .params = params};
 }
 
+TrueSenseCall CallOf(const _KvxImage& frame, bool isBytes, const RowExchange& exchange,
+                     tagTrueSenseParam* params) noexcept {
+    TrueSenseCall call = CallOf(frame, {}, {{}, isBytes ? sizeof(uint8_t) : sizeof(uint16_t)}, params);
+    call.srcSampleSize = sizeof(uint16_t);
+    call.exchange = &exchange;
+    return call;
+}
+
 }  // namespace kvx

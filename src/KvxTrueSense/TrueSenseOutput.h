@@ -24,4 +24,8 @@ std::optional<TrueSenseOutput> TrueSenseOutputOf(const _KvxImage& src, const _Kv
 TrueSenseCall CallOf(const _KvxImage& src, const _KvxImage& dst, const TrueSenseOutput& output,
                      tagTrueSenseParam* params) noexcept;
 
+/** The call that converts a whole frame of words whose rows the caller exchanges. */
+TrueSenseCall CallOf(const _KvxImage& frame, bool isBytes, const RowExchange& exchange,
+                     tagTrueSenseParam* params) noexcept;
+
 }  // namespace kvx

@@ -3,36 +3,19 @@
 #include <algorithm>
 
 #include "frame/learned/FoldedIndex.h"
-#include "frame/samples/SampleAt.h"
 
 namespace kvx::frame {
-
-/** Words of 16 bits, from 8 bits or more. @param step 1, or -1 for a row that is read from its end */
-template <class T>
-static void CopyWords(const uint8_t* in, ptrdiff_t step, ptrdiff_t count, int shift, uint16_t* out) {
-    const auto at = [=](ptrdiff_t i) {
-        return static_cast<uint16_t>(SampleAt<T>(in + i * ptrdiff_t{sizeof(T)}, 0) << shift);
-    };
-    if (step == 1)
-        for (ptrdiff_t i = 0; i < count; ++i) out[i] = at(i);
-    else
-        for (ptrdiff_t i = 0; i < count; ++i) out[i] = at(-i);
-}
 
 /** `samples` samples from column `first` on, as words of 16 bits. */
 const uint16_t* CellReader::ExtendedRow(const CellSource& source, int64_t row, int64_t first, size_t samples) {
     const int64_t width = source.width, channels = source.channels, side = static_cast<int64_t>(source.side);
-    const int64_t readRow = FoldedIndex(row, source.height, side) - source.firstRow;
-    const auto* const data = static_cast<const uint8_t*>(source.data) + readRow * source.stride;
-    const int shift = 16 - source.bits;
+    const int64_t inside = FoldedIndex(row, source.height, side);
+    const auto readRow = static_cast<uint32_t>(source.isUpwards ? source.height - 1 - inside : inside);
     const auto copy = [&](int64_t column, int64_t count, int64_t to) {
         uint16_t* const out = m_row.data() + to * channels;
-        const int64_t place = source.isReversed ? width - 1 - column : column * channels;
-        const ptrdiff_t step = source.isReversed ? -1 : 1;
-        if (source.sampleBytes == 1)
-            CopyWords<uint8_t>(data + place, step, count * channels, shift, out);
-        else
-            CopyWords<uint16_t>(data + 2 * place, step, count * channels, shift, out);
+        const int64_t place = source.isReversed ? width - column - count : column;
+        source.rows.read(source.rows.context, readRow, static_cast<uint32_t>(place), static_cast<uint32_t>(count), out);
+        if (source.isReversed) std::reverse(out, out + count);
     };
     const int64_t end = first + static_cast<int64_t>(samples);
     const int64_t insideFirst = std::clamp<int64_t>(first, 0, width), insideEnd = std::clamp<int64_t>(end, 0, width);
@@ -41,6 +24,8 @@ const uint16_t* CellReader::ExtendedRow(const CellSource& source, int64_t row, i
     if (insideFirst < insideEnd) copy(insideFirst, insideEnd - insideFirst, insideFirst - first);
     for (int64_t column = std::max(first, width); column < end; ++column)
         copy(FoldedIndex(column, width, side), 1, column - first);
+    if (const int shift = 16 - source.bits; shift > 0)
+        for (uint16_t& word : m_row) word = static_cast<uint16_t>(word << shift);
     return m_row.data();
 }
 

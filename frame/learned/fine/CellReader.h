@@ -5,20 +5,20 @@
 #include <cstdint>
 #include <vector>
 
+#include "KvxDemosaicing/KvxRows.h"
+
 namespace kvx::frame {
 
 /** Rows of a frame, or of a picture of red, green and blue. */
 struct CellSource {
-    const void* data;  ///< of row `firstRow`
-    ptrdiff_t stride;
-    uint32_t firstRow;              ///< rows above it are not read
+    KvxRowSource rows;              ///< words, of all channels
     uint32_t width, height;         ///< of the whole frame
     uint32_t channels;              ///< 1 or 3
-    uint32_t sampleBytes;           ///< 1 or 2
-    int bits;                       ///< of a sample
+    int bits;                       ///< of a word
     size_t side;                    ///< of a cell
     int64_t rowPhase, columnPhase;  ///< of the frame's first sample within its cell
-    bool isReversed;                ///< whether column 0 is the last sample of a row in memory; only for 1 channel
+    bool isUpwards;                 ///< whether row 0 is the last row of the frame
+    bool isReversed;                ///< whether column 0 is the last sample of a row; only for 1 channel
 };
 
 /** Reads rows of cells, with a working row of its own. */

@@ -19,39 +19,17 @@ std::span<const uint8_t> MeasuredPlanes(Family family) {
     return family == Family::Bayer ? std::span<const uint8_t>(kBayer) : std::span<const uint8_t>(kTrueSense);
 }
 
-/** A frame whose rows run downwards as its format sees them. */
-CellSource SourceOf(const SourceView& mosaic, size_t side) {
-    const auto* data = static_cast<const uint8_t*>(mosaic.data);
-    CellSource source{data,
-                      mosaic.stride,
-                      0,
-                      mosaic.width,
-                      mosaic.height,
-                      1,
-                      mosaic.format.bits > 8 ? 2u : 1u,
-                      mosaic.format.bits,
-                      side,
-                      static_cast<int64_t>(mosaic.format.phase / side),
-                      static_cast<int64_t>(mosaic.format.phase % side),
-                      mosaic.horMirrored};
-    if (mosaic.verMirrored) {
-        source.data = data + (mosaic.height - 1) * mosaic.stride;
-        source.stride = -mosaic.stride;
-    }
-    return source;
-}
-
-PictureRows PictureOf(const DestinationView& view, const SourceView& mosaic) {
-    auto* data = static_cast<uint8_t*>(view.data);
-    const bool isBlueFirst = view.format.order != Order::Rgb;
-    const int sampleBits = std::max(mosaic.format.bits, view.format.bits);
-    PictureRows picture{data,       view.stride,      view.width,  view.height,
-                        sampleBits, view.format.bits, isBlueFirst, mosaic.horMirrored};
-    if (mosaic.verMirrored) {
-        picture.data = data + (view.height - 1) * view.stride;
-        picture.stride = -view.stride;
-    }
-    return picture;
+CellSource SourceOf(const SourceView& mosaic, const KvxRowSource& rows, size_t side) {
+    return {.rows = rows,
+            .width = mosaic.width,
+            .height = mosaic.height,
+            .channels = 1,
+            .bits = mosaic.format.bits,
+            .side = side,
+            .rowPhase = static_cast<int64_t>(mosaic.format.phase / side),
+            .columnPhase = static_cast<int64_t>(mosaic.format.phase % side),
+            .isUpwards = mosaic.verMirrored,
+            .isReversed = mosaic.horMirrored};
 }
 
 }  // namespace
@@ -72,20 +50,23 @@ public:
     }
 
     /** Allocates what bands of so many rows of cells need. @return the library's result */
-    uint32_t Prepare(const SourceView& mosaic, uint32_t rows) {
-        const size_t cells = rows + 2 * m_network.Halo();
-        return m_bayer ? m_bayer->Prepare(mosaic, cells * m_network.side) : 0;
+    uint32_t Prepare(const SourceView& mosaic, const KvxRowSource& rows, uint32_t count) {
+        const size_t cells = count + 2 * m_network.Halo();
+        return m_bayer ? m_bayer->Prepare(mosaic, rows, cells * m_network.side) : 0;
     }
 
     /** Rows of cells `top` to `bottom` - 1. @return the library's result */
-    uint32_t Band(const SourceView& mosaic, const NoiseDeviation* noise, const PictureRows& picture, int64_t top,
-                  int64_t bottom) {
-        CellSource source = SourceOf(mosaic, m_network.side);
+    uint32_t Band(const SourceView& mosaic, const KvxRowSource& rows, const NoiseDeviation* noise,
+                  const PictureRows& picture, int64_t top, int64_t bottom) {
+        CellSource source = SourceOf(mosaic, rows, m_network.side);
         const auto side = static_cast<int64_t>(m_network.side);
         if (m_bayer) {
             const auto halo = static_cast<int64_t>(m_network.Halo());
-            const uint32_t result = m_bayer->Interpolate(mosaic, (top - halo) * side, (bottom + halo) * side, source);
+            const uint32_t result = m_bayer->Interpolate(mosaic, rows, (top - halo) * side, (bottom + halo) * side);
             if (result != 0) return result;
+            source.rows = m_bayer->Picture();
+            source.channels = 3;
+            source.bits = 16;
         }
         const size_t columns =
             (mosaic.width + mosaic.format.phase % m_network.side + m_network.side - 1) / m_network.side;
@@ -115,8 +96,8 @@ void FineInterpolator::Release() noexcept {
     m_workers.clear();
 }
 
-uint32_t FineInterpolator::Convert(const SourceView& mosaic, const DestinationView& picture,
-                                   const std::optional<NoiseLine>& noise, int threads) {
+uint32_t FineInterpolator::Convert(const SourceView& mosaic, const KvxRowSource& source, uint8_t pictureBits,
+                                   const KvxPixelSink& pixels, const std::optional<NoiseLine>& noise, int threads) {
     const Network& network = NetworkFor(m_family, noise.has_value());
     std::optional<NoiseDeviation> deviation;
     if (noise) deviation.emplace(*noise);
@@ -131,15 +112,21 @@ uint32_t FineInterpolator::Convert(const SourceView& mosaic, const DestinationVi
     while (m_workers.size() < static_cast<size_t>(team))
         m_workers.push_back(std::make_unique<Worker>(network, m_family));
     for (int thread = 0; thread < team; ++thread)
-        if (const uint32_t result = m_workers[thread]->Prepare(mosaic, bandRows); result != 0) return result;
+        if (const uint32_t result = m_workers[thread]->Prepare(mosaic, source, bandRows); result != 0) return result;
 
-    const PictureRows out = PictureOf(picture, mosaic);
+    const PictureRows out{.sink = pixels,
+                          .width = mosaic.width,
+                          .height = mosaic.height,
+                          .sampleBits = std::max(mosaic.format.bits, pictureBits),
+                          .bits = pictureBits,
+                          .isUpwards = mosaic.verMirrored,
+                          .isReversed = mosaic.horMirrored};
     uint32_t result = 0;
     ForRows(bands, team, [&](uint32_t band, int thread) {
         const uint32_t top = band * bandRows, bottom = std::min(rows, top + bandRows);
         if (top >= bottom) return;
         const NoiseDeviation* const noiseOrNull = deviation ? &*deviation : nullptr;
-        const uint32_t bandResult = m_workers[thread]->Band(mosaic, noiseOrNull, out, top, bottom);
+        const uint32_t bandResult = m_workers[thread]->Band(mosaic, source, noiseOrNull, out, top, bottom);
         if (bandResult != 0) {
 #pragma omp atomic write
             result = bandResult;

@@ -21,8 +21,8 @@ public:
     uint8_t WorkingBits(uint8_t) const override {
         return 16;
     }
-    uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, const std::optional<NoiseLine>& noise,
-                     int threads) override;
+    uint32_t Convert(const SourceView& mosaic, const KvxRowSource& rows, uint8_t pictureBits,
+                     const KvxPixelSink& pixels, const std::optional<NoiseLine>& noise, int threads) override;
     void Release() noexcept override;
 
 private:

@@ -5,19 +5,19 @@
 #include <cstdint>
 #include <vector>
 
+#include "KvxDemosaicing/KvxRows.h"
 #include "frame/learned/fine/Network.h"
 
 namespace kvx::frame {
 
-/** Where pixels of three samples go, and their depth. */
+/** Where pixels go, and their depth. */
 struct PictureRows {
-    void* data;  ///< of row 0
-    ptrdiff_t stride;
+    KvxPixelSink sink;
     uint32_t width, height;
-    int sampleBits;  ///< depth to which words are rounded
-    int bits;        ///< of a stored sample: sampleBits, or the upper 8 of them
-    bool isBlueFirst;
-    bool isReversed;  ///< whether column 0 is the last pixel of a row in memory
+    int sampleBits;   ///< depth to which words are rounded
+    int bits;         ///< of a result: sampleBits, or the upper 8 of them
+    bool isUpwards;   ///< whether row 0 is the last row of the picture
+    bool isReversed;  ///< whether column 0 is the last pixel of a row
 };
 
 /** A row of cells: words of the filters' results, and the cells of the input at the same places. */
@@ -28,20 +28,21 @@ struct ResultCells {
     int64_t row, column;  ///< of the picture, of the first cell's first site; may be negative
 };
 
-/** Stores rows of cells, with a working row of its own. */
+/** Writes rows of cells, with working rows of its own. */
 class PictureWriter {
 public:
     /** @param cells of a row at most */
     PictureWriter(const Network& network, size_t cells);
 
-    /** Stores the pixels of a row of cells that lie in the picture. */
+    /** Writes the pixels of a row of cells that lie in the picture. */
     void Write(const PictureRows& picture, const ResultCells& cells);
 
 private:
     void Gather(const PictureRows& picture, const ResultCells& cells, size_t siteRow);
 
     const Network& m_network;
-    std::vector<uint16_t> m_row;
+    size_t m_length;  // of a plane
+    std::vector<uint16_t> m_planes;
 };
 
 }  // namespace kvx::frame

@@ -66,11 +66,11 @@ HWY_INLINE Sums<2> SumsAt(const SumRows& samples, size_t column, const LaneWords
     return sums;
 }
 
-template <class T, bool kIsSplit>
+template <bool kIsSplit>
 void Pixels(const PixelInput& input, const int16_t* const samples[7], const int16_t* const lower[7],
             const PixelRow& out) {
     const Words d;
-    const PixelWriter<T> writer(input, out);
+    const PixelWriter writer(input, out);
     const Rounding rounding(input.shift);
     const LaneWords* const filters = input.filters.colour.data();
     AddedRows added, addedLower;
@@ -94,21 +94,12 @@ void Pixels(const PixelInput& input, const int16_t* const samples[7], const int1
     }
 }
 
-template <class T>
-void WholeOrSplit(const PixelInput& input, const int16_t* const samples[7], const int16_t* const lower[7],
-                  const PixelRow& out) {
-    if (lower)
-        Pixels<T, true>(input, samples, lower, out);
-    else
-        Pixels<T, false>(input, samples, lower, out);
-}
-
 void Bayer(const PixelInput& input, const int16_t* const samples[7], const int16_t* const lower[7],
            const PixelRow& out) {
-    if (out.bits == 8)
-        WholeOrSplit<uint8_t>(input, samples, lower, out);
+    if (lower)
+        Pixels<true>(input, samples, lower, out);
     else
-        WholeOrSplit<uint16_t>(input, samples, lower, out);
+        Pixels<false>(input, samples, lower, out);
 }
 
 }  // namespace

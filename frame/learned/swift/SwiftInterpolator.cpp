@@ -19,9 +19,9 @@ void SwiftInterpolator::Release() noexcept {
     m_strips.clear();
 }
 
-uint32_t SwiftInterpolator::Convert(const SourceView& mosaic, const DestinationView& picture,
-                                    const std::optional<NoiseLine>&, int threads) {
-    const SwiftFrame frame(SwiftFiltersFor(m_family), mosaic, picture);
+uint32_t SwiftInterpolator::Convert(const SourceView& mosaic, const KvxRowSource& source, uint8_t pictureBits,
+                                    const KvxPixelSink& pixels, const std::optional<NoiseLine>&, int threads) {
+    const SwiftFrame frame(SwiftFiltersFor(m_family), mosaic, source, pictureBits, pixels);
     uint32_t bands = (mosaic.height + kBandRows - 1) / kBandRows;
     const int team = TeamSize(bands, threads);
     bands = team == 1 ? 1 : (bands + team - 1) / team * team;  // as many for each thread

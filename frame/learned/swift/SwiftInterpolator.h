@@ -25,8 +25,8 @@ public:
         return sourceBits > 14 ? 16 : 14;
     }
     /** Removes no noise. */
-    uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, const std::optional<NoiseLine>& noise,
-                     int threads) override;
+    uint32_t Convert(const SourceView& mosaic, const KvxRowSource& rows, uint8_t pictureBits,
+                     const KvxPixelSink& pixels, const std::optional<NoiseLine>& noise, int threads) override;
     void Release() noexcept override;
 
 private:

@@ -25,9 +25,8 @@ struct SampleRow {
 /** The two lowest bits apart leave room to add four samples of 16 bits. */
 inline constexpr int kLowerBits = 2;
 
-/** Reads `count` samples of `bits` bits, bytes or words, and gives them `depth` bits. Nothing else is read or written.
- */
-void ReadSamples(const uint8_t* in, size_t count, int bits, int depth, const SampleRow& out);
+/** Gives `count` samples of `bits` bits `depth` bits. @param in can be read a vector further, at most 64 bytes */
+void SetDepth(const uint16_t* in, size_t count, int bits, int depth, const SampleRow& out);
 
 /** What differs between the two directions: gradients, or sums of them. */
 struct GradientRow {
@@ -49,13 +48,12 @@ void TrueSenseGradients(const int16_t* const levels[5], size_t firstPan, size_t 
 /** How much to take of the filters along rows, 0 to 4. @param sums of three rows, from column -1 on */
 void MixRow(const GradientRow& sums, size_t count, uint16_t* mix);
 
-/** Where pixels go. */
+/** Where pixels go: planes of words. */
 struct PixelRow {
-    uint8_t* data;  ///< three samples a pixel
+    uint16_t *own, *green, *other;  ///< `own`: the red or blue of the row's own sites
     size_t count;
-    int sampleBits;   ///< depth to which words are rounded
-    int bits;         ///< of a stored sample: sampleBits, or the upper 8 of them
-    bool isOwnFirst;  ///< whether the first sample of a pixel is the red or blue of the row's own sites
+    int sampleBits;  ///< depth to which words are rounded
+    int bits;        ///< of a result: sampleBits, or the upper 8 of them
 };
 
 /** What the rows' loops of both families read. */

@@ -19,9 +19,12 @@ int DepthOf(const Format& format) {
 
 }  // namespace
 
-SwiftFrame::SwiftFrame(const SwiftFilters& filters, const SourceView& source, const DestinationView& destination)
+SwiftFrame::SwiftFrame(const SwiftFilters& filters, const SourceView& source, const KvxRowSource& sourceRows,
+                       uint8_t pictureBits, const KvxPixelSink& pixelSink)
     : mosaic(source),
-      picture(destination),
+      mosaicRows(sourceRows),
+      bits(pictureBits),
+      sink(pixelSink),
       rows(PackFilters(filters, source)),
       shift(filters.shift),
       depth(DepthOf(source.format)),
@@ -31,10 +34,12 @@ SwiftStrip::SwiftStrip()
     : m_samples(kSampleRows, kRow),
       m_lower(kSampleRows, kRow),
       m_levels(kSampleRows, kRow),
+      m_words(1, kRow),
       m_alongRows(kGradientRows, kRow),
       m_alongColumns(kGradientRows, kRow),
       m_gradientSums(2, kRow),
-      m_mix(1, kRow) {}
+      m_mix(1, kRow),
+      m_pixels(3, kRow) {}
 
 SampleRow SwiftStrip::Samples(const SwiftFrame& frame, int64_t row) {
     return {m_samples.Row(row) + kBefore, frame.isSplit ? m_lower.Row(row) + kBefore : nullptr,
@@ -53,12 +58,13 @@ GradientRow SwiftStrip::GradientSums() {
 void SwiftStrip::ReadRow(const SwiftFrame& frame, int64_t row, int64_t left, size_t columns) {
     const SourceView& mosaic = frame.mosaic;
     const auto side = static_cast<int64_t>(TileSide(mosaic.format));
-    const int64_t width = mosaic.width, sampleBytes = mosaic.format.bits > 8 ? 2 : 1;
+    const int64_t width = mosaic.width;
     // A tile more than the filters reach, so that what the border repeats is there.
     const int64_t first = left - kSwiftReach - side, end = left + static_cast<int64_t>(columns) + kSwiftReach;
     const int64_t insideFirst = std::max<int64_t>(first, 0), insideEnd = std::min(end, width);
-    const auto* const in = static_cast<const uint8_t*>(mosaic.data) +
-                           FoldedIndex(row, mosaic.height, side) * mosaic.stride + insideFirst * sampleBytes;
+    uint16_t* const words = m_words.Row(0);
+    frame.mosaicRows.read(frame.mosaicRows.context, static_cast<uint32_t>(FoldedIndex(row, mosaic.height, side)),
+                          static_cast<uint32_t>(insideFirst), static_cast<uint32_t>(insideEnd - insideFirst), words);
 
     const SampleRow samples = Samples(frame, row);
     const auto moved = [&](int64_t column) {
@@ -66,7 +72,7 @@ void SwiftStrip::ReadRow(const SwiftFrame& frame, int64_t row, int64_t left, siz
         return SampleRow{samples.samples + by, samples.lower ? samples.lower + by : nullptr,
                          samples.levels ? samples.levels + by : nullptr};
     };
-    ReadSamples(in, static_cast<size_t>(insideEnd - insideFirst), mosaic.format.bits, frame.depth, moved(insideFirst));
+    SetDepth(words, static_cast<size_t>(insideEnd - insideFirst), mosaic.format.bits, frame.depth, moved(insideFirst));
     const auto repeat = [&](int64_t column) {
         const SampleRow to = moved(column), from = moved(FoldedIndex(column, width, side));
         *to.samples = *from.samples;
@@ -98,12 +104,16 @@ void SwiftStrip::ComputePixels(const SwiftFrame& frame, int64_t row, int64_t lef
     MixRow(GradientSums(), columns, mix);
 
     const PackedRow& filters = frame.rows[row & 3];
-    const Format &in = frame.mosaic.format, &out = frame.picture.format;
-    const int up = 16 - frame.depth, bytes = out.bits == 8 ? 3 : 6;
+    const Format& in = frame.mosaic.format;
+    const int up = 16 - frame.depth;
     const PixelInput input{filters, mix, frame.shift + 2 - up, up};
-    const PixelRow pixels{static_cast<uint8_t*>(frame.picture.data) + row * frame.picture.stride + left * bytes,
-                          columns, std::max<int>(in.bits, out.bits), out.bits,
-                          filters.ownIsRed == (out.order == Order::Rgb)};
+    uint16_t *const red = m_pixels.Row(0), *const green = m_pixels.Row(1), *const blue = m_pixels.Row(2);
+    const PixelRow pixels{.own = filters.ownIsRed ? red : blue,
+                          .green = green,
+                          .other = filters.ownIsRed ? blue : red,
+                          .count = columns,
+                          .sampleBits = std::max<int>(in.bits, frame.bits),
+                          .bits = frame.bits};
 
     const int16_t *samples[7], *lower[7];
     for (int64_t i = 0; i < 7; ++i) {
@@ -115,6 +125,8 @@ void SwiftStrip::ComputePixels(const SwiftFrame& frame, int64_t row, int64_t lef
         TrueSensePixels(input, samples, pixels);
     else
         BayerPixels(input, samples, frame.isSplit ? lower : nullptr, pixels);
+    frame.sink.write(frame.sink.context, static_cast<uint32_t>(row), static_cast<uint32_t>(left),
+                     static_cast<uint32_t>(columns), red, green, blue);
 }
 
 void SwiftStrip::Run(const SwiftFrame& frame, int64_t top, int64_t bottom, int64_t left, size_t columns) {

@@ -4,18 +4,23 @@
 #include <array>
 #include <cstdint>
 
+#include "KvxDemosaicing/KvxRows.h"
 #include "KvxFrame/View.h"
 #include "frame/learned/RowRing.h"
 #include "frame/learned/swift/SwiftRows.h"
 
 namespace kvx::frame {
 
-/** A frame, its picture, and the filters of its rows. */
+/** A frame, where its pixels go, and the filters of its rows. */
 struct SwiftFrame {
-    SwiftFrame(const SwiftFilters& filters, const SourceView& source, const DestinationView& destination);
+    /** @param source whose format, size and mirror flags count */
+    SwiftFrame(const SwiftFilters& filters, const SourceView& source, const KvxRowSource& sourceRows,
+               uint8_t pictureBits, const KvxPixelSink& pixelSink);
 
     SourceView mosaic;
-    DestinationView picture;
+    KvxRowSource mosaicRows;
+    int bits;  ///< of the pixels
+    KvxPixelSink sink;
     std::array<PackedRow, 4> rows;
     int shift;     ///< of the filters' sums
     int depth;     ///< of the samples that the rows' loops see
@@ -44,7 +49,7 @@ private:
     void ComputePixels(const SwiftFrame& frame, int64_t row, int64_t left, size_t columns);
 
     RowRing<int16_t> m_samples, m_lower, m_levels;
-    RowRing<uint16_t> m_alongRows, m_alongColumns, m_gradientSums, m_mix;
+    RowRing<uint16_t> m_words, m_alongRows, m_alongColumns, m_gradientSums, m_mix, m_pixels;
 };
 
 }  // namespace kvx::frame

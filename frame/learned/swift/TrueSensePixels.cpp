@@ -43,11 +43,10 @@ HWY_INLINE Sums<kColours> SumsAt(const TapRows& taps, size_t column, const LaneW
     return sums;
 }
 
-template <class T>
-void Pixels(const PixelInput& input, const int16_t* const samples[7], const PixelRow& out) {
+void TrueSense(const PixelInput& input, const int16_t* const samples[7], const PixelRow& out) {
     const Words d;
     const size_t lanes = hn::Lanes(d);
-    const PixelWriter<T> writer(input, out);
+    const PixelWriter writer(input, out);
     const Rounding rounding(input.shift);
     const TapRows taps(samples);
     const size_t firstPan = input.filters.firstPan, firstColour = 1 - firstPan;
@@ -80,13 +79,6 @@ void Pixels(const PixelInput& input, const int16_t* const samples[7], const Pixe
         writer.Put(column, lower(0), lower(1), lower(2), known(column));
         writer.Put(column + lanes, upper(0), upper(1), upper(2), known(column + lanes));
     }
-}
-
-void TrueSense(const PixelInput& input, const int16_t* const samples[7], const PixelRow& out) {
-    if (out.bits == 8)
-        Pixels<uint8_t>(input, samples, out);
-    else
-        Pixels<uint16_t>(input, samples, out);
 }
 
 }  // namespace

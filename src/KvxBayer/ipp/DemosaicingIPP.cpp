@@ -22,12 +22,12 @@ int DividedRoundingUp(int value, int divisor) {
 
 ipp::Frame FrameOf(const BayerJob& job) {
     const int bitsAboveUnit = job.depth - ipp::kDepthOfUnit;
-    return {
-        job,
-        {static_cast<const uint8_t*>(job.source), static_cast<size_t>(job.sourceStep), static_cast<int>(job.size.width),
-         static_cast<int>(job.size.height), job.sampleSize, IsGreenFirst(job.pattern), IsBlueOnTop(job.pattern)},
-        {job.sampleSize, static_cast<uint16_t>((1 << job.depth) - 1), std::ldexp(1.0f, -bitsAboveUnit),
-         std::ldexp(1.0f, bitsAboveUnit)}};
+    return {job,
+            {job.exchange, static_cast<const uint8_t*>(job.source), static_cast<size_t>(job.sourceStep),
+             static_cast<int>(job.size.width), static_cast<int>(job.size.height), job.sampleSize,
+             IsGreenFirst(job.pattern), IsBlueOnTop(job.pattern)},
+            {job.sampleSize, static_cast<uint16_t>((1 << job.depth) - 1), std::ldexp(1.0f, -bitsAboveUnit),
+             std::ldexp(1.0f, bitsAboveUnit)}};
 }
 
 }  // namespace

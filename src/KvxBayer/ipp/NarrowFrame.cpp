@@ -1,7 +1,6 @@
 #include "KvxBayer/ipp/NarrowFrame.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace kvx::ipp {
 namespace {
@@ -16,6 +15,7 @@ int Neighbour(int index, int size) {
 Source NarrowFrame::Widened(const Source& source) {
     if (source.width > 1 && source.height > 1) return source;
     Source wide = source;
+    wide.exchange = nullptr;
     wide.width = std::max(source.width, 2);
     wide.height = std::max(source.height, 2);
     const auto bytes = static_cast<size_t>(source.sampleBytes);
@@ -31,10 +31,8 @@ Source NarrowFrame::Widened(const Source& source) {
                 if (source.width == 1) fromRow = Neighbour(fromRow, source.height);
                 if (source.height == 1) fromColumn = Neighbour(fromColumn, source.width);
             }
-            std::memcpy(
-                &m_samples[static_cast<size_t>(row) * wide.lineStep + static_cast<size_t>(column) * bytes],
-                source.data + static_cast<size_t>(fromRow) * source.lineStep + static_cast<size_t>(fromColumn) * bytes,
-                bytes);
+            source.Copy(fromRow, fromColumn, 1,
+                        &m_samples[static_cast<size_t>(row) * wide.lineStep + static_cast<size_t>(column) * bytes]);
         }
     return wide;
 }

@@ -51,17 +51,27 @@ struct StoreRounded {
     }
 };
 
+int WordAt(const float* values, int i, const SampleScale& scale) {
+    return static_cast<int>(std::clamp(values[i] * scale.fromUnit, 0.0f, static_cast<float>(scale.maximum)) + 0.5f);
+}
+
 template <class StoreForm>
 void Pack(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale, const StoreForm& store,
           uint8_t* out) {
     auto* samples = reinterpret_cast<typename StoreForm::Sample*>(out);
-    const auto maximum = static_cast<float>(scale.maximum);
     for (int i = firstLane; i < firstLane + lanes; ++i)
         for (float* PairRow::*column : {&PairRow::even, &PairRow::odd})
-            for (int channel = 0; channel < 3; ++channel) {
-                const float value = (channels[channel].*column)[i] * scale.fromUnit;
-                *samples++ = store(static_cast<int>(std::clamp(value, 0.0f, maximum) + 0.5f));
-            }
+            for (int channel = 0; channel < 3; ++channel)
+                *samples++ = store(WordAt(channels[channel].*column, i, scale));
+}
+
+void PackPlanes(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale,
+                uint16_t* const planes[3]) {
+    for (int channel = 0; channel < 3; ++channel)
+        for (int i = 0; i < lanes; ++i) {
+            planes[channel][2 * i] = static_cast<uint16_t>(WordAt(channels[channel].even, firstLane + i, scale));
+            planes[channel][2 * i + 1] = static_cast<uint16_t>(WordAt(channels[channel].odd, firstLane + i, scale));
+        }
 }
 
 #else
@@ -129,22 +139,41 @@ struct StoreRounded {
     }
 };
 
+/** Two columns of words for each lane. */
+class WordsOfLanes {
+public:
+    explicit WordsOfLanes(const SampleScale& scale) : m_fromUnit(Set(scale.fromUnit)), m_maximum(Set(scale.maximum)) {}
+
+    HWY_INLINE WordVec operator()(const PairRow& row, int lane) const {
+        return hn::BitCast(kWords, hn::Or(Integer(row.even + lane), hn::ShiftLeft<16>(Integer(row.odd + lane))));
+    }
+
+private:
+    HWY_INLINE hn::Vec<Integers> Integer(const float* values) const {
+        const Vec rounded = Clamped(Load(values) * m_fromUnit, Set(0.0f), m_maximum) + Set(0.5f);
+        return hn::ConvertTo(kIntegers, rounded.raw);
+    }
+
+    Vec m_fromUnit, m_maximum;
+};
+
 template <class StoreForm>
 void Pack(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale, const StoreForm& store,
           uint8_t* out) {
-    const Vec fromUnit = Set(scale.fromUnit), zero = Set(0.0f), half = Set(0.5f);
-    const Vec maximum = Set(scale.maximum);
-    const auto integers = [&](const float* values) HWY_ATTR {
-        return hn::ConvertTo(kIntegers, (Clamped(Load(values) * fromUnit, zero, maximum) + half).raw);
-    };
-    const auto words = [&](const PairRow& row, int i) HWY_ATTR {
-        return hn::BitCast(kWords, hn::Or(integers(row.even + i), hn::ShiftLeft<16>(integers(row.odd + i))));
-    };
+    const WordsOfLanes words(scale);
     for (int i = 0; i < lanes; i += kStep) {
         const int lane = firstLane + i;
         store(words(channels[0], lane), words(channels[1], lane), words(channels[2], lane),
               out + 6 * i * StoreForm::kSampleBytes);
     }
+}
+
+void PackPlanes(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale,
+                uint16_t* const planes[3]) {
+    const WordsOfLanes words(scale);
+    for (int channel = 0; channel < 3; ++channel)
+        for (int i = 0; i < lanes; i += kStep)
+            hn::StoreU(words(channels[channel], firstLane + i), kWords, planes[channel] + 2 * i);
 }
 
 #endif
@@ -176,6 +205,7 @@ HWY_AFTER_NAMESPACE();
 namespace kvx::ipp {
 HWY_EXPORT(UnpackRow);
 HWY_EXPORT(PackRow);
+HWY_EXPORT(PackPlanes);
 
 void UnpackRow(const void* samples, const SampleScale& scale, int lanes, const PairRow& row) {
     HWY_DYNAMIC_DISPATCH(UnpackRow)(samples, scale, lanes, row);
@@ -184,6 +214,11 @@ void UnpackRow(const void* samples, const SampleScale& scale, int lanes, const P
 void PackRow(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale, const BayerOutput& output,
              uint8_t* out) {
     HWY_DYNAMIC_DISPATCH(PackRow)(channels, firstLane, lanes, scale, output, out);
+}
+
+void PackPlanes(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale,
+                uint16_t* const planes[3]) {
+    HWY_DYNAMIC_DISPATCH(PackPlanes)(channels, firstLane, lanes, scale, planes);
 }
 }  // namespace kvx::ipp
 #endif

@@ -26,4 +26,8 @@ void UnpackRow(const void* samples, const SampleScale& scale, int lanes, const P
 void PackRow(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale, const BayerOutput& output,
              uint8_t* out);
 
+/** The same into planes of words, one for each channel, with room for the words of kLaneBlock lanes more. */
+void PackPlanes(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale,
+                uint16_t* const planes[3]);
+
 }  // namespace kvx::ipp

@@ -18,20 +18,34 @@ int Mirrored(int index, int size) {
 
 }  // namespace
 
-void Source::CopyRow(int row, int firstColumn, int count, uint8_t* samples) const {
-    const uint8_t* line = data + static_cast<size_t>(Mirrored(row, height)) * lineStep;
+void Source::Copy(int row, int column, int count, uint8_t* samples) const {
+    if (exchange) {
+        exchange->Read(static_cast<uint32_t>(row), static_cast<uint32_t>(column), static_cast<uint32_t>(count),
+                       reinterpret_cast<uint16_t*>(samples));
+        return;
+    }
     const auto bytes = static_cast<size_t>(sampleBytes);
-    const auto copyMirrored = [&](int from, int to) {
-        for (int i = from; i < to; ++i)
-            std::memcpy(samples + static_cast<size_t>(i) * bytes,
-                        line + static_cast<size_t>(Mirrored(firstColumn + i, width)) * bytes, bytes);
-    };
+    std::memcpy(samples, data + static_cast<size_t>(row) * lineStep + static_cast<size_t>(column) * bytes,
+                static_cast<size_t>(count) * bytes);
+}
+
+void Source::CopyRow(int row, int firstColumn, int count, uint8_t* samples) const {
+    const int line = Mirrored(row, height);
+    const auto bytes = static_cast<size_t>(sampleBytes);
+    const auto at = [&](int i) { return samples + static_cast<size_t>(i) * bytes; };
     const int begin = std::clamp(-firstColumn, 0, count);
     const int end = std::clamp(width - firstColumn, begin, count);
+    if (end > begin) Copy(line, firstColumn + begin, end - begin, at(begin));
+    const auto copyMirrored = [&](int from, int to) {
+        for (int i = from; i < to; ++i) {
+            const int column = Mirrored(firstColumn + i, width), inside = column - firstColumn;
+            if (inside >= begin && inside < end)
+                std::memcpy(at(i), at(inside), bytes);
+            else
+                Copy(line, column, 1, at(i));
+        }
+    };
     copyMirrored(0, begin);
-    if (end > begin)
-        std::memcpy(samples + static_cast<size_t>(begin) * bytes,
-                    line + static_cast<size_t>(firstColumn + begin) * bytes, static_cast<size_t>(end - begin) * bytes);
     copyMirrored(end, count);
 }
 

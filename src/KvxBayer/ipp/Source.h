@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "framework/RowExchange.h"
+
 namespace kvx::ipp {
 
 /**
@@ -12,6 +14,7 @@ namespace kvx::ipp {
  * the order of the colours: row -1 is row 1.
  */
 struct Source {
+    const RowExchange* exchange;  // in place of `data`, if not null
     const uint8_t* data;
     size_t lineStep;  // bytes
     int width, height;
@@ -22,7 +25,9 @@ struct Source {
     int Phase(int row) const {
         return greenFirst == (row % 2 == 0) ? 1 : 0;
     }
-    /** Copies `count` samples of a row; row and columns may lie outside. */
+    /** Copies `count` samples of a row, all inside the frame. */
+    void Copy(int row, int column, int count, uint8_t* samples) const;
+    /** The same; row and columns may lie outside. */
     void CopyRow(int row, int firstColumn, int count, uint8_t* samples) const;
 };
 

@@ -11,7 +11,8 @@
 namespace kvx::ipp {
 namespace {
 
-constexpr size_t kRowBytes = size_t{6} * 2 * (kMaxLanes + kLaneBlock);  // pixels of three words, in pairs
+constexpr size_t kRowColumns = size_t{2} * (kMaxLanes + kLaneBlock);
+constexpr size_t kRowBytes = 3 * sizeof(uint16_t) * kRowColumns + KVX_ROW_PADDING;  // pixels of three words
 
 }  // namespace
 
@@ -139,7 +140,20 @@ void TileWorker::WritePixels(int row) {
     const bool ownIsBlue = m_frame->source.blueOnTop == (row % 2 == 0);
     const bool ownIsFirst = ownIsBlue == (m_frame->job.order == ChannelOrder::BGR);
     const PairRow channels[3] = {ownIsFirst ? own : other, green, ownIsFirst ? other : own};
-    Store(channels, m_area.firstRow + row - kReach);
+    const int frameRow = m_area.firstRow + row - kReach;
+    if (m_frame->job.exchange)
+        WritePlanes(channels, frameRow);
+    else
+        Store(channels, frameRow);
+}
+
+/** The order of such a job is red-first. */
+void TileWorker::WritePlanes(const PairRow channels[3], int frameRow) {
+    auto* const words = reinterpret_cast<uint16_t*>(m_rowBytes.get());
+    uint16_t* const planes[3] = {words, words + kRowColumns, words + size_t{2} * kRowColumns};
+    PackPlanes(channels, kMarginLanes, (m_area.columns + 1) / 2, m_frame->scale, planes);
+    m_frame->job.exchange->Write(static_cast<uint32_t>(frameRow), static_cast<uint32_t>(m_area.firstColumn),
+                                 static_cast<uint32_t>(m_area.columns), planes);
 }
 
 void TileWorker::Store(const PairRow channels[3], int frameRow) {

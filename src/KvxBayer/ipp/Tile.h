@@ -49,6 +49,7 @@ private:
     void WritePixels(int row);
 
     void Store(const PairRow channels[3], int frameRow);
+    void WritePlanes(const PairRow channels[3], int frameRow);
 
     int Phase(int row) const;
     ColourRowData ColourData(int row) const;

@@ -35,7 +35,7 @@ void BandFinisher::Finish(const TrueSenseFrame& frame, const PipelinePlanes& pla
         for (; prepared <= std::min(row + reach, area.height - 1); ++prepared) PrepareRow(settings, prepared);
         ColorCorrection(settings, row);
         if (settings.hasDetail) AddDetailOf(settings, planes, row);
-        StorePixelRow(frame.destination, row - area.region.row,
+        StorePixelRow(frame, row - area.region.row,
                       {Colour(0) + area.region.column, Colour(1) + area.region.column, Colour(2) + area.region.column},
                       static_cast<size_t>(area.region.width), frame.outputShift);
     }

@@ -88,7 +88,7 @@ void TrueSenseKodak<T>::WriteRow(int row) const noexcept {
     for (int column = 0; column < region.width; ++column, rgb += kChannels)
         for (int channel = 0; channel < kChannels; ++channel)
             colours[channel][column] = toBytes ? rgb[channel] : Deepened(rgb[channel], bits);
-    StorePixelRow(frame.destination, row, {colours[0], colours[1], colours[2]}, static_cast<size_t>(region.width), 0);
+    StorePixelRow(frame, row, {colours[0], colours[1], colours[2]}, static_cast<size_t>(region.width), 0);
 }
 
 template class TrueSenseKodak<unsigned char>;

@@ -1,5 +1,7 @@
 #include "demosaicers/frame/PixelRow.h"
 
+#include <algorithm>
+
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "demosaicers/frame/PixelRow.cpp"
 #include <hwy/foreach_target.h>
@@ -39,15 +41,41 @@ HWY_EXPORT(StoreBytes);
 
 }  // namespace
 
-void StorePixelRow(const TrueSenseDestination& to, int row, const std::array<const uint16_t*, kChannels>& colours,
+void WriteToSink(const TrueSenseFrame& frame, int row, size_t column, size_t count, PlaneBlock& planes) noexcept {
+    const Area& region = frame.area.region;
+    size_t first = column;
+    if (frame.source.backwards) {
+        first = static_cast<size_t>(region.width) - column - count;
+        for (auto& plane : planes) std::reverse(plane.begin(), plane.begin() + static_cast<ptrdiff_t>(count));
+    }
+    frame.exchange->Write(static_cast<uint32_t>(frame.source.upwards ? region.height - 1 - row : row),
+                          static_cast<uint32_t>(first), static_cast<uint32_t>(count),
+                          std::array{planes[0].data(), planes[1].data(), planes[2].data()});
+}
+
+void StorePixelRow(const TrueSenseFrame& frame, int row, const std::array<const uint16_t*, kChannels>& colours,
                    size_t width, int shift) noexcept {
+    const TrueSenseDestination& to = frame.destination;
+    const int places = to.sampleSize == sizeof(uint16_t) ? shift : 0;
+    const auto shifted = [places](unsigned colour) {
+        return static_cast<uint16_t>(places < 0 ? colour >> -places : colour << places);
+    };
+    if (frame.exchange) {
+        PlaneBlock planes;
+        for (size_t begin = 0; begin < width; begin += kPlaneBlock) {
+            const size_t count = std::min(kPlaneBlock, width - begin);
+            for (size_t channel = 0; channel < kChannels; ++channel)
+                std::transform(colours[channel] + begin, colours[channel] + begin + count, planes[channel].begin(),
+                               shifted);
+            WriteToSink(frame, row, begin, count, planes);
+        }
+        return;
+    }
     const auto inOrder = to.InOrder(colours);
     uint8_t* pixels = to.Row(row);
     if (to.sampleSize == sizeof(uint16_t)) {
-        StorePixels<uint16_t>(0, width, to.pixelStep, pixels, [&](int channel, size_t k) {
-            const unsigned colour = inOrder[channel][k];
-            return shift < 0 ? colour >> -shift : colour << shift;
-        });
+        StorePixels<uint16_t>(0, width, to.pixelStep, pixels,
+                              [&](int channel, size_t k) { return shifted(inOrder[channel][k]); });
         return;
     }
     const size_t done = to.pixelStep == kChannels ? HWY_DYNAMIC_DISPATCH(StoreBytes)(inOrder, width, pixels) : 0;

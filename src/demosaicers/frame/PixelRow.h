@@ -21,6 +21,18 @@ void StorePixels(size_t begin, size_t end, ptrdiff_t pixelStep, uint8_t* row, co
         }
 }
 
+/** Planes of words for a part of a row, with the bytes that a sink may read behind them. */
+constexpr size_t kPlaneBlock = 512;
+using PlaneBlock = std::array<std::array<uint16_t, kPlaneBlock + KVX_ROW_PADDING / sizeof(uint16_t)>, kChannels>;
+
+/**
+ * Gives pixels to the caller's sink. A mirrored frame keeps its orientation: its pixels are put into their order.
+ *
+ * @param row,column of the region
+ * @param count at most kPlaneBlock
+ */
+void WriteToSink(const TrueSenseFrame& frame, int row, size_t column, size_t count, PlaneBlock& planes) noexcept;
+
 /**
  * Writes one row of pixels.
  *
@@ -28,7 +40,7 @@ void StorePixels(size_t begin, size_t end, ptrdiff_t pixelStep, uint8_t* row, co
  * @param colours red, green and blue of the region's width, of 8 bits for bytes
  * @param shift of words, positive to the left
  */
-void StorePixelRow(const TrueSenseDestination& to, int row, const std::array<const uint16_t*, kChannels>& colours,
+void StorePixelRow(const TrueSenseFrame& frame, int row, const std::array<const uint16_t*, kChannels>& colours,
                    size_t width, int shift) noexcept;
 
 }  // namespace kvx

@@ -8,31 +8,41 @@
 namespace kvx {
 namespace {
 
-constexpr size_t kBlock = 512;  // pixels: their tone indices stay in the L1 cache
+bool IsShift(const std::array<uint16_t, KVX_TONE_TABLE_SIZE>& table, int shift) {
+    for (size_t i = 0; i < table.size(); ++i)
+        if (shift < 0 || table[i] != i << shift) return false;
+    return true;
+}
 
 }  // namespace
 
-PixelWriter::PixelWriter(const TrueSenseFrame& frame) : m_frame(frame), m_fixedMatrix(FixedMatrixOf(frame.matrix)) {
+PixelWriter::PixelWriter(const TrueSenseFrame& frame)
+    : m_frame(frame), m_fixedMatrix(FixedMatrixOf(frame.matrix)), m_isLinear(IsShift(frame.tone, frame.outputShift)) {
     std::transform(frame.tone.begin(), frame.tone.end(), m_byteTone.begin(),
                    [](uint16_t value) { return static_cast<uint8_t>(value); });
     m_unitStepTone = UnitStepToneOf(m_byteTone);
 }
 
 void PixelWriter::WriteRow(int row, const std::array<const int16_t*, kChannels>& planes) const {
-    alignas(64) uint16_t block[kChannels][kBlock];
-    uint16_t* const indices[] = {block[0], block[1], block[2]};
+    alignas(64) PlaneBlock block;  // stays in the first-level cache
+    uint16_t* const indices[] = {block[0].data(), block[1].data(), block[2].data()};
     const TrueSenseDestination& to = m_frame.destination;
     const auto inOrder = to.InOrder<const uint16_t*>({indices[0], indices[1], indices[2]});
 
-    uint8_t* dst = to.Row(row);
+    uint8_t* dst = m_frame.exchange ? nullptr : to.Row(row);
     const auto width = static_cast<size_t>(m_frame.area.region.width);
-    for (size_t begin = 0; begin < width; begin += kBlock) {
-        const size_t count = std::min(kBlock, width - begin);
+    for (size_t begin = 0; begin < width; begin += kPlaneBlock) {
+        const size_t count = std::min(kPlaneBlock, width - begin);
         const int16_t* const at[] = {planes[0] + begin, planes[1] + begin, planes[2] + begin};
         if (m_frame.applyMatrix)
             ToneIndices(at, m_frame.matrix, m_fixedMatrix, count, indices);
         else
             ToneIndices(at, count, indices);
+        if (m_frame.exchange) {
+            for (uint16_t* plane : indices) FillPlane(plane, count, plane);
+            WriteToSink(m_frame, row, begin, count, block);
+            continue;
+        }
         uint8_t* pixels = dst + static_cast<ptrdiff_t>(begin) * to.pixelStep;
         if (to.sampleSize == 1)
             StoreBytes(inOrder, count, pixels);
@@ -41,6 +51,14 @@ void PixelWriter::WriteRow(int row, const std::array<const int16_t*, kChannels>&
                 0, count, to.pixelStep, pixels,
                 [&, tone = m_frame.tone.data()](int channel, size_t i) { return tone[inOrder[channel][i]]; });
     }
+}
+
+void PixelWriter::FillPlane(const uint16_t* indices, size_t count, uint16_t* words) const {
+    if (m_isLinear)
+        std::transform(indices, indices + count, words,
+                       [shift = m_frame.outputShift](uint16_t index) { return static_cast<uint16_t>(index << shift); });
+    else
+        std::transform(indices, indices + count, words, [this](uint16_t index) { return m_frame.tone[index]; });
 }
 
 void PixelWriter::StoreBytes(const std::array<const uint16_t*, kChannels>& indices, size_t count, uint8_t* dst) const {

@@ -21,10 +21,12 @@ public:
     void WriteRow(int row, const std::array<const int16_t*, kChannels>& planes) const;
 
 private:
+    void FillPlane(const uint16_t* indices, size_t count, uint16_t* words) const;
     void StoreBytes(const std::array<const uint16_t*, kChannels>& indices, size_t count, uint8_t* dst) const;
 
     const TrueSenseFrame& m_frame;
     FixedMatrix m_fixedMatrix;
+    bool m_isLinear;                                      // the frame's table only shifts
     std::array<uint8_t, KVX_TONE_TABLE_SIZE> m_byteTone;  // the frame's table for destinations of bytes
     UnitStepTone m_unitStepTone;                          // the same in another form, where it has one
 };

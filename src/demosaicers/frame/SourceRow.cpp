@@ -72,6 +72,33 @@ uint16_t ReadSamples(const TrueSenseSource& source, const uint8_t* samples, cons
                                   : HWY_DYNAMIC_DISPATCH(ReadWords)(source, samples, next, length, line);
 }
 
+/** As ReadGiven(). */
+uint16_t ReadExchanged(const TrueSenseFrame& frame, int row, int column, int count, int16_t* line) {
+    constexpr int length = 1024;
+    alignas(64) uint16_t samples[length];
+    const Area& given = frame.area.given;
+    uint16_t largest = 0;
+    for (int done = 0; done < count; done += length) {
+        const int part = std::min(length, count - done), first = column + done;
+        frame.exchange->Read(static_cast<uint32_t>(frame.source.upwards ? given.height - 1 - row : row),
+                             static_cast<uint32_t>(frame.source.backwards ? given.width - first - part : first),
+                             static_cast<uint32_t>(part), samples);
+        const auto* bytes = reinterpret_cast<const uint8_t*>(samples);
+        largest = std::max(largest, ReadSamples(frame.source, bytes, bytes, part, line + done));
+    }
+    return largest;
+}
+
+/** Reads samples of the given area, whose row and column count from its own. @return the largest */
+uint16_t ReadGiven(const TrueSenseFrame& frame, int row, int column, int count, int16_t* line) {
+    if (frame.exchange) return ReadExchanged(frame, row, column, count, line);
+    const TrueSenseSource& source = frame.source;
+    const Area& given = frame.area.given;
+    const size_t offset = (source.backwards ? given.width - column - count : column) * source.sampleSize;
+    const uint8_t* next = source.Row(std::min(row + 1, given.height - 1));
+    return ReadSamples(source, source.Row(row) + offset, next + offset, count, line);
+}
+
 /** With fewer given rows than a tile has, the columns of a row may take their samples from different rows. */
 uint16_t ReadColumnByColumn(const TrueSenseFrame& frame, int row, int16_t* line) {
     const Area& given = frame.area.given;
@@ -79,9 +106,7 @@ uint16_t ReadColumnByColumn(const TrueSenseFrame& frame, int row, int16_t* line)
     for (int i = 0; i < given.width; ++i) {
         const auto kindAt = [column = given.column + i](int place) { return KindAt(place, column); };
         const int from = MarginSampleFor(row, given.row, given.height, kindAt) - given.row;
-        const auto at = static_cast<size_t>(frame.source.backwards ? given.width - 1 - i : i);
-        const uint8_t* sample = frame.source.Row(from) + at * frame.source.sampleSize;
-        largest = std::max(largest, ReadSamples(frame.source, sample, sample, 1, line + i));
+        largest = std::max(largest, ReadGiven(frame, from, i, 1, line + i));
     }
     return largest;
 }
@@ -95,8 +120,7 @@ bool ReadSourceRow(const TrueSenseFrame& frame, int row, int16_t* line) {
     if (given.height >= kTileSize) {
         const auto anyKind = [](int) { return 'W'; };
         const int from = MarginSampleFor(row, given.row, given.height, anyKind) - given.row;
-        const int next = std::min(from + 1, given.height - 1);
-        largest = ReadSamples(frame.source, frame.source.Row(from), frame.source.Row(next), given.width, samples);
+        largest = ReadGiven(frame, from, 0, given.width, samples);
     } else {
         largest = ReadColumnByColumn(frame, row, samples);
     }

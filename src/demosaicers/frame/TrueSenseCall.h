@@ -5,6 +5,7 @@
 
 #include "KvxDemosaicing/KvxImage.h"
 #include "KvxDemosaicing/KvxTrueSense.h"
+#include "framework/RowExchange.h"
 
 namespace kvx {
 
@@ -27,6 +28,8 @@ struct TrueSenseCall {
     int dstLineStep;
     unsigned char grid;
     tagTrueSenseParam* params;  ///< null: the defaults
+    /** In place of both buffers, if not null: the samples and the results are words, and the region is the frame. */
+    const RowExchange* exchange = nullptr;
 };
 
 }  // namespace kvx

@@ -61,8 +61,10 @@ int TrueSenseDemosaicer<T>::Bind(const TrueSenseCall& call) noexcept {
 /** The layout may have changed since the frame was bound, and the destination may share memory with the source. */
 template <class T>
 int TrueSenseDemosaicer<T>::ConvertBound(size_t srcSampleSize, size_t dstSampleSize) noexcept {
-    const bool isBound = m_call.src && m_call.srcSampleSize == srcSampleSize && m_call.dstSampleSize == dstSampleSize;
+    const bool isBound = (m_call.src || m_call.exchange) && m_call.srcSampleSize == srcSampleSize &&
+                         m_call.dstSampleSize == dstSampleSize;
     if (!isBound || !BindDestination(m_call, m_layout, m_frame)) return KvxResult_InvalidArgument;
+    if (m_call.exchange) return Convert();
     const std::optional<ByteRows> rows = m_disjointSource.Take(m_frame.SourceRows(), m_frame.DestinationRows());
     if (!rows) return KvxResult_NoMemory;
     const TrueSenseSource source = m_frame.source;

@@ -28,7 +28,7 @@ bool HasRegion(const TrueSenseCall& call, int margin) {
     const _KvxRect& roi = call.roi;
     return call.size.width <= largest && call.size.height <= largest &&
            uint64_t{roi.x} + roi.width <= call.size.width && uint64_t{roi.y} + roi.height <= call.size.height &&
-           HoldsRow(call.srcLineStep, call.size.width * uint64_t{call.srcSampleSize});
+           (call.exchange || HoldsRow(call.srcLineStep, call.size.width * uint64_t{call.srcSampleSize}));
 }
 
 constexpr int WholeTiles(int length) {
@@ -74,10 +74,11 @@ TrueSenseSource SourceOf(const TrueSenseCall& call, const tagTrueSenseParam& par
     const int before = area.region.column - area.given.column;
     const int lower = backwards ? area.given.width - area.region.width - before : before;
     const int64_t firstColumn = int64_t{call.roi.x} - lower;
-    return {.origin = static_cast<const uint8_t*>(call.src) + firstRow * call.srcLineStep +
-                      firstColumn * static_cast<int64_t>(call.srcSampleSize),
+    const ptrdiff_t offset = firstRow * call.srcLineStep + firstColumn * static_cast<ptrdiff_t>(call.srcSampleSize);
+    return {.origin = call.exchange ? nullptr : static_cast<const uint8_t*>(call.src) + offset,
             .rowStep = upwards ? -ptrdiff_t{call.srcLineStep} : call.srcLineStep,
             .sampleSize = call.srcSampleSize,
+            .upwards = upwards,
             .backwards = backwards,
             .leftShift = std::max(kWorkingDepth - call.pixelDepth, 0),
             .rightShift = std::max(call.pixelDepth - kWorkingDepth, 0)};
@@ -110,7 +111,7 @@ ByteRows TrueSenseFrame::DestinationRows() const {
 
 int BindFrame(const TrueSenseCall& call, const PixelLayout& layout, const FrameRules& rules,
               TrueSenseFrame& frame) noexcept {
-    if (!call.src || !call.dst) return KvxResult_NullPointer;
+    if (call.exchange ? !call.exchange->IsComplete() : !call.src || !call.dst) return KvxResult_NullPointer;
     if (call.grid >= kTileSize * kTileSize) return KvxResult_InvalidArgument;
     if (call.roi.width == 0 || call.roi.height == 0) return KvxResult_NoMemory;  // as for a plane that cannot be made
     if (!IsSupported(call.pixelDepth, rules.oddDepths) || !HasRegion(call, rules.margin))
@@ -119,6 +120,7 @@ int BindFrame(const TrueSenseCall& call, const PixelLayout& layout, const FrameR
     frame.params = call.params ? *call.params : s_defaults;
     const tagTrueSenseParam& params = frame.params;
     frame.area = AreaOf(call, params, rules.margin);
+    frame.exchange = call.exchange;
     frame.source = SourceOf(call, params, frame.area);
     if (!BindDestination(call, layout, frame)) return KvxResult_InvalidArgument;
     frame.matrix = {params.RR, params.RG, params.RB, params.GR, params.GG, params.GB, params.BR, params.BG, params.BB};
@@ -131,6 +133,10 @@ int BindFrame(const TrueSenseCall& call, const PixelLayout& layout, const FrameR
 
 /** Mirrored frames are written backwards, too: the picture keeps the source's orientation. */
 bool BindDestination(const TrueSenseCall& call, const PixelLayout& layout, TrueSenseFrame& frame) noexcept {
+    if (call.exchange) {
+        frame.destination = {nullptr, 0, 0, call.dstSampleSize, false};
+        return true;
+    }
     const size_t pixelBytes = (layout.withAlpha ? 4 : 3) * call.dstSampleSize;
     if (!HoldsRow(call.dstLineStep, call.roi.width * uint64_t{pixelBytes})) return false;
     auto rowStep = ptrdiff_t{call.dstLineStep}, pixelStep = static_cast<ptrdiff_t>(pixelBytes);

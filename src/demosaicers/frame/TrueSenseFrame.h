@@ -28,9 +28,10 @@ struct WorkingArea {
 
 /** Samples of the given area, as 12-bit values: shifted left, then right. */
 struct TrueSenseSource {
-    const uint8_t* origin;  ///< first byte of the row that the working area takes first
+    const uint8_t* origin;  ///< first byte of the row that the working area takes first; null if rows are exchanged
     ptrdiff_t rowStep;
     size_t sampleSize;
+    bool upwards;    ///< the last row is the first one of the working area
     bool backwards;  ///< the last sample of a row is the first one of the working area
     int leftShift, rightShift;
 
@@ -41,7 +42,7 @@ struct TrueSenseSource {
 
 /** Pixels of three samples; steps in bytes. */
 struct TrueSenseDestination {
-    uint8_t* origin;  ///< the region's first pixel
+    uint8_t* origin;  ///< the region's first pixel; null if rows are exchanged
     ptrdiff_t rowStep, pixelStep;
     size_t sampleSize;
     bool blueFirst;
@@ -68,6 +69,7 @@ struct TrueSenseFrame {
     std::array<uint16_t, KVX_TONE_TABLE_SIZE> tone;  ///< what to store, by clamped 12-bit value
     int outputShift;                                 ///< from the tone table's 12 bits; positive: to the left
     tagTrueSenseParam params;                        ///< its tone table is the caller's, for Reserve() to read
+    const RowExchange* exchange;                     ///< in place of both buffers; or null
 
     /** The memory that the conversion reads and writes. */
     ByteRows SourceRows() const;

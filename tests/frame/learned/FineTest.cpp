@@ -1,5 +1,6 @@
 #include "KvxFrame/KvxFrame.h"
 #include "frame/learned/FoldedIndex.h"
+#include "frame/learned/Interpolate.h"
 #include "frame/learned/PlainNetwork.h"
 #include "frame/learned/fine/FineInterpolator.h"
 #include "frame/learned/fine/Network.h"
@@ -123,7 +124,7 @@ TEST(Fine, EqualsThePlainNetwork) {
             for (const int threads : {1, 3}) {
                 FineInterpolator interpolator(format.family);
                 TestPicture picture(destination, c.width, c.height);
-                ASSERT_EQ(interpolator.Convert(frame.view, picture.View(), noise, threads), 0u);
+                ASSERT_EQ(Interpolate(interpolator, frame.view, picture.View(), threads, noise), 0u);
                 EXPECT_TRUE(picture.Image().GuardsIntact());
                 for (uint32_t i = 0; i < expected.size(); ++i)
                     ASSERT_EQ(picture.At(i / 3 / c.width, i / 3 % c.width, i % 3), expected[i])

@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "frame/learned/Interpolate.h"
 #include "frame/learned/PlainSwift.h"
 #include "frame/learned/swift/SwiftFilters.h"
 #include "frame/learned/weights/EmbeddedWeights.h"
@@ -82,7 +83,7 @@ void CompareWithTwin(Family family, const std::vector<uint8_t>& depths) {
                 test::ForEachInstructionSet([&] {
                     TestPicture picture({Family::Colour, static_cast<uint8_t>(pictureBits), Layout::Plain, 0, order},
                                         size.width, size.height);
-                    ASSERT_EQ(interpolator.Convert(frame.view, picture.View(), std::nullopt, threads), 0u);
+                    ASSERT_EQ(Interpolate(interpolator, frame.view, picture.View(), threads), 0u);
                     ASSERT_TRUE(picture.Image().GuardsIntact());
                     for (uint32_t row = 0; row < frame.view.height; ++row)
                         for (uint32_t column = 0; column < frame.view.width; ++column)
@@ -113,7 +114,7 @@ TEST(SwiftTest, FlatFieldsStayAsTheyAre) {
         for (uint8_t phase = 0; phase < (family == Family::Bayer ? 4 : 16); ++phase) {
             const TestFrame frame = MakeFlat(FormatOf(family, 14, phase), 40, 21, levels);
             TestPicture picture({Family::Colour, 14, Layout::Plain, 0, Order::Rgb}, 40, 21);
-            ASSERT_EQ(interpolator.Convert(frame.view, picture.View(), std::nullopt, 1), 0u);
+            ASSERT_EQ(Interpolate(interpolator, frame.view, picture.View(), 1), 0u);
             for (uint32_t pixel = 0; pixel < 40 * 21; ++pixel)
                 for (uint32_t colour = 0; colour < 3; ++colour)
                     ASSERT_EQ(picture.At(pixel / 40, pixel % 40, colour), std::lround(levels[colour] * 16383));

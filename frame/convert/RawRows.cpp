@@ -1,0 +1,35 @@
+#include "frame/convert/RawRows.h"
+
+#include "frame/samples/SampleRow.h"
+
+namespace kvx::frame {
+namespace {
+
+/** Scales 8-bit samples to more bits: white stays white. */
+void Widen(uint16_t* samples, uint32_t count, int bits) {
+    for (uint32_t i = 0; i < count; ++i)
+        samples[i] = static_cast<uint16_t>(samples[i] << (bits - 8) | samples[i] >> (16 - bits));
+}
+
+}  // namespace
+
+RawRows::RawRows(const SourceView& source, const Format& format, const Finish* finish, const Gains& gains)
+    : m_source(source), m_bits(format.bits), m_widens(!finish && source.format.bits < format.bits) {
+    if (finish) m_balance.emplace(source, *finish, gains, format.bits);
+}
+
+void RawRows::Read(uint32_t row, uint32_t column, uint32_t count, uint16_t* samples) const noexcept {
+    ReadSamples(m_source, row, column, count, samples);
+    if (m_balance) BalanceRow(m_balance->OfRow(row).From(column), samples, count);
+    if (m_widens) Widen(samples, count, m_bits);
+}
+
+KvxRowSource RawRows::Source() const {
+    // The function below only reads the object.
+    return {const_cast<RawRows*>(this),
+            [](void* rows, uint32_t row, uint32_t column, uint32_t count, uint16_t* samples) noexcept {
+                static_cast<const RawRows*>(rows)->Read(row, column, count, samples);
+            }};
+}
+
+}  // namespace kvx::frame
