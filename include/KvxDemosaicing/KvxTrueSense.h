@@ -9,9 +9,8 @@
  * "NoRealloc" (no effect; exists for callers that set it), and the 64 named fields of tagTrueSenseParam.
  *
  * Threads: a component is used by one thread at a time; different components are independent. A conversion spreads its
- * work over "threads_num" threads, or as many as OpenMP is set to, and does not change that setting; algorithm 4
- * takes one, and the reduced Bayer mosaic of algorithm 2 goes through OpenCV, with OpenCV's threads and memory. The
- * picture is the same for any number of threads. After the first frame of a geometry, algorithms 0, 1, 3 and 4 allocate
+ * work over "threads_num" threads, or as many as OpenMP is set to, and does not change that setting; algorithm 4 takes
+ * one. The picture is the same for any number of threads. After the first frame of a geometry, a conversion allocates
  * nothing. Image buffers belong to the caller.
  *
  * Depths: algorithm 0 takes samples of 8, 10, 12, 14 and 16 bits, the others all of 8 to 16; odd depths are written 16

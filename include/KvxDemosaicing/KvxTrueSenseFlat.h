@@ -24,7 +24,7 @@
  * - algType: KvxTrueSenseAlgorithm
  * - temporary: true creates a demosaicer for this call; any number of threads may call. false uses the function's own
  *   demosaicer, which keeps its working memory until the process ends: only one call of this function at a time in the
- *   whole process, and no allocation after the first frame of a geometry, except by OpenCV in algorithm 2.
+ *   whole process, and no allocation after the first frame of a geometry.
  *
  * Results: 0; 0x80060007 grid, depth, geometry or algorithm not supported; 0x80060008 null source or destination;
  * 0x80060009 out of memory, or a region without pixels. A call that fails leaves the destination unchanged.

@@ -1,5 +1,3 @@
-#include <opencv2/imgproc.hpp>
-
 #include "KvxBayer/BayerPattern.h"
 #include "KvxDemosaicing/KvxBayer.h"
 
@@ -10,18 +8,8 @@ struct Codes {
 };
 
 // By kvx::BayerPattern. OpenCV names a pattern after the second row and column of the cell: GR is its GB.
-constexpr Codes s_bilinear[] = {
-    {cv::COLOR_BayerGB2RGB, cv::COLOR_BayerGB2BGR},
-    {cv::COLOR_BayerBG2RGB, cv::COLOR_BayerBG2BGR},
-    {cv::COLOR_BayerRG2RGB, cv::COLOR_BayerRG2BGR},
-    {cv::COLOR_BayerGR2RGB, cv::COLOR_BayerGR2BGR},
-};
-constexpr Codes s_edgeAware[] = {
-    {cv::COLOR_BayerGB2RGB_EA, cv::COLOR_BayerGB2BGR_EA},
-    {cv::COLOR_BayerBG2RGB_EA, cv::COLOR_BayerBG2BGR_EA},
-    {cv::COLOR_BayerRG2RGB_EA, cv::COLOR_BayerRG2BGR_EA},
-    {cv::COLOR_BayerGR2RGB_EA, cv::COLOR_BayerGR2BGR_EA},
-};
+constexpr Codes s_bilinear[] = {{49, 47}, {48, 46}, {46, 48}, {47, 49}};
+constexpr Codes s_edgeAware[] = {{138, 136}, {137, 135}, {135, 137}, {136, 138}};
 
 }  // namespace
 

@@ -39,6 +39,10 @@ protected:
         });
     }
 
+    const std::vector<TrueSenseWorkspace>& Workspaces() const {
+        return m_workspaces;
+    }
+
 private:
     int m_bandRows;
     std::vector<TrueSenseWorkspace> m_workspaces;  // one for each thread that can have a band

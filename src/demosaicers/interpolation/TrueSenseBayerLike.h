@@ -1,14 +1,16 @@
 /** The Bayer-like TrueSense demosaicer: a half-size Bayer mosaic of colour differences, scaled up and added to pan. */
 #pragma once
 
-#include <opencv2/core.hpp>
+#include <optional>
+#include <vector>
 
+#include "demosaicers/interpolation/BayerLikeBand.h"
 #include "demosaicers/interpolation/InterpolatingDemosaicer.h"
 
 namespace kvx {
 
 /**
- * Demosaicing and scaling of the differences are the image-processing library's, on whole frames. That conversion gives
+ * Demosaicing and scaling of the differences give the bits of OpenCV's bilinear conversions. Its Bayer conversion gives
  * black for fewer than three rows or columns: regions of one tile in a direction have no colour of their own.
  */
 template <class T>
@@ -24,14 +26,13 @@ private:
     int Convert() noexcept override;
 
     template <class Lane>
-    bool Reduce(const TrueSenseWorkspace& workspace, int begin, int end) noexcept;
-    void DemosaicDifferences();
-    void WriteRows(const TrueSenseWorkspace& workspace, const class PixelWriter& writer, int begin, int end) noexcept;
+    bool ConvertBand(const TrueSenseWorkspace& workspace, const BayerLikeMemory& memory,
+                     const class PixelWriter& writer, int begin, int end) const noexcept;
+    std::optional<uint16_t> EvenColour() const noexcept;
 
-    cv::Mat m_pan;                         // working size
-    cv::Mat m_halfMosaic;                  // colour - pan of each 2x2 block: B G / G R
-    cv::Mat m_positive, m_positiveColour;  // the same without a sign, and demosaiced
-    cv::Mat m_halfColour, m_colour;        // differences red, green, blue at half size and at working size
+    std::vector<BayerLikeMemory> m_memories;  // one for each thread
+    int m_memoryWidth = 0;                    // the working width they have room for
+    std::optional<uint16_t> m_evenColour;     // of a frame without colours of its own
 };
 
 }  // namespace kvx
