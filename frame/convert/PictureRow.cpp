@@ -148,8 +148,9 @@ void LookUpWords(const PixelPlanes& in, const uint16_t* table, size_t count, uin
 /** Looks up and stores in one pass: three loads and a store for each pixel, which no vector does faster. */
 template <size_t kChannels>
 void LookUpBytes(const PixelPlanes& in, const uint8_t* table, size_t count, uint8_t* out) {
-    const auto pixelAt = [&](size_t i) {
-        return uint32_t{table[in[0][i]]} | uint32_t{table[in[1][i]]} << 8 | uint32_t{table[in[2][i]]} << 16 |
+    // Pointers of their own: the compiler must expect stores of bytes to change the array.
+    const auto pixelAt = [table, first = in[0], second = in[1], third = in[2]](size_t i) {
+        return uint32_t{table[first[i]]} | uint32_t{table[second[i]]} << 8 | uint32_t{table[third[i]]} << 16 |
                0xFF000000u;
     };
     // A pixel of three bytes overwrites one byte of the next.

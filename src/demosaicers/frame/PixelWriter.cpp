@@ -1,6 +1,7 @@
 #include "demosaicers/frame/PixelWriter.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "demosaicers/frame/PixelRow.h"
 #include "demosaicers/frame/ToneIndices.h"
@@ -12,6 +13,22 @@ bool IsShift(const std::array<uint16_t, KVX_TONE_TABLE_SIZE>& table, int shift) 
     for (size_t i = 0; i < table.size(); ++i)
         if (shift < 0 || table[i] != i << shift) return false;
     return true;
+}
+
+/**
+ * Stores all pixels but the last: a store for each, whose fourth byte is the first of the next pixel.
+ * @return the number of pixels
+ */
+size_t StoreAdjacent(const std::array<const uint16_t*, kChannels>& indices, const uint8_t* table, size_t count,
+                     uint8_t* dst) {
+    // Of their own: the compiler must expect stores of bytes to change the array.
+    const uint16_t *const first = indices[0], *const second = indices[1], *const third = indices[2];
+    for (size_t i = 0; i + 1 < count; ++i) {
+        const uint32_t pixel =
+            uint32_t{table[first[i]]} | uint32_t{table[second[i]]} << 8 | uint32_t{table[third[i]]} << 16;
+        std::memcpy(dst + kChannels * i, &pixel, sizeof pixel);
+    }
+    return count - 1;
 }
 
 }  // namespace
@@ -63,8 +80,8 @@ void PixelWriter::FillPlane(const uint16_t* indices, size_t count, uint16_t* wor
 
 void PixelWriter::StoreBytes(const std::array<const uint16_t*, kChannels>& indices, size_t count, uint8_t* dst) const {
     const ptrdiff_t pixelStep = m_frame.destination.pixelStep;
-    const size_t done =
-        m_unitStepTone.isUsable ? StoreUnitStepTones(indices, m_unitStepTone, count, pixelStep, dst) : 0;
+    size_t done = m_unitStepTone.isUsable ? StoreUnitStepTones(indices, m_unitStepTone, count, pixelStep, dst) : 0;
+    if (pixelStep == kChannels && done == 0) done = StoreAdjacent(indices, m_byteTone.data(), count, dst);
     StorePixels<uint8_t>(done, count, pixelStep, dst,
                          [&, tone = m_byteTone.data()](int channel, size_t i) { return tone[indices[channel][i]]; });
 }
