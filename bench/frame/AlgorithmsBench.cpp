@@ -14,6 +14,7 @@ void Ours(benchmark::State& state, const frame::Format& format, const char* algo
     if (isFinished) {
         frame::Finish finish;
         finish.gains = {1.6, 1, 1.4, 1};
+        finish.matrix = {1.6, -0.4, -0.2, -0.3, 1.6, -0.3, 0, -0.5, 1.5};
         finish.tone = frame::ToneCurve::Srgb;
         converter.SetFinish(finish);
     }

@@ -21,6 +21,7 @@ namespace {
 
 constexpr const char* kFooter =
     R"(Converts the demo scene to 8-bit pictures in memory, repeatedly, and prints the median.
+Finished pictures, which come first, have white balance, colour matrix and sRGB curve.
 GB/s counts the bytes of the frames as the camera sends them; 'keeps up with' names the
 links whose full data rate this machine can convert (decimal units).
 
@@ -96,10 +97,11 @@ std::string SizeText(const Throughput& result) {
 }
 
 std::string ThroughputTable(const std::vector<Throughput>& results) {
-    TextTable table({"format", "size", "algorithm", "ms", "frames/s", "Mpixel/s", "GB/s", "keeps up with"});
+    TextTable table({"format", "size", "algorithm", "picture", "ms", "frames/s", "Mpixel/s", "GB/s", "keeps up with"});
     for (const Throughput& result : results) {
         table.AddRow({frame::Name(result.format), SizeText(result), result.algorithm.empty() ? "-" : result.algorithm,
-                      fmt::format("{:.2f}", 1e3 * result.seconds), fmt::format("{:.1f}", result.FramesPerSecond()),
+                      result.isFinished ? "finished" : "bare", fmt::format("{:.2f}", 1e3 * result.seconds),
+                      fmt::format("{:.1f}", result.FramesPerSecond()),
                       fmt::format("{:.0f}", 1e-6 * result.PixelsPerSecond()),
                       fmt::format("{:.3f}", 1e-9 * result.BytesPerSecond()), LinksKeptUpWith(result.BytesPerSecond())});
     }
@@ -142,6 +144,7 @@ std::string BenchJson(const std::vector<Throughput>& results, int threads) {
                         {"width", result.width},
                         {"height", result.height},
                         {"algorithm", result.algorithm},
+                        {"finished", result.isFinished},
                         {"seconds", result.seconds},
                         {"frames_per_second", result.FramesPerSecond()},
                         {"pixels_per_second", result.PixelsPerSecond()},

@@ -17,6 +17,15 @@ Picture SceneOfSize(cv::Size size) {
     return scene;
 }
 
+/** What pictures of most cameras go through. */
+frame::Finish CameraFinish() {
+    frame::Finish finish;
+    finish.gains = {1.9, 1, 1.6, 1};
+    finish.matrix = {1.6, -0.4, -0.2, -0.3, 1.6, -0.3, 0, -0.5, 1.5};
+    finish.tone = frame::ToneCurve::Srgb;
+    return finish;
+}
+
 /** The algorithms of a family that the plan names; mono frames have one way, without a name. */
 std::vector<std::string> AlgorithmsFor(frame::Family family, const std::vector<std::string>& chosen) {
     std::vector<std::string> names;
@@ -49,15 +58,20 @@ std::vector<Throughput> MeasureThroughput(const BenchmarkPlan& plan) {
                                            .capacity = bytes.size(),
                                            .format = format};
             cv::Mat picture(size, CV_8UC3);
-            for (const std::string& algorithm : AlgorithmsFor(format.family, plan.algorithms)) {
-                frame::Converter converter(format.family);
-                converter.SetThreads(plan.threads);
-                if (!algorithm.empty()) {
-                    converter.SetAlgorithm(algorithm);
+            for (const bool isFinished : {true, false}) {
+                for (const std::string& algorithm : AlgorithmsFor(format.family, plan.algorithms)) {
+                    frame::Converter converter(format.family);
+                    converter.SetThreads(plan.threads);
+                    if (!algorithm.empty()) {
+                        converter.SetAlgorithm(algorithm);
+                    }
+                    if (isFinished) {
+                        converter.SetFinish(CameraFinish());
+                    }
+                    const double seconds =
+                        MedianSeconds(plan.budget, [&] { converter.Convert(source, PictureView(picture)); });
+                    results.push_back({format, width, height, algorithm, isFinished, bytes.size(), seconds});
                 }
-                const double seconds =
-                    MedianSeconds(plan.budget, [&] { converter.Convert(source, PictureView(picture)); });
-                results.push_back({format, width, height, algorithm, bytes.size(), seconds});
             }
         }
     }

@@ -15,6 +15,7 @@ struct Throughput {
     uint32_t width;
     uint32_t height;
     std::string algorithm;
+    bool isFinished;  ///< with white balance, colour matrix and sRGB curve
     uint64_t frameBytes;
     double seconds;  ///< of one frame, the median
 
@@ -38,7 +39,10 @@ struct BenchmarkPlan {
     double budget = 0;                    ///< seconds for each measurement
 };
 
-/** Measures conversions of the drawn test scene to 8 bits, in memory. Throws what the frame layer throws. */
+/**
+ * Measures conversions of the drawn test scene to 8 bits, in memory, finished ones first. Throws what the frame layer
+ * throws.
+ */
 std::vector<Throughput> MeasureThroughput(const BenchmarkPlan& plan);
 
 }  // namespace kvx::tool

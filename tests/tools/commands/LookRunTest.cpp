@@ -85,8 +85,9 @@ TEST_F(LookRun, GuessDrawsASheet) {
 TEST(BenchRun, MeasuresWhatIsAskedFor) {
     const nlohmann::json result = JsonOf({"bench", "--format", "BayerRG12p", "--format", "Mono8", "--size", "64x48",
                                           "--algorithm", "ipp", "--milliseconds", "1", "--json"});
-    ASSERT_EQ(result["results"].size(), 2u);
+    ASSERT_EQ(result["results"].size(), 4u);
     EXPECT_EQ(result["results"][0]["algorithm"], "ipp");
+    for (size_t i = 0; i < 4; ++i) EXPECT_EQ(result["results"][i]["finished"], i % 2 == 0);
     EXPECT_NEAR(result["results"][0]["bytes_per_second"].get<double>(),
                 1.5 * result["results"][0]["pixels_per_second"].get<double>(), 1);
     ExpectRefusal(RunTool({"bench", "--algorithm", "magic"}), 2, {"magic"});
