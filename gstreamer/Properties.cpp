@@ -23,7 +23,6 @@ enum Number : guint {
 
 constexpr auto kFlags =
     static_cast<GParamFlags>(G_PARAM_READWRITE | G_PARAM_STATIC_STRINGS | GST_PARAM_MUTABLE_PLAYING);
-constexpr guint kMaxThreads = 1024;
 constexpr guint kMaxLevel = 65535;
 constexpr gdouble kMaxAnalogGain = 1000;
 
@@ -117,7 +116,7 @@ void InstallProperties(GObjectClass* gobjectClass) {
                                           " (null = the first of these)";
     installText(kAlgorithm, "algorithm", "Algorithm", algorithms.c_str());
     install(kThreads, g_param_spec_uint("n-threads", "Threads", "Threads of a conversion (0 = all processors)", 0,
-                                        kMaxThreads, 0, kFlags));
+                                        frame::kMaxThreads, 0, kFlags));
     installText(kWhiteBalance, "white-balance", "White balance",
                 "auto, grey-world, white-patch, or gains of red, green and blue such as 1.9,1,1.4");
     install(kBlackLevel,

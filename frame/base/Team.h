@@ -8,9 +8,6 @@
 
 namespace kvx::frame {
 
-/** The largest number of threads that a caller can ask for. */
-inline constexpr int kMaxThreads = 1024;
-
 /**
  * Threads for work that can be cut into `pieces`, each worth a thread: never more threads than pieces, and never so
  * many that the system may refuse to start them.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "KvxFrame/Converter.h"
 #include "frame/base/Fail.h"
 #include "frame/base/Team.h"
 #include "frame/packing/GroupLayout.h"

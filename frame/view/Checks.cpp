@@ -3,8 +3,8 @@
 #include <climits>
 #include <utility>
 
+#include "KvxFrame/Converter.h"
 #include "frame/base/Fail.h"
-#include "frame/base/Team.h"
 
 namespace kvx::frame {
 namespace {

@@ -68,12 +68,18 @@ static_assert(sizeof(_KvxSize) == 8 && offsetof(_KvxSize, height) == 4, "passed 
 static inline KVX_CONSTEXPR _KvxImage KvxImage_Make(uint32_t pixelType, uint32_t width, uint32_t height,
                                                     uint32_t lineStep, void* data) {
     const uint32_t depthClass = pixelType >> 8 & 0xF; /* 1 = 8 bits, 2 = 10, ... */
-    const _KvxImage image = {96,        KVX_IMAGE_VERSION,
-                             pixelType, depthClass ? 2 * (depthClass + 3) : 0,
-                             {0},       width,
-                             height,    height * lineStep,
-                             lineStep,  {0},
-                             data,      {0}};
+    const _KvxImage image = {sizeof(_KvxImage),
+                             KVX_IMAGE_VERSION,
+                             pixelType,
+                             depthClass ? 2 * (depthClass + 3) : 0,
+                             {0},
+                             width,
+                             height,
+                             height * lineStep,
+                             lineStep,
+                             {0},
+                             data,
+                             {0}};
     return image;
 }
 

@@ -32,6 +32,9 @@ namespace kvx::frame {
 /** The number of an algorithm that the components do not have. */
 inline constexpr int64_t kOfFrameLayer = -1;
 
+/** The largest number of threads that a caller of this library can ask for. */
+inline constexpr int kMaxThreads = 1024;
+
 /**
  * A demosaicing algorithm of a family.
  *
@@ -85,7 +88,7 @@ public:
 
     /**
      * Sets the number of threads of a conversion, at most; small frames take fewer.
-     * @param count 1 to 1024; 0, the default: OpenMP's setting
+     * @param count 1 to kMaxThreads; 0, the default: OpenMP's setting
      * @throws Error 0x80070004 for another count
      */
     void SetThreads(int count);

@@ -29,7 +29,6 @@ Examples:
   kvx-demosaic bench
   kvx-demosaic bench --format BayerRG10p --size 4096x3000 --algorithm ipp --threads 1)";
 
-constexpr uint64_t kMaximumThreads = 1024;
 constexpr uint64_t kMaximumMilliseconds = 60'000;
 
 struct BenchOptions {
@@ -179,7 +178,7 @@ void AddBenchCommand(CLI::App& tool) {
     addList("--size", options->sizes, "Size of the frames, repeatable; default: 1920x1200", "WxH");
     addList("--algorithm", options->algorithms, "Algorithm, repeatable; default: all", "NAME");
     AddNumber(*command, "--threads", options->threads, "Number of threads; 0, the default: one per core",
-              kMaximumThreads);
+              frame::kMaxThreads);
     AddNumber(*command, "--milliseconds", options->milliseconds, "Time for each measurement; default: 200",
               kMaximumMilliseconds);
     AddJsonFlag(*command, options->asJson);

@@ -41,8 +41,6 @@ Examples:
   kvx-demosaic convert *.raw --output 'pictures/{stem}.tif' --to RGB16 --algorithm ipp
   grab | kvx-demosaic convert - - --format BayerRG8 --width 640 --height 480 | display)";
 
-constexpr uint64_t kMaximumThreads = 1024;
-
 struct ConvertOptions {
     std::vector<std::string> files;
     std::string output;
@@ -133,9 +131,9 @@ void AddConvertCommand(CLI::App& tool) {
         ->type_name("PARAM=VALUE")
         ->allow_extra_args(false);
     AddNumber(*command, "--jobs", options->jobs, "Frames to convert at the same time; 0, the default: one per thread",
-              kMaximumThreads);
+              frame::kMaxThreads);
     AddNumber(*command, "--threads", options->threads, "Number of threads; 0, the default: one per core",
-              kMaximumThreads);
+              frame::kMaxThreads);
     command->footer(kFooter);
     command->callback([options] { Convert(*options); });
 }
