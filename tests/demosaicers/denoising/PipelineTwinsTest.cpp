@@ -91,55 +91,49 @@ void ForManyJobs(unsigned seed, int draws, const Check& check) {
         for (int draw = 0; draw < 4 * draws && !testing::Test::HasFatalFailure(); ++draw) checkSize(width, height);
 }
 
-/** Its words are the bytes, on the scale of the words. */
-TEST(PipelineTwins, KodakEqualsThePlainFormInBytes) {
-    ForManyJobs(11, 2, [](const TrueSenseJob& job) {
+/** On every instruction set the pixels that `expectedOf(plain run)` gives. */
+template <template <class> class Demosaicer, class ExpectedOf>
+void ExpectPlainForm(unsigned seed, int draws, const ExpectedOf& expectedOf) {
+    ForManyJobs(seed, draws, [&](const TrueSenseJob& job) {
         TrueSenseRun plain = MakeRun(job);
-        plain.Params().impulseFilterEnable = 1;  // which it does not look at
-        const SlowPicture picture = SlowKodakLike(plain.Slow(4), plain.Params(), false);
-        const auto expected = plain.Placed([&](size_t i, int shift) {
-            Colour colour = picture.pixels[i];
-            for (int& value : colour.value)
-                if (job.resultBytes == 2) value = int(std::lround(value * double((1 << (12 + shift)) - 1) / 255));
-            return colour;
-        });
+        const std::vector<uint8_t> expected = expectedOf(plain, job.resultBytes == 2);
         ForEachInstructionSet([&] {
             TrueSenseRun run = MakeRun(job);
-            ASSERT_EQ(run.Convert<TrueSenseKodak>(), 0);
+            ASSERT_EQ(run.Convert<Demosaicer>(), 0);
             ASSERT_TRUE(run.Result() == expected);
+        });
+    });
+}
+
+/** Its words are the bytes, on the scale of the words. */
+TEST(PipelineTwins, KodakEqualsThePlainFormInBytes) {
+    ExpectPlainForm<TrueSenseKodak>(11, 2, [](TrueSenseRun& plain, bool isDeep) {
+        plain.Params().impulseFilterEnable = 1;  // which it does not look at
+        const SlowPicture picture = SlowKodakLike(plain.Slow(4), plain.Params(), false);
+        return plain.Placed([&](size_t i, int shift) {
+            Colour colour = picture.pixels[i];
+            for (int& value : colour.value)
+                if (isDeep) value = int(std::lround(value * double((1 << (12 + shift)) - 1) / 255));
+            return colour;
         });
     });
 }
 
 TEST(PipelineTwins, KodakLikeEqualsItsPlainForm) {
-    ForManyJobs(12, 3, [](const TrueSenseJob& job) {
-        const bool isDeep = job.resultBytes == 2;
-        TrueSenseRun plain = MakeRun(job);
+    ExpectPlainForm<TrueSenseKodakLike>(12, 3, [](TrueSenseRun& plain, bool isDeep) {
         const SlowPicture picture = SlowKodakLike(plain.Slow(4), plain.Params(), isDeep);
-        const auto expected = plain.Placed([&](size_t i, int shift) {
+        return plain.Placed([&](size_t i, int shift) {
             Colour colour = picture.pixels[i];
-            if (!isDeep) return colour;
-            for (int& value : colour.value) value = shift < 0 ? value >> -shift : value << shift;
+            for (int& value : colour.value)
+                if (isDeep) value = shift < 0 ? value >> -shift : value << shift;
             return colour;
-        });
-        ForEachInstructionSet([&] {
-            TrueSenseRun run = MakeRun(job);
-            ASSERT_EQ(run.Convert<TrueSenseKodakLike>(), 0);
-            ASSERT_TRUE(run.Result() == expected);
         });
     });
 }
 
 TEST(PipelineTwins, SimpleEqualsItsPlainForm) {
-    ForManyJobs(13, 2, [](const TrueSenseJob& job) {
-        TrueSenseRun plain = MakeRun(job);
-        const auto expected = plain.Expected(SlowSimple(plain.Slow(4), plain.Params()));
-        ForEachInstructionSet([&] {
-            TrueSenseRun run = MakeRun(job);
-            ASSERT_EQ(run.Convert<TrueSenseSimple>(), 0);
-            ASSERT_TRUE(run.Result() == expected);
-        });
-    });
+    ExpectPlainForm<TrueSenseSimple>(
+        13, 2, [](TrueSenseRun& plain, bool) { return plain.Expected(SlowSimple(plain.Slow(4), plain.Params())); });
 }
 
 }  // namespace
