@@ -34,7 +34,7 @@ public:
             const int16_t* const above = samples[kSwiftReach - distance] + first;
             const int16_t* const below = samples[kSwiftReach + distance] + first;
             int16_t* const out = m_rows[distance - 1];
-            for (size_t column = 0; column < columns + 2 * kSwiftReach; column += hn::Lanes(Words()))
+            for (size_t column = 0; column < columns + size_t{2} * kSwiftReach; column += hn::Lanes(Words()))
                 hn::Store(hn::Add(At(above, column, -kSwiftReach), At(below, column, -kSwiftReach)), Words(),
                           out + column);
             sums.rows[distance] = out + kSwiftReach;
@@ -80,16 +80,16 @@ void Pixels(const PixelInput& input, const int16_t* const samples[7], const int1
         const SumRows lowerRows = kIsSplit ? addedLower.Of(lower, first, columns) : SumRows{};
         for (size_t column = 0; column < columns; column += hn::Lanes(d)) {
             Sums<2> sums = SumsAt(rows, column, filters);
-            V known = At(rows.rows[0], column, 0);
+            V given = At(rows.rows[0], column, 0);
             if constexpr (kIsSplit) {
                 sums.AddLower(SumsAt(lowerRows, column, filters));
-                known = hn::Or(hn::ShiftLeft<kLowerBits>(known), At(lowerRows.rows[0], column, 0));
+                given = hn::Or(hn::ShiftLeft<kLowerBits>(given), At(lowerRows.rows[0], column, 0));
             }
             const V mixes = hn::BitCast(d, hn::LoadU(Unsigned(), input.mix + first + column));
             const W mix[2] = {EvenWords(hn::InterleaveLower(d, mixes, mixes)),
                               EvenWords(hn::InterleaveUpper(d, mixes, mixes))};
             const V swapped = sums.Mixed(0, mix, rounding), other = sums.Mixed(1, mix, rounding);
-            writer.Put(first + column, swapped, swapped, other, known);
+            writer.Put(first + column, swapped, swapped, other, given);
         }
     }
 }
