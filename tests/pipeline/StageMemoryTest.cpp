@@ -34,7 +34,7 @@ public:
         auto *tone = Plane<uint16_t>(4096, 0, 1023), *even = Plane<uint16_t>(l, 0, 1023);
         auto *p0 = Plane<uint16_t>(l, 0, 4095), *p1 = Plane<uint16_t>(l, 0, 4095), *c0 = Plane<uint16_t>(l, 0, 4095),
              *c1 = Plane<uint16_t>(l, 0, 4095);
-        auto *low = fixed(l), *lowDifference = fixed(l), *plane = fixed(n), *copy = fixed(n);
+        auto *low = fixed(l), *lowDifference = fixed(l), *plane = fixed(n), *copy = fixed(n), *steep = fixed(n);
         auto *large0 = fixed(4 * n), *large1 = fixed(4 * n), *large2 = fixed(4 * n);
         auto* thresholds = Plane<int32_t>(n, 0, kMost);
         auto* rgb = Plane<uint8_t>(3 * n, 0, 255);
@@ -72,7 +72,7 @@ public:
             Parts{{16 * n, "pBuf"}},
             [=](auto* log) { return Alg_LowColorDiffUpSample(plane, w, h, 2, large0, large1, large2, log); }, 12 * n);
         add(Parts{{16 * n, "pBuf"}}, [=](auto* log) { return Alg_LowPanUpSample(plane, w, h, large0, log); });
-        add(Parts{{4 * n, "pBuf"}}, [=](auto* log) { return Alg_Convolve1D(plane, w, h, nine, 9, k & 1, log); });
+        add(Parts{{4 * n, "pBuf"}}, [=](auto* log) { return Alg_Convolve1D(steep, w, h, nine, 9, k & 1, log); });
         add(Parts{{2 * n, "pBuf"}}, [=](auto* log) { return Alg_Convolve2D(raw, w, h, nine, 3, 3, log); });
         add(Parts{}, [=](auto* log) {
             return Alg_ColorCorrection(plane, copy, plane, copy, w, h, f, f, f, f, f, f, f, f, f, rgb, tone, log);
