@@ -51,6 +51,7 @@ def main() -> int:
     parser.add_argument("--width", type=int)
     parser.add_argument("--height", type=int)
     parser.add_argument("--algorithm")
+    parser.add_argument("--look", choices=["natural"])
     parser.add_argument("--tone", choices=["linear", "srgb"])
     parser.add_argument("--white-balance", choices=["auto", "grey-world"])
     parser.add_argument("--scheduler", metavar="ADDRESS", help="of a running cluster; default: local processes")
@@ -59,7 +60,7 @@ def main() -> int:
     options = parser.parse_args()
 
     given = {name: getattr(options, name) for name in ("format", "width", "height") if getattr(options, name)}
-    names = ("algorithm", "tone", "white_balance")
+    names = ("algorithm", "look", "tone", "white_balance")
     settings = {name: getattr(options, name) for name in names if getattr(options, name)}
     paths = [pathlib.Path(frame) for frame in options.frames]
     frames = [str(file) for path in paths for file in (sorted(path.glob("*.raw")) if path.is_dir() else [path])]

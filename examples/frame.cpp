@@ -24,7 +24,7 @@ int main() try {
 
     frame::Finish finish;
     finish.blackLevel = 256;
-    finish.whiteBalance = frame::WhiteBalance::GreyWorld;
+    finish.whiteBalance = frame::WhiteBalance::Auto;
     finish.tone = frame::ToneCurve::Srgb;
 
     frame::Converter converter(format.family);  // reuse it: no allocation after the first frame

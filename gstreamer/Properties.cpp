@@ -18,12 +18,13 @@ enum Number : guint {
     kParameters,
     kPacking,
     kStride,
-    kAnalogGain
+    kAnalogGain,
+    kLook,
+    kExposure
 };
 
 constexpr auto kFlags =
     static_cast<GParamFlags>(G_PARAM_READWRITE | G_PARAM_STATIC_STRINGS | GST_PARAM_MUTABLE_PLAYING);
-constexpr guint kMaxLevel = 65535;
 constexpr gdouble kMaxAnalogGain = 1000;
 
 // In enumerations 0 means "not set"; other values are the frame layer's plus one.
@@ -31,6 +32,11 @@ constexpr std::array kTones = {
     GEnumValue{0, "The component's; linear if another property sets the processing of values", "default"},
     GEnumValue{1 + static_cast<int>(frame::ToneCurve::Linear), "Linear", "linear"},
     GEnumValue{1 + static_cast<int>(frame::ToneCurve::Srgb), "sRGB (IEC 61966-2-1)", "srgb"}, GEnumValue{}};
+constexpr std::array kLooks = {
+    GEnumValue{0, "As the other properties say", "none"},
+    GEnumValue{1, "White balance, exposure and sRGB curve for display, unless other properties say otherwise",
+               "natural"},
+    GEnumValue{}};
 constexpr std::array kPackings = {
     GEnumValue{0, "As in the name of the format", "none"},
     GEnumValue{1 + static_cast<int>(frame::Layout::MsbAligned), "16-bit words, left-aligned", "msb"},
@@ -104,6 +110,7 @@ std::string NamesOf(frame::Family family) {
 
 void InstallProperties(GObjectClass* gobjectClass) {
     static const GType toneType = g_enum_register_static("GstKvxDemosaicTone", kTones.data());
+    static const GType lookType = g_enum_register_static("GstKvxDemosaicLook", kLooks.data());
     static const GType packingType = g_enum_register_static("GstKvxDemosaicPacking", kPackings.data());
     const auto install = [gobjectClass](Number number, GParamSpec* property) {
         g_object_class_install_property(gobjectClass, number, property);
@@ -119,11 +126,12 @@ void InstallProperties(GObjectClass* gobjectClass) {
                                         frame::kMaxThreads, 0, kFlags));
     installText(kWhiteBalance, "white-balance", "White balance",
                 "auto, grey-world, white-patch, or gains of red, green and blue such as 1.9,1,1.4");
-    install(kBlackLevel,
-            g_param_spec_uint("black-level", "Black level", "Sample value of black", 0, kMaxLevel, 0, kFlags));
-    install(kWhiteLevel,
-            g_param_spec_uint("white-level", "White level", "Sample value at which the sensor clips (0 = the largest)",
-                              0, kMaxLevel, 0, kFlags));
+    installText(
+        kBlackLevel, "black-level", "Black level",
+        "Sample value of black, or one per filter: red, green in red rows, green in blue rows, blue (TrueSense: "
+        "red, green, blue, clear)");
+    installText(kWhiteLevel, "white-level", "White level",
+                "Sample value at which the sensor clips, likewise (null or 0 = the largest)");
     installText(kMatrix, "matrix", "Colour matrix", "Nine numbers with commas between, row by row");
     install(kTone, g_param_spec_enum("tone", "Tone curve", "Tone curve", toneType, 0, kFlags));
     install(kParameters, g_param_spec_boxed("parameters", "Parameters",
@@ -140,6 +148,8 @@ void InstallProperties(GObjectClass* gobjectClass) {
                                 "The sensor's gain, whose noise \"fine\" and the noise-reducing algorithms remove (0 = "
                                 "not given)",
                                 0, kMaxAnalogGain, 0, kFlags));
+    install(kLook, g_param_spec_enum("look", "Look", "Look of the pictures", lookType, 0, kFlags));
+    installText(kExposure, "exposure", "Exposure", "Brightening in EV (1 doubles the light), or auto");
 }
 
 bool SetProperty(Settings& settings, guint number, const GValue* value) {
@@ -154,10 +164,10 @@ bool SetProperty(Settings& settings, guint number, const GValue* value) {
             settings.whiteBalance = TextOf(value);
             return true;
         case kBlackLevel:
-            settings.blackLevel = g_value_get_uint(value);
+            settings.blackLevel = TextOf(value);
             return true;
         case kWhiteLevel:
-            settings.whiteLevel = g_value_get_uint(value);
+            settings.whiteLevel = TextOf(value);
             return true;
         case kMatrix:
             settings.matrix = TextOf(value);
@@ -177,6 +187,12 @@ bool SetProperty(Settings& settings, guint number, const GValue* value) {
         case kAnalogGain:
             settings.analogGain = g_value_get_double(value);
             return true;
+        case kLook:
+            settings.isNatural = g_value_get_enum(value) != 0;
+            return true;
+        case kExposure:
+            settings.exposure = TextOf(value);
+            return true;
         default:
             return false;
     }
@@ -194,10 +210,10 @@ bool GetProperty(const Settings& settings, guint number, GValue* value) {
             SetText(value, settings.whiteBalance);
             return true;
         case kBlackLevel:
-            g_value_set_uint(value, settings.blackLevel);
+            SetText(value, settings.blackLevel);
             return true;
         case kWhiteLevel:
-            g_value_set_uint(value, settings.whiteLevel);
+            SetText(value, settings.whiteLevel);
             return true;
         case kMatrix:
             SetText(value, settings.matrix);
@@ -216,6 +232,12 @@ bool GetProperty(const Settings& settings, guint number, GValue* value) {
             return true;
         case kAnalogGain:
             g_value_set_double(value, settings.analogGain);
+            return true;
+        case kLook:
+            g_value_set_enum(value, settings.isNatural ? 1 : 0);
+            return true;
+        case kExposure:
+            SetText(value, settings.exposure);
             return true;
         default:
             return false;

@@ -20,7 +20,8 @@ std::array<double, count> ParseNumbers(const char* property, const std::string& 
         char* end = nullptr;
         numbers[index] = g_ascii_strtod(at, &end);
         if (end == at || *end != (index + 1 < count ? ',' : '\0')) {
-            Fail(KvxResult_InvalidArgument, "{}: '{}' is not {} numbers with commas between", property, text, count);
+            Fail(KvxResult_InvalidArgument, "{}: '{}' is not {}", property, text,
+                 count == 1 ? "a number" : fmt::format("{} numbers with commas between", count));
         }
         at = end + 1;
     }
@@ -28,7 +29,9 @@ std::array<double, count> ParseNumbers(const char* property, const std::string& 
 }
 
 void SetWhiteBalance(frame::Finish& finish, const std::string& text) {
-    if (text == "auto" || text == "white-patch") {
+    if (text == "auto") {
+        finish.whiteBalance = frame::WhiteBalance::Auto;
+    } else if (text == "white-patch") {
         finish.whiteBalance = frame::WhiteBalance::WhitePatch;
     } else if (text == "grey-world") {
         finish.whiteBalance = frame::WhiteBalance::GreyWorld;
@@ -37,8 +40,18 @@ void SetWhiteBalance(frame::Finish& finish, const std::string& text) {
              "white-balance: '{}' is unknown: use auto, grey-world, white-patch, or gains such as 1.9,1,1.4", text);
     } else {
         const auto [red, green, blue] = ParseNumbers<3>("white-balance", text);
+        finish.whiteBalance = frame::WhiteBalance::Given;
         finish.gains = {red, green, blue, green};
     }
+}
+
+/** One number, or four with commas between. */
+frame::Levels ParseLevels(const char* property, const std::string& text) {
+    if (text.find(',') == std::string::npos) {
+        return ParseNumbers<1>(property, text)[0];
+    }
+    const auto [first, second, third, fourth] = ParseNumbers<4>(property, text);
+    return {first, second, third, fourth};
 }
 
 }  // namespace
@@ -55,20 +68,28 @@ frame::Format PackedFormat(const Settings& settings, frame::Format named) {
 }
 
 std::optional<frame::Finish> FinishOf(const Settings& settings) {
-    if (settings.whiteBalance.empty() && settings.blackLevel == 0 && settings.whiteLevel == 0 &&
-        settings.matrix.empty() && !settings.tone) {
+    if (!settings.isNatural && settings.whiteBalance.empty() && settings.exposure.empty() &&
+        settings.blackLevel.empty() && settings.whiteLevel.empty() && settings.matrix.empty() && !settings.tone) {
         return std::nullopt;
     }
-    frame::Finish finish;
-    finish.blackLevel = settings.blackLevel;
-    finish.whiteLevel = settings.whiteLevel;
+    frame::Finish finish = settings.isNatural ? frame::Finish::Natural() : frame::Finish();
+    if (!settings.blackLevel.empty()) {
+        finish.blackLevel = ParseLevels("black-level", settings.blackLevel);
+    }
+    if (!settings.whiteLevel.empty()) {
+        finish.whiteLevel = ParseLevels("white-level", settings.whiteLevel);
+    }
+    if (!settings.exposure.empty()) {
+        finish.autoExposure = settings.exposure == "auto";
+        finish.exposure = finish.autoExposure ? 0 : ParseNumbers<1>("exposure", settings.exposure)[0];
+    }
     if (!settings.whiteBalance.empty()) {
         SetWhiteBalance(finish, settings.whiteBalance);
     }
     if (!settings.matrix.empty()) {
         finish.matrix = ParseNumbers<9>("matrix", settings.matrix);
     }
-    finish.tone = settings.tone.value_or(frame::ToneCurve::Linear);
+    finish.tone = settings.tone.value_or(finish.tone);
     return finish;
 }
 

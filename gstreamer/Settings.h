@@ -14,10 +14,12 @@ namespace kvx::gst {
 struct Settings {
     std::string algorithm;
     uint32_t threads = 0;
+    bool isNatural = false;    ///< the natural look for what other settings leave open
     std::string whiteBalance;  ///< "auto", "white-patch", "grey-world", or three gains
-    uint32_t blackLevel = 0;
-    uint32_t whiteLevel = 0;
-    double analogGain = 0;  ///< of the frames, for the removal of their noise; 0: none is removed
+    std::string exposure;      ///< "auto", or a number in EV
+    std::string blackLevel;    ///< a number, or four
+    std::string whiteLevel;    ///< likewise
+    double analogGain = 0;     ///< of the frames, for the removal of their noise; 0: none is removed
     std::string matrix;
     std::optional<frame::ToneCurve> tone;
     std::map<std::string, std::string> parameters;  ///< parameters of the component, by name

@@ -19,7 +19,7 @@ Exit codes: 0 success; 2 wrong usage; 3 the input cannot be read or is not a pic
 Examples:
   kvx-demosaic demo
   kvx-demosaic convert kvx-demo/scene_768x512_BayerRG12.raw scene.png --algorithm edge-aware
-  kvx-demosaic convert frame.raw frame.png --white-balance auto --tone srgb
+  kvx-demosaic convert frame.raw frame.png --look natural
   kvx-demosaic convert *.raw --output pictures/ --json
   kvx-demosaic mosaic kvx-demo/scene.png scene.pgm --format BayerGR14)";
 

@@ -63,7 +63,15 @@ void Converter::Convert(const SourceView& source, const DestinationView& destina
 }
 
 Gains Converter::LastGains() const noexcept {
-    return m_impl->lastGains;
+    return m_impl->lastReading.balance.gains;
+}
+
+bool Converter::LastGainsLimited() const noexcept {
+    return m_impl->lastReading.balance.isLimited;
+}
+
+double Converter::LastExposure() const noexcept {
+    return m_impl->lastReading.exposure;
 }
 
 void Converter::Release() noexcept {

@@ -15,7 +15,7 @@
 namespace kvx::frame {
 namespace {
 
-constexpr double kLargestGain = 64, kLargestCoefficient = 64;
+constexpr double kLargestGain = 64, kLargestCoefficient = 64, kLargestExposure = 16, kLargestLevel = 65535;
 constexpr uint32_t kWhite = 65535;
 
 /** Sets OpenMP's thread count in a scope; 0 keeps it. */
@@ -34,10 +34,10 @@ private:
     int m_previous;
 };
 
-PixelMatrix MatrixFor(const Finish& finish, uint32_t white) {
+PixelMatrix MatrixFor(const Finish& finish, uint32_t white, double exposure) {
     PixelMatrix matrix;
-    for (size_t i = 0; i < matrix.size(); ++i)
-        matrix[i] = static_cast<float>(finish.matrix[i] * (double{kWhite} / white));
+    const double scale = double{kWhite} / white * std::exp2(exposure);
+    for (size_t i = 0; i < matrix.size(); ++i) matrix[i] = static_cast<float>(finish.matrix[i] * scale);
     return matrix;
 }
 
@@ -64,6 +64,13 @@ void Validate(const Finish& finish) {
         if (!(std::abs(coefficient) <= kLargestCoefficient))
             Fail(KvxResult_OutOfRange, "a matrix coefficient of {}: give -{} to {}", coefficient, kLargestCoefficient,
                  kLargestCoefficient);
+    if (!(std::abs(finish.exposure) <= kLargestExposure))
+        Fail(KvxResult_OutOfRange, "an exposure of {}: give -{} to {} EV", finish.exposure, kLargestExposure,
+             kLargestExposure);
+    for (const Levels& levels : {finish.blackLevel, finish.whiteLevel})
+        for (const double level : levels.ofFilters)
+            if (!(level >= 0 && level <= kLargestLevel))
+                Fail(KvxResult_OutOfRange, "a black or white level of {}: give 0 to {}", level, kLargestLevel);
     if (finish.tone == ToneCurve::Table && (finish.table.size() < 2 || finish.table.size() > 65536))
         Fail(KvxResult_OutOfRange, "a tone table of {} entries: give 2 to 65536", finish.table.size());
 }
@@ -81,7 +88,7 @@ ConverterImpl::ConverterImpl(Family frameFamily) : family(frameFamily) {
 }
 
 void ConverterImpl::Release() noexcept {
-    m_whiteBalance = {};
+    m_meter = {};
     tone = {};
     if (component) component->Release();
     if (m_learned) m_learned->Release();
@@ -139,14 +146,6 @@ Route ConverterImpl::RouteFor(const Format& source, uint8_t bits, bool isFinishe
     return {WithBits(plain, monoBits), monoBits, (1u << monoBits) - 1};
 }
 
-Gains ConverterImpl::GainsFor(const SourceView& source) {
-    if (!finish) return {};
-    if (finish->whiteBalance == WhiteBalance::Given) return finish->gains;
-    const Gains found = m_whiteBalance.Estimate(source, *finish);
-    return {found.red * finish->gains.red, found.green * finish->gains.green, found.blue * finish->gains.blue,
-            found.pan * finish->gains.pan};
-}
-
 /** Whether the library itself reads this source and writes this picture. */
 bool ConverterImpl::ConvertsDirectly(const SourceView& source, const DestinationView& destination,
                                      const Route& route) const {
@@ -200,16 +199,15 @@ void ConverterImpl::Convert(const SourceView& given, const DestinationView& dest
     const uint8_t bits = destination.format.bits;
     const Finish* const values = EffectiveFinish();
     const Route route = RouteFor(source.format, bits, values != nullptr);
-    const Gains gains = GainsFor(source);
-    lastGains = gains;
+    lastReading = finish ? m_meter.Measure(source, *finish) : Reading();
     if (ConvertsDirectly(source, destination, route)) return ConvertDirectly(source, destination);
-    const PixelMatrix matrix = values ? MatrixFor(*values, route.pictureWhite) : PixelMatrix{};
+    const PixelMatrix matrix = values ? MatrixFor(*values, route.pictureWhite, lastReading.exposure) : PixelMatrix{};
     const PictureStep step{.destination = destination.format,
                            .matrix = values ? &matrix : nullptr,
                            .shift = !values && bits == 8 ? route.pictureBits - 8 : 0,
                            .byteTable = values && bits == 8 ? tone.ByteCurve(*values) : nullptr,
                            .wordTable = bits > 8 ? TableFor(values, route, bits) : nullptr};
-    ConvertRows(source, route, values, gains, PictureSink(step, destination));
+    ConvertRows(source, route, values, lastReading.balance.gains, PictureSink(step, destination));
 }
 
 }  // namespace kvx::frame

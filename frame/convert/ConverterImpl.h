@@ -3,8 +3,8 @@
 
 #include "frame/convert/Component.h"
 #include "frame/convert/PictureSink.h"
+#include "frame/finish/LightMeter.h"
 #include "frame/finish/ToneTable.h"
-#include "frame/finish/WhiteBalanceEstimator.h"
 #include "frame/learned/LearnedInterpolator.h"
 
 namespace kvx::frame {
@@ -30,14 +30,13 @@ public:
     std::optional<SensorNoise> noise;
     int threads = 0;
     ToneTable tone;
-    Gains lastGains;
+    Reading lastReading;
 
 private:
     void Check(const SourceView& source, const DestinationView& destination) const;
     SourceView WithMirrorParameters(SourceView source) const;
     const Finish* EffectiveFinish();
     Route RouteFor(const Format& source, uint8_t bits, bool isFinished) const;
-    Gains GainsFor(const SourceView& source);
     bool ConvertsDirectly(const SourceView& source, const DestinationView& destination, const Route& route) const;
     void ConvertDirectly(const SourceView& source, const DestinationView& destination);
     void ConvertRows(const SourceView& source, const Route& route, const Finish* values, const Gains& gains,
@@ -47,7 +46,7 @@ private:
 
     std::unique_ptr<LearnedInterpolator> m_learned;  // null: the component's algorithm
     Finish m_parameterFinish;                        // of the component's parameters
-    WhiteBalanceEstimator m_whiteBalance;
+    LightMeter m_meter;
 };
 
 }  // namespace kvx::frame

@@ -1,5 +1,6 @@
 #include "frame/finish/Balance.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "frame/base/Fail.h"
@@ -31,16 +32,57 @@ int ScaleFor(double factor) {
     return scale;
 }
 
+double WhiteOf(const Finish& finish, const Format& format, size_t filter) {
+    const double given = finish.whiteLevel.ofFilters[filter];
+    return given == 0 ? White(format) : given;
+}
+
+/** The range from black to white, as a mean over the filters. */
+double MeanRange(const Finish& finish, const Format& format) {
+    double sum = 0;
+    for (size_t i = 0; i < 4; ++i) sum += WhiteOf(finish, format, i) - finish.blackLevel.ofFilters[i];
+    return sum / 4;
+}
+
 }  // namespace
 
+size_t FilterIndex(const SourceView& source, uint32_t row, uint32_t column) {
+    const bool isBayer = source.format.family == Family::Bayer;
+    switch (StoredFilterAt(source, row, column)) {
+        case 'R':
+            return 0;
+        case 'G':
+            return isBayer && StoredFilterAt(source, row, column + 1) == 'B' ? 2 : 1;
+        case 'B':
+            return isBayer ? 3 : 2;
+        default:
+            return 3;
+    }
+}
+
+WideLevels::WideLevels(const Finish& finish, const Format& format) {
+    const double scale = 1u << (16 - format.bits);
+    for (size_t i = 0; i < 4; ++i) {
+        black[i] = static_cast<uint16_t>(std::lround(scale * finish.blackLevel.ofFilters[i]));
+        white[i] = static_cast<uint16_t>(std::lround(scale * WhiteOf(finish, format, i)));
+    }
+}
+
 void CheckLevels(const SourceView& source, const Finish& finish) {
-    const uint32_t white = WhiteLevel(finish, source.format);
-    if (white > White(source.format))
-        Fail(KvxResult_InvalidArgument, "a white level of {}: {} ends at {}", white, Name(source.format),
-             White(source.format));
-    if (finish.blackLevel >= white)
-        Fail(KvxResult_InvalidArgument, "a black level of {} leaves nothing of {}: white is {}", finish.blackLevel,
-             Name(source.format), white);
+    for (size_t i = 0; i < 4; ++i) {
+        const double black = finish.blackLevel.ofFilters[i], white = WhiteOf(finish, source.format, i);
+        if (!(white > 0 && white <= White(source.format)))
+            Fail(KvxResult_InvalidArgument, "a white level of {}: {} ends at {}", white, Name(source.format),
+                 White(source.format));
+        if (!(black >= 0 && black < white))
+            Fail(KvxResult_InvalidArgument, "a black level of {} leaves nothing of {}: white is {}", black,
+                 Name(source.format), white);
+    }
+    const WideLevels levels(finish, source.format);
+    for (size_t i = 0; i < 4; ++i)
+        if (levels.black[i] >= levels.white[i])
+            Fail(KvxResult_InvalidArgument, "black level {} and white level {} are the same in 16 bits",
+                 finish.blackLevel.ofFilters[i], WhiteOf(finish, source.format, i));
 }
 
 NoiseLine BalancedNoise(const SensorNoise& noise, const Format& source, const Finish* finish, const Gains& gains) {
@@ -51,7 +93,7 @@ NoiseLine BalancedNoise(const SensorNoise& noise, const Format& source, const Fi
     line.intercept /= kNoiseWhite * kNoiseWhite;
     if (!finish) return line;
     // A grey signal of the size s is s / gain before its gain; the variance grows by gain^2.
-    const double stretch = static_cast<double>(White(source)) / (WhiteLevel(*finish, source) - finish->blackLevel);
+    const double stretch = White(source) / MeanRange(*finish, source);
     const double red = gains.red, green = gains.green, blue = gains.blue, pan = gains.pan;
     const double gain = hasPan ? pan : (red + 2 * green + blue) / 4;
     const double squared = hasPan ? pan * pan : (red * red + 2 * green * green + blue * blue) / 4;
@@ -59,19 +101,24 @@ NoiseLine BalancedNoise(const SensorNoise& noise, const Format& source, const Fi
 }
 
 Balance::Balance(const SourceView& source, const Finish& finish, const Gains& gains, uint8_t bits) {
-    const uint32_t white = WhiteLevel(finish, source.format);
-    const int leftShift = 16 - source.format.bits;
-    const uint32_t black = finish.blackLevel << leftShift;
+    const WideLevels levels(finish, source.format);
     const uint32_t limit = (1u << bits) - 1;
-    const double stretch = static_cast<double>(limit) / ((white << leftShift) - black);
-    const double largest = stretch * std::max({gains.red, gains.green, gains.blue, gains.pan});
+    std::array<double, 4> stretch{};
+    for (size_t i = 0; i < 4; ++i) stretch[i] = static_cast<double>(limit) / (levels.white[i] - levels.black[i]);
+    const double largest =
+        *std::max_element(stretch.begin(), stretch.end()) * std::max({gains.red, gains.green, gains.blue, gains.pan});
     const int scale = ScaleFor(largest);
     for (uint32_t row = 0; row < m_rows.size(); ++row) {
         RowBalance& balance = m_rows[row];
-        balance = {static_cast<uint16_t>(white), static_cast<uint8_t>(leftShift), static_cast<uint16_t>(black),
-                   static_cast<uint8_t>(scale),  static_cast<uint16_t>(limit),    {}};
+        balance.largest = static_cast<uint16_t>(White(source.format));
+        balance.leftShift = static_cast<uint8_t>(16 - source.format.bits);
+        balance.scale = static_cast<uint8_t>(scale);
+        balance.limit = static_cast<uint16_t>(limit);
         for (uint32_t column = 0; column < balance.factors.size(); ++column) {
-            const double factor = stretch * GainOf(StoredFilterAt(source, row, column), gains);
+            const size_t filter = FilterIndex(source, row, column);
+            const double factor = stretch[filter] * GainOf(StoredFilterAt(source, row, column), gains);
+            balance.white[column] = levels.white[filter];
+            balance.black[column] = levels.black[filter];
             balance.factors[column] =
                 static_cast<uint16_t>(std::min(std::ceil(std::ldexp(factor, scale)), kLargestFactor));
         }

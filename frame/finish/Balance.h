@@ -7,10 +7,17 @@
 
 namespace kvx::frame {
 
-/** Sample value of white in the source. */
-inline uint32_t WhiteLevel(const Finish& finish, const Format& format) {
-    return finish.whiteLevel != 0 ? finish.whiteLevel : White(format);
-}
+/** Place of a site's filter in Levels. */
+size_t FilterIndex(const SourceView& source, uint32_t row, uint32_t column);
+
+/** The levels of a finish in a format, scaled to 16 bits and rounded; by FilterIndex(). */
+struct WideLevels {
+    /** @param finish its levels fit the format */
+    WideLevels(const Finish& finish, const Format& format);
+
+    std::array<uint16_t, 4> black;
+    std::array<uint16_t, 4> white;
+};
 
 /** @throws Error 0x80070007 if the finish's levels do not fit the source */
 void CheckLevels(const SourceView& source, const Finish& finish);

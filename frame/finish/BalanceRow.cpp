@@ -25,16 +25,22 @@ auto Scaled(const RowBalance& balance, V light, V factors) {
     return hn::DemoteTo(dHalf16, hn::BitCast(dSigned32, limited));
 }
 
+/** The four values in turn. */
+hn::Vec<decltype(d16)> Repeated(const std::array<uint16_t, 4>& values) {
+    HWY_ALIGN uint16_t turns[HWY_MAX_BYTES / sizeof(uint16_t)];
+    for (size_t i = 0; i < hn::Lanes(d16); ++i) turns[i] = values[i % 4];
+    return hn::Load(d16, turns);
+}
+
 void Row(const RowBalance& balance, uint16_t* samples, size_t count) {
     const size_t lanes = hn::Lanes(d16);
-    HWY_ALIGN uint16_t turns[HWY_MAX_BYTES / sizeof(uint16_t)];
-    for (size_t i = 0; i < lanes; ++i) turns[i] = balance.factors[i % 4];
-    const auto factors = hn::Load(d16, turns);
-    const auto white = hn::Set(d16, balance.white), black = hn::Set(d16, balance.black);
+    const auto white = Repeated(balance.white), black = Repeated(balance.black), factors = Repeated(balance.factors);
+    const auto largest = hn::Set(d16, balance.largest);
     size_t column = 0;
     for (; column + lanes <= count; column += lanes) {
-        const auto sample = hn::Min(hn::LoadU(d16, samples + column), white);
-        const auto light = hn::SaturatedSub(hn::ShiftLeftSame(sample, balance.leftShift), black);
+        const auto sample = hn::Min(hn::LoadU(d16, samples + column), largest);
+        const auto value = hn::Min(hn::ShiftLeftSame(sample, balance.leftShift), white);
+        const auto light = hn::SaturatedSub(value, black);
         const auto result =
             hn::Combine(d16, Scaled(balance, hn::UpperHalf(dHalf16, light), hn::UpperHalf(dHalf16, factors)),
                         Scaled(balance, hn::LowerHalf(dHalf16, light), hn::LowerHalf(dHalf16, factors)));

@@ -8,13 +8,14 @@
 
 namespace kvx::frame {
 
-/** Parameters of a row; its columns use the factors in turn. */
+/** Parameters of a row; its columns use the levels and factors in turn. */
 struct RowBalance {
-    uint16_t white;     ///< larger samples count as white
-    uint8_t leftShift;  ///< scales samples to 16 bits
-    uint16_t black;     ///< 16-bit black level
-    uint8_t scale;      ///< binary places of the factors, 0 to 17
-    uint16_t limit;     ///< the largest result
+    uint16_t largest;               ///< larger samples count as this; it fits 16 bits after the shift
+    uint8_t leftShift;              ///< scales samples to 16 bits
+    uint8_t scale;                  ///< binary places of the factors, 0 to 17
+    uint16_t limit;                 ///< the largest result
+    std::array<uint16_t, 4> white;  ///< 16-bit white levels; larger values count as white
+    std::array<uint16_t, 4> black;  ///< 16-bit black levels
     std::array<uint16_t, 4> factors;
 
     /** The parameters of the row from a column on. */
@@ -27,8 +28,9 @@ struct RowBalance {
 
 /** The rule for one sample. */
 inline uint16_t BalancedSample(const RowBalance& balance, uint16_t sample, size_t column) {
-    const uint32_t value = uint32_t{std::min(sample, balance.white)} << balance.leftShift;
-    const uint32_t light = value > balance.black ? value - balance.black : 0;
+    const uint32_t wide = uint32_t{std::min(sample, balance.largest)} << balance.leftShift;
+    const uint32_t value = std::min(wide, uint32_t{balance.white[column % 4]});
+    const uint32_t black = balance.black[column % 4], light = value > black ? value - black : 0;
     // 65535 * 65535 + 2^16 is less than 2^32.
     const uint32_t product = light * balance.factors[column % 4] + ((1u << balance.scale) >> 1);
     return static_cast<uint16_t>(std::min(product >> balance.scale, uint32_t{balance.limit}));

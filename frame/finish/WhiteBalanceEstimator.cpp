@@ -1,32 +1,57 @@
 #include "frame/finish/WhiteBalanceEstimator.h"
 
 #include <algorithm>
-#include <array>
-
-#include "frame/base/Fail.h"
-#include "frame/finish/Balance.h"
-#include "frame/samples/SampleRow.h"
+#include <cmath>
 
 namespace kvx::frame {
 namespace {
 
-constexpr double kLargestGain = 16;
-constexpr size_t kMostSites = 16;  // of a tile
-/** In tall frames evenly spaced rows of tiles are measured, fewer than twice this number. */
-constexpr uint32_t kMostTileRows = 256;
+using Colour = std::array<double, 3>;
 
-/** 0 to 2 for red, green and blue; -1 for a clear site. */
-int ColourAt(const SourceView& source, uint32_t row, uint32_t column) {
-    switch (StoredFilterAt(source, row, column)) {
-        case 'R':
-            return 0;
-        case 'G':
-            return 1;
-        case 'B':
-            return 2;
-        default:
-            return -1;
-    }
+constexpr double kLargestGain = 16;
+constexpr double kBrightShare = 0.01;
+
+// Gains of red and blue, relative to green, with which daylight and lamps become grey on sensors and in developed
+// pictures, with some room; and their product, which is high for a green and low for a magenta light.
+constexpr double kLeastGain = 0.7, kMostRed = 4, kMostBlue = 5, kLeastProduct = 0.8, kMostProduct = 9;
+constexpr float kNearBlack = 1.0F / 64;
+constexpr double kEnoughPlausible = 0.02;  // share of the blocks
+
+bool IsUsable(const Block& block) {
+    const auto [least, most] = std::minmax_element(block.light.begin(), block.light.end());
+    return !block.isClipped && *most >= kNearBlack && *least > 0;
+}
+
+/** Whether the block may be a grey surface: its colour is that of a plausible light. */
+bool IsPlausible(const Block& block) {
+    const double red = block.light[1] / block.light[0], blue = block.light[1] / block.light[2];
+    return red >= kLeastGain && red <= kMostRed && blue >= kLeastGain && blue <= kMostBlue &&
+           red * blue >= kLeastProduct && red * blue <= kMostProduct;
+}
+
+template <class Condition>
+Colour MeanOf(const std::vector<Block>& blocks, const Condition& counts) {
+    Colour sums{};
+    for (const Block& block : blocks)
+        if (counts(block))
+            for (size_t i = 0; i < 3; ++i) sums[i] += block.light[i];
+    return sums;
+}
+
+double Sixth(double value) {
+    const double square = value * value;
+    return square * square * square;
+}
+
+/** Shades of grey: the Minkowski mean with p = 6. */
+template <class Condition>
+Colour MinkowskiMean(const std::vector<Block>& blocks, const Condition& counts) {
+    Colour sums{};
+    for (const Block& block : blocks)
+        if (counts(block))
+            for (size_t i = 0; i < 3; ++i) sums[i] += Sixth(block.light[i]);
+    for (double& sum : sums) sum = std::pow(sum, 1.0 / 6);
+    return sums;
 }
 
 double Limited(double gain) {
@@ -34,85 +59,68 @@ double Limited(double gain) {
 }
 
 /** Gains that make the levels equal to green's; none is below 1, so that clipped samples stay white. */
-Gains GainsFor(const std::array<uint64_t, 3>& levels) {
-    if (levels[1] == 0) return {};
-    const auto green = static_cast<double>(levels[1]);
-    const double red = levels[0] > 0 ? Limited(green / static_cast<double>(levels[0])) : kLargestGain;
-    const double blue = levels[2] > 0 ? Limited(green / static_cast<double>(levels[2])) : kLargestGain;
+Gains GainsFor(const Colour& levels) {
+    if (!(levels[1] > 0)) return {};
+    const double red = levels[0] > 0 ? Limited(levels[1] / levels[0]) : kLargestGain;
+    const double blue = levels[2] > 0 ? Limited(levels[1] / levels[2]) : kLargestGain;
     const double smallest = std::min({red, 1.0, blue});
     return {Limited(red / smallest), 1 / smallest, Limited(blue / smallest), 1 / smallest};
 }
 
+/** The gains for `levels`, limited to those that a plausible light needs. */
+GainEstimate PlausibleGains(const Colour& levels) {
+    if (!(levels[1] > 0)) return {};
+    const Gains wanted = GainsFor(levels);
+    const double wantedRed = wanted.red / wanted.green, wantedBlue = wanted.blue / wanted.green;
+    double red = std::clamp(wantedRed, kLeastGain, kMostRed), blue = std::clamp(wantedBlue, kLeastGain, kMostBlue);
+    const double product = red * blue;
+    const double scale = std::sqrt(std::clamp(product, kLeastProduct, kMostProduct) / product);
+    red *= scale;
+    blue *= scale;
+    const bool isLimited = std::abs(red - wantedRed) + std::abs(blue - wantedBlue) > 1e-6;
+    return {GainsFor({1 / red, 1, 1 / blue}), isLimited};
+}
+
+/**
+ * Shades of grey over the blocks that a plausible light could have coloured. Strong colours, which mislead means and
+ * bright patches alike, have no say. If the frame shows hardly anything else, all blocks count, and the gains are
+ * limited.
+ */
+GainEstimate AutomaticGains(const std::vector<Block>& blocks) {
+    size_t usable = 0, plausible = 0;
+    for (const Block& block : blocks) {
+        if (!IsUsable(block)) continue;
+        ++usable;
+        if (IsPlausible(block)) ++plausible;
+    }
+    const bool isEnough = static_cast<double>(plausible) > kEnoughPlausible * static_cast<double>(usable);
+    return PlausibleGains(MinkowskiMean(
+        blocks, [isEnough](const Block& block) { return IsUsable(block) && (!isEnough || IsPlausible(block)); }));
+}
+
 }  // namespace
 
-/** Adds the complete tiles of the row of tiles that starts at `firstRow`. */
-void WhiteBalanceEstimator::Count(const SourceView& source, uint32_t firstRow, uint32_t black, uint32_t clipped) {
-    const uint32_t side = TileSide(source.format), width = source.width;
-    const int leftShift = 16 - source.format.bits;
-    std::array<int, kMostSites> colours{};
-    std::array<size_t, kMostSites> offsets{};  // in m_rows, from the tile's left edge
-    std::array<uint32_t, kColours> sites{};
-    for (uint32_t site = 0; site < side * side; ++site) {
-        colours[site] = ColourAt(source, firstRow + site / side, site % side);
-        offsets[site] = size_t{site / side} * width + site % side;
-        if (colours[site] >= 0) ++sites[colours[site]];
-    }
-    for (uint32_t row = 0; row < side; ++row) ReadRow(source, firstRow + row, m_rows.data() + size_t{row} * width);
-
-    for (uint32_t left = 0; left + side <= width; left += side) {
-        std::array<uint32_t, kColours> light{};
-        bool isClipped = false;
-        for (uint32_t site = 0; site < side * side; ++site) {
-            if (colours[site] < 0) continue;
-            const uint32_t value = uint32_t{m_rows[offsets[site] + left]} << leftShift;
-            isClipped = isClipped || value >= clipped;
-            light[colours[site]] += value > black ? value - black : 0;
-        }
-        if (isClipped) continue;
-        uint32_t brightness = 0;
-        for (int colour = 0; colour < kColours; ++colour) {
-            light[colour] /= std::max(sites[colour], 1u);  // each tile has all three
-            brightness += light[colour];
-        }
-        Bin& bin = m_bins[brightness / kColours / (65536 / kBins)];
-        for (int colour = 0; colour < kColours; ++colour) bin.sums[colour] += light[colour];
-        ++bin.count;
-    }
+Colour WhiteBalanceEstimator::BrightestMean(const std::vector<Block>& blocks) {
+    const auto brightness = [](const Block& block) { return block.light[0] + block.light[1] + block.light[2]; };
+    m_brightness.clear();
+    for (const Block& block : blocks)
+        if (!block.isClipped) m_brightness.push_back(brightness(block));
+    if (m_brightness.empty()) return {};
+    const auto count = static_cast<size_t>(std::ceil(kBrightShare * static_cast<double>(m_brightness.size())));
+    const auto least = m_brightness.end() - static_cast<ptrdiff_t>(count);
+    std::nth_element(m_brightness.begin(), least, m_brightness.end());
+    return MeanOf(blocks, [&](const Block& block) { return !block.isClipped && brightness(block) >= *least; });
 }
 
-/** Sum of the brightest tiles, at least this share of all tiles. */
-WhiteBalanceEstimator::Bin WhiteBalanceEstimator::Brightest(double share) const {
-    uint64_t all = 0;
-    for (const Bin& bin : m_bins) all += bin.count;
-    Bin brightest{};
-    for (size_t i = m_bins.size();
-         i-- > 0 && static_cast<double>(brightest.count) < share * static_cast<double>(all);) {
-        for (int colour = 0; colour < kColours; ++colour) brightest.sums[colour] += m_bins[i].sums[colour];
-        brightest.count += m_bins[i].count;
+GainEstimate WhiteBalanceEstimator::Estimate(const std::vector<Block>& blocks, WhiteBalance method) {
+    switch (method) {
+        case WhiteBalance::GreyWorld:
+            return {GainsFor(MeanOf(blocks, [](const Block& block) { return !block.isClipped; }))};
+        case WhiteBalance::WhitePatch:
+            return {GainsFor(BrightestMean(blocks))};
+        default:
+            return AutomaticGains(blocks);
     }
-    return brightest;
-}
-
-Gains WhiteBalanceEstimator::Estimate(const SourceView& source, const Finish& finish) {
-    const uint32_t side = TileSide(source.format);
-    if (side == 1) return {};
-    m_rows.resize(size_t{side} * source.width);
-    m_bins.assign(kBins, {});
-    const int leftShift = 16 - source.format.bits;
-    const uint32_t black = finish.blackLevel << leftShift;
-    const uint32_t white = WhiteLevel(finish, source.format) << leftShift;
-    const uint32_t clipped = white - white / 64;
-    const uint32_t step = side * std::max(1u, source.height / side / kMostTileRows);
-    for (uint32_t row = 0; row + side <= source.height; row += step) Count(source, row, black, clipped);
-    return GainsFor(Brightest(finish.whiteBalance == WhiteBalance::WhitePatch ? 0.01 : 1).sums);
-}
-
-Gains MeasureGains(const SourceView& source, const Finish& finish) {
-    Validate(source);
-    CheckLevels(source, finish);
-    if (finish.whiteBalance == WhiteBalance::Given)
-        Fail(KvxResult_InvalidArgument, "nothing to measure: choose grey world or white patch");
-    return WhiteBalanceEstimator().Estimate(source, finish);
 }
 
 }  // namespace kvx::frame

@@ -1,33 +1,26 @@
-/** Measures the white balance of frames; keeps its memory between frames. */
+/** Estimates the light of a scene. */
 #pragma once
 
-#include <array>
-#include <vector>
-
-#include "KvxFrame/Finish.h"
+#include "frame/finish/BlockSurvey.h"
 
 namespace kvx::frame {
 
+/** Gains, and whether they had to be limited to those of a plausible light. */
+struct GainEstimate {
+    Gains gains;
+    bool isLimited = false;
+};
+
+/** Keeps its memory between frames. */
 class WhiteBalanceEstimator {
 public:
-    /** As MeasureGains(), for a valid view and levels that fit it. */
-    Gains Estimate(const SourceView& source, const Finish& finish);
+    /** As MeasureGains(). @param method any but Given */
+    GainEstimate Estimate(const std::vector<Block>& blocks, WhiteBalance method);
 
 private:
-    static constexpr int kBins = 4096;
-    static constexpr int kColours = 3;
+    std::array<double, 3> BrightestMean(const std::vector<Block>& blocks);
 
-    /** Tiles of similar brightness: sums of their mean colours, 16-bit values above black. */
-    struct Bin {
-        std::array<uint64_t, kColours> sums;
-        uint64_t count;
-    };
-
-    void Count(const SourceView& source, uint32_t firstRow, uint32_t black, uint32_t clipped);
-    Bin Brightest(double share) const;
-
-    std::vector<uint16_t> m_rows;
-    std::vector<Bin> m_bins;  // by brightness
+    std::vector<float> m_brightness;
 };
 
 }  // namespace kvx::frame

@@ -44,4 +44,10 @@ std::vector<std::string> NearestNames(std::string_view name, const std::vector<s
     return nearest;
 }
 
+std::optional<std::string> SimilarName(std::string_view name, const std::vector<std::string>& candidates) {
+    const std::vector<std::string> nearest = NearestNames(name, candidates, 1);
+    const bool isSimilar = !nearest.empty() && 3 * EditDistance(name, nearest[0]) <= 2 * name.size();
+    return isSimilar ? std::optional(nearest[0]) : std::nullopt;
+}
+
 }  // namespace kvx::frame

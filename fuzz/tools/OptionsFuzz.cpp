@@ -6,7 +6,7 @@
 #include "support/Refusals.h"
 #include "tools/ToolRefusals.h"
 #include "tools/console/Arguments.h"
-#include "tools/convert/FinishOptions.h"
+#include "tools/convert/FinishPlan.h"
 #include "tools/frames/FrameOptions.h"
 
 using namespace kvx::fuzz;
@@ -38,10 +38,14 @@ void ParseTogether(std::vector<std::string> arguments) {
         return;
     }
     std::optional<kvx::frame::Finish> finish;
-    const kvx::frame::Format format = frame.format.value_or(kvx::frame::Format());
-    if (IsRefusedByTool([&] { finish = MakeFinish(request, {}, format, "frame"); }, {ExitCode::Usage})) return;
+    const kvx::frame::Format format = Unpacked(frame.format.value_or(kvx::frame::Format()));
+    if (!IsSource(format)) return;
+    FrameInput input{MakeRawFrame(format, {8, 8}), format, {}, {}, {}};
+    input.frame.samples.setTo(White(format) / 2);
+    if (IsRefusedByTool([&] { finish = PlanFinish(request, input, "frame").finish; }, {ExitCode::Usage})) return;
     if (!finish) return;
-    Require(finish->blackLevel < finish->whiteLevel && finish->whiteLevel <= White(format), "levels fit the format");
+    for (const double level : finish->blackLevel.ofFilters)
+        Require(level >= 0 && level < White(format), "levels fit the format");
     for (const double number : finish->matrix) Require(std::isfinite(number), "numbers are finite");
     kvx::frame::Converter converter(kvx::frame::Family::Mono);
     IsRefused([&] { converter.SetFinish(finish); }, {0x80070004});

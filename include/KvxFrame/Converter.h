@@ -127,6 +127,10 @@ public:
     /** The gains applied to the last frame: measured times given ones. 1 before the first frame and without a finish.
      */
     Gains LastGains() const noexcept;
+    /** Whether WhiteBalance::Auto had to limit the gains of the last frame to those of a plausible light. */
+    bool LastGainsLimited() const noexcept;
+    /** The exposure applied to the last frame in EV: measured plus given; 0 as above. */
+    double LastExposure() const noexcept;
 
     /** Frees the working memory; settings stay. */
     void Release() noexcept;

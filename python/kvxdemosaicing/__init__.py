@@ -15,7 +15,7 @@ All functions release the interpreter's lock while they work. Calls share no sta
 serves one call at a time.
 """
 
-from kvxdemosaicing._converter import Converter, Parameter, Parameters, convert
+from kvxdemosaicing._converter import Converter, Parameter, Parameters, convert, measure_gains
 from kvxdemosaicing._error import Error, UnknownNameError, WrongTypeError
 from kvxdemosaicing._format import Format, format, formats
 from kvxdemosaicing._frames import mosaic, pack, unpack
@@ -33,6 +33,7 @@ __all__ = [
     "convert",
     "format",
     "formats",
+    "measure_gains",
     "mosaic",
     "pack",
     "unpack",

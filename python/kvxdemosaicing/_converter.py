@@ -2,7 +2,7 @@
 
 from __future__ import annotations
 
-from collections.abc import Iterator, MutableMapping
+from collections.abc import Iterator, MutableMapping, Sequence
 from typing import Any, NamedTuple, Optional, Union
 
 import numpy as np
@@ -10,7 +10,7 @@ import numpy.typing as npt
 
 from kvxdemosaicing import _native
 from kvxdemosaicing._error import INVALID_ARGUMENT, WRONG_TYPE, refusal
-from kvxdemosaicing._finish import Tone, WhiteBalance, make_finish
+from kvxdemosaicing._finish import Exposure, Levels, Tone, WhiteBalance, make_finish
 from kvxdemosaicing._format import Format, FormatLike, format as find_format
 
 Number = Union[int, float]
@@ -100,7 +100,7 @@ class Converter:
     :param to: format of the pictures
     :param algorithm: one of ``format(...).algorithms``, or a number
     :param threads: threads of one conversion; 0: OpenMP's setting, by default all processors
-    :param black_level, white_level, white_balance, matrix, tone: see set_finish()
+    :param look, black_level, white_level, white_balance, exposure, matrix, tone: see set_finish()
     :param analog_gain: the sensor's gain, whose noise "fine" and the noise-reducing algorithms remove; None: "fine"
         removes none
     :param parameters: parameters of the component, by name
@@ -114,9 +114,11 @@ class Converter:
         to: FormatLike = "RGB8",
         algorithm: Union[str, int, None] = None,
         threads: int = 0,
-        black_level: Optional[int] = None,
-        white_level: Optional[int] = None,
+        look: Optional[str] = None,
+        black_level: Optional[Levels] = None,
+        white_level: Optional[Levels] = None,
         white_balance: Optional[WhiteBalance] = None,
+        exposure: Optional[Exposure] = None,
         matrix: Optional[npt.ArrayLike] = None,
         tone: Optional[Tone] = None,
         analog_gain: Optional[float] = None,
@@ -135,7 +137,7 @@ class Converter:
             self._native.set_algorithm(str(algorithm))
         self.analog_gain = analog_gain
         self.threads = threads
-        finish = make_finish(black_level, white_level, white_balance, matrix, tone)
+        finish = make_finish(look, black_level, white_level, white_balance, exposure, matrix, tone)
         if finish is not None:
             self._native.set_finish(finish)
 
@@ -160,22 +162,27 @@ class Converter:
     def set_finish(
         self,
         *,
-        black_level: Optional[int] = None,
-        white_level: Optional[int] = None,
+        look: Optional[str] = None,
+        black_level: Optional[Levels] = None,
+        white_level: Optional[Levels] = None,
         white_balance: Optional[WhiteBalance] = None,
+        exposure: Optional[Exposure] = None,
         matrix: Optional[npt.ArrayLike] = None,
         tone: Optional[Tone] = None,
     ) -> None:
         """Replaces the finish: the processing of the sample values. Without arguments, there is none.
 
-        :param black_level: sample value of black, by default 0
-        :param white_level: sample value at which the sensor clips, by default the largest of the format
-        :param white_balance: "auto" (same as "white-patch"), "grey-world", or the gains of red, green and blue; a
-            fourth gain is that of clear sites and mono frames, by default green's
+        :param look: "natural": white balance and exposure "auto" and tone "srgb", unless they are given
+        :param black_level: sample value of black, by default 0; fractions are allowed. Four numbers are those of red,
+            green in red rows, green in blue rows and blue (TrueSense: red, green, blue, clear)
+        :param white_level: sample value at which the sensor clips, by default the largest of the format; likewise
+        :param white_balance: "auto", "grey-world", "white-patch", or the gains of red, green and blue, such as
+            measure_gains() returns; a fourth gain is that of clear sites and mono frames, by default green's
+        :param exposure: brightening in EV: 1 doubles the light; or "auto": highlights use the range
         :param matrix: 3 x 3 coefficients, a row each for the red, green and blue of the result
         :param tone: "linear", "srgb", or a table of 2 to 65536 values from 0 to 65535, from black to white
         """
-        self._native.set_finish(make_finish(black_level, white_level, white_balance, matrix, tone))
+        self._native.set_finish(make_finish(look, black_level, white_level, white_balance, exposure, matrix, tone))
 
     def release(self) -> None:
         """Frees the working memory; settings stay."""
@@ -236,6 +243,11 @@ class Converter:
         return red, green, blue, pan
 
     @property
+    def exposure(self) -> float:
+        """Exposure applied to the last frame in EV: measured plus given."""
+        return self._native.last_exposure()
+
+    @property
     def parameters(self) -> Parameters:
         """The component's parameters by name."""
         if self._parameters is None:
@@ -254,9 +266,11 @@ def convert(
     threads: int = 0,
     width: Optional[int] = None,
     height: Optional[int] = None,
-    black_level: Optional[int] = None,
-    white_level: Optional[int] = None,
+    look: Optional[str] = None,
+    black_level: Optional[Levels] = None,
+    white_level: Optional[Levels] = None,
     white_balance: Optional[WhiteBalance] = None,
+    exposure: Optional[Exposure] = None,
     matrix: Optional[npt.ArrayLike] = None,
     tone: Optional[Tone] = None,
     analog_gain: Optional[float] = None,
@@ -278,12 +292,43 @@ def convert(
         to=to,
         algorithm=algorithm,
         threads=threads,
+        look=look,
         black_level=black_level,
         white_level=white_level,
         white_balance=white_balance,
+        exposure=exposure,
         matrix=matrix,
         tone=tone,
         analog_gain=analog_gain,
         **parameters,
     )
     return converter.convert(frame, out=out, width=width, height=height)
+
+
+def measure_gains(
+    frame: Frame,
+    format: FormatLike,
+    /,
+    *,
+    method: str = "auto",
+    place: Optional[Sequence[int]] = None,
+    black_level: Optional[Levels] = None,
+    white_level: Optional[Levels] = None,
+    width: Optional[int] = None,
+    height: Optional[int] = None,
+) -> tuple[float, float, float, float]:
+    """Measures the white balance of a frame: gains of red, green, blue and pan for ``white_balance=``.
+
+    >>> import numpy as np
+    >>> frame = np.array([[500, 1000], [1000, 800]] * 2, np.uint16)
+    >>> [round(gain, 3) for gain in measure_gains(frame, "BayerRG12", place=(0, 0, 2, 2))]
+    [2.0, 1.0, 1.25, 1.0]
+
+    :param method: "auto", "grey-world" or "white-patch"
+    :param place: x, y, width and height of a grey part of the frame, which becomes grey; replaces the method
+    :param black_level, white_level: see Converter.set_finish()
+    """
+    finish = make_finish(None, black_level, white_level, method, None, None, None)
+    assert finish is not None
+    red, green, blue, pan = _native.measure_gains(frame, find_format(format), finish, place, width, height)
+    return red, green, blue, pan

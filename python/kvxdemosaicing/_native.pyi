@@ -49,10 +49,12 @@ def all_formats() -> list[Format]: ...
 class Finish:
     def __init__(
         self,
-        black_level: int,
-        white_level: int,
+        black_level: Sequence[float],
+        white_level: Sequence[float],
         white_balance: str,
         gains: Sequence[float],
+        exposure: float,
+        auto_exposure: bool,
         matrix: Sequence[float],
         tone: str,
         table: Sequence[int],
@@ -78,8 +80,17 @@ class ArrayConverter:
     def set_finish(self, finish: Optional[Finish]) -> None: ...
     def set_analog_gain(self, gain: Optional[float]) -> None: ...
     def last_gains(self) -> list[float]: ...
+    def last_exposure(self) -> float: ...
     def release(self) -> None: ...
 
+def measure_gains(
+    source: _Array,
+    format: Format,
+    finish: Finish,
+    place: Optional[Sequence[int]],
+    width: Optional[int],
+    height: Optional[int],
+) -> list[float]: ...
 def unpack(
     source: _Array, format: Format, out: Optional[_Array], width: Optional[int], height: Optional[int], threads: int
 ) -> _Array: ...

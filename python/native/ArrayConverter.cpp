@@ -54,6 +54,10 @@ std::array<double, 4> ArrayConverter::LastGains() {
     return {gains.red, gains.green, gains.blue, gains.pan};
 }
 
+double ArrayConverter::LastExposure() {
+    return Locked([](const Converter& converter) { return converter.LastExposure(); });
+}
+
 void ArrayConverter::Release() {
     Locked([](Converter& converter) { converter.Release(); });
 }

@@ -30,6 +30,7 @@ public:
     void SetFinish(std::optional<frame::Finish> finish);
     void SetAnalogGain(std::optional<double> gain);
     std::array<double, 4> LastGains();
+    double LastExposure();
     void Release();
 
 private:

@@ -34,7 +34,8 @@ py::list AllParameterFacts(ArrayConverter& converter) {
 
 frame::WhiteBalance WhiteBalanceByName(const std::string& name) {
     if (name == "given") return frame::WhiteBalance::Given;
-    if (name == "auto" || name == "white-patch") return frame::WhiteBalance::WhitePatch;
+    if (name == "auto") return frame::WhiteBalance::Auto;
+    if (name == "white-patch") return frame::WhiteBalance::WhitePatch;
     if (name == "grey-world" || name == "gray-world") return frame::WhiteBalance::GreyWorld;
     Fail(KvxResult_UnknownName, "white_balance='{}': give auto, white-patch, grey-world, or gains", name);
 }
@@ -46,12 +47,15 @@ frame::ToneCurve ToneCurveByName(const std::string& name) {
     Fail(KvxResult_UnknownName, "tone='{}': give linear, srgb, or a table", name);
 }
 
-frame::Finish MakeFinish(uint32_t blackLevel, uint32_t whiteLevel, const std::string& whiteBalance,
-                         const std::array<double, 4>& gains, const std::array<double, 9>& matrix,
-                         const std::string& tone, std::vector<uint16_t> table) {
+frame::Finish MakeFinish(const std::array<double, 4>& blackLevel, const std::array<double, 4>& whiteLevel,
+                         const std::string& whiteBalance, const std::array<double, 4>& gains, double exposure,
+                         bool autoExposure, const std::array<double, 9>& matrix, const std::string& tone,
+                         std::vector<uint16_t> table) {
     frame::Finish finish;
-    finish.blackLevel = blackLevel;
-    finish.whiteLevel = whiteLevel;
+    finish.blackLevel.ofFilters = blackLevel;
+    finish.whiteLevel.ofFilters = whiteLevel;
+    finish.exposure = exposure;
+    finish.autoExposure = autoExposure;
     finish.whiteBalance = WhiteBalanceByName(whiteBalance);
     finish.gains = {gains[0], gains[1], gains[2], gains[3]};
     finish.matrix = matrix;
@@ -60,10 +64,24 @@ frame::Finish MakeFinish(uint32_t blackLevel, uint32_t whiteLevel, const std::st
     return finish;
 }
 
+std::array<double, 4> MeasuredGains(const py::object& source, const frame::Format& format, const frame::Finish& finish,
+                                    const std::optional<std::array<uint32_t, 4>>& place, std::optional<uint32_t> width,
+                                    std::optional<uint32_t> height) {
+    const frame::SourceView view = SourceOf(source, format, {width, height});
+    const py::gil_scoped_release release;
+    const frame::Gains gains =
+        place ? frame::MeasureGainsOfGrey(view, {(*place)[0], (*place)[1], (*place)[2], (*place)[3]}, finish)
+              : frame::MeasureGains(view, finish);
+    return {gains.red, gains.green, gains.blue, gains.pan};
+}
+
 void BindFinish(py::module_& module) {
     py::class_<frame::Finish>(module, "Finish")
         .def(py::init(&MakeFinish), py::arg("black_level"), py::arg("white_level"), py::arg("white_balance"),
-             py::arg("gains"), py::arg("matrix"), py::arg("tone"), py::arg("table"));
+             py::arg("gains"), py::arg("exposure"), py::arg("auto_exposure"), py::arg("matrix"), py::arg("tone"),
+             py::arg("table"));
+    module.def("measure_gains", &MeasuredGains, py::arg("source"), py::arg("format"), py::arg("finish"),
+               py::arg("place"), py::arg("width"), py::arg("height"));
 }
 
 void BindConverter(py::module_& module) {
@@ -81,6 +99,7 @@ void BindConverter(py::module_& module) {
         .def("set_finish", &ArrayConverter::SetFinish, py::arg("finish"))
         .def("set_analog_gain", &ArrayConverter::SetAnalogGain, py::arg("gain"))
         .def("last_gains", &ArrayConverter::LastGains)
+        .def("last_exposure", &ArrayConverter::LastExposure)
         .def("release", &ArrayConverter::Release);
 }
 

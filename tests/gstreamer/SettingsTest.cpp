@@ -25,7 +25,19 @@ TEST(GStreamerSettings, CountFromTheNextFrameOn) {
         {"parameters", "p,BayerAlgType=(int)1", [](Options& o) { o.algorithm = "ipp"; }},
         {"parameters", "p", [](Options& o) { o.algorithm = ""; }},
         {"black-level", "100", [](Options& o) { o.finish.emplace().blackLevel = 100; }},
-        {"black-level", "0", [](Options& o) { o.finish.reset(); }},
+        {"black-level", "1.5,2,3.25,4",
+         [](Options& o) {
+             o.finish->blackLevel = {1.5, 2, 3.25, 4};
+         }},
+        {"black-level", "", [](Options& o) { o.finish.reset(); }},
+        {"look", "natural", [](Options& o) { o.finish = frame::Finish::Natural(); }},
+        {"exposure", "-0.5",
+         [](Options& o) {
+             o.finish->autoExposure = false;
+             o.finish->exposure = -0.5;
+         }},
+        {"look", "none", [](Options& o) { o.finish.emplace().exposure = -0.5; }},
+        {"exposure", "", [](Options& o) { o.finish.reset(); }},
         {"tone", "srgb", [](Options& o) { o.finish.emplace().tone = frame::ToneCurve::Srgb; }},
         {"white-level", "3000", [](Options& o) { o.finish->whiteLevel = 3000; }},
         {"white-balance", "2.5,1.25,1.5",
@@ -35,8 +47,9 @@ TEST(GStreamerSettings, CountFromTheNextFrameOn) {
         {"white-balance", "auto",
          [](Options& o) {
              o.finish->gains = {};
-             o.finish->whiteBalance = frame::WhiteBalance::WhitePatch;
+             o.finish->whiteBalance = frame::WhiteBalance::Auto;
          }},
+        {"white-balance", "white-patch", [](Options& o) { o.finish->whiteBalance = frame::WhiteBalance::WhitePatch; }},
         {"white-balance", "grey-world", [](Options& o) { o.finish->whiteBalance = frame::WhiteBalance::GreyWorld; }},
         {"white-balance", "", [](Options& o) { o.finish->whiteBalance = frame::WhiteBalance::Given; }},
         {"tone", "linear", [](Options& o) { o.finish->tone = frame::ToneCurve::Linear; }},

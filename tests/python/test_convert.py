@@ -112,6 +112,10 @@ def test_finish_in_python_spelling():
     red = kvx.mosaic(np.full((8, 8, 3), (50, 100, 200), np.uint8), "BayerRG12")
     assert np.ptp(converter.convert(red).astype(int)) <= 1
     assert np.allclose(converter.gains, (4, 2, 1, 2), rtol=0.01)
+    grey = kvx.measure_gains(red, "BayerRG12", place=(2, 2, 4, 4))
+    assert np.allclose(grey, kvx.measure_gains(red, "BayerRG12", method="grey-world"), rtol=0.01)
+    converter.set_finish(white_balance=grey, exposure="auto")
+    assert np.ptp(converter.convert(red).astype(int)) <= 1 and converter.exposure > 0
     converter.set_finish()
     assert np.array_equal(converter.convert(red), kvx.convert(red, "BayerRG12")) and converter.gains == (1, 1, 1, 1)
 

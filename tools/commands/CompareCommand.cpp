@@ -11,7 +11,7 @@
 #include "tools/console/Arguments.h"
 #include "tools/console/Console.h"
 #include "tools/console/TextTable.h"
-#include "tools/convert/FinishOptions.h"
+#include "tools/convert/FinishPlan.h"
 #include "tools/files/InputFile.h"
 #include "tools/files/OutputFile.h"
 #include "tools/files/PictureDecoder.h"
@@ -34,7 +34,7 @@ maps of the difference; it must have the same tone and colours as the converted 
 
 Examples:
   kvx-demosaic compare scene_768x512_BayerRG12.raw --reference scene.png
-  kvx-demosaic compare frame.pgm --white-balance auto --tone srgb --crop 600,400,120,80)";
+  kvx-demosaic compare frame.pgm --look natural --crop 600,400,120,80)";
 
 const cv::Size kCropSize(120, 80);
 constexpr size_t kCropCount = 3;
@@ -119,7 +119,7 @@ void Compare(const CompareOptions& options) {
     const FrameInput input = ReadFrame(options.input, options.request);
     std::vector<cv::Rect> crops = GivenCrops(options.crops, ViewOf(input.frame), name);
     const cv::Mat reference = ReadReference(options.reference, input.frame.samples.size());
-    const auto finish = MakeFinish(options.finish, input.sidecar, input.frame.format, name);
+    const auto finish = PlanFinish(options.finish, input, name).finish;
     const auto results = WithExitCode(ExitCode::Library, name,
                                       [&] { return CompareAlgorithms(ViewOf(input.frame), finish, reference); });
     if (crops.empty()) {

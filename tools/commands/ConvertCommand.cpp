@@ -24,19 +24,22 @@ recognised by their content and contain their size; their values are right-align
 The picture has 8 bits per sample (--to RGB8) or 16 (--to RGB16, RGB10 and so on) and
 always uses the full range, so that white is white. RGB and BGR give the same file.
 
-Any of --white-balance, --black-level, --white-level, --matrix and --tone asks for a
-finish; the sidecar supplies what these options leave open. "auto" means white-patch.
-Without a finish, values stay linear; TrueSense frames, which hold linear light, then go
-through the component's tone curve and colour matrix (--set RR=1 and so on change it).
+--look natural makes a picture for display: the gains of the sidecar or measured ones, the
+exposure that uses the range, and the sRGB curve. Black and white level, gains and matrix
+of the sidecar always apply; options override them, and --linear switches all off. Four
+levels are those of red, green in red rows, green in blue rows and blue; for TrueSense of
+red, green, blue and clear. Without any of these, values stay linear; TrueSense frames,
+which hold linear light, then go through the component's tone curve and colour matrix
+(--set RR=1 and so on change it).
 
 When one of several frames fails, the others are still converted. --json prints a line
 for each frame when it is done: an object with input, output, status (converted or
-failed), seconds, and format, width, height, algorithm, gains, inferred; or exitCode and
-error.
+failed), seconds, and format, width, height, algorithm, gains, exposure, inferred, hints;
+or exitCode and error.
 
 Examples:
   kvx-demosaic convert scene_1920x1200_BayerRG12.raw scene.png
-  kvx-demosaic convert frame.raw frame.png --white-balance auto --tone srgb
+  kvx-demosaic convert frame.raw frame.png --look natural
   kvx-demosaic convert *.raw --output pictures/
   kvx-demosaic convert *.raw --output 'pictures/{stem}.tif' --to RGB16 --algorithm ipp
   grab | kvx-demosaic convert - - --format BayerRG8 --width 640 --height 480 | display)";

@@ -9,6 +9,7 @@
 #include "tools/console/Arguments.h"
 #include "tools/console/Console.h"
 #include "tools/console/TextTable.h"
+#include "tools/convert/FrameHints.h"
 #include "tools/files/InputFile.h"
 #include "tools/frames/FrameOptions.h"
 #include "tools/frames/FrameReader.h"
@@ -20,7 +21,9 @@ namespace {
 
 constexpr const char* kFooter = R"(Reads the frame as convert does, and fails with the same message and exit code if the
 file has the wrong size or a sample exceeds the depth. 'likely depth' is the smallest
-depth that holds all samples; low bits that are never set do not count.
+depth that holds all samples; low bits that are never set do not count. The last rows list
+the finish, which sidecar, look and the options of convert give, and where each part is
+from.
 
 Examples:
   kvx-demosaic info scene_1920x1200_BayerRG12.raw
@@ -29,6 +32,7 @@ Examples:
 struct InfoOptions {
     std::string input;
     FrameRequest request;
+    FinishRequest finish;
     bool asJson = false;
 };
 
@@ -46,7 +50,16 @@ std::string AlgorithmText(frame::Family family) {
     return algorithms.empty() ? "none (mono becomes grey)" : algorithms.front().name;
 }
 
-nlohmann::ordered_json InfoJson(const FrameInput& input, const std::string& name) {
+/** The parts of the finish with their values and origins. */
+nlohmann::ordered_json PlanJson(const FinishPlan& plan) {
+    auto parts = nlohmann::ordered_json::object();
+    for (const FrameFact& fact : plan.facts) {
+        parts[fact.name] = {{"value", fact.value}, {"origin", fact.origin}};
+    }
+    return parts;
+}
+
+nlohmann::ordered_json InfoJson(const FrameInput& input, const FinishPlan& plan, const std::string& name) {
     const RawFrame& frame = input.frame;
     const SampleStatistics statistics = MeasureSamples(frame);
     nlohmann::ordered_json origins = nlohmann::ordered_json::object();
@@ -69,7 +82,8 @@ nlohmann::ordered_json InfoJson(const FrameInput& input, const std::string& name
             {"clipped_share", statistics.clippedShare},
             {"black_share", statistics.blackShare},
             {"destination", "RGB8"},
-            {"algorithm", AlgorithmText(frame.format.family)}};
+            {"algorithm", AlgorithmText(frame.format.family)},
+            {"finish", PlanJson(plan)}};
 }
 
 std::string OriginText(const FrameInput& input, const std::string& factName) {
@@ -103,13 +117,25 @@ std::string InfoText(const FrameInput& input, const nlohmann::ordered_json& info
     table.AddRow({"black", percent(info["black_share"])});
     table.AddRow({"converts to", fmt::format("{} by default", info["destination"].get<std::string>())});
     table.AddRow({"algorithm", fmt::format("{} by default", info["algorithm"].get<std::string>())});
+    if (info["finish"].empty()) {
+        table.AddRow({"finish", "none"});
+    }
+    for (const auto& [part, choice] : info["finish"].items()) {
+        table.AddRow({part, fmt::format("{} (from the {})", choice["value"].get<std::string>(),
+                                        choice["origin"].get<std::string>())});
+    }
     return table.Text();
 }
 
 void Info(const InfoOptions& options) {
     const FrameInput input = ReadFrame(options.input, options.request);
-    const auto info = InfoJson(input, InputName(options.input));
+    const std::string name = InputName(options.input);
+    const FinishPlan plan = PlanFinish(options.finish, input, name);
+    const auto info = InfoJson(input, plan, name);
     PrintText(options.asJson ? JsonText(info) : InfoText(input, info));
+    for (const std::string& hint : FrameHints(options.finish, input, plan)) {
+        PrintMessage(fmt::format("{}: {}", name, hint));
+    }
 }
 
 }  // namespace
@@ -119,6 +145,7 @@ void AddInfoCommand(CLI::App& tool) {
     CLI::App* command = tool.add_subcommand("info", "Show what convert would do with a frame, and why");
     AddFrameArgument(*command, options->input);
     AddFrameOptions(*command, options->request);
+    AddFinishOptions(*command, options->finish);
     AddJsonFlag(*command, options->asJson);
     command->footer(kFooter);
     command->callback([options] { Info(*options); });

@@ -26,11 +26,20 @@ std::vector<double> ParseNumbers(const std::string& option, const std::string& t
         const auto [stop, error] = std::from_chars(next, end, numbers[index]);
         const bool isSeparated = index + 1 < count ? stop != end && *stop == ',' : stop == end;
         if (error != std::errc() || !isSeparated || !std::isfinite(numbers[index])) {
-            Fail(ExitCode::Usage, "{}: '{}' is not {} numbers separated by commas", option, text, count);
+            Fail(ExitCode::Usage, "{}: '{}' is not {}", option, text,
+                 count == 1 ? "a number" : fmt::format("{} numbers separated by commas", count));
         }
         next = stop + 1;
     }
     return numbers;
+}
+
+frame::Levels ParseLevels(const std::string& option, const std::string& text) {
+    if (text.find(',') == std::string::npos) {
+        return ParseNumbers<1>(option, text)[0];
+    }
+    const std::array<double, 4> levels = ParseNumbers<4>(option, text);
+    return {levels[0], levels[1], levels[2], levels[3]};
 }
 
 std::array<double, 3> ParseWeights(const std::string& option, const std::string& text) {

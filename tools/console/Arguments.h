@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "KvxDemosaicing/KvxImage.h"
+#include "KvxFrame/Finish.h"
 #include "tools/ToolError.h"
 
 namespace kvx::tool {
@@ -27,6 +28,9 @@ std::array<double, count> ParseNumbers(const std::string& option, const std::str
     std::ranges::copy(ParseNumbers(option, text, count), numbers.begin());
     return numbers;
 }
+
+/** One number, or four, separated by commas. Throws as above. */
+frame::Levels ParseLevels(const std::string& option, const std::string& text);
 
 /** Three such numbers, none negative, with a finite sum above 0. Throws ExitCode::Usage, naming the option. */
 std::array<double, 3> ParseWeights(const std::string& option, const std::string& text);
@@ -54,9 +58,9 @@ CLI::Option* AddText(CLI::App& command, const std::string& option, const std::fu
 
 /** Adds an option that takes one of these words. */
 template <typename Target, typename Value>
-void AddChoice(CLI::App& command, const std::string& option, Target& target,
-               const std::vector<std::pair<std::string, Value>>& choices, const std::string& help) {
-    AddText(
+CLI::Option* AddChoice(CLI::App& command, const std::string& option, Target& target,
+                       const std::vector<std::pair<std::string, Value>>& choices, const std::string& help) {
+    return AddText(
         command, option, [=, &target](const std::string& text) { target = ParseChoice(option, text, choices); }, "WORD",
         help);
 }

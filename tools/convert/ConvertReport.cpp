@@ -1,6 +1,6 @@
 #include "tools/convert/ConvertReport.h"
 
-#include <algorithm>
+#include <map>
 #include <nlohmann/json.hpp>
 
 #include "tools/console/Console.h"
@@ -20,11 +20,31 @@ std::string ReportLine(const FileReport& report) {
         json["height"] = report.height;
         json["algorithm"] = report.algorithm;
         json["gains"] = {{"R", report.gains.red}, {"G", report.gains.green}, {"B", report.gains.blue}};
+        json["exposure"] = report.exposure;
         json["inferred"] = report.inferred;
+        json["hints"] = report.hints;
     }
     json["seconds"] = report.time.count();
     return JsonText(json, -1);
 }
+
+namespace {
+
+/** Prints each hint once, with the first frame that it is about. */
+void PrintHints(const std::vector<FileReport>& reports) {
+    std::map<std::string, std::vector<const FileReport*>> byText;
+    for (const FileReport& report : reports) {
+        for (const std::string& hint : report.hints) {
+            byText[hint].push_back(&report);
+        }
+    }
+    for (const auto& [text, about] : byText) {
+        const std::string others = about.size() > 1 ? fmt::format(" and {} more", about.size() - 1) : "";
+        PrintMessage(fmt::format("{}{}: {}", about.front()->task.input, others, text));
+    }
+}
+
+}  // namespace
 
 ExitCode Conclude(const std::vector<FileReport>& reports) {
     if (reports.size() == 1) {
@@ -36,8 +56,10 @@ ExitCode Conclude(const std::vector<FileReport>& reports) {
         if (!report.inferred.empty()) {
             PrintMessage(fmt::format("{}: {}", report.task.input, report.inferred));
         }
+        PrintHints(reports);
         return ExitCode::Success;
     }
+    PrintHints(reports);
     size_t failures = 0;
     for (const FileReport& report : reports) {
         if (report.failure) {

@@ -9,14 +9,17 @@ namespace {
 using Source = WhiteBalanceRequest::Source;
 
 WhiteBalanceRequest ParseWhiteBalance(const std::string& text) {
-    if (text == "grey-world") {
-        return {Source::Measured, frame::WhiteBalance::GreyWorld, {}};
+    if (text == "auto") {
+        return {Source::Measured, frame::WhiteBalance::Auto, {}, {}, text};
     }
-    if (text == "auto" || text == "white-patch") {
-        return {Source::Measured, frame::WhiteBalance::WhitePatch, {}};
+    if (text == "grey-world") {
+        return {Source::Measured, frame::WhiteBalance::GreyWorld, {}, {}, text};
+    }
+    if (text == "white-patch") {
+        return {Source::Measured, frame::WhiteBalance::WhitePatch, {}, {}, text};
     }
     if (text == "sidecar") {
-        return {Source::Sidecar, {}, {}};
+        return {Source::Sidecar, {}, {}, {}, text};
     }
     if (text.find(',') == std::string::npos) {
         Fail(ExitCode::Usage,
@@ -25,61 +28,56 @@ WhiteBalanceRequest ParseWhiteBalance(const std::string& text) {
              text);
     }
     const std::array<double, 3> gains = ParseNumbers<3>("--white-balance", text);
-    return {Source::Given, {}, {gains[0], gains[1], gains[2], gains[1]}};
-}
-
-void SetWhiteBalance(frame::Finish& finish, const std::optional<WhiteBalanceRequest>& request, const Sidecar& sidecar,
-                     const std::string& name) {
-    if (!request || request->source == Source::Sidecar) {
-        if (request && !sidecar.gains) {
-            Fail(ExitCode::Usage, "{}: no sidecar gives its white balance: use --white-balance auto, or give R,G,B",
-                 name);
-        }
-        finish.gains = sidecar.gains.value_or(frame::Gains());
-    } else if (request->source == Source::Given) {
-        finish.gains = request->gains;
-    } else {
-        finish.whiteBalance = request->method;
-    }
+    return {Source::Given, {}, {gains[0], gains[1], gains[2], gains[1]}, {}, text};
 }
 
 }  // namespace
 
 void AddFinishOptions(CLI::App& command, FinishRequest& request) {
-    AddText(
+    CLI::Option* look = AddText(
+        command, "--look",
+        [&request](const std::string& text) {
+            request.isNatural = ParseChoice<bool>("--look", text, {{"natural", true}});
+        },
+        "natural", "White balance, exposure and sRGB curve for display, unless other options say otherwise");
+    CLI::Option* balance = AddText(
         command, "--white-balance",
         [&request](const std::string& text) { request.whiteBalance = ParseWhiteBalance(text); }, "HOW|R,G,B",
         "auto, grey-world, white-patch, sidecar, or gains of red, green and blue");
-    AddNumber(command, "--black-level", request.blackLevel, "Sample value of black");
-    AddNumber(command, "--white-level", request.whiteLevel, "Sample value at which the sensor clips");
-    AddText(
+    CLI::Option* place = AddText(
+        command, "--white-balance-from",
+        [&request](const std::string& text) {
+            request.whiteBalance = {Source::Place, {}, {}, ParseRegion("--white-balance-from", text), text};
+        },
+        "X,Y,W,H", "Gains that make this part of the frame grey");
+    place->excludes(balance);
+    CLI::Option* exposure = AddText(
+        command, "--exposure",
+        [&request](const std::string& text) {
+            request.exposure = text == "auto" ? ExposureRequest{true, 0}
+                                              : ExposureRequest{false, ParseNumbers<1>("--exposure", text)[0]};
+        },
+        "EV|auto", "Brightening in EV (1 doubles the light), or measured in the frame");
+    CLI::Option* black = AddText(
+        command, "--black-level",
+        [&request](const std::string& text) { request.blackLevel = ParseLevels("--black-level", text); }, "N|N,N,N,N",
+        "Sample value of black: a number, or one per filter");
+    CLI::Option* white = AddText(
+        command, "--white-level",
+        [&request](const std::string& text) { request.whiteLevel = ParseLevels("--white-level", text); }, "N|N,N,N,N",
+        "Sample value at which the sensor clips, likewise");
+    CLI::Option* matrix = AddText(
         command, "--matrix",
         [&request](const std::string& text) { request.matrix = ParseNumbers<9>("--matrix", text); }, "RR,RG,...",
         "Colour matrix, row by row: nine numbers separated by commas");
-    AddChoice<std::optional<frame::ToneCurve>, frame::ToneCurve>(
+    CLI::Option* tone = AddChoice<std::optional<frame::ToneCurve>, frame::ToneCurve>(
         command, "--tone", request.tone, {{"linear", frame::ToneCurve::Linear}, {"srgb", frame::ToneCurve::Srgb}},
         "Tone curve: linear or srgb");
-}
-
-std::optional<frame::Finish> MakeFinish(const FinishRequest& request, const Sidecar& sidecar,
-                                        const frame::Format& format, const std::string& name) {
-    if (!request.whiteBalance && !request.blackLevel && !request.whiteLevel && !request.matrix && !request.tone) {
-        return std::nullopt;
+    CLI::Option* linear =
+        command.add_flag("--linear", request.isLinear, "Keep the values: nothing of the sidecar or above applies");
+    for (CLI::Option* option : {look, balance, place, exposure, black, white, matrix, tone}) {
+        linear->excludes(option);
     }
-    const uint32_t white = frame::White(format);
-    const uint64_t blackLevel = request.blackLevel.value_or(sidecar.blackLevel.value_or(0));
-    const uint64_t whiteLevel = request.whiteLevel.value_or(sidecar.whiteLevel.value_or(white));
-    if (blackLevel >= whiteLevel || whiteLevel > white) {
-        Fail(ExitCode::Usage, "{}: black level {} and white level {} do not fit {}: 0 <= black < white <= {}", name,
-             blackLevel, whiteLevel, frame::Name(format), white);
-    }
-    frame::Finish finish;
-    finish.blackLevel = static_cast<uint32_t>(blackLevel);
-    finish.whiteLevel = static_cast<uint32_t>(whiteLevel);
-    SetWhiteBalance(finish, request.whiteBalance, sidecar, name);
-    finish.matrix = request.matrix.value_or(sidecar.matrix.value_or(finish.matrix));
-    finish.tone = request.tone.value_or(frame::ToneCurve::Linear);
-    return finish;
 }
 
 }  // namespace kvx::tool

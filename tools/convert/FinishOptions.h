@@ -2,40 +2,43 @@
 
 #include <CLI/CLI.hpp>
 #include <array>
-#include <cstdint>
 #include <optional>
 #include <string>
 
+#include "KvxDemosaicing/KvxImage.h"
 #include "KvxFrame/Finish.h"
-#include "tools/files/Sidecar.h"
 
 namespace kvx::tool {
 
 /** White balance as the user asks for it. */
 struct WhiteBalanceRequest {
-    enum class Source { Measured, Sidecar, Given };
+    enum class Source { Measured, Sidecar, Given, Place };
     Source source = Source::Measured;
-    frame::WhiteBalance method = frame::WhiteBalance::WhitePatch;  ///< of a measured one
-    frame::Gains gains;                                            ///< of a given one
+    frame::WhiteBalance method = frame::WhiteBalance::Auto;  ///< of a measured one
+    frame::Gains gains;                                      ///< of a given one
+    _KvxRect place{};                                        ///< a grey one, in the frame
+    std::string text;                                        ///< as the user wrote it
+};
+
+/** Exposure as the user asks for it. */
+struct ExposureRequest {
+    bool isAuto = false;
+    double value = 0;  ///< in EV
 };
 
 /** The finish as the user asks for it. */
 struct FinishRequest {
+    bool isNatural = false;  ///< --look natural
+    bool isLinear = false;   ///< --linear: nothing applies, the sidecar neither
     std::optional<WhiteBalanceRequest> whiteBalance;
-    std::optional<uint64_t> blackLevel;
-    std::optional<uint64_t> whiteLevel;
+    std::optional<ExposureRequest> exposure;
+    std::optional<frame::Levels> blackLevel;
+    std::optional<frame::Levels> whiteLevel;
     std::optional<std::array<double, 9>> matrix;
     std::optional<frame::ToneCurve> tone;
 };
 
-/** Adds --white-balance, --black-level, --white-level, --matrix and --tone. */
+/** Adds --look, --linear, --white-balance, --exposure, --black-level, --white-level, --matrix and --tone. */
 void AddFinishOptions(CLI::App& command, FinishRequest& request);
-
-/**
- * The finish of a frame, or nothing when none of the options was given. The sidecar supplies what the options leave
- * open. Throws ExitCode::Usage for a white balance that the sidecar lacks and for levels out of range.
- */
-std::optional<frame::Finish> MakeFinish(const FinishRequest& request, const Sidecar& sidecar,
-                                        const frame::Format& format, const std::string& name);
 
 }  // namespace kvx::tool

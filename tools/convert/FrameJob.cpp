@@ -47,8 +47,8 @@ void FrameJob::Convert(const FileTask& task, FileReport& report) {
             WithExitCode(ExitCode::Frame, name + ": --crop", [&] { return frame::Crop(source, *m_settings.crop); });
     }
     frame::Converter& converter = ConverterFor(source.format.family);
-    const std::optional<frame::Finish> finish = MakeFinish(m_settings.finish, input.sidecar, input.frame.format, name);
-    WithExitCode(ExitCode::Usage, name, [&] { converter.SetFinish(finish); });
+    const FinishPlan plan = PlanFinish(m_settings.finish, input, name);
+    WithExitCode(ExitCode::Usage, name, [&] { converter.SetFinish(plan.finish); });
     Picture picture = ConvertFrame(converter, source, m_settings.destination, name);
     if (m_settings.flip) {
         cv::flip(picture.pixels, picture.pixels, *m_settings.flip);
@@ -61,6 +61,14 @@ void FrameJob::Convert(const FileTask& task, FileReport& report) {
     report.width = picture.pixels.cols;
     report.height = picture.pixels.rows;
     report.gains = converter.LastGains();
+    report.exposure = converter.LastExposure();
+    report.hints = FrameHints(m_settings.finish, input, plan);
+    if (converter.LastGainsLimited()) {
+        report.hints.push_back(
+            fmt::format("white balance: hardly any colour of the frame could be that of a grey surface, so the gains "
+                        "({:.3g}, {:.3g}, {:.3g}) are a limit and not a measurement: give --white-balance",
+                        report.gains.red, report.gains.green, report.gains.blue));
+    }
 }
 
 frame::Converter& FrameJob::ConverterFor(frame::Family family) {

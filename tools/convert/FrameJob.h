@@ -10,7 +10,7 @@
 #include "KvxFrame/Converter.h"
 #include "tools/ToolError.h"
 #include "tools/convert/BatchPlan.h"
-#include "tools/convert/FinishOptions.h"
+#include "tools/convert/FrameHints.h"
 #include "tools/frames/FrameReader.h"
 
 namespace kvx::tool {
@@ -38,6 +38,8 @@ struct FileReport {
     int width = 0;  ///< of the picture, in pixels
     int height = 0;
     frame::Gains gains;
+    double exposure = 0;                   ///< in EV
+    std::vector<std::string> hints;        ///< what the user should know about the frame and its picture
     std::chrono::duration<double> time{};  ///< reading, converting, encoding and writing
 };
 

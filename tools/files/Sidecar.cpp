@@ -1,9 +1,13 @@
 #include "tools/files/Sidecar.h"
 
+#include <fmt/ranges.h>
+
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "frame/formats/NearestNames.h"
 #include "tools/ToolError.h"
 #include "tools/files/InputFile.h"
 #include "tools/files/OutputFile.h"
@@ -18,6 +22,9 @@ using Json = nlohmann::ordered_json;
 constexpr int kDeepestLevel = 64;
 constexpr InputLimit kSidecarLimit{size_t{1} << 24, ExitCode::Input, "no sidecar is that large"};
 constexpr size_t kShownCharacters = 40;
+constexpr std::array<std::string_view, 11> kKeys = {
+    "format",      "bayer_pattern", "bits_per_sample",     "width",        "height", "stride", "offset",
+    "black_level", "white_level",   "white_balance_gains", "colour_matrix"};
 
 /** On one line and not too long, whatever is in it. */
 std::string Quoted(const std::string& text) {
@@ -32,7 +39,7 @@ std::string Described(const Json& value) {
                                    : value.dump();
 }
 
-/** Looks up keys; errors name file and key. Unknown keys are ignored. */
+/** Looks up keys; errors name file and key. */
 class SidecarReader {
 public:
     SidecarReader(const std::string& path, const Bytes& content) : m_path(path), m_json(Parsed(content)) {
@@ -72,6 +79,20 @@ public:
         return Named("bayer_pattern", fmt::format("CFA_{}_{}_{}", pattern->substr(0, 2), pattern->substr(2), *bits));
     }
 
+    std::optional<frame::Levels> Levels(const char* key) const {
+        const Json* value = Find(key);
+        if (value == nullptr) {
+            return std::nullopt;
+        }
+        if (value->is_number()) {
+            return frame::Levels(value->get<double>());
+        }
+        if (!IsNumbers(*value, 4)) {
+            FailBroken(fmt::format("\"{}\" is {}, not a number or a list of four", key, Described(*value)));
+        }
+        return frame::Levels((*value)[0], (*value)[1], (*value)[2], (*value)[3]);
+    }
+
     std::optional<frame::Gains> Gains() const {
         const Json* value = Find("white_balance_gains");
         if (value == nullptr) {
@@ -94,15 +115,42 @@ public:
         if (value == nullptr) {
             return std::nullopt;
         }
-        const bool isNumbers = value->is_array() && value->size() == 9 &&
-                               std::all_of(value->begin(), value->end(), [](const Json& v) { return v.is_number(); });
-        if (!isNumbers) {
+        if (!IsNumbers(*value, 9)) {
             FailBroken("\"colour_matrix\" is not a list of nine numbers");
         }
         return value->get<std::array<double, 9>>();
     }
 
+    /** Names the unknown keys, with the known ones that they resemble; empty if there are none. */
+    std::string UnknownKeys() const {
+        constexpr size_t kNamed = 3;
+        std::string meant;
+        std::vector<std::string> notes;
+        for (const auto& [key, value] : m_json.items()) {
+            if (std::ranges::find(kKeys, key) != kKeys.end()) {
+                continue;
+            }
+            if (const std::optional<std::string> similar = frame::SimilarName(key, {kKeys.begin(), kKeys.end()})) {
+                meant += fmt::format("{}did you mean \"{}\" by {}?", meant.empty() ? "" : " ", *similar, Quoted(key));
+            } else {
+                notes.push_back(Quoted(key));
+            }
+        }
+        if (notes.empty()) {
+            return meant;
+        }
+        const size_t rest = notes.size() - std::min(notes.size(), kNamed);
+        notes.resize(notes.size() - rest);
+        return fmt::format("{}{}unknown keys are ignored: {}{}", meant, meant.empty() ? "" : " other ",
+                           fmt::join(notes, ", "), rest > 0 ? fmt::format(" and {} more", rest) : "");
+    }
+
 private:
+    static bool IsNumbers(const Json& value, size_t count) {
+        return value.is_array() && value.size() == count &&
+               std::ranges::all_of(value, [](const Json& number) { return number.is_number(); });
+    }
+
     Json Parsed(const Bytes& content) const {
         const auto checkDepth = [this](int depth, Json::parse_event_t, const Json&) {
             if (depth > kDeepestLevel) {
@@ -133,6 +181,20 @@ private:
     std::string m_path;
     Json m_json;
 };
+
+/** A whole number without a fraction. */
+Json NumberJson(double number) {
+    return std::trunc(number) == number && std::abs(number) < 1e15 ? Json(static_cast<int64_t>(number)) : Json(number);
+}
+
+/** One number if all are the same. */
+Json LevelsJson(const frame::Levels& levels) {
+    const auto& [first, second, third, fourth] = levels.ofFilters;
+    if (levels == frame::Levels(first)) {
+        return NumberJson(first);
+    }
+    return Json::array({NumberJson(first), NumberJson(second), NumberJson(third), NumberJson(fourth)});
+}
 
 std::string FindSidecar(const std::string& framePath) {
     if (framePath == "-") {
@@ -166,10 +228,11 @@ Sidecar ParseSidecar(const std::string& path, const Bytes& content) {
             .height = reader.Number("height"),
             .stride = reader.Number("stride"),
             .offset = reader.Number("offset"),
-            .blackLevel = reader.Number("black_level"),
-            .whiteLevel = reader.Number("white_level"),
+            .blackLevel = reader.Levels("black_level"),
+            .whiteLevel = reader.Levels("white_level"),
             .gains = reader.Gains(),
-            .matrix = reader.Matrix()};
+            .matrix = reader.Matrix(),
+            .warning = reader.UnknownKeys()};
 }
 
 Bytes SidecarContent(const Sidecar& sidecar) {
@@ -186,8 +249,12 @@ Bytes SidecarContent(const Sidecar& sidecar) {
     add("height", sidecar.height);
     add("stride", sidecar.stride);
     add("offset", sidecar.offset);
-    add("black_level", sidecar.blackLevel);
-    add("white_level", sidecar.whiteLevel);
+    if (sidecar.blackLevel) {
+        json["black_level"] = LevelsJson(*sidecar.blackLevel);
+    }
+    if (sidecar.whiteLevel) {
+        json["white_level"] = LevelsJson(*sidecar.whiteLevel);
+    }
     if (sidecar.gains) {
         json["white_balance_gains"] = {
             {"R", sidecar.gains->red}, {"G", sidecar.gains->green}, {"B", sidecar.gains->blue}};

@@ -19,10 +19,11 @@ struct Sidecar {
     std::optional<uint64_t> height;               ///< "height": rows
     std::optional<uint64_t> stride;               ///< "stride": bytes from row to row
     std::optional<uint64_t> offset;               ///< "offset": bytes before the first row
-    std::optional<uint64_t> blackLevel;           ///< "black_level": in samples
-    std::optional<uint64_t> whiteLevel;           ///< "white_level": in samples
+    std::optional<frame::Levels> blackLevel;      ///< "black_level": a sample value, or four as frame::Levels has them
+    std::optional<frame::Levels> whiteLevel;      ///< "white_level": likewise
     std::optional<frame::Gains> gains;            ///< "white_balance_gains": {"R": ..., "G": ..., "B": ...}
     std::optional<std::array<double, 9>> matrix;  ///< "colour_matrix": nine numbers, row by row
+    std::string warning = {};                     ///< about unknown keys; often empty
 };
 
 /** "FRAME.json", the name that is written. Reading also finds the frame's name with its extension replaced. */
@@ -34,7 +35,7 @@ Sidecar ReadSidecar(const std::string& framePath);
 /** Parses the content of the sidecar `path`. Throws as above. */
 Sidecar ParseSidecar(const std::string& path, const Bytes& content);
 
-/** The text of a sidecar with all known members except `path`. */
+/** The text of a sidecar with all known members, without `path` and `warning`. */
 Bytes SidecarContent(const Sidecar& sidecar);
 
 /** Writes all known members except `path` next to a frame; nothing for "-". Throws ExitCode::Output. */

@@ -97,9 +97,12 @@ Finish DrawFinish(Input& input) {
         return kind < 4 ? usual : static_cast<double>(input.Below(256)) / 16 - (usual == 0 ? 8 : 0);
     };
     Finish finish;
-    finish.blackLevel = input.Below(8) ? input.Below(300) : input.Take<uint32_t>();
-    if (input.Below(4) == 0) finish.whiteLevel = input.Flag() ? input.Below(65536) : input.Take<uint32_t>();
-    finish.whiteBalance = static_cast<WhiteBalance>(input.Below(16) ? input.Below(3) : input.Take<uint8_t>());
+    finish.blackLevel = input.Below(8) ? input.Below(300) / 4.0 : input.Take<double>();
+    if (input.Below(4) == 0) finish.whiteLevel = input.Flag() ? input.Below(65536) : input.Take<double>();
+    if (input.Below(4) == 0) finish.blackLevel.ofFilters[input.Below(4)] = number(0);
+    finish.exposure = number(0);
+    finish.autoExposure = input.Flag();
+    finish.whiteBalance = static_cast<WhiteBalance>(input.Below(16) ? input.Below(4) : input.Take<uint8_t>());
     for (double* gain : {&finish.gains.red, &finish.gains.green, &finish.gains.blue, &finish.gains.pan})
         *gain = number(1);
     for (size_t i = 0; i < 9; ++i) finish.matrix[i] = number(i % 4 == 0);

@@ -27,7 +27,7 @@ std::vector<Format> Formats(bool (*isTaken)(const Format&)) {
 /** Without a finish TrueSense frames go through a tone curve: there only order, evenness and white are certain. */
 TEST(Convert, EverySourceBecomesEveryDestinationWithAndWithoutFinish) {
     const auto check = [](Converter& converter, const Format& source, const Format& destination, bool hasCurve,
-                          const Levels& levels) {
+                          const Colour& levels) {
         TestFrame frame = MakeFlat(source, kWidth, kHeight, levels);
         TestPicture picture(destination, kWidth, kHeight);
         converter.Convert(frame.view, picture.View());
@@ -59,8 +59,8 @@ TEST(Convert, EverySourceBecomesEveryDestinationWithAndWithoutFinish) {
                 if (hasCurve)  // the colours of the component's matrix are a camera's
                     for (const char* name : {"RR", "RG", "RB", "GR", "GG", "GB", "BR", "BG", "BB"})
                         converter.SetParameter(name, name[0] == name[1] ? "1" : "0");
-                for (const Levels& levels : {Levels{0.75, 0.125, 0.125}, Levels{0.125, 0.75, 0.125},
-                                             Levels{0.125, 0.125, 0.75}, Levels{0.5, 0.5, 0.5}, Levels{1, 1, 1}})
+                for (const Colour& levels : {Colour{0.75, 0.125, 0.125}, Colour{0.125, 0.75, 0.125},
+                                             Colour{0.125, 0.125, 0.75}, Colour{0.5, 0.5, 0.5}, Colour{1, 1, 1}})
                     for (const Format& destination : Formats(IsDestination))
                         ASSERT_NO_FATAL_FAILURE(check(converter, source, destination, hasCurve, levels))
                             << Name(source) << " to " << NamesOf(destination).back().name << ", " << levels[0] << " "

@@ -56,6 +56,15 @@ const Refusal kRefusals[] = {
     {"WhiteLevel", [](Job& j) { j.options.finish.emplace().whiteLevel = 4096; }, kInvalid, "ends at 4095"},
     {"Levels", [](Job& j) { j.options.finish.emplace().blackLevel = 100, j.options.finish->whiteLevel = 100; },
      kInvalid, "white is 100"},
+    {"NanLevel",
+     [](Job& j) {
+         j.options.finish.emplace().blackLevel = {0, 0, std::nan(""), 0};
+     },
+     kRange, "level of nan"},
+    {"NarrowLevels",
+     [](Job& j) { j.options.finish.emplace().blackLevel = 99.98, j.options.finish->whiteLevel = 99.99; }, kInvalid,
+     "the same in 16 bits"},
+    {"Exposure", [](Job& j) { j.options.finish.emplace().exposure = std::nan(""); }, kRange, "exposure of nan"},
     {"Gain", [](Job& j) { j.options.finish.emplace().gains.red = 0; }, kRange, "gain of 0"},
     {"NanGain", [](Job& j) { j.options.finish.emplace().gains.pan = std::nan(""); }, kRange, "gain of nan"},
     {"Matrix", [](Job& j) { j.options.finish.emplace().matrix[3] = INFINITY; }, kRange, "coefficient"},

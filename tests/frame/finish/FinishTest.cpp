@@ -20,12 +20,13 @@ using fuzz::Edge, fuzz::GuardedBuffer;
 
 TEST(BalanceRow, EqualsItsFormulaOnEveryInstructionSet) {
     std::mt19937 random(3);
-    const RowBalance cases[] = {{4095, 4, 16 * 64, 12, 65535, {65535, 40000, 1, 32768}},
-                                {255, 8, 0, 15, 65535, {32768, 65535, 20000, 32769}},
-                                {65535, 0, 65534, 0, 65535, {65535, 65535, 1, 0}},
-                                {1023, 6, 640, 14, 4095, {17000, 30000, 65535, 16384}},
-                                {16383, 2, 0, 17, 4095, {65535, 65535, 65535, 65535}},
-                                {65535, 0, 0, 17, 65535, {65535, 65535, 65535, 65535}}};
+    const auto all = [](uint16_t value) { return std::array<uint16_t, 4>{value, value, value, value}; };
+    const RowBalance cases[] = {{4095, 4, 12, 65535, all(65520), all(1024), {65535, 40000, 1, 32768}},
+                                {255, 8, 15, 65535, all(65280), all(0), {32768, 65535, 20000, 32769}},
+                                {65535, 0, 0, 65535, all(65535), all(65534), {65535, 65535, 1, 0}},
+                                {1023, 6, 14, 4095, {65472, 60001, 640, 3}, {640, 0, 639, 2}, {17000, 30000, 65535, 9}},
+                                {16383, 2, 17, 4095, all(65532), all(0), all(65535)},
+                                {65535, 0, 17, 65535, all(65535), all(0), all(65535)}};
     std::vector<uint16_t> samples(1003);
     for (auto& sample : samples) sample = static_cast<uint16_t>(random());
     samples[5] = samples[70] = 0;
@@ -36,8 +37,9 @@ TEST(BalanceRow, EqualsItsFormulaOnEveryInstructionSet) {
             BalanceRow(balance, result.data(), result.size());
             for (size_t i = 0; i < samples.size(); ++i) {
                 // The documented formula, in numbers too wide to overflow.
-                const int64_t value = std::min<int64_t>(samples[i], balance.white) << balance.leftShift;
-                const int64_t light = std::max<int64_t>(value - balance.black, 0);
+                const int64_t wide = std::min<int64_t>(samples[i], balance.largest) << balance.leftShift;
+                const int64_t value = std::min<int64_t>(wide, balance.white[i % 4]);
+                const int64_t light = std::max<int64_t>(value - balance.black[i % 4], 0);
                 const int64_t half = balance.scale > 0 ? int64_t{1} << (balance.scale - 1) : 0;
                 const int64_t expected =
                     std::min<int64_t>((light * balance.factors[i % 4] + half) >> balance.scale, balance.limit);
@@ -116,11 +118,11 @@ TEST(Finish, DoesTheSameToEveryFamily) {
     finish.gains = {1.5, 1, 2, 1.2};
     finish.matrix = {1.2, -0.1, -0.1, -0.2, 1.3, -0.1, 0, -0.4, 1.4};
     finish.tone = ToneCurve::Srgb;
-    const Levels light = {0.3, 0.45, 0.2};
+    const Colour light = {0.3, 0.45, 0.2};
     for (const char* name : {"BayerGB8", "BayerRG12p", "BayerBG16", "SCF1WRWG8", "SCF1WGWB12", "SCF1WBWG14"}) {
         const Format format = FormatByName(name);
         finish.blackLevel = White(format) / 16;
-        Levels raw{};
+        Colour raw{};
         for (size_t i = 0; i < 3; ++i) raw[i] = light[i] * 15 / 16 + 1.0 / 16;
         TestFrame frame = MakeFlat(format, 24, 16, raw);
         for (const char* destination : {"RGB8", "BGR16", "RGBa8"}) {
@@ -184,8 +186,8 @@ TEST(Finish, TakesTheWhiteLevelForWhiteAndKeepsSixteenBits) {
 /** A cast of known size over noise is found and taken away; clipped tiles and clear sites have no say. */
 TEST(MeasureGains, FindsTheCast) {
     for (const char* name : {"BayerGR12", "SCF1WBWG12p", "BayerRG10Packed"})
-        for (const WhiteBalance method : {WhiteBalance::GreyWorld, WhiteBalance::WhitePatch}) {
-            SCOPED_TRACE(std::string(name) + (method == WhiteBalance::GreyWorld ? " grey" : " white"));
+        for (const WhiteBalance method : {WhiteBalance::GreyWorld, WhiteBalance::WhitePatch, WhiteBalance::Auto}) {
+            SCOPED_TRACE(std::string(name) + " " + std::to_string(static_cast<int>(method)));
             const Format format = FormatByName(name);
             const double white = White(format), black = std::round(white / 20);
             std::mt19937 random(9);
@@ -198,7 +200,7 @@ TEST(MeasureGains, FindsTheCast) {
                 return static_cast<uint16_t>(std::min(white, std::round(black + cast * light * (white - black))));
             });
             Finish finish;
-            finish.blackLevel = static_cast<uint32_t>(black);
+            finish.blackLevel = black;
             finish.whiteBalance = method;
             const Gains gains = MeasureGains(frame.view, finish);
             EXPECT_NEAR(gains.red, 1.6, 0.04);
@@ -217,7 +219,7 @@ TEST(MeasureGains, FindsTheCast) {
         }
     // Nothing to measure: black frames, frames smaller than a tile, mono. Red is clipped from 252 on, the top 1/64.
     for (const WhiteBalance method : {WhiteBalance::GreyWorld, WhiteBalance::WhitePatch}) {
-        const auto gainsOf = [method](const char* format, uint32_t side, const Levels& levels) {
+        const auto gainsOf = [method](const char* format, uint32_t side, const Colour& levels) {
             Finish finish;
             finish.whiteBalance = method;
             return MeasureGains(MakeFlat(FormatByName(format), side, side, levels).view, finish);
@@ -228,6 +230,115 @@ TEST(MeasureGains, FindsTheCast) {
         EXPECT_EQ(gainsOf("BayerRG8", 8, {252.0 / 255, 0.4, 0.4}).green, 1);
         EXPECT_NEAR(gainsOf("BayerRG8", 8, {251.0 / 255, 0.4, 0.4}).green, 251 / 102.0, 0.01);
     }
+}
+
+/** Fractions and a level for each filter: a frame with such offsets and ranges is the frame without them. */
+TEST(Finish, TakesLevelsOfEachFilter) {
+    const Levels black = {6.25, 10.5, 12.75, 20}, white = {250, 200.5, 225, 180};
+    for (const char* name : {"BayerGB8", "BayerRG14", "SCF1WBWG12p", "Mono10"}) {
+        const Format format = FormatByName(name);
+        const double unit = White(format) / 255.0;
+        const auto frameOf = [&](const Levels& from, const Levels& to) {
+            return MakeFrame(format, 32, 16, [&](uint32_t row, uint32_t column) {
+                const char filter = FilterAt(format, row, column);
+                const bool isBayer = format.family == Family::Bayer;
+                const bool hasRed = FilterAt(format, row, column + 1) == 'R' || filter == 'R';
+                const size_t index = filter == 'R'   ? 0
+                                     : filter == 'G' ? (isBayer && !hasRed ? 2 : 1)
+                                     : filter == 'B' ? (isBayer ? 3 : 2)
+                                                     : 3;
+                const double light = 0.4 + 0.2 * (filter == 'B') - 0.1 * (filter == 'G');
+                const double low = from.ofFilters[index] * unit, high = to.ofFilters[index] * unit;
+                return static_cast<uint16_t>(std::lround(low + light * (high - low)));
+            });
+        };
+        Options options;
+        Finish& finish = options.finish.emplace();
+        TestPicture expected(FormatByName("RGB8"), 32, 16), picture(FormatByName("RGB8"), 32, 16);
+        Convert(frameOf(0, 255).view, expected.View(), options);
+        for (size_t i = 0; i < 4; ++i) {
+            finish.blackLevel.ofFilters[i] = black.ofFilters[i] * unit;
+            finish.whiteLevel.ofFilters[i] = white.ofFilters[i] * unit;
+        }
+        Convert(frameOf(black, white).view, picture.View(), options);
+        for (const uint32_t channel : {0u, 1u, 2u})
+            EXPECT_NEAR(picture.At(5, 9, channel), expected.At(5, 9, channel), format.bits == 8 ? 1.5 : 1) << name;
+    }
+}
+
+/** Grey surfaces in a light, next to colours that no light has; without the grey ones the gains are limited. */
+TEST(WhiteBalance, AutoIgnoresColoursOfNoLightAndLimitsItsGains) {
+    const Format format = FormatByName("BayerRG12");
+    const auto scene = [&](uint32_t greyColumns) {
+        return MakeFrame(format, 64, 64, [&](uint32_t row, uint32_t column) {
+            const char filter = FilterAt(format, row, column);
+            if (column < greyColumns) return static_cast<uint16_t>(filter == 'R' ? 800 : filter == 'G' ? 1200 : 480);
+            const bool isRed = row < 32;  // else yellow; both brighter than the grey
+            return static_cast<uint16_t>(filter == 'R' ? 3000 : filter == 'G' ? (isRed ? 300 : 2800) : 200);
+        });
+    };
+    Converter converter(Family::Bayer);
+    converter.SetFinish(Finish::Natural());
+    TestPicture picture(FormatByName("RGB8"), 64, 64);
+    converter.Convert(scene(8).view, picture.View());
+    EXPECT_NEAR(converter.LastGains().red, 1.5, 1e-6);
+    EXPECT_NEAR(converter.LastGains().blue, 2.5, 1e-6);
+    EXPECT_FALSE(converter.LastGainsLimited());
+    converter.Convert(scene(0).view, picture.View());
+    const Gains gains = converter.LastGains();
+    EXPECT_TRUE(converter.LastGainsLimited());
+    EXPECT_NEAR(gains.blue / gains.green, 5, 1e-6);
+    EXPECT_EQ(std::min({gains.red, gains.green, gains.blue}), 1);
+
+    const Gains ofGrey = MeasureGainsOfGrey(scene(8).view, {1, 3, 6, 6}, {});
+    EXPECT_NEAR(ofGrey.red, 1.5, 1e-6);
+    EXPECT_NEAR(ofGrey.blue, 2.5, 1e-6);
+    Finish clips;
+    clips.whiteLevel = 1200;
+    for (const _KvxRect place : {_KvxRect{0, 0, 1, 8}, {60, 60, 8, 8}})
+        EXPECT_THROW(MeasureGainsOfGrey(scene(8).view, place, {}), Error);
+    EXPECT_THROW(MeasureGainsOfGrey(scene(8).view, {0, 0, 8, 8}, clips), Error);
+}
+
+/** The brightest place that is not clipped becomes nearly white, never darker; given exposures multiply. */
+TEST(Exposure, UsesTheRangeWithoutClippedPlaces) {
+    const auto exposureOf = [](const char* name, double light, uint32_t clippedRows) {
+        const Format format = FormatByName(name);
+        TestFrame frame = MakeFrame(format, 32, 32, [&](uint32_t row, uint32_t) {
+            return static_cast<uint16_t>(row < clippedRows ? White(format) : std::lround(light * White(format)));
+        });
+        return MeasureExposure(frame.view, {});
+    };
+    for (const char* name : {"BayerGR12", "SCF1WBWG12", "Mono16"})
+        for (const uint32_t clippedRows : {0u, 16u}) {
+            EXPECT_NEAR(exposureOf(name, 0.225, clippedRows), 2, 0.01) << name;
+            EXPECT_EQ(exposureOf(name, 0.97, clippedRows), 0) << name;
+            EXPECT_EQ(exposureOf(name, 0.001, clippedRows), 6) << name;
+        }
+    EXPECT_EQ(exposureOf("BayerRG8", 1, 32), 0);
+
+    TestFrame frame = MakeFlat(FormatByName("BayerGR12"), 32, 32, {0.225, 0.225, 0.225});
+    TestPicture picture(FormatByName("RGB8"), 32, 32);
+    for (const auto& [isAuto, ev, expected] : {std::tuple{false, 1.0, 0.45}, {true, 0.0, 0.9}, {true, -1.0, 0.45}}) {
+        Finish finish;
+        finish.autoExposure = isAuto;
+        finish.exposure = ev;
+        Converter converter(Family::Bayer);
+        converter.SetFinish(finish);
+        converter.Convert(frame.view, picture.View());
+        EXPECT_NEAR(picture.At(9, 9, 1) / 255.0, expected, 0.003);
+        EXPECT_NEAR(converter.LastExposure(), ev + 2 * isAuto, 0.01);
+    }
+}
+
+TEST(LooksLinear, IsTrueForLightAndNotForDevelopedPictures) {
+    const auto looksLinear = [](const Colour& levels) {
+        return LooksLinear(MakeFlat(FormatByName("BayerRG12"), 32, 32, levels).view, {});
+    };
+    EXPECT_TRUE(looksLinear({0.08, 0.08, 0.08}));
+    EXPECT_TRUE(looksLinear({0.18, 0.3, 0.15}));
+    EXPECT_FALSE(looksLinear({0.2, 0.2, 0.2}));
+    EXPECT_FALSE(looksLinear({0.3, 0.5, 0.3}));
 }
 
 }  // namespace

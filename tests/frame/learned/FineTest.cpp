@@ -138,8 +138,8 @@ TEST(Fine, EqualsThePlainNetwork) {
 TEST(Fine, KeepsFlatFields) {
     for (const char* name : {"BayerGR12", "CFA_BWGW_WGWR_GWRW_WBWG_12"})
         for (const bool hasNoise : {false, true})
-            for (const Levels& levels :
-                 {Levels{0, 0, 0}, Levels{1, 1, 1}, Levels{0.9, 0.2, 0.05}, Levels{0.1, 0.3, 1}}) {
+            for (const Colour& levels :
+                 {Colour{0, 0, 0}, Colour{1, 1, 1}, Colour{0.9, 0.2, 0.05}, Colour{0.1, 0.3, 1}}) {
                 Converter converter(FormatByName(name).family);
                 converter.SetAlgorithm("fine");
                 converter.SetFinish(Finish{});

@@ -108,7 +108,7 @@ TEST(SwiftTest, TrueSenseIsAsDefined) {
 }
 
 TEST(SwiftTest, FlatFieldsStayAsTheyAre) {
-    const Levels levels = {0.9, 0.3, 0.05};
+    const Colour levels = {0.9, 0.3, 0.05};
     for (const Family family : {Family::Bayer, Family::TrueSense}) {
         SwiftInterpolator interpolator(family);
         for (uint8_t phase = 0; phase < (family == Family::Bayer ? 4 : 16); ++phase) {

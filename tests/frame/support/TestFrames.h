@@ -53,10 +53,10 @@ inline TestFrame MakeNoise(const Format& format, uint32_t width, uint32_t height
         padding);
 }
 
-using Levels = std::array<double, 3>;  // red, green, blue from 0 to 1
+using Colour = std::array<double, 3>;  // red, green, blue from 0 to 1
 
 /** An even area; clear and mono sites see the mean. */
-inline TestFrame MakeFlat(const Format& format, uint32_t width, uint32_t height, const Levels& levels) {
+inline TestFrame MakeFlat(const Format& format, uint32_t width, uint32_t height, const Colour& levels) {
     return MakeFrame(
         format, width, height,
         [&](uint32_t row, uint32_t column) {
@@ -73,7 +73,8 @@ inline TestFrame MakeFlat(const Format& format, uint32_t width, uint32_t height,
 inline Finish EverythingOn() {
     Finish finish;
     finish.blackLevel = 3;
-    finish.whiteBalance = WhiteBalance::GreyWorld;
+    finish.whiteBalance = WhiteBalance::Auto;
+    finish.autoExposure = true;
     finish.tone = ToneCurve::Srgb;
     return finish;
 }

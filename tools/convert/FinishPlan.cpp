@@ -1,0 +1,139 @@
+#include "tools/convert/FinishPlan.h"
+
+#include <fmt/ranges.h>
+
+#include <algorithm>
+
+#include "tools/ToolError.h"
+#include "tools/frames/FrameError.h"
+
+namespace kvx::tool {
+namespace {
+
+using Source = WhiteBalanceRequest::Source;
+
+std::string LevelsText(const frame::Levels& levels) {
+    const auto& values = levels.ofFilters;
+    return levels == frame::Levels(values[0]) ? fmt::format("{}", values[0])
+                                              : fmt::format("{}", fmt::join(values, ", "));
+}
+
+std::string GainsText(const frame::Gains& gains) {
+    return fmt::format("{:.4g}, {:.4g}, {:.4g}", gains.red, gains.green, gains.blue);
+}
+
+/** Chooses the parts of a finish one after the other, and records them. */
+class Planner {
+public:
+    Planner(const FinishRequest& request, const FrameInput& input, const std::string& name)
+        : m_request(request), m_input(input), m_name(name) {}
+
+    FinishPlan Plan() {
+        const Sidecar& sidecar = m_input.sidecar;
+        Choose("black level", m_request.blackLevel, sidecar.blackLevel, m_finish.blackLevel, LevelsText);
+        Choose("white level", m_request.whiteLevel, sidecar.whiteLevel, m_finish.whiteLevel, LevelsText);
+        RequireFittingLevels();
+        ChooseWhiteBalance();
+        Choose("matrix", m_request.matrix, sidecar.matrix, m_finish.matrix,
+               [](const auto& matrix) { return fmt::format("{}", fmt::join(matrix, ", ")); });
+        ChooseExposure();
+        ChooseTone();
+        return {m_facts.empty() ? std::nullopt : std::optional(m_finish), m_facts};
+    }
+
+private:
+    void Record(const char* name, const std::string& value, const char* origin) {
+        m_facts.push_back({name, value, origin});
+    }
+
+    template <typename Value, typename Describe>
+    void Choose(const char* name, const std::optional<Value>& given, const std::optional<Value>& fromSidecar,
+                Value& chosen, const Describe& describe) {
+        if (const std::optional<Value>& value = given ? given : fromSidecar) {
+            chosen = *value;
+            Record(name, describe(*value), given ? "options" : "sidecar");
+        }
+    }
+
+    void RequireFittingLevels() const {
+        const frame::Format& format = m_input.frame.format;
+        const double largest = frame::White(format);
+        for (size_t filter = 0; filter < 4; ++filter) {
+            const double black = m_finish.blackLevel.ofFilters[filter];
+            const double given = m_finish.whiteLevel.ofFilters[filter], white = given == 0 ? largest : given;
+            if (!(black >= 0 && black < white && white <= largest)) {
+                Fail(ExitCode::Usage, "{}: black level {} and white level {} do not fit {}: 0 <= black < white <= {}",
+                     m_name, black, white, frame::Name(format), largest);
+            }
+        }
+    }
+
+    void ChooseWhiteBalance() {
+        const std::optional<frame::Gains>& ofSidecar = m_input.sidecar.gains;
+        if (!m_request.whiteBalance || m_request.whiteBalance->source == Source::Sidecar) {
+            if (ofSidecar) {
+                m_finish.gains = *ofSidecar;
+                Record("white balance", GainsText(*ofSidecar), "sidecar");
+            } else if (m_request.whiteBalance) {
+                Fail(ExitCode::Usage, "{}: no sidecar gives its white balance: use --white-balance auto, or give R,G,B",
+                     m_name);
+            } else if (m_request.isNatural) {
+                m_finish.whiteBalance = frame::WhiteBalance::Auto;
+                Record("white balance", "auto", "look");
+            }
+            return;
+        }
+        const WhiteBalanceRequest& request = *m_request.whiteBalance;
+        if (request.source == Source::Measured) {
+            m_finish.whiteBalance = request.method;
+            Record("white balance", request.text, "options");
+            return;
+        }
+        m_finish.gains = request.source == Source::Given ? request.gains : GainsOfPlace(request.place);
+        Record("white balance", GainsText(m_finish.gains), "options");
+    }
+
+    frame::Gains GainsOfPlace(const _KvxRect& place) const {
+        return WithExitCode(ExitCode::Usage, m_name + ": --white-balance-from",
+                            [&] { return frame::MeasureGainsOfGrey(ViewOf(m_input.frame), place, m_finish); });
+    }
+
+    void ChooseExposure() {
+        if (!m_request.exposure && !m_request.isNatural) {
+            return;
+        }
+        const ExposureRequest exposure = m_request.exposure.value_or(ExposureRequest{true, 0});
+        m_finish.autoExposure = exposure.isAuto;
+        m_finish.exposure = exposure.value;
+        Record("exposure", exposure.isAuto ? "auto" : fmt::format("{} EV", exposure.value),
+               m_request.exposure ? "options" : "look");
+    }
+
+    void ChooseTone() {
+        if (!m_request.tone && !m_request.isNatural) {
+            return;
+        }
+        m_finish.tone = m_request.tone.value_or(frame::ToneCurve::Srgb);
+        Record("tone", m_finish.tone == frame::ToneCurve::Srgb ? "srgb" : "linear",
+               m_request.tone ? "options" : "look");
+    }
+
+    const FinishRequest& m_request;
+    const FrameInput& m_input;
+    const std::string& m_name;
+    frame::Finish m_finish;
+    std::vector<FrameFact> m_facts;
+};
+
+}  // namespace
+
+FinishPlan PlanFinish(const FinishRequest& request, const FrameInput& input, const std::string& name) {
+    if (!request.isLinear) {
+        return Planner(request, input, name).Plan();
+    }
+    // Without a finish the component would apply its tone curve to TrueSense frames.
+    const bool isTrueSense = input.frame.format.family == frame::Family::TrueSense;
+    return {isTrueSense ? std::optional(frame::Finish()) : std::nullopt, {}};
+}
+
+}  // namespace kvx::tool
