@@ -9,13 +9,17 @@ namespace {
 using Colour = std::array<double, 3>;
 
 constexpr double kLargestGain = 16;
-constexpr double kBrightShare = 0.01;
+constexpr double kBrightShare = 0.01, kBrightestShare = 0.005;
 
 // Gains of red and blue, relative to green, with which daylight and lamps become grey on sensors and in developed
 // pictures, with some room; and their product, which is high for a green and low for a magenta light.
 constexpr double kLeastGain = 0.7, kMostRed = 4, kMostBlue = 5, kLeastProduct = 0.8, kMostProduct = 9;
 constexpr float kNearBlack = 1.0F / 64;
 constexpr double kEnoughPlausible = 0.02;  // share of the blocks
+
+bool IsUnclipped(const Block& block) {
+    return !block.isClipped;
+}
 
 bool IsUsable(const Block& block) {
     const auto [least, most] = std::minmax_element(block.light.begin(), block.light.end());
@@ -81,12 +85,32 @@ GainEstimate PlausibleGains(const Colour& levels) {
     return {GainsFor({1 / red, 1, 1 / blue}), isLimited};
 }
 
+double Median(double a, double b, double c) {
+    return std::max(std::min(a, b), std::min(std::max(a, b), c));
+}
+
+}  // namespace
+
+/** The mean of the brightest of these blocks, at least this share. */
+template <class Condition>
+Colour WhiteBalanceEstimator::BrightestMean(const std::vector<Block>& blocks, double share, const Condition& counts) {
+    const auto brightness = [](const Block& block) { return block.light[0] + block.light[1] + block.light[2]; };
+    m_brightness.clear();
+    for (const Block& block : blocks)
+        if (counts(block)) m_brightness.push_back(brightness(block));
+    if (m_brightness.empty()) return {};
+    const auto count = static_cast<ptrdiff_t>(std::ceil(share * static_cast<double>(m_brightness.size())));
+    const auto least = m_brightness.end() - count;
+    std::nth_element(m_brightness.begin(), least, m_brightness.end());
+    return MeanOf(blocks, [&](const Block& block) { return counts(block) && brightness(block) >= *least; });
+}
+
 /**
- * Shades of grey over the blocks that a plausible light could have coloured. Strong colours, which mislead means and
- * bright patches alike, have no say. If the frame shows hardly anything else, all blocks count, and the gains are
- * limited.
+ * The median of three estimates, so that none can mislead it alone: a coloured scene the mean, a coloured highlight the
+ * shades of grey and the brightest blocks. The latter two are of plausible blocks: strong colours have no say. If the
+ * frame shows hardly anything else, all blocks count, and the gains are limited.
  */
-GainEstimate AutomaticGains(const std::vector<Block>& blocks) {
+GainEstimate WhiteBalanceEstimator::AutomaticGains(const std::vector<Block>& blocks) {
     size_t usable = 0, plausible = 0;
     for (const Block& block : blocks) {
         if (!IsUsable(block)) continue;
@@ -94,30 +118,21 @@ GainEstimate AutomaticGains(const std::vector<Block>& blocks) {
         if (IsPlausible(block)) ++plausible;
     }
     const bool isEnough = static_cast<double>(plausible) > kEnoughPlausible * static_cast<double>(usable);
-    return PlausibleGains(MinkowskiMean(
-        blocks, [isEnough](const Block& block) { return IsUsable(block) && (!isEnough || IsPlausible(block)); }));
-}
-
-}  // namespace
-
-Colour WhiteBalanceEstimator::BrightestMean(const std::vector<Block>& blocks) {
-    const auto brightness = [](const Block& block) { return block.light[0] + block.light[1] + block.light[2]; };
-    m_brightness.clear();
-    for (const Block& block : blocks)
-        if (!block.isClipped) m_brightness.push_back(brightness(block));
-    if (m_brightness.empty()) return {};
-    const auto count = static_cast<size_t>(std::ceil(kBrightShare * static_cast<double>(m_brightness.size())));
-    const auto least = m_brightness.end() - static_cast<ptrdiff_t>(count);
-    std::nth_element(m_brightness.begin(), least, m_brightness.end());
-    return MeanOf(blocks, [&](const Block& block) { return !block.isClipped && brightness(block) >= *least; });
+    const auto counts = [isEnough](const Block& block) { return IsUsable(block) && (!isEnough || IsPlausible(block)); };
+    const Colour mean = MeanOf(blocks, IsUnclipped), shades = MinkowskiMean(blocks, counts);
+    const Colour brightest = BrightestMean(blocks, kBrightestShare, counts);
+    Colour median{};
+    for (size_t i = 0; i < 3; ++i)
+        median[i] = Median(mean[i] / mean[1], shades[i] / shades[1], brightest[i] / brightest[1]);
+    return usable > 0 ? PlausibleGains(median) : GainEstimate();
 }
 
 GainEstimate WhiteBalanceEstimator::Estimate(const std::vector<Block>& blocks, WhiteBalance method) {
     switch (method) {
         case WhiteBalance::GreyWorld:
-            return {GainsFor(MeanOf(blocks, [](const Block& block) { return !block.isClipped; }))};
+            return {GainsFor(MeanOf(blocks, IsUnclipped))};
         case WhiteBalance::WhitePatch:
-            return {GainsFor(BrightestMean(blocks))};
+            return {GainsFor(BrightestMean(blocks, kBrightShare, IsUnclipped))};
         default:
             return AutomaticGains(blocks);
     }

@@ -18,7 +18,9 @@ public:
     GainEstimate Estimate(const std::vector<Block>& blocks, WhiteBalance method);
 
 private:
-    std::array<double, 3> BrightestMean(const std::vector<Block>& blocks);
+    template <class Condition>
+    std::array<double, 3> BrightestMean(const std::vector<Block>& blocks, double share, const Condition& counts);
+    GainEstimate AutomaticGains(const std::vector<Block>& blocks);
 
     std::vector<float> m_brightness;
 };

@@ -35,10 +35,13 @@ namespace kvx::frame {
 struct Levels {
     std::array<double, 4> ofFilters;  ///< in the order above
 
+    /** The same for all filters. */
     constexpr Levels(double all = 0) : ofFilters{all, all, all, all} {}
+    /** One for each filter. */
     constexpr Levels(double first, double second, double third, double fourth)
         : ofFilters{first, second, third, fourth} {}
 
+    /** Compares all four. */
     friend bool operator==(const Levels& a, const Levels& b) {
         return a.ofFilters == b.ofFilters;
     }
@@ -57,7 +60,7 @@ enum class WhiteBalance : uint8_t {
     Given,       ///< only Finish::gains
     GreyWorld,   ///< measured: the means of the colours become equal
     WhitePatch,  ///< measured: the brightest 1 % of the frame become grey
-    Auto         ///< measured: shades of grey over the colours that a plausible light could have, see MeasureGains()
+    Auto         ///< measured: the median of three estimates of a plausible light, see MeasureGains()
 };
 
 /** Tone curve from linear light to the stored values. */
@@ -104,10 +107,12 @@ struct Finish {
  * without green, gives gains of 1. Gains are limited to 16. In frames with more than 512 rows of tiles, evenly spaced
  * rows of blocks are measured.
  *
- * Auto takes the Minkowski mean with p = 6, between the mean and the maximum (Finlayson and Trezzi, "Shades of gray and
- * colour constancy", Color Imaging Conference 2004), of the blocks whose own gains, relative to green, are those of a
- * plausible light: red 0.7 to 4, blue 0.7 to 5, their product 0.8 to 9. Almost black blocks (below 1/64) do not count.
- * If fewer than 2 % of the others are plausible, all of them count and the gains are limited to this range.
+ * Auto takes the median of three estimates of red and of blue, relative to green: the means of all blocks; the
+ * Minkowski means with p = 6, between mean and maximum (Finlayson and Trezzi, "Shades of gray and colour constancy",
+ * Color Imaging Conference 2004), of the plausible blocks; and the means of their brightest 0.5 %. The gains of
+ * plausible blocks are those of a light that there is: red 0.7 to 4, blue 0.7 to 5, their product 0.8 to 9; almost
+ * black blocks (below 1/64) do not count. If fewer than 2 % of the others are plausible, all of them count and the
+ * gains are limited to this range.
  *
  * @param source a valid Bayer or TrueSense frame; a mono frame gives gains of 1
  * @param finish its levels and its method, any but Given, count
