@@ -1,5 +1,7 @@
 #include "tools/convert/FinishOptions.h"
 
+#include <utility>
+
 #include "tools/ToolError.h"
 #include "tools/console/Arguments.h"
 
@@ -31,53 +33,61 @@ WhiteBalanceRequest ParseWhiteBalance(const std::string& text) {
     return {Source::Given, {}, {gains[0], gains[1], gains[2], gains[1]}, {}, text};
 }
 
+/** Two options give a white balance. */
+void SetOnce(std::optional<WhiteBalanceRequest>& request, WhiteBalanceRequest given) {
+    if (request) {
+        Fail(ExitCode::Usage, "--white-balance and --white-balance-from: give one of them");
+    }
+    request = std::move(given);
+}
+
 }  // namespace
 
 void AddFinishOptions(CLI::App& command, FinishRequest& request) {
-    CLI::Option* look = AddText(
+    AddText(
         command, "--look",
         [&request](const std::string& text) {
             request.isNatural = ParseChoice<bool>("--look", text, {{"natural", true}});
         },
-        "natural", "White balance, exposure and sRGB curve for display, unless other options say otherwise");
-    CLI::Option* balance = AddText(
+        "WORD", "natural: white balance, exposure and sRGB curve for display, unless other options say otherwise");
+    AddText(
         command, "--white-balance",
-        [&request](const std::string& text) { request.whiteBalance = ParseWhiteBalance(text); }, "HOW|R,G,B",
+        [&request](const std::string& text) { SetOnce(request.whiteBalance, ParseWhiteBalance(text)); }, "HOW|R,G,B",
         "auto, grey-world, white-patch, sidecar, or gains of red, green and blue");
-    CLI::Option* place = AddText(
+    AddText(
         command, "--white-balance-from",
         [&request](const std::string& text) {
-            request.whiteBalance = {Source::Place, {}, {}, ParseRegion("--white-balance-from", text), text};
+            SetOnce(request.whiteBalance, {Source::Place, {}, {}, ParseRegion("--white-balance-from", text), text});
         },
-        "X,Y,W,H", "Gains that make this part of the frame grey");
-    place->excludes(balance);
-    CLI::Option* exposure = AddText(
+        "PLACE", "Gains that make this part of the frame grey: X,Y,W,H in pixels");
+    AddText(
         command, "--exposure",
         [&request](const std::string& text) {
             request.exposure = text == "auto" ? ExposureRequest{true, 0}
                                               : ExposureRequest{false, ParseNumbers<1>("--exposure", text)[0]};
         },
         "EV|auto", "Brightening in EV (1 doubles the light), or measured in the frame");
-    CLI::Option* black = AddText(
+    AddText(
         command, "--black-level",
         [&request](const std::string& text) { request.blackLevel = ParseLevels("--black-level", text); }, "N|N,N,N,N",
         "Sample value of black: a number, or one per filter");
-    CLI::Option* white = AddText(
+    AddText(
         command, "--white-level",
         [&request](const std::string& text) { request.whiteLevel = ParseLevels("--white-level", text); }, "N|N,N,N,N",
         "Sample value at which the sensor clips, likewise");
-    CLI::Option* matrix = AddText(
+    AddText(
         command, "--matrix",
         [&request](const std::string& text) { request.matrix = ParseNumbers<9>("--matrix", text); }, "RR,RG,...",
         "Colour matrix, row by row: nine numbers separated by commas");
-    CLI::Option* tone = AddChoice<std::optional<frame::ToneCurve>, frame::ToneCurve>(
+    AddChoice<std::optional<frame::ToneCurve>, frame::ToneCurve>(
         command, "--tone", request.tone, {{"linear", frame::ToneCurve::Linear}, {"srgb", frame::ToneCurve::Srgb}},
         "Tone curve: linear or srgb");
-    CLI::Option* linear =
-        command.add_flag("--linear", request.isLinear, "Keep the values: nothing of the sidecar or above applies");
-    for (CLI::Option* option : {look, balance, place, exposure, black, white, matrix, tone}) {
-        linear->excludes(option);
-    }
+    command.add_flag("--linear", request.isLinear, "Keep the values: nothing of the sidecar applies");
+}
+
+bool AsksForFinish(const FinishRequest& request) {
+    return request.isNatural || request.whiteBalance || request.exposure || request.blackLevel || request.whiteLevel ||
+           request.matrix || request.tone;
 }
 
 }  // namespace kvx::tool

@@ -41,4 +41,7 @@ struct FinishRequest {
 /** Adds --look, --linear, --white-balance, --exposure, --black-level, --white-level, --matrix and --tone. */
 void AddFinishOptions(CLI::App& command, FinishRequest& request);
 
+/** Whether any of these options but --linear was given. */
+bool AsksForFinish(const FinishRequest& request);
+
 }  // namespace kvx::tool

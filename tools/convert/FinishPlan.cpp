@@ -128,6 +128,10 @@ private:
 }  // namespace
 
 FinishPlan PlanFinish(const FinishRequest& request, const FrameInput& input, const std::string& name) {
+    if (request.isLinear && AsksForFinish(request)) {
+        Fail(ExitCode::Usage,
+             "--linear: keeps the values: leave out --look, --tone and the other options of the finish");
+    }
     if (!request.isLinear) {
         return Planner(request, input, name).Plan();
     }

@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-
 #include "tools/look/SampleStatistics.h"
 
 namespace kvx::tool {
@@ -11,10 +9,8 @@ namespace {
 
 /** Whether the picture will be linear although no option says so. */
 bool IsLinearByDefault(const FinishRequest& request, const FrameInput& input, const FinishPlan& plan) {
-    const bool isAsked =
-        std::ranges::any_of(plan.facts, [](const FrameFact& fact) { return fact.origin != "sidecar"; });
     const bool hasToneCurve = input.frame.format.family == frame::Family::TrueSense && !plan.finish;
-    return !request.isLinear && !isAsked && !hasToneCurve;
+    return !request.isLinear && !AsksForFinish(request) && !hasToneCurve;
 }
 
 /** The option for a black level that nobody gives, if the smallest sample is far above 0. */

@@ -80,6 +80,11 @@ TEST_F(RefusalRun, WrongUsage) {
     Expect(2, {"convert", ok, "out.png", "--white-balance", "daylight"}, {"daylight", "auto"});
     Expect(2, {"convert", ok, "out.png", "--white-balance", "sidecar"}, {ok, "no sidecar"});
     Expect(2, {"convert", ok, "out.png", "--white-balance", "0,1,1"}, {ok});
+    Expect(2, {"convert", ok, "out.png", "--linear", "--tone", "srgb"}, {"--linear"});
+    Expect(2, {"convert", ok, "out.png", "--white-balance", "auto", "--white-balance-from", "0,0,2,2"},
+           {"one of them"});
+    Expect(2, {"convert", ok, "out.png", "--white-balance-from", "0,0,1,1"}, {ok, "a grey place"});
+    Expect(2, {"convert", ok, "out.png", "--black-level", "1,2,3"}, {"4 numbers"});
     Expect(2, {"convert", ok, "out.png", "--black-level", "255"}, {ok, "black level 255"});
     Expect(2, {"convert", ok, "out.png", "--tone", "film"}, {"--tone", "film", "linear, srgb"});
     Expect(2, {"pack", ok, "out.raw", "--layout", "pfnc"}, {"8 bits"});
