@@ -14,7 +14,7 @@ set -eu
 packages=(
     g++ cmake ninja-build
     libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libhwy-dev
-    libcli11-dev libfmt-dev nlohmann-json3-dev
+    libcli11-dev libfmt-dev nlohmann-json3-dev libpng-dev
 )
 everything=(
     pkgconf libgtest-dev libbenchmark-dev libraw-dev abigail-tools help2man bash-completion

@@ -1,10 +1,12 @@
 /**
  * @file
- * All of the frame layer: formats, packings, views, geometry, finish, conversion, mosaicing.
+ * All of the frame layer: formats, packings, views, geometry, finish, camera profiles, conversion,
+ * mosaicing.
  */
 #ifndef KVXFRAME_KVXFRAME_H
 #define KVXFRAME_KVXFRAME_H
 
+#include "KvxFrame/CameraProfile.h"
 #include "KvxFrame/Converter.h"
 #include "KvxFrame/Error.h"
 #include "KvxFrame/Finish.h"

@@ -1,0 +1,75 @@
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "frame/base/Fail.h"
+#include "frame/camera/GreyPng.h"
+#include "frame/camera/ProfileJson.h"
+
+namespace kvx::frame {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string ContentOf(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream content;
+    if (!file || fs::is_directory(path) || !(content << file.rdbuf()))
+        Fail(KvxResult_InvalidArgument, "{}: cannot be read", path.string());
+    return content.str();
+}
+
+/** A file that exists already keeps its content until the new one is complete. */
+void Write(const fs::path& path, const std::string& content) {
+    const fs::path part = path.string() + ".part";
+    std::error_code error;
+    std::ofstream file(part, std::ios::binary);
+    file << content;
+    file.close();
+    if (file) fs::rename(part, path, error);
+    if (!file || error) {
+        fs::remove(part, error);
+        Fail(KvxResult_ConversionFailed, "{}: cannot be written", path.string());
+    }
+}
+
+}  // namespace
+
+CameraProfile ReadCameraProfile(const std::string& path) {
+    std::string darkFrame;
+    CameraProfile profile = ProfileFromJson(ContentOf(path), path, darkFrame);
+    if (!darkFrame.empty()) {
+        const fs::path name(darkFrame);
+        if (name.filename() != name)
+            Fail(KvxResult_InvalidArgument, "{}: \"dark_frame\" is not a file next to the profile", path);
+        const fs::path file = fs::path(path).parent_path() / name;
+        profile.darkFrame = DecodeGreyPng(ContentOf(file), profile.width, profile.height, file.string());
+    }
+    try {
+        Validate(profile);
+    } catch (const Error& error) {
+        throw Error(error.Result(), fmt::format("{}: {}", path, error.what()));
+    }
+    return profile;
+}
+
+CameraProfile ParseCameraProfile(std::string_view json, const std::string& name) {
+    std::string darkFrame;
+    CameraProfile profile = ProfileFromJson(json, name, darkFrame);
+    if (!darkFrame.empty()) Fail(KvxResult_InvalidArgument, "{}: names a dark frame: read it from a file", name);
+    Validate(profile);
+    return profile;
+}
+
+void WriteCameraProfile(const CameraProfile& profile, const std::string& path) {
+    Validate(profile);
+    fs::path darkFrame;
+    if (!profile.darkFrame.empty()) {
+        darkFrame = fs::path(path).stem().string() + "-dark.png";
+        Write(fs::path(path).parent_path() / darkFrame,
+              EncodeGreyPng(profile.darkFrame, profile.width, profile.height));
+    }
+    Write(path, ProfileToJson(profile, darkFrame.string()));
+}
+
+}  // namespace kvx::frame
