@@ -10,6 +10,7 @@
 #include "frame/samples/RowTeam.h"
 #include "frame/samples/SampleRow.h"
 #include "frame/sensor/NormalDeviates.h"
+#include "frame/sensor/SensorFaults.h"
 #include "frame/view/Checks.h"
 
 namespace kvx::frame {
@@ -126,12 +127,6 @@ uint16_t RoundedSample(double sample) {
     return static_cast<uint16_t>(std::floor(sample + 0.5 + kTolerance));
 }
 
-/** A share of white with noise, clamped to 0..1. */
-double Noisy(double share, const NoiseLine& line, NormalDeviates& deviates) {
-    constexpr double kModelWhite = 4095;
-    return std::clamp(share + line.DeviationAt(share * kModelWhite) / kModelWhite * deviates.Next(), 0.0, 1.0);
-}
-
 void CheckPicture(const SourceView& picture) {
     const Format& format = picture.format;
     const bool isGrey = format.family == Family::Mono && format.layout == Layout::Plain;
@@ -141,7 +136,7 @@ void CheckPicture(const SourceView& picture) {
     CheckBuffer(picture, "picture");
 }
 
-void CheckSensor(const Sensor& sensor, const Format& picture) {
+void CheckSensor(const Sensor& sensor, const Format& picture, const DestinationView& frame) {
     double sum = 0;
     for (const double weight : sensor.panWeights) {
         if (!(weight >= 0) || !std::isfinite(sum += weight))
@@ -156,6 +151,7 @@ void CheckSensor(const Sensor& sensor, const Format& picture) {
             if (!std::isfinite(line.slope) || !std::isfinite(line.intercept))
                 Fail(KvxResult_OutOfRange, "noise of {} x signal + {}: give finite numbers", line.slope,
                      line.intercept);
+    CheckFaults(sensor, frame);
 }
 
 }  // namespace
@@ -164,20 +160,24 @@ void MakeMosaic(const SourceView& picture, const DestinationView& frame, const S
     CheckPicture(picture);
     CheckFrame(frame);
     CheckSameSize(picture, frame);
-    CheckSensor(sensor, picture.format);
+    CheckSensor(sensor, picture.format, frame);
     CheckApart(picture, frame);
     const Pixels pixels(picture, sensor);
     const Filters filters(frame.format, sensor.panWeights);
-    const double white = White(frame.format);
+    const SensorFaults faults(sensor, frame);
+    const double white = White(frame.format), range = white - sensor.blackLevel;
+    constexpr double kModelWhite = 4095;  // of the values that noise is given in
     RowTeam(frame, threads).Run([&](uint32_t row, uint16_t* samples) {
-        NormalDeviates deviates(sensor.noiseSeed, row);
+        NormalDeviates noise(sensor.noiseSeed, row);
+        SensorFaults::Row faultsOfRow(faults, row);
         for (uint32_t column = 0; column < frame.width; ++column) {
-            double share = filters.Seen(pixels.At(row, column), row, column);
+            double value = range * filters.Seen(pixels.At(row, column), row, column) * faultsOfRow.Light(column);
             if (sensor.noise) {
-                const bool isClear = filters.IsClear(row, column);
-                share = Noisy(share, isClear ? sensor.noise->pan : sensor.noise->colour, deviates);
+                const NoiseLine& line = filters.IsClear(row, column) ? sensor.noise->pan : sensor.noise->colour;
+                value += line.DeviationAt(value / white * kModelWhite) / kModelWhite * white * noise.Next();
             }
-            samples[column] = RoundedSample(white * share);
+            value += sensor.blackLevel + faultsOfRow.Offset(column);
+            samples[column] = RoundedSample(std::clamp(value, 0.0, white));
         }
         WriteRow(frame, row, samples);
     });

@@ -19,7 +19,6 @@ constexpr uint64_t Mixed(uint64_t bits) {
 
 NormalDeviates::NormalDeviates(uint64_t seed, uint64_t row) : m_state(Mixed(Mixed(seed + kGoldenStep) + row)) {}
 
-/** In (0, 1]. */
 double NormalDeviates::NextUniform() {
     m_state += kGoldenStep;
     return static_cast<double>((Mixed(m_state) >> 11) + 1) * 0x1p-53;

@@ -15,10 +15,10 @@ public:
     NormalDeviates(uint64_t seed, uint64_t row);
 
     double Next();
-
-private:
+    /** Uniformly distributed in (0, 1]. */
     double NextUniform();
 
+private:
     uint64_t m_state;
     double m_second = 0;  // deviates come in pairs
     bool m_hasSecond = false;

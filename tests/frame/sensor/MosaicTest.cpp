@@ -90,6 +90,46 @@ TEST(MakeMosaic, SameFrameForAnyNumberOfThreadsAndUpsideDown) {
     EXPECT_TRUE(std::equal(expected.begin(), expected.begin() + rowBytes, flipped.end() - rowBytes));
 }
 
+/** Each fault alone, in the dark and in light, measured in the frame. */
+TEST(MakeMosaic, FaultsAreThoseOfTheCamera) {
+    constexpr uint32_t kWidth = 301, kHeight = 201;
+    const Format format = FormatByName("BayerRG12");
+    const auto frameOf = [&](uint16_t light, const Sensor& sensor) {
+        const std::vector<uint16_t> picture(kWidth * kHeight, light);
+        std::vector<uint16_t> frame(picture.size());
+        MakeMosaic({picture.data(), kWidth, kHeight, 0, 2 * picture.size(), FormatByName("Mono16")},
+                   {frame.data(), kWidth, kHeight, 0, 2 * frame.size(), format}, sensor);
+        return frame;
+    };
+    Sensor sensor;
+    sensor.blackLevel = 64.5;
+    EXPECT_EQ(frameOf(0, sensor), std::vector<uint16_t>(kWidth * kHeight, 65));
+    EXPECT_EQ(frameOf(65535, sensor), std::vector<uint16_t>(kWidth * kHeight, 4095));
+    sensor.cornerLight = {0.5, 0.75, 0.25};
+    const auto shaded = frameOf(65535, sensor);
+    const uint16_t* const last = &shaded.back();  // red
+    EXPECT_EQ(shaded[100 * kWidth + 150], 4095);
+    EXPECT_EQ(shaded[0], 2080);  // 64.5 + 4030.5 / 2
+    EXPECT_NEAR(last[-1], 64.5 + 4030.5 * 0.75, 15);
+    EXPECT_NEAR(last[-static_cast<int>(kWidth) - 1], 64.5 + 4030.5 * 0.25, 50);
+
+    const auto counts = [&](uint16_t light, const Sensor& faults, const auto& isFaulty) {
+        const auto frame = frameOf(light, faults);
+        return static_cast<double>(std::count_if(frame.begin(), frame.end(), isFaulty));
+    };
+    Sensor hot, dead, pattern;
+    hot.hotPixels = dead.deadPixels = 200;
+    EXPECT_NEAR(counts(0, hot, [](uint16_t s) { return s >= 41; }), 199, 1);  // two may fall on one site
+    EXPECT_NEAR(counts(0, hot, [](uint16_t s) { return s >= 410; }), 100, 25);
+    EXPECT_NEAR(counts(40000, dead, [](uint16_t s) { return s <= 1250; }), 199, 1);
+    const auto first = frameOf(0, hot);
+    hot.patternSeed = 2;
+    EXPECT_NE(frameOf(0, hot), first);
+    pattern.blackLevel = 100;
+    pattern.fixedPattern = 5;
+    EXPECT_NEAR(counts(0, pattern, [](uint16_t s) { return s > 105; }), kWidth * kHeight * 0.1357, 400);  // 5.5 of 5
+}
+
 struct MosaicRefusal {
     const char* sentence;  ///< a part of it
     uint32_t result;
@@ -112,6 +152,10 @@ TEST(MakeMosaic, RefusesWithCodeSentenceAndNothingWritten) {
         {"white of 256", 0x80070004, [](Mosaicing& m) { m.sensor.pictureWhite = 256; }},
         {"finite", 0x80070004, [](Mosaicing& m) { m.sensor.noise.emplace().pan.slope = INFINITY; }},
         {"threads", 0x80070004, [](Mosaicing& m) { m.threads = -1; }},
+        {"black level of 255", 0x80070004, [](Mosaicing& m) { m.sensor.blackLevel = 255; }},
+        {"light of 0", 0x80070004, [](Mosaicing& m) { m.sensor.cornerLight[1] = 0; }},
+        {"fixed pattern", 0x80070004, [](Mosaicing& m) { m.sensor.fixedPattern = -1; }},
+        {"17 hot", 0x80070004, [](Mosaicing& m) { m.sensor.hotPixels = 17; }},
     };
     for (const MosaicRefusal& refusal : refusals) {
         const std::vector<uint8_t> picture(4 * 4 * 3, 100);
