@@ -55,6 +55,7 @@ int RunTool(int argc, char** argv) {
     AddGuessCommand(tool);
     AddCompareCommand(tool);
     AddBenchCommand(tool);
+    AddCalibrateCommand(tool);
     try {
         tool.parse(argc, argv);
     } catch (const CLI::RuntimeError& failure) {

@@ -22,15 +22,20 @@ offers() {
 
 commands=$("$tool" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z-]*\) .*/\1/p')
 [ "$(offers "")" = "$(sort <<< "$commands")" ] || fail "commands completed: $(offers "")"
-for command in $commands; do
-    help=$("$tool" "$command" --help)
+steps=$("$tool" calibrate --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z-]*\) .*/\1/p')
+[ "$(offers calibrate "")" = "$(sort <<< "$steps")" ] || fail "steps completed: $(offers calibrate "")"
+# shellcheck disable=SC2086  # a step is a second word
+for command in $commands $(sed 's/^/calibrate=/' <<< "$steps"); do
+    page=kvx-demosaic-${command/=/-}.1
+    command=${command/=/ }
+    help=$("$tool" $command --help)
     # The line of an option: names, possibly the name of a value, and after two blanks its description.
     options=$(sed -n '/^Options:/,/^$/s/^  \(-[a-z],\)\?\(--[a-z-]*\).*  \+[A-Z0-9a-z].*/\2/p' <<< "$help")
     [ "$(grep -c '^  -' <<< "$(sed -n '/^Options:/,/^$/p' <<< "$help")")" = "$(wc -l <<< "$options")" ] ||
         fail "$command: an option has no description"
     for option in $options; do
-        grep -qx -e "$option" <<< "$(offers "$command" "--")" || fail "$command $option: not completed"
-        [ -z "$pages" ] || grep -q -e "${option//-/\\\\-}" "$pages/kvx-demosaic-$command.1" ||
+        grep -qx -e "$option" <<< "$(offers $command "--")" || fail "$command $option: not completed"
+        [ -z "$pages" ] || grep -q -e "${option//-/\\\\-}" "$pages/$page" ||
             fail "$command $option: not in the manual"
     done
 done

@@ -7,6 +7,7 @@ namespace kvx::tool {
 // Each function adds one sub-command, its options and its help text; `pack` and `unpack` share one.
 
 void AddBenchCommand(CLI::App& tool);
+void AddCalibrateCommand(CLI::App& tool);
 void AddCompareCommand(CLI::App& tool);
 void AddConvertCommand(CLI::App& tool);
 void AddDemoCommand(CLI::App& tool);

@@ -17,9 +17,16 @@ summary() {
     "$@" --help | head -n 1 | sed 's/^./\L&/; s/\.$//'
 }
 
+subcommands() {
+    "$@" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z][a-z-]*\) .*/\1/p'
+}
+
 mkdir -p "$directory"
 rm -f "$directory"/*.1
 make_page "$name" "$(summary "$tool")" "$tool"
-for command in $("$tool" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z][a-z-]*\) .*/\1/p'); do
+for command in $(subcommands "$tool"); do
     make_page "$name-$command" "$(summary "$tool" "$command")" "$tool $command"
+    for step in $(subcommands "$tool" "$command"); do
+        make_page "$name-$command-$step" "$(summary "$tool" "$command" "$step")" "$tool $command $step"
+    done
 done
