@@ -20,7 +20,9 @@ enum Number : guint {
     kStride,
     kAnalogGain,
     kLook,
-    kExposure
+    kExposure,
+    kCamera,
+    kDefects
 };
 
 constexpr auto kFlags =
@@ -37,6 +39,9 @@ constexpr std::array kLooks = {
     GEnumValue{1, "White balance, exposure and sRGB curve for display, unless other properties say otherwise",
                "natural"},
     GEnumValue{}};
+constexpr std::array kDefectChoices = {
+    GEnumValue{static_cast<int>(frame::Defects::Listed), "Those listed in the profile of the camera", "listed"},
+    GEnumValue{static_cast<int>(frame::Defects::Auto), "Outliers, too", "auto"}, GEnumValue{}};
 constexpr std::array kPackings = {
     GEnumValue{0, "As in the name of the format", "none"},
     GEnumValue{1 + static_cast<int>(frame::Layout::MsbAligned), "16-bit words, left-aligned", "msb"},
@@ -112,6 +117,7 @@ void InstallProperties(GObjectClass* gobjectClass) {
     static const GType toneType = g_enum_register_static("GstKvxDemosaicTone", kTones.data());
     static const GType lookType = g_enum_register_static("GstKvxDemosaicLook", kLooks.data());
     static const GType packingType = g_enum_register_static("GstKvxDemosaicPacking", kPackings.data());
+    static const GType defectsType = g_enum_register_static("GstKvxDemosaicDefects", kDefectChoices.data());
     const auto install = [gobjectClass](Number number, GParamSpec* property) {
         g_object_class_install_property(gobjectClass, number, property);
     };
@@ -150,6 +156,9 @@ void InstallProperties(GObjectClass* gobjectClass) {
                                 0, kMaxAnalogGain, 0, kFlags));
     install(kLook, g_param_spec_enum("look", "Look", "Look of the pictures", lookType, 0, kFlags));
     installText(kExposure, "exposure", "Exposure", "Brightening in EV (1 doubles the light), or auto");
+    installText(kCamera, "camera", "Camera", "Path of the camera's profile, which corrects its frames");
+    install(kDefects, g_param_spec_enum("defects", "Defects", "Which samples are replaced as defective", defectsType, 0,
+                                        kFlags));
 }
 
 bool SetProperty(Settings& settings, guint number, const GValue* value) {
@@ -192,6 +201,12 @@ bool SetProperty(Settings& settings, guint number, const GValue* value) {
             return true;
         case kExposure:
             settings.exposure = TextOf(value);
+            return true;
+        case kCamera:
+            settings.camera = TextOf(value);
+            return true;
+        case kDefects:
+            settings.defects = static_cast<frame::Defects>(g_value_get_enum(value));
             return true;
         default:
             return false;
@@ -238,6 +253,12 @@ bool GetProperty(const Settings& settings, guint number, GValue* value) {
             return true;
         case kExposure:
             SetText(value, settings.exposure);
+            return true;
+        case kCamera:
+            SetText(value, settings.camera);
+            return true;
+        case kDefects:
+            g_value_set_enum(value, static_cast<int>(settings.defects));
             return true;
         default:
             return false;

@@ -12,7 +12,8 @@ void Session::Apply(const Settings& settings) {
     const frame::Family family = m_frame.format.family;
     const bool isSame = m_converter && m_converter->SourceFamily() == family &&
                         m_settings.algorithm == settings.algorithm && m_settings.analogGain == settings.analogGain &&
-                        m_settings.parameters == settings.parameters;
+                        m_settings.parameters == settings.parameters && m_settings.camera == settings.camera &&
+                        m_settings.defects == settings.defects;
     if (!isSame) {
         m_converter.reset();
         m_converter = MakeConverter(settings, family);

@@ -104,6 +104,10 @@ frame::Converter MakeConverter(const Settings& settings, frame::Family family) {
     if (settings.analogGain > 0) {
         converter.SetAnalogGain(settings.analogGain);
     }
+    if (!settings.camera.empty()) {
+        converter.SetCamera(std::make_shared<frame::CameraProfile>(frame::ReadCameraProfile(settings.camera)));
+    }
+    converter.SetDefects(settings.defects);
     return converter;
 }
 

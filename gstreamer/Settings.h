@@ -20,6 +20,8 @@ struct Settings {
     std::string blackLevel;    ///< a number, or four
     std::string whiteLevel;    ///< likewise
     double analogGain = 0;     ///< of the frames, for the removal of their noise; 0: none is removed
+    std::string camera;        ///< path of the camera's profile
+    frame::Defects defects = frame::Defects::Listed;
     std::string matrix;
     std::optional<frame::ToneCurve> tone;
     std::map<std::string, std::string> parameters;  ///< parameters of the component, by name
@@ -35,7 +37,7 @@ frame::Format PackedFormat(const Settings& settings, frame::Format named);
 /** The finish; std::nullopt if no property concerns it. @throws frame::Error for invalid texts */
 std::optional<frame::Finish> FinishOf(const Settings& settings);
 
-/** A converter with the algorithm, the parameters and the analog gain of the settings. @throws frame::Error */
+/** A converter with the algorithm, the parameters, the analog gain and the camera of the settings. @throws frame::Error */
 frame::Converter MakeConverter(const Settings& settings, frame::Family family);
 
 }  // namespace kvx::gst

@@ -11,8 +11,8 @@ namespace {
 void CheckLevels(const CameraProfile& profile) {
     const double white = profile.format ? White(*profile.format) : 65535;
     for (size_t colour = 0; colour < 4; ++colour) {
-        const double black = profile.blackLevel ? (*profile.blackLevel)[colour] : 0;
-        const double clip = profile.whiteLevel ? (*profile.whiteLevel)[colour] : white;
+        const double black = profile.blackLevel ? profile.blackLevel->ofFilters[colour] : 0;
+        const double clip = profile.whiteLevel ? profile.whiteLevel->ofFilters[colour] : white;
         if (!(black >= 0 && black < clip && clip <= white))
             Fail(KvxResult_OutOfRange, "a black level of {} and a white level of {}: 0 <= black < white <= {}", black,
                  clip, white);
@@ -40,7 +40,7 @@ void CheckShading(const Shading& shading, const Format& format) {
     for (const uint32_t nodes : {shading.columns, shading.rows})
         if (nodes < 2 || nodes > kMostNodes)
             Fail(KvxResult_OutOfRange, "shading of {} nodes: give 2 to {}", nodes, kMostNodes);
-    for (size_t colour = 0; colour < (format.family == Family::Mono ? 1 : 4); ++colour) {
+    for (size_t colour = FirstFilter(format.family); colour < 4; ++colour) {
         const std::vector<float>& gains = shading.gains[colour];
         if (gains.size() != size_t{shading.columns} * shading.rows)
             Fail(KvxResult_InvalidArgument, "shading of {} gains: {} x {} nodes need {}", gains.size(), shading.columns,
@@ -57,7 +57,7 @@ size_t FilterIndex(const Format& format, uint32_t row, uint32_t column) {
     const char filter = FilterAt(format, row, column);
     if (format.family == Family::Bayer && filter == 'G') return FilterAt(format, row, column ^ 1) == 'R' ? 1 : 2;
     if (format.family == Family::Bayer) return filter == 'R' ? 0 : 3;
-    return filter == 'G' ? 1 : filter == 'B' ? 2 : filter == 'W' ? 3 : 0;
+    return filter == 'R' ? 0 : filter == 'G' ? 1 : filter == 'B' ? 2 : 3;
 }
 
 void Validate(const CameraProfile& profile) {

@@ -1,6 +1,7 @@
 #include "frame/camera/ProfileJson.h"
 
 #include "frame/camera/JsonReader.h"
+#include "frame/camera/ProfileLimits.h"
 #include "frame/formats/NearestNames.h"
 
 namespace kvx::frame {
@@ -10,20 +11,19 @@ constexpr const char* kVersionKey = "kvx_camera_profile";
 /** Far more than profiles nest: destroying values takes stack for each level. */
 constexpr int kDeepestLevel = 16;
 
-/** Names of the filters in the order of PerFilter. */
+/** Names of the filters from FirstFilter(). */
 std::vector<const char*> FilterNames(Family family) {
     if (family == Family::Bayer) return {"R", "Gr", "Gb", "B"};
     if (family == Family::TrueSense) return {"R", "G", "B", "W"};
     return {"Y"};
 }
 
-std::optional<PerFilter> LevelsOf(JsonReader& reader, const char* key) {
+std::optional<Levels> LevelsOf(JsonReader& reader, const char* key) {
     const Json* const value = reader.Find(key);
     if (!value) return std::nullopt;
-    if (value->is_number())
-        return PerFilter{value->get<double>(), value->get<double>(), value->get<double>(), value->get<double>()};
+    if (value->is_number()) return Levels(value->get<double>());
     const std::vector<double> numbers = reader.Numbers(key, 4);
-    return PerFilter{numbers[0], numbers[1], numbers[2], numbers[3]};
+    return Levels(numbers[0], numbers[1], numbers[2], numbers[3]);
 }
 
 std::optional<Gains> GainsOf(JsonReader& profile, const std::string& name) {
@@ -84,7 +84,7 @@ Shading ShadingOf(JsonReader& profile, const std::string& name, const std::optio
     if (!gains || !format)
         reader.FailBroken("expected \"columns\", \"rows\" and \"gains\", and a format of the profile");
     JsonReader lists(name + ": shading: gains", *gains);
-    size_t colour = 0;
+    size_t colour = FirstFilter(format->family);
     for (const char* filter : FilterNames(format->family)) {
         const std::vector<double> numbers = lists.Numbers(filter, size_t{shading.columns} * shading.rows);
         shading.gains[colour++].assign(numbers.begin(), numbers.end());
@@ -93,7 +93,8 @@ Shading ShadingOf(JsonReader& profile, const std::string& name, const std::optio
     return shading;
 }
 
-Json LevelsJson(const PerFilter& levels) {
+Json LevelsJson(const Levels& given) {
+    const auto& levels = given.ofFilters;
     const bool isOne = std::all_of(levels.begin(), levels.end(), [&](double level) { return level == levels[0]; });
     return isOne ? Json(levels[0]) : Json(levels);
 }
@@ -115,7 +116,7 @@ Json SitesJson(const std::vector<Site>& sites) {
 
 Json ShadingJson(const Shading& shading, Family family) {
     Json gains = Json::object();
-    size_t colour = 0;
+    size_t colour = FirstFilter(family);
     for (const char* filter : FilterNames(family)) {
         Json& list = gains[filter] = Json::array();
         for (const float gain : shading.gains[colour]) list.push_back(std::stod(fmt::format("{}", gain)));  // short

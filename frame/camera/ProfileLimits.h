@@ -3,12 +3,19 @@
 
 #include <cstdint>
 
+#include "KvxFrame/Format.h"
+
 namespace kvx::frame {
+
+/** The first of four levels that a family uses: mono frames take the fourth. */
+constexpr size_t FirstFilter(Family family) {
+    return family == Family::Mono ? 3 : 0;
+}
 
 inline constexpr uint32_t kMostNodes = 1024;
 /** Gains of shading are fixed-point numbers of 15 bits, 12 of them binary places. */
 inline constexpr int kShadingPlaces = 12;
 inline constexpr float kLargestShadingGain = 7.99F;
-inline constexpr double kLargestGain = 64, kLargestCoefficient = 64;  // as of a Finish
+inline constexpr double kLargestGain = 64, kLargestCoefficient = 64;  // of a Finish, too
 
 }  // namespace kvx::frame

@@ -54,8 +54,16 @@ void Converter::SetAnalogGain(double gain) {
 
 void Converter::SetFinish(std::optional<Finish> finish) {
     if (finish) Validate(*finish);
-    m_impl->finish = std::move(finish);
-    m_impl->tone.Forget();
+    m_impl->SetFinish(std::move(finish));
+}
+
+void Converter::SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin) {
+    if (profile) Validate(*profile);
+    m_impl->SetCamera(std::move(profile), origin);
+}
+
+void Converter::SetDefects(Defects defects) {
+    m_impl->correction.SetDefects(defects);
 }
 
 void Converter::Convert(const SourceView& source, const DestinationView& destination) {
@@ -85,6 +93,8 @@ void Convert(const SourceView& source, const DestinationView& destination, const
     if (!options.algorithm.empty()) converter.SetAlgorithm(options.algorithm);
     converter.SetThreads(options.threads);
     converter.SetFinish(options.finish);
+    converter.SetCamera(options.camera);
+    converter.SetDefects(options.defects);
     if (options.analogGain) converter.SetAnalogGain(*options.analogGain);
     if (options.noise) converter.SetNoise(options.noise);
     converter.Convert(source, destination);

@@ -8,6 +8,8 @@
 
 #include "frame/base/Fail.h"
 #include "frame/base/Team.h"
+#include "frame/camera/CameraFinish.h"
+#include "frame/camera/ProfileLimits.h"
 #include "frame/convert/RawRows.h"
 #include "frame/finish/Balance.h"
 #include "frame/view/Checks.h"
@@ -15,7 +17,7 @@
 namespace kvx::frame {
 namespace {
 
-constexpr double kLargestGain = 64, kLargestCoefficient = 64, kLargestExposure = 16, kLargestLevel = 65535;
+constexpr double kLargestExposure = 16, kLargestLevel = 65535;
 constexpr uint32_t kWhite = 65535;
 
 /** Sets OpenMP's thread count in a scope; 0 keeps it. */
@@ -90,6 +92,7 @@ ConverterImpl::ConverterImpl(Family frameFamily) : family(frameFamily) {
 void ConverterImpl::Release() noexcept {
     m_meter = {};
     tone = {};
+    correction.Release();
     if (component) component->Release();
     if (m_learned) m_learned->Release();
 }
@@ -112,8 +115,8 @@ void ConverterImpl::Check(const SourceView& source, const DestinationView& desti
         Fail(KvxResult_InvalidArgument, "this converter is for another family than {}: make one for it",
              Name(source.format));
     CheckSameSize(source, destination);
-    if (finish) CheckLevels(source, *finish);
     CheckApart(source, destination);
+    correction.Check(source);
 }
 
 /** The component's mirror parameters have the effect of the view's flags. */
@@ -125,10 +128,28 @@ SourceView ConverterImpl::WithMirrorParameters(SourceView source) const {
     return source;
 }
 
-/** The processing of the values: the finish, or the parameters of a component whose algorithm is not used. */
-const Finish* ConverterImpl::EffectiveFinish() {
-    if (finish) return &*finish;
-    return m_learned && component->GetParameterFinish(m_parameterFinish) ? &m_parameterFinish : nullptr;
+void ConverterImpl::SetFinish(std::optional<Finish> given) {
+    m_givenFinish = std::move(given);
+    m_finish = m_camera ? ColoursWith(*m_camera, m_givenFinish) : m_givenFinish;
+    tone.Forget();
+}
+
+void ConverterImpl::SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin) {
+    correction.SetProfile(profile, origin);
+    m_camera = std::move(profile);
+    SetFinish(std::move(m_givenFinish));
+}
+
+/** The finish of a frame: the given one, and what the camera gives. Null: none. */
+const Finish* ConverterImpl::FinishOf(const SourceView& source) {
+    if (!m_finish) return nullptr;
+    if (m_camera) {
+        m_finish->blackLevel = m_givenFinish ? m_givenFinish->blackLevel : Levels();
+        m_finish->whiteLevel = m_givenFinish ? m_givenFinish->whiteLevel : Levels();
+        TakeLevels(*m_camera, source.format, *m_finish);
+    }
+    CheckLevels(source, *m_finish);
+    return &*m_finish;
 }
 
 Route ConverterImpl::RouteFor(const Format& source, uint8_t bits, bool isFinished) const {
@@ -149,8 +170,8 @@ Route ConverterImpl::RouteFor(const Format& source, uint8_t bits, bool isFinishe
 /** Whether the library itself reads this source and writes this picture. */
 bool ConverterImpl::ConvertsDirectly(const SourceView& source, const DestinationView& destination,
                                      const Route& route) const {
-    return component && !m_learned && !finish && source.format == route.mosaic && source.stride >= 0 &&
-           destination.stride >= 0 && SamplesPerPixel(destination.format) == 3 &&
+    return component && !m_learned && !m_finish && !correction.IsOn() && source.format == route.mosaic &&
+           source.stride >= 0 && destination.stride >= 0 && SamplesPerPixel(destination.format) == 3 &&
            component->HasDirect(route, destination.format.bits);
 }
 
@@ -170,12 +191,14 @@ void ConverterImpl::ConvertDirectly(const SourceView& source, const DestinationV
 
 void ConverterImpl::ConvertRows(const SourceView& source, const Route& route, const Finish* values, const Gains& gains,
                                 const PictureSink& sink) {
-    const RawRows rows(source, route.mosaic, values, gains);
+    RawRows rows(source, route.mosaic, values, gains);
+    if (correction.IsOn()) rows.UseCorrected(correction);
     SourceView mosaic = source;
     mosaic.format = route.mosaic;
     if (m_learned) {
         std::optional<NoiseLine> mosaicNoise;
-        if (noise) mosaicNoise = BalancedNoise(*noise, source.format, values, gains);
+        if (noise || (m_camera && m_camera->noise))
+            mosaicNoise = BalancedNoise(noise ? *noise : *m_camera->noise, source.format, values, gains);
         Require(m_learned->Convert(mosaic, rows.Source(), route.pictureBits, sink.Sink(), mosaicNoise, threads), source,
                 sink.PictureFormat());
     } else if (component) {
@@ -197,7 +220,10 @@ void ConverterImpl::Convert(const SourceView& given, const DestinationView& dest
     const ThreadCountScope scope(threads);
     const SourceView source = WithMirrorParameters(given);
     const uint8_t bits = destination.format.bits;
-    const Finish* const values = EffectiveFinish();
+    const Finish* const finish = FinishOf(source);
+    // The parameters of a component whose algorithm is not used, if there is no finish.
+    const bool hasParameters = !finish && m_learned && component->GetParameterFinish(m_parameterFinish);
+    const Finish* const values = hasParameters ? &m_parameterFinish : finish;
     const Route route = RouteFor(source.format, bits, values != nullptr);
     lastReading = finish ? m_meter.Measure(source, *finish) : Reading();
     if (ConvertsDirectly(source, destination, route)) return ConvertDirectly(source, destination);

@@ -1,6 +1,7 @@
 /** The steps of a conversion: rows of the mosaic, interpolation, last step. */
 #pragma once
 
+#include "frame/camera/MosaicCorrection.h"
 #include "frame/convert/Component.h"
 #include "frame/convert/PictureSink.h"
 #include "frame/finish/LightMeter.h"
@@ -26,7 +27,10 @@ public:
 
     Family family;
     std::unique_ptr<Component> component;  // none for mono
-    std::optional<Finish> finish;
+    void SetFinish(std::optional<Finish> given);
+    void SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin);
+
+    MosaicCorrection correction;
     std::optional<SensorNoise> noise;
     int threads = 0;
     ToneTable tone;
@@ -35,7 +39,7 @@ public:
 private:
     void Check(const SourceView& source, const DestinationView& destination) const;
     SourceView WithMirrorParameters(SourceView source) const;
-    const Finish* EffectiveFinish();
+    const Finish* FinishOf(const SourceView& source);
     Route RouteFor(const Format& source, uint8_t bits, bool isFinished) const;
     bool ConvertsDirectly(const SourceView& source, const DestinationView& destination, const Route& route) const;
     void ConvertDirectly(const SourceView& source, const DestinationView& destination);
@@ -44,6 +48,9 @@ private:
     void Require(uint32_t result, const SourceView& source, const Format& destination) const;
     const uint16_t* TableFor(const Finish* values, const Route& route, uint8_t bits);
 
+    std::optional<Finish> m_givenFinish;
+    std::optional<Finish> m_finish;                  // with what the camera gives
+    std::shared_ptr<const CameraProfile> m_camera;   // or null
     std::unique_ptr<LearnedInterpolator> m_learned;  // null: the component's algorithm
     Finish m_parameterFinish;                        // of the component's parameters
     LightMeter m_meter;

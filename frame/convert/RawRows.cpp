@@ -1,5 +1,7 @@
 #include "frame/convert/RawRows.h"
 
+#include <algorithm>
+
 #include "frame/samples/SampleRow.h"
 
 namespace kvx::frame {
@@ -18,7 +20,16 @@ RawRows::RawRows(const SourceView& source, const Format& format, const Finish* f
     if (finish) m_balance.emplace(source, *finish, gains, format.bits);
 }
 
+void RawRows::UseCorrected(MosaicCorrection& correction) {
+    const Balance balance = m_balance.value_or(Balance(m_source, Finish(), Gains(), static_cast<uint8_t>(m_bits)));
+    m_corrected = correction.Correct(m_source, balance);
+}
+
 void RawRows::Read(uint32_t row, uint32_t column, uint32_t count, uint16_t* samples) const noexcept {
+    if (m_corrected) {
+        std::copy_n(m_corrected + size_t{row} * m_source.width + column, count, samples);
+        return;
+    }
     ReadSamples(m_source, row, column, count, samples);
     if (m_balance) BalanceRow(m_balance->OfRow(row).From(column), samples, count);
     if (m_widens) Widen(samples, count, m_bits);

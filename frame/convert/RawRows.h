@@ -5,6 +5,7 @@
 
 #include "KvxDemosaicing/KvxRows.h"
 #include "KvxFrame/View.h"
+#include "frame/camera/MosaicCorrection.h"
 #include "frame/finish/Balance.h"
 
 namespace kvx::frame {
@@ -18,6 +19,9 @@ public:
      */
     RawRows(const SourceView& source, const Format& format, const Finish* finish, const Gains& gains);
 
+    /** Reads the samples of a mosaic that is corrected as a whole, because defects need rows above and below. */
+    void UseCorrected(MosaicCorrection& correction);
+
     /** Reads samples as words. Several threads may read at the same time. */
     void Read(uint32_t row, uint32_t column, uint32_t count, uint16_t* samples) const noexcept;
 
@@ -29,6 +33,7 @@ private:
     int m_bits;
     bool m_widens;  // to more bits, without a finish
     std::optional<Balance> m_balance;
+    const uint16_t* m_corrected = nullptr;  // rows without padding
 };
 
 }  // namespace kvx::frame

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "KvxFrame/CameraProfile.h"
 #include "frame/base/Fail.h"
 #include "frame/samples/SampleRow.h"
 
@@ -47,17 +48,8 @@ double MeanRange(const Finish& finish, const Format& format) {
 }  // namespace
 
 size_t FilterIndex(const SourceView& source, uint32_t row, uint32_t column) {
-    const bool isBayer = source.format.family == Family::Bayer;
-    switch (StoredFilterAt(source, row, column)) {
-        case 'R':
-            return 0;
-        case 'G':
-            return isBayer && StoredFilterAt(source, row, column + 1) == 'B' ? 2 : 1;
-        case 'B':
-            return isBayer ? 3 : 2;
-        default:
-            return 3;
-    }
+    return FilterIndex(source.format, source.verMirrored ? source.height - 1 - row : row,
+                       source.horMirrored ? source.width - 1 - column : column);
 }
 
 WideLevels::WideLevels(const Finish& finish, const Format& format) {

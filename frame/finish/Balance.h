@@ -7,7 +7,7 @@
 
 namespace kvx::frame {
 
-/** Place of a site's filter in Levels. */
+/** Place of a stored site's filter in Levels, with mirror flags. */
 size_t FilterIndex(const SourceView& source, uint32_t row, uint32_t column);
 
 /** The levels of a finish in a format, scaled to 16 bits and rounded; by FilterIndex(). */

@@ -21,19 +21,25 @@ struct RowBalance {
     /** The parameters of the row from a column on. */
     RowBalance From(uint32_t column) const {
         RowBalance moved = *this;
-        std::rotate(moved.factors.begin(), moved.factors.begin() + column % 4, moved.factors.end());
+        for (std::array<uint16_t, 4>* turns : {&moved.white, &moved.black, &moved.factors})
+            std::rotate(turns->begin(), turns->begin() + column % 4, turns->end());
         return moved;
     }
 };
+
+/** The rule for light, which is a value without its black level. */
+inline uint16_t BalancedLight(const RowBalance& balance, uint32_t light, size_t column) {
+    // 65535 * 65535 + 2^16 is less than 2^32.
+    const uint32_t product = light * balance.factors[column % 4] + ((1u << balance.scale) >> 1);
+    return static_cast<uint16_t>(std::min(product >> balance.scale, uint32_t{balance.limit}));
+}
 
 /** The rule for one sample. */
 inline uint16_t BalancedSample(const RowBalance& balance, uint16_t sample, size_t column) {
     const uint32_t wide = uint32_t{std::min(sample, balance.largest)} << balance.leftShift;
     const uint32_t value = std::min(wide, uint32_t{balance.white[column % 4]});
-    const uint32_t black = balance.black[column % 4], light = value > black ? value - black : 0;
-    // 65535 * 65535 + 2^16 is less than 2^32.
-    const uint32_t product = light * balance.factors[column % 4] + ((1u << balance.scale) >> 1);
-    return static_cast<uint16_t>(std::min(product >> balance.scale, uint32_t{balance.limit}));
+    const uint32_t black = balance.black[column % 4];
+    return BalancedLight(balance, value > black ? value - black : 0, column);
 }
 
 /** Applies it to `count` samples, in place. */

@@ -23,13 +23,7 @@
 
 namespace kvx::frame {
 
-/**
- * A value for each filter colour. Bayer: red, green in rows with red, green in rows with blue, blue. TrueSense: red,
- * green, blue, clear. Mono: the first counts.
- */
-using PerFilter = std::array<double, 4>;
-
-/** The place of a filter's colour in a PerFilter. The site may lie outside a frame. 0 for mono and colour. */
+/** The place of a site's filter in Levels. The site may lie outside a frame. */
 KVX_API size_t FilterIndex(const Format& format, uint32_t row, uint32_t column);
 
 /** A site of a frame. */
@@ -49,19 +43,25 @@ constexpr bool operator==(const Site& a, const Site& b) noexcept {
 struct Shading {
     uint32_t columns = 0;  ///< nodes in a row, 2 to 1024; 0: no correction of shading
     uint32_t rows = 0;     ///< rows of nodes, likewise
-    /** Gains of a filter colour, row by row, in the order of PerFilter: from 1, so that white stays white, up to 7.99.
+    /** Gains of a filter colour, row by row, in the order of Levels: from 1, so that white stays white, up to 7.99.
      */
     std::array<std::vector<float>, 4> gains;
 };
 
+/** Which samples are replaced as defective. */
+enum class Defects : uint8_t {
+    Listed,  ///< those of the camera profile
+    Auto     ///< also outliers: samples that differ from all neighbours of their filter by more than the noise
+};
+
 /** What was measured of a camera. Every member may be missing. Coordinates are those of stored frames. */
 struct CameraProfile {
-    std::string camera;                   ///< "camera": a name for people
-    std::optional<Format> format;         ///< "format" of the measured frames, whose layout does not matter
-    uint32_t width = 0;                   ///< "width" of the measured frames
-    uint32_t height = 0;                  ///< "height" of the measured frames
-    std::optional<PerFilter> blackLevel;  ///< "black_level", a number or four: sample values, fractions allowed
-    std::optional<PerFilter> whiteLevel;  ///< "white_level", a number or four: at which the sensor clips
+    std::string camera;                ///< "camera": a name for people
+    std::optional<Format> format;      ///< "format" of the measured frames, whose layout does not matter
+    uint32_t width = 0;                ///< "width" of the measured frames
+    uint32_t height = 0;               ///< "height" of the measured frames
+    std::optional<Levels> blackLevel;  ///< "black_level", a number or four: sample values, fractions allowed
+    std::optional<Levels> whiteLevel;  ///< "white_level", a number or four: at which the sensor clips
     std::optional<Gains> gains;  ///< "white_balance_gains": {"R", "G", "B"}, and "W" for clear sites, else green's
     std::optional<std::array<double, 9>> matrix;  ///< "colour_matrix", as in Finish
     std::optional<SensorNoise> noise;  ///< "noise": {"slope", "intercept"}, or one of each for "pan" and "colour"
@@ -84,6 +84,12 @@ struct CameraProfile {
  * @throws Error 0x80070004 for a value out of range, 0x80070007 for members that do not fit each other
  */
 KVX_API void Validate(const CameraProfile& profile);
+
+/**
+ * The finish of a camera's frames: where `finish` says nothing (a level of 0, gains of 1 that are not measured, the
+ * identity as matrix) what the profile has. Levels are scaled to the depth of the frames.
+ */
+KVX_API Finish FinishWith(const CameraProfile& profile, const Finish& finish, const Format& frames);
 
 /**
  * Reads a profile, and the dark frame next to it.

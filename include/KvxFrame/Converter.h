@@ -23,6 +23,7 @@
 #include <vector>
 
 #include "KvxDemosaicing/KvxComponent.h"
+#include "KvxFrame/CameraProfile.h"
 #include "KvxFrame/Finish.h"
 #include "KvxFrame/SensorNoise.h"
 #include "KvxFrame/View.h"
@@ -114,6 +115,22 @@ public:
     void SetFinish(std::optional<Finish> finish);
 
     /**
+     * Sets the camera that took the frames. Fixed pattern, shading and defective pixels are corrected in front of the
+     * interpolation. Black and white level, gains and matrix of the profile apply where the finish says nothing: where
+     * it has a level of 0, gains of 1 that are not measured, the identity. "fine" removes the noise of the profile
+     * unless SetNoise() says otherwise. Frames may have another depth than the profile's.
+     *
+     * @param profile shared, so that converters need no copies; null, the default: none
+     * @param origin  place of the frames in the profile's frames, if they are regions of them
+     * @throws Error what Validate() throws. Convert() throws 0x80070007 for frames that the profile does not fit
+     */
+    void SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin = std::nullopt);
+
+    /** Sets which samples are replaced as defective. Without a noise model Defects::Auto measures noise in each frame.
+     */
+    void SetDefects(Defects defects);
+
+    /**
      * Converts one frame, in working memory of a few megabytes for each thread; only the noise-reducing TrueSense
      * algorithms keep planes of the whole frame. After the first frame of a size and format it allocates nothing.
      *
@@ -147,6 +164,8 @@ struct Options {
     std::optional<Finish> finish;                                 ///< see Converter::SetFinish()
     std::optional<double> analogGain = {};                        ///< see Converter::SetAnalogGain()
     std::optional<SensorNoise> noise = {};                        ///< see Converter::SetNoise(); instead of analogGain
+    std::shared_ptr<const CameraProfile> camera = {};             ///< see Converter::SetCamera()
+    Defects defects = Defects::Listed;                            ///< see Converter::SetDefects()
 };
 
 /** Converts one frame. A Converter is faster for many frames: it keeps its memory. @throws Error as the Converter */

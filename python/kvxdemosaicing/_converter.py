@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 from collections.abc import Iterator, MutableMapping, Sequence
 from typing import Any, NamedTuple, Optional, Union
 
@@ -103,6 +104,9 @@ class Converter:
     :param look, black_level, white_level, white_balance, exposure, matrix, tone: see set_finish()
     :param analog_gain: the sensor's gain, whose noise "fine" and the noise-reducing algorithms remove; None: "fine"
         removes none
+    :param camera: path of the camera's profile (``kvx-demosaic calibrate``), which corrects fixed pattern, shading and
+        defective pixels, and gives levels, gains and matrix where the finish says nothing
+    :param defects: "listed" replaces the pixels that the profile lists, "auto" also outliers
     :param parameters: parameters of the component, by name
     """
 
@@ -122,6 +126,8 @@ class Converter:
         matrix: Optional[npt.ArrayLike] = None,
         tone: Optional[Tone] = None,
         analog_gain: Optional[float] = None,
+        camera: Union[str, "os.PathLike[str]", None] = None,
+        defects: str = "listed",
         **parameters: Number,
     ) -> None:
         self._format = find_format(format)
@@ -136,6 +142,9 @@ class Converter:
         if algorithm is not None:
             self._native.set_algorithm(str(algorithm))
         self.analog_gain = analog_gain
+        if defects not in ("listed", "auto"):
+            raise refusal(INVALID_ARGUMENT, f"defects={defects!r}: use 'listed' or 'auto'")
+        self._native.set_camera(None if camera is None else os.fspath(camera), defects == "auto")
         self.threads = threads
         finish = make_finish(look, black_level, white_level, white_balance, exposure, matrix, tone)
         if finish is not None:
@@ -274,6 +283,8 @@ def convert(
     matrix: Optional[npt.ArrayLike] = None,
     tone: Optional[Tone] = None,
     analog_gain: Optional[float] = None,
+    camera: Union[str, "os.PathLike[str]", None] = None,
+    defects: str = "listed",
     **parameters: Number,
 ) -> Picture:
     """Converts one frame to a picture. The arguments are those of Converter, which is faster for many frames.
@@ -300,6 +311,8 @@ def convert(
         matrix=matrix,
         tone=tone,
         analog_gain=analog_gain,
+        camera=camera,
+        defects=defects,
         **parameters,
     )
     return converter.convert(frame, out=out, width=width, height=height)

@@ -49,6 +49,13 @@ void ArrayConverter::SetAnalogGain(std::optional<double> gain) {
     Locked([=](Converter& converter) { gain ? converter.SetAnalogGain(*gain) : converter.SetNoise(std::nullopt); });
 }
 
+void ArrayConverter::SetCamera(const std::optional<std::string>& path, bool findsDefects) {
+    Locked([&](Converter& converter) {
+        converter.SetCamera(path ? std::make_shared<frame::CameraProfile>(frame::ReadCameraProfile(*path)) : nullptr);
+        converter.SetDefects(findsDefects ? frame::Defects::Auto : frame::Defects::Listed);
+    });
+}
+
 std::array<double, 4> ArrayConverter::LastGains() {
     const frame::Gains gains = Locked([](const Converter& converter) { return converter.LastGains(); });
     return {gains.red, gains.green, gains.blue, gains.pan};

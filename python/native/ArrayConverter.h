@@ -29,6 +29,8 @@ public:
     std::vector<_KvxStParam> Parameters();
     void SetFinish(std::optional<frame::Finish> finish);
     void SetAnalogGain(std::optional<double> gain);
+    /** @param path of a profile; nullopt: none @param findsDefects whether outliers count as defects */
+    void SetCamera(const std::optional<std::string>& path, bool findsDefects);
     std::array<double, 4> LastGains();
     double LastExposure();
     void Release();

@@ -98,6 +98,7 @@ void BindConverter(py::module_& module) {
         .def("parameter_facts", &AllParameterFacts)
         .def("set_finish", &ArrayConverter::SetFinish, py::arg("finish"))
         .def("set_analog_gain", &ArrayConverter::SetAnalogGain, py::arg("gain"))
+        .def("set_camera", &ArrayConverter::SetCamera, py::arg("path"), py::arg("finds_defects"))
         .def("last_gains", &ArrayConverter::LastGains)
         .def("last_exposure", &ArrayConverter::LastExposure)
         .def("release", &ArrayConverter::Release);

@@ -20,6 +20,12 @@ TEST(GStreamerSettings, CountFromTheNextFrameOn) {
         {"n-threads", "2", [](Options&) {}},
         {"stride", "48", [](Options&) {}},
         {"packing", "none", [](Options&) {}},
+        {"defects", "auto", [](Options& o) { o.defects = frame::Defects::Auto; }},
+        {"camera", "settings-test.json",
+         [](Options& o) {
+             o.camera = std::make_shared<frame::CameraProfile>(frame::ReadCameraProfile("settings-test.json"));
+         }},
+        {"camera", "", [](Options& o) { o.camera.reset(); }},
         {"algorithm", "edge-aware", [](Options& o) { o.algorithm = "edge-aware"; }},
         {"algorithm", "", [](Options& o) { o.algorithm = ""; }},
         {"parameters", "p,BayerAlgType=(int)1", [](Options& o) { o.algorithm = "ipp"; }},
@@ -55,6 +61,13 @@ TEST(GStreamerSettings, CountFromTheNextFrameOn) {
         {"tone", "linear", [](Options& o) { o.finish->tone = frame::ToneCurve::Linear; }},
         {"matrix", "0,1,0,0,0,1,0.5,0.25,0.25",
          [](Options& o) { o.finish->matrix = {0, 1, 0, 0, 0, 1, 0.5, 0.25, 0.25}; }}};
+    frame::CameraProfile camera;
+    camera.format = frame::FormatByName("BayerRG12");
+    camera.width = 24;
+    camera.height = 12;
+    camera.blackLevel = 100;
+    camera.deadPixels = {{5, 5}};
+    frame::WriteCameraProfile(camera, "settings-test.json");
     const frame::TestFrame frame =
         frame::MakeFrame(frame::FormatByName("rggb12le"), 24, 12, [](uint32_t row, uint32_t column) {
             return static_cast<uint16_t>((row * 397 + column * 1151 + column % 2 * 300) % 3500);

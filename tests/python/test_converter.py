@@ -1,6 +1,7 @@
 """Converters: parameters by name, and threads."""
 
 import concurrent.futures
+import json
 import math
 import sys
 import time
@@ -80,6 +81,27 @@ def test_other_threads_run_during_a_call(name):
     finally:
         sys.setswitchinterval(interval)
     assert sum(span[0] < time < span[1] for time in ticks) >= 3
+
+
+def test_a_camera_corrects_its_frames(tmp_path):
+    frame = np.full((6, 8), 1064, np.uint16)
+    frame[2, 3] = 4095
+    lists = {filter: [1, 2, 1, 2] for filter in ("R", "Gr", "Gb", "B")}
+    profile = {"kvx_camera_profile": 1, "format": "BayerRG12", "width": 8, "height": 6, "black_level": 64,
+               "dead_pixels": [[3, 2]], "shading": {"columns": 2, "rows": 2, "gains": lists}}
+    path = tmp_path / "camera.json"
+    path.write_text(json.dumps(profile))
+    picture = kvx.convert(frame, "BayerRG12", to="RGB12", camera=path)
+    level = 1000 / 4031 * 4095
+    assert np.allclose(picture[:, 0], level, atol=2) and np.allclose(picture[:, 7], 2 * level, atol=2)
+    assert np.all(picture[2, 3] < 2 * level)
+    with pytest.raises(kvx.Error, match="for frames of 8x6"):
+        kvx.convert(frame[:4], "BayerRG12", camera=str(path))
+    with pytest.raises(kvx.Error, match="cannot be read"):
+        kvx.convert(frame, "BayerRG12", camera="missing.json")
+    assert kvx.convert(frame, "BayerRG12", to="RGB12", defects="auto").max() <= 1066
+    with pytest.raises(kvx.Error, match="listed"):
+        kvx.convert(frame, "BayerRG12", defects="all")
 
 
 def test_one_converter_in_many_threads():

@@ -43,7 +43,7 @@ done
 frame=$(mktemp)
 trap 'rm -f "$frame"' EXIT
 head -c 32 /dev/zero > "$frame"
-for option in --to --algorithm --look --exposure --white-balance --tone --flip --layout; do
+for option in --to --algorithm --look --exposure --white-balance --defects --tone --flip --layout; do
     values=$(offers convert "$option" "")
     [ -n "$values" ] || fail "$option: no values completed"
     for value in $values; do

@@ -43,12 +43,12 @@ DarkFigures CalibrateDark(const FrameStack& stack, frame::CameraProfile& profile
     const cv::Mat good = ~hot;
 
     cv::Mat pattern = stack.mean.clone();  // above the black level
-    for (size_t filter = 0; filter < figures.blackLevel.size(); ++filter) {
+    for (size_t filter = 0; filter < 4; ++filter) {
         const cv::Mat sites = SitesOfFilter(stack.format, size, filter) & good;
-        figures.blackLevel[filter] = std::round(1000 * MeanOf(stack.mean, sites)) / 1000;
-        cv::subtract(pattern, figures.blackLevel[filter], pattern, sites);
+        figures.blackLevel.ofFilters[filter] = std::round(1000 * MeanOf(stack.mean, sites)) / 1000;
+        cv::subtract(pattern, figures.blackLevel.ofFilters[filter], pattern, sites);
     }
-    if (stack.format.family == frame::Family::Mono) figures.blackLevel.fill(figures.blackLevel[0]);
+    if (stack.format.family == frame::Family::Mono) figures.blackLevel = figures.blackLevel.ofFilters[3];
     if (stack.count > 1) {
         const double noiseOfMean = figures.noise * figures.noise / stack.count;
         const double variance = std::pow(ClippedDeviation(pattern, good), 2) - noiseOfMean;

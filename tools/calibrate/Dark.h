@@ -7,7 +7,7 @@ namespace kvx::tool {
 
 /** What frames without light show of a camera. */
 struct DarkFigures {
-    frame::PerFilter blackLevel{};
+    frame::Levels blackLevel;
     double noise = 0;    ///< standard deviation between frames, or within a single one, in samples
     double pattern = 0;  ///< standard deviation of the fixed pattern, in samples; 0 for a single frame
     bool keepsPattern = false;

@@ -21,9 +21,9 @@ cv::Mat SignalOf(const FrameStack& stack, const frame::CameraProfile& profile) {
         dark.convertTo(samples, CV_32F, 1.0 / (1u << (16 - stack.format.bits)));
         return signal - samples;
     }
-    const frame::PerFilter black = profile.blackLevel.value_or(frame::PerFilter{});
-    for (size_t filter = 0; filter < black.size(); ++filter) {
-        cv::subtract(signal, black[filter], signal, SitesOfFilter(stack.format, signal.size(), filter));
+    const frame::Levels black = profile.blackLevel.value_or(frame::Levels());
+    for (size_t filter = 0; filter < 4; ++filter) {
+        cv::subtract(signal, black.ofFilters[filter], signal, SitesOfFilter(stack.format, signal.size(), filter));
     }
     return signal;
 }

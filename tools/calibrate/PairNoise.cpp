@@ -55,7 +55,8 @@ void PairNoise::AddBlock(const RawFrame& frame, const cv::Rect& block) {
         const double mean = sum.samples / sum.count;
         if (sum.count < kEnoughSites || mean > kBright * white) continue;
         const double variance = (sum.squares - sum.differences * sum.differences / sum.count) / (sum.count - 1) / 2;
-        m_blocks[isClear[filter]].push_back({unit * (mean - m_black[filter]), unit * unit * variance, sum.count});
+        m_blocks[isClear[filter]].push_back(
+            {unit * (mean - m_black.ofFilters[filter]), unit * unit * variance, sum.count});
     }
 }
 

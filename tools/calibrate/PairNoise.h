@@ -13,7 +13,7 @@ namespace kvx::tool {
 class PairNoise {
 public:
     /** @param blackLevel from which the signal counts */
-    explicit PairNoise(const frame::PerFilter& blackLevel) : m_black(blackLevel) {}
+    explicit PairNoise(const frame::Levels& blackLevel) : m_black(blackLevel) {}
 
     /** Compares a frame with the one before it, if both were equally exposed. Frames have one format and size. */
     void Add(const RawFrame& frame);
@@ -32,7 +32,7 @@ private:
     };
     void AddBlock(const RawFrame& frame, const cv::Rect& block);
 
-    frame::PerFilter m_black;
+    frame::Levels m_black;
     cv::Mat m_last;
     std::array<std::vector<Block>, 2> m_blocks;  // of coloured and of clear sites
 };

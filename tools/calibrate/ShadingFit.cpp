@@ -62,7 +62,7 @@ frame::Shading FitShading(const cv::Mat& signal, const cv::Mat& good, const fram
     const int columns = cellsOf(signal.cols);
     const cv::Size cells(columns, std::min(cellsOf(signal.rows), std::max(1, columns * signal.rows / signal.cols)));
     frame::Shading shading{static_cast<uint32_t>(cells.width + 1), static_cast<uint32_t>(cells.height + 1), {}};
-    for (size_t filter = 0; filter < (format.family == frame::Family::Mono ? 1 : 4); ++filter) {
+    for (size_t filter = format.family == frame::Family::Mono ? 3 : 0; filter < 4; ++filter) {
         const std::vector<Block> blocks = BlocksOf(signal, SitesOfFilter(format, signal.size(), filter) & good, cells);
         std::vector<double> values;
         for (int row = 0; row <= cells.height; ++row) {

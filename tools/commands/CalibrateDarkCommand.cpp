@@ -23,7 +23,7 @@ Example:
 
 std::string Report(const FrameStack& stack, const DarkFigures& figures, const frame::CameraProfile& profile) {
     TextTable table({"frames", fmt::format("{} {}", stack.count, frame::Name(stack.format))});
-    const frame::PerFilter& black = figures.blackLevel;
+    const auto& black = figures.blackLevel.ofFilters;
     table.AddRow({"black level", fmt::format("{:.3f} {:.3f} {:.3f} {:.3f}", black[0], black[1], black[2], black[3])});
     table.AddRow({"noise", fmt::format("{:.3f} samples", figures.noise)});
     table.AddRow({"fixed pattern", stack.count == 1 ? "unknown: needs two frames"

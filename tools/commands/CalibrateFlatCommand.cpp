@@ -49,7 +49,7 @@ std::string Report(const FrameStack& stack, const FlatFigures& figures, const fr
 
 void RunFlat(const StepOptions& options) {
     frame::CameraProfile profile = OpenProfile(options.profile);
-    PairNoise pairs(profile.blackLevel.value_or(frame::PerFilter{}));
+    PairNoise pairs(profile.blackLevel.value_or(frame::Levels()));
     const FrameStack stack =
         StackFrames(options.frames, options.request, [&](const RawFrame& frame) { pairs.Add(frame); });
     SetFrames(profile, stack.format, stack.mean.cols, stack.mean.rows, options.profile);

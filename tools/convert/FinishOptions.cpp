@@ -4,6 +4,7 @@
 
 #include "tools/ToolError.h"
 #include "tools/console/Arguments.h"
+#include "tools/frames/FrameError.h"
 
 namespace kvx::tool {
 namespace {
@@ -82,6 +83,16 @@ void AddFinishOptions(CLI::App& command, FinishRequest& request) {
     AddChoice<std::optional<frame::ToneCurve>, frame::ToneCurve>(
         command, "--tone", request.tone, {{"linear", frame::ToneCurve::Linear}, {"srgb", frame::ToneCurve::Srgb}},
         "Tone curve: linear or srgb");
+    AddText(
+        command, "--camera",
+        [&request](const std::string& path) {
+            request.camera = std::make_shared<frame::CameraProfile>(
+                WithExitCode(ExitCode::Input, "--camera", [&] { return frame::ReadCameraProfile(path); }));
+        },
+        "PROFILE", "Correct the frame by what calibrate measured of the camera");
+    AddChoice<frame::Defects, frame::Defects>(
+        command, "--defects", request.defects, {{"listed", frame::Defects::Listed}, {"auto", frame::Defects::Auto}},
+        "Replace defective pixels: those listed in the profile (the default), or auto: outliers, too");
     command.add_flag("--linear", request.isLinear, "Keep the values: nothing of the sidecar applies");
 }
 

@@ -2,10 +2,12 @@
 
 #include <CLI/CLI.hpp>
 #include <array>
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "KvxDemosaicing/KvxImage.h"
+#include "KvxFrame/CameraProfile.h"
 #include "KvxFrame/Finish.h"
 
 namespace kvx::tool {
@@ -29,7 +31,9 @@ struct ExposureRequest {
 /** The finish as the user asks for it. */
 struct FinishRequest {
     bool isNatural = false;  ///< --look natural
-    bool isLinear = false;   ///< --linear: nothing applies, the sidecar neither
+    std::shared_ptr<const frame::CameraProfile> camera;
+    frame::Defects defects = frame::Defects::Listed;
+    bool isLinear = false;  ///< --linear: nothing applies, the sidecar neither
     std::optional<WhiteBalanceRequest> whiteBalance;
     std::optional<ExposureRequest> exposure;
     std::optional<frame::Levels> blackLevel;
@@ -38,7 +42,8 @@ struct FinishRequest {
     std::optional<frame::ToneCurve> tone;
 };
 
-/** Adds --look, --linear, --white-balance, --exposure, --black-level, --white-level, --matrix and --tone. */
+/** Adds --camera, --defects, --look, --linear, --white-balance, --exposure, --black-level, --white-level, --matrix and
+ * --tone. */
 void AddFinishOptions(CLI::App& command, FinishRequest& request);
 
 /** Whether any of these options but --linear was given. */

@@ -30,11 +30,14 @@ public:
 
     FinishPlan Plan() {
         const Sidecar& sidecar = m_input.sidecar;
-        Choose("black level", m_request.blackLevel, sidecar.blackLevel, m_finish.blackLevel, LevelsText);
-        Choose("white level", m_request.whiteLevel, sidecar.whiteLevel, m_finish.whiteLevel, LevelsText);
+        const frame::CameraProfile camera = FromCamera();
+        Choose("black level", m_request.blackLevel, sidecar.blackLevel, camera.blackLevel, m_finish.blackLevel,
+               LevelsText);
+        Choose("white level", m_request.whiteLevel, sidecar.whiteLevel, camera.whiteLevel, m_finish.whiteLevel,
+               LevelsText);
         RequireFittingLevels();
-        ChooseWhiteBalance();
-        Choose("matrix", m_request.matrix, sidecar.matrix, m_finish.matrix,
+        ChooseWhiteBalance(camera);
+        Choose("matrix", m_request.matrix, sidecar.matrix, camera.matrix, m_finish.matrix,
                [](const auto& matrix) { return fmt::format("{}", fmt::join(matrix, ", ")); });
         ChooseExposure();
         ChooseTone();
@@ -46,12 +49,24 @@ private:
         m_facts.push_back({name, value, origin});
     }
 
+    /** The parts of a finish that the camera has, levels in samples of the frame. */
+    frame::CameraProfile FromCamera() const {
+        if (!m_request.camera) return {};
+        const frame::Finish finish = frame::FinishWith(*m_request.camera, {}, m_input.frame.format);
+        frame::CameraProfile parts;
+        if (m_request.camera->blackLevel) parts.blackLevel = finish.blackLevel;
+        if (m_request.camera->whiteLevel) parts.whiteLevel = finish.whiteLevel;
+        if (m_request.camera->gains) parts.gains = finish.gains;
+        if (m_request.camera->matrix) parts.matrix = finish.matrix;
+        return parts;
+    }
+
     template <typename Value, typename Describe>
     void Choose(const char* name, const std::optional<Value>& given, const std::optional<Value>& fromSidecar,
-                Value& chosen, const Describe& describe) {
-        if (const std::optional<Value>& value = given ? given : fromSidecar) {
+                const std::optional<Value>& fromCamera, Value& chosen, const Describe& describe) {
+        if (const std::optional<Value>& value = given ? given : fromSidecar ? fromSidecar : fromCamera) {
             chosen = *value;
-            Record(name, describe(*value), given ? "options" : "sidecar");
+            Record(name, describe(*value), given ? "options" : fromSidecar ? "sidecar" : "camera");
         }
     }
 
@@ -68,7 +83,7 @@ private:
         }
     }
 
-    void ChooseWhiteBalance() {
+    void ChooseWhiteBalance(const frame::CameraProfile& camera) {
         const std::optional<frame::Gains>& ofSidecar = m_input.sidecar.gains;
         if (!m_request.whiteBalance || m_request.whiteBalance->source == Source::Sidecar) {
             if (ofSidecar) {
@@ -80,6 +95,9 @@ private:
             } else if (m_request.isNatural) {
                 m_finish.whiteBalance = frame::WhiteBalance::Auto;
                 Record("white balance", "auto", "look");
+            } else if (camera.gains) {
+                m_finish.gains = *camera.gains;
+                Record("white balance", GainsText(*camera.gains), "camera");
             }
             return;
         }

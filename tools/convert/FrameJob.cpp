@@ -83,6 +83,10 @@ frame::Converter& FrameJob::ConverterFor(frame::Family family) {
     if (m_settings.analogGain) {
         WithExitCode(ExitCode::Usage, "--analog-gain", [&] { converter.SetAnalogGain(*m_settings.analogGain); });
     }
+    std::optional<frame::Site> origin;
+    if (m_settings.crop) origin = {m_settings.crop->x, m_settings.crop->y};
+    converter.SetCamera(m_settings.finish.camera, origin);
+    converter.SetDefects(m_settings.finish.defects);
     converter.SetThreads(m_settings.threads);
     return m_converters.emplace(family, std::move(converter)).first->second;
 }

@@ -17,15 +17,15 @@ CameraProfile FullProfile(const char* format) {
     profile.format = FormatByName(format);
     profile.width = 6;
     profile.height = 5;
-    profile.blackLevel = {12.5, 13, 12, 11.75};
-    profile.whiteLevel = {250, 251, 252, 253};
+    profile.blackLevel = Levels(12.5, 13, 12, 11.75);
+    profile.whiteLevel = Levels(250, 251, 252, 253);
     profile.gains = Gains{1.9, 1, 1.25, 1.1};
     profile.matrix = {1, 2, 3, 4, 5, 6, 7, 8, 9.5};
     profile.noise = SensorNoise{{0.5, 1.5}, {2.5, 3.5}};
     profile.hotPixels = {{0, 4}, {5, 1}};
     profile.deadPixels = {{3, 2}};
     profile.shading = {2, 3, {}};
-    for (size_t colour = 0; colour < (profile.format->family == Family::Mono ? 1 : 4); ++colour)
+    for (size_t colour = profile.format->family == Family::Mono ? 3 : 0; colour < 4; ++colour)
         for (int node = 0; node < 6; ++node)
             profile.shading.gains[colour].push_back(1 + 0.1F * static_cast<float>(colour + 4 * node));
     for (int sample = 0; sample < 30; ++sample) profile.darkFrame.push_back(static_cast<uint16_t>(1000 * sample + 7));

@@ -14,6 +14,7 @@ TEST(ConverterAllocations, EndWithTheFirstFrameOfAGeometry) {
                     Converter converter(FormatByName(name).family);
                     if (converter.SourceFamily() != Family::Mono) converter.SetAlgorithm(algorithm);
                     if (isFinished) converter.SetFinish(EverythingOn());
+                    if (isFinished) converter.SetDefects(Defects::Auto);
                     TestFrame frame = MakeNoise(FormatByName(name), 64, 48);
                     TestPicture picture(FormatByName(destination), 64, 48);
                     const DestinationView view = picture.View();

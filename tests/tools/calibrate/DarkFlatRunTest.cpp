@@ -85,7 +85,7 @@ TEST(Calibrate, FindsWhatWasPutIntoSimulatedFrames) {
         const frame::CameraProfile profile = frame::ReadCameraProfile(path);
         EXPECT_TRUE(profile.matrix);  // what other steps measured stays
         EXPECT_TRUE(profile.darkFrame.empty());
-        for (const double level : *profile.blackLevel) EXPECT_NEAR(level, kBlack, 0.05);
+        for (const double level : profile.blackLevel->ofFilters) EXPECT_NEAR(level, kBlack, 0.05);
         for (const frame::NoiseLine& line : {profile.noise->pan, profile.noise->colour}) {
             EXPECT_NEAR(line.intercept, kIntercept, 0.1 * kIntercept);
             EXPECT_NEAR(line.slope, kSlope, 0.1 * kSlope);
