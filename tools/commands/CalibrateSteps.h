@@ -6,6 +6,7 @@ namespace kvx::tool {
 
 // Each function adds one step of `calibrate`: a sub-command that adds what it measures to a camera profile.
 
+void AddCalibrateChart(CLI::App& calibrate);
 void AddCalibrateDark(CLI::App& calibrate);
 void AddCalibrateFlat(CLI::App& calibrate);
 
