@@ -38,8 +38,8 @@ Examples:
   kvx-demosaic calibrate chart chart.raw --corners 588,1143,1094,1148,1103,1488,600,1468 \
       -o camera.json --picture found.png)";
 
-/** Below this the colours at the given corners can hardly be those of a chart. */
-constexpr double kDoubtfulAgreement = 0.6;
+/** Below this the given corners cannot be right: see FindChart(). */
+constexpr double kLeastAgreementAtCorners = 0.4;
 
 struct ChartOptions {
     StepOptions step;
@@ -101,8 +101,8 @@ ChartPlace LocateChart(const ChartOptions& options, const cv::Mat_<cv::Vec3f>& l
         return *place;
     }
     const ChartPlace place = ChartAt(*options.corners, linear);
-    if (place.agreement < kDoubtfulAgreement) {
-        PrintMessage(fmt::format("{}: the colours at --corners hardly look like a chart's", name));
+    if (place.agreement < kLeastAgreementAtCorners) {
+        Fail(ExitCode::Frame, "{}: the colours at --corners are not those of a chart", name);
     }
     return place;
 }

@@ -77,6 +77,9 @@ TEST(ChartRun, RefusesFramesThatItCannotMeasure) {
         WriteFrame(directory, "wall_640x480_BayerGR12.raw", cv::Mat_<cv::Vec3f>(480, 640, cv::Vec3f::all(0.5f)));
     ExpectRefusal(refusal(wall, {}), 4, {"wall_640x480_BayerGR12.raw", "no chart found", "--corners"});
     ExpectRefusal(refusal(wall, {"--corners", "1,2,3"}), 2, {"--corners", "8 numbers"});
+    for (const char* corners : {"5,5,300,5,300,200,5,200", "7,7,7,7,7,7,7,7", "-1e99,0,1e99,0,9,9,3,3"}) {
+        ExpectRefusal(refusal(wall, {"--corners", corners}), 4, {"--corners", "not those of a chart"});
+    }
     ExpectRefusal(refusal(wall, {"--white-level", "0"}), 2, {"black level 0", "not below white"});
     ExpectRefusal(refusal(wall, {"--picture", directory.Path("a.jpg")}), 2, {"a.jpg"});
     ExpectRefusal(refusal(wall, {"--format", "Mono12"}), 2, {"mono"});
