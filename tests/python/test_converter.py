@@ -93,7 +93,8 @@ def test_a_camera_corrects_its_frames(tmp_path):
     path.write_text(json.dumps(profile))
     picture = kvx.convert(frame, "BayerRG12", to="RGB12", camera=path)
     level = 1000 / 4031 * 4095
-    assert np.allclose(picture[:, 0], level, atol=2) and np.allclose(picture[:, 7], 2 * level, atol=2)
+    for column in range(1, 7):  # bilinear: border columns repeat these
+        assert np.allclose(picture[:, column], level * (1 + column / 7), atol=2)
     assert np.all(picture[2, 3] < 2 * level)
     with pytest.raises(kvx.Error, match="for frames of 8x6"):
         kvx.convert(frame[:4], "BayerRG12", camera=str(path))
