@@ -38,6 +38,7 @@ NoiseLine FrameNoise::Measure(const SourceView& frame, double black) {
     // An odd step visits all rows of the tile.
     for (uint32_t row = 0; row < frame.height; row += frame.height / kMostRows | 1) {
         ReadRow(frame, row, m_row.data());
+        for (uint16_t& sample : m_row) sample = std::min(sample, static_cast<uint16_t>(White(frame.format)));
         for (uint32_t column = period; column + period < width; ++column) {
             const int both = m_row[column - period] + m_row[column + period];
             const size_t level = size_t(both) * kLevels >> (bits + 1);

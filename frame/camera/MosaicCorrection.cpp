@@ -30,6 +30,9 @@ void MosaicCorrection::SetProfile(std::shared_ptr<const CameraProfile> profile, 
 }
 
 void MosaicCorrection::Check(const SourceView& frame) const {
+    if (m_profile && m_profile->format && m_profile->format->family != frame.format.family)
+        Fail(KvxResult_InvalidArgument, "the camera profile is for {}, not for {}", Name(*m_profile->format),
+             Name(frame.format));
     if (!m_hasMaps) return;
     const Site origin = m_origin.value_or(Site{});
     const bool fits = m_origin ? uint64_t{origin.column} + frame.width <= m_profile->width &&
@@ -41,9 +44,8 @@ void MosaicCorrection::Check(const SourceView& frame) const {
     const bool isMirrored = frame.horMirrored || frame.verMirrored;  // the profile was, too
     for (uint32_t row = 0; row < 4; ++row)
         for (uint32_t column = 0; column < 4; ++column)
-            if (frame.format.family != m_profile->format->family ||
-                (!isMirrored && FilterAt(*m_profile->format, origin.row + row, origin.column + column) !=
-                                    FilterAt(frame.format, row, column)))
+            if (!isMirrored && FilterAt(*m_profile->format, origin.row + row, origin.column + column) !=
+                                   FilterAt(frame.format, row, column))
                 Fail(KvxResult_InvalidArgument, "the camera profile is for {}, whose filters are not those of {}",
                      Name(*m_profile->format), Name(frame.format));
 }

@@ -12,9 +12,12 @@ namespace {
 namespace fs = std::filesystem;
 
 std::string ContentOf(const fs::path& path) {
+    constexpr uint64_t kMostBytes = 1 << 30;  // a dark frame of 500 megapixels
+    std::error_code error;
     std::ifstream file(path, std::ios::binary);
     std::ostringstream content;
-    if (!file || fs::is_directory(path) || !(content << file.rdbuf()))
+    if (!file || !fs::is_regular_file(path, error) || fs::file_size(path, error) > kMostBytes ||
+        !(content << file.rdbuf()))
         Fail(KvxResult_InvalidArgument, "{}: cannot be read", path.string());
     return content.str();
 }
@@ -61,15 +64,20 @@ CameraProfile ParseCameraProfile(std::string_view json, const std::string& name)
     return profile;
 }
 
+std::string DarkFramePath(const std::string& profilePath) {
+    const fs::path path(profilePath);
+    return (path.parent_path() / (path.stem().string() + "-dark.png")).string();
+}
+
 void WriteCameraProfile(const CameraProfile& profile, const std::string& path) {
     Validate(profile);
-    fs::path darkFrame;
+    std::string name;
     if (!profile.darkFrame.empty()) {
-        darkFrame = fs::path(path).stem().string() + "-dark.png";
-        Write(fs::path(path).parent_path() / darkFrame,
-              EncodeGreyPng(profile.darkFrame, profile.width, profile.height));
+        const fs::path darkFrame = DarkFramePath(path);
+        Write(darkFrame, EncodeGreyPng(profile.darkFrame, profile.width, profile.height));
+        name = darkFrame.filename().string();
     }
-    Write(path, ProfileToJson(profile, darkFrame.string()));
+    Write(path, ProfileToJson(profile, name));
 }
 
 }  // namespace kvx::frame

@@ -119,7 +119,8 @@ Json ShadingJson(const Shading& shading, Family family) {
     size_t colour = FirstFilter(family);
     for (const char* filter : FilterNames(family)) {
         Json& list = gains[filter] = Json::array();
-        for (const float gain : shading.gains[colour]) list.push_back(std::stod(fmt::format("{}", gain)));  // short
+        for (const float gain : shading.gains[colour])
+            list.push_back(Json::parse(fmt::format("{}", gain)));  // the shortest text
         ++colour;
     }
     return {{"columns", shading.columns}, {"rows", shading.rows}, {"gains", gains}};
@@ -155,8 +156,11 @@ CameraProfile ProfileFromJson(std::string_view json, const std::string& name, st
     profile.shading = ShadingOf(reader, name, profile.format);
     darkFrame = reader.Text("dark_frame");
 
+    constexpr size_t kMostKeys = 1000;
     Json others = Json::object();
-    for (const std::string& key : reader.UnknownKeys()) {
+    const auto unknown = reader.UnknownKeys();
+    if (unknown.size() > kMostKeys) reader.FailBroken(fmt::format("has more than {} unknown keys", kMostKeys));
+    for (const std::string& key : unknown) {
         others[key] = object[key];
         profile.warnings.push_back(fmt::format("{}: \"{}\" is unknown: did you mean \"{}\"?", name, key,
                                                NearestNames(key, reader.KnownKeys(), 1).front()));

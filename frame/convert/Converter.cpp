@@ -57,9 +57,10 @@ void Converter::SetFinish(std::optional<Finish> finish) {
     m_impl->SetFinish(std::move(finish));
 }
 
-void Converter::SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin) {
+void Converter::SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin,
+                          CameraColours colours) {
     if (profile) Validate(*profile);
-    m_impl->SetCamera(std::move(profile), origin);
+    m_impl->SetCamera(std::move(profile), origin, colours == CameraColours::Fill);
 }
 
 void Converter::SetDefects(Defects defects) {

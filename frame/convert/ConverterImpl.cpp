@@ -130,11 +130,13 @@ SourceView ConverterImpl::WithMirrorParameters(SourceView source) const {
 
 void ConverterImpl::SetFinish(std::optional<Finish> given) {
     m_givenFinish = std::move(given);
-    m_finish = m_camera ? ColoursWith(*m_camera, m_givenFinish) : m_givenFinish;
+    m_finish = m_camera && m_cameraFillsFinish ? ColoursWith(*m_camera, m_givenFinish) : m_givenFinish;
     tone.Forget();
 }
 
-void ConverterImpl::SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin) {
+void ConverterImpl::SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin,
+                              bool fillsFinish) {
+    m_cameraFillsFinish = fillsFinish;
     correction.SetProfile(profile, origin);
     m_camera = std::move(profile);
     SetFinish(std::move(m_givenFinish));
@@ -143,7 +145,7 @@ void ConverterImpl::SetCamera(std::shared_ptr<const CameraProfile> profile, std:
 /** The finish of a frame: the given one, and what the camera gives. Null: none. */
 const Finish* ConverterImpl::FinishOf(const SourceView& source) {
     if (!m_finish) return nullptr;
-    if (m_camera) {
+    if (m_camera && m_cameraFillsFinish) {
         m_finish->blackLevel = m_givenFinish ? m_givenFinish->blackLevel : Levels();
         m_finish->whiteLevel = m_givenFinish ? m_givenFinish->whiteLevel : Levels();
         TakeLevels(*m_camera, source.format, *m_finish);

@@ -28,7 +28,7 @@ public:
     Family family;
     std::unique_ptr<Component> component;  // none for mono
     void SetFinish(std::optional<Finish> given);
-    void SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin);
+    void SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin, bool fillsFinish);
 
     MosaicCorrection correction;
     std::optional<SensorNoise> noise;
@@ -49,7 +49,8 @@ private:
     const uint16_t* TableFor(const Finish* values, const Route& route, uint8_t bits);
 
     std::optional<Finish> m_givenFinish;
-    std::optional<Finish> m_finish;                  // with what the camera gives
+    std::optional<Finish> m_finish;  // with what the camera gives
+    bool m_cameraFillsFinish = true;
     std::shared_ptr<const CameraProfile> m_camera;   // or null
     std::unique_ptr<LearnedInterpolator> m_learned;  // null: the component's algorithm
     Finish m_parameterFinish;                        // of the component's parameters

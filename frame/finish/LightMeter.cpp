@@ -26,13 +26,17 @@ void CheckMeasurable(const SourceView& source, const Finish& finish) {
 }  // namespace
 
 /** The exposure that makes the brightest of the blocks that are not clipped almost white. */
-double LightMeter::BestExposure(const std::vector<Block>& blocks, const Finish& finish, const Gains& gains) {
+double LightMeter::BestExposure(const std::vector<Block>& blocks, Family family, const Finish& finish,
+                                const Gains& gains) {
     std::array<double, 3> weights{};
-    const double factors[] = {gains.red, gains.green, gains.blue};
+    const bool isMono = family == Family::Mono;
+    const double factors[] = {isMono ? gains.pan : gains.red, isMono ? gains.pan : gains.green,
+                              isMono ? gains.pan : gains.blue};
     for (size_t column = 0; column < 3; ++column)
         for (size_t row = 0; row < 3; ++row)
             weights[column] += kLuminance[row] * finish.matrix[3 * row + column] * factors[column];
     m_luminance.clear();
+    m_luminance.reserve(blocks.size());
     for (const Block& block : blocks)
         if (!block.isClipped)
             m_luminance.push_back(static_cast<float>(weights[0] * block.light[0] + weights[1] * block.light[1] +
@@ -53,7 +57,8 @@ Reading LightMeter::Measure(const SourceView& source, const Finish& finish) {
         reading.balance = m_whiteBalance.Estimate(blocks, finish.whiteBalance);
         reading.balance.gains = Product(reading.balance.gains, finish.gains);
     }
-    if (finish.autoExposure) reading.exposure += BestExposure(blocks, finish, reading.balance.gains);
+    if (finish.autoExposure)
+        reading.exposure += BestExposure(blocks, source.format.family, finish, reading.balance.gains);
     return reading;
 }
 

@@ -18,7 +18,7 @@ public:
     Reading Measure(const SourceView& source, const Finish& finish);
 
 private:
-    double BestExposure(const std::vector<Block>& blocks, const Finish& finish, const Gains& gains);
+    double BestExposure(const std::vector<Block>& blocks, Family family, const Finish& finish, const Gains& gains);
 
     BlockSurvey m_survey;
     WhiteBalanceEstimator m_whiteBalance;

@@ -101,8 +101,11 @@ KVX_API CameraProfile ReadCameraProfile(const std::string& path);
 /** The same from the text of a profile that names no dark frame. @param name for messages */
 KVX_API CameraProfile ParseCameraProfile(std::string_view json, const std::string& name = "profile");
 
+/** The file of a profile's dark frame: STEM-dark.png next to STEM.json. */
+KVX_API std::string DarkFramePath(const std::string& profilePath);
+
 /**
- * Writes a profile, and its dark frame as STEM-dark.png next to STEM.json. Files are replaced when they are complete.
+ * Writes a profile, and its dark frame to DarkFramePath(). Files are replaced when they are complete.
  * @throws Error what Validate() throws; 0x80070001 if a file cannot be written
  */
 KVX_API void WriteCameraProfile(const CameraProfile& profile, const std::string& path);

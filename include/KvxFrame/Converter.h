@@ -114,17 +114,24 @@ public:
     /** Sets the processing of the values; std::nullopt: none. @throws Error 0x80070004 for a value out of range */
     void SetFinish(std::optional<Finish> finish);
 
+    /** Whether levels, gains and matrix of a camera profile are used. */
+    enum class CameraColours : uint8_t {
+        Fill,  ///< where the finish says nothing: a level of 0, gains of 1 that are not measured, the identity
+        Leave  ///< nowhere: the finish is complete
+    };
+
     /**
      * Sets the camera that took the frames. Fixed pattern, shading and defective pixels are corrected in front of the
-     * interpolation. Black and white level, gains and matrix of the profile apply where the finish says nothing: where
-     * it has a level of 0, gains of 1 that are not measured, the identity. "fine" removes the noise of the profile
-     * unless SetNoise() says otherwise. Frames may have another depth than the profile's.
+     * interpolation, in a working mosaic of the whole frame; balance and exposure are measured before. "fine" removes
+     * the noise of the profile unless SetNoise() says otherwise. Frames may have another depth than the profile's.
      *
      * @param profile shared, so that converters need no copies; null, the default: none
      * @param origin  place of the frames in the profile's frames, if they are regions of them
+     * @param colours of the profile
      * @throws Error what Validate() throws. Convert() throws 0x80070007 for frames that the profile does not fit
      */
-    void SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin = std::nullopt);
+    void SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin = std::nullopt,
+                   CameraColours colours = CameraColours::Fill);
 
     /** Sets which samples are replaced as defective. Without a noise model Defects::Auto measures noise in each frame.
      */
@@ -132,7 +139,8 @@ public:
 
     /**
      * Converts one frame, in working memory of a few megabytes for each thread; only the noise-reducing TrueSense
-     * algorithms keep planes of the whole frame. After the first frame of a size and format it allocates nothing.
+     * algorithms, camera profiles and Defects::Auto keep planes of the whole frame. After the first frame of a size and
+     * format it allocates nothing.
      *
      * @param source      a frame of this converter's family, in any layout
      * @param destination a picture of the same size, in any colour format; must not overlap the source

@@ -95,6 +95,7 @@ uint32_t KvxTrueSenseImp::ConvertRows(const _KvxImage& frame, bool isBytes, cons
     const uint32_t selected = Select(m_demosaicer16, algorithm);
     if (selected != KvxResult_Success) return Result(selected);
     tagTrueSenseParam own = params;
+    if (Is8Bit(frame.pixelType)) own.normalizationEnable = 0;  // as above
     const TrueSenseCall call = CallOf(frame, isBytes, exchange, &own);
     return Result(static_cast<uint32_t>(m_demosaicer16->Run(call, {})));
 }
