@@ -157,8 +157,8 @@ void InstallProperties(GObjectClass* gobjectClass) {
     install(kLook, g_param_spec_enum("look", "Look", "Look of the pictures", lookType, 0, kFlags));
     installText(kExposure, "exposure", "Exposure", "Brightening in EV (1 doubles the light), or auto");
     installText(kCamera, "camera", "Camera", "Path of the camera's profile, which corrects its frames");
-    install(kDefects, g_param_spec_enum("defects", "Defects", "Which samples are replaced as defective", defectsType, 0,
-                                        kFlags));
+    install(kDefects,
+            g_param_spec_enum("defects", "Defects", "Which samples are replaced as defective", defectsType, 0, kFlags));
 }
 
 bool SetProperty(Settings& settings, guint number, const GValue* value) {

@@ -37,7 +37,8 @@ frame::Format PackedFormat(const Settings& settings, frame::Format named);
 /** The finish; std::nullopt if no property concerns it. @throws frame::Error for invalid texts */
 std::optional<frame::Finish> FinishOf(const Settings& settings);
 
-/** A converter with the algorithm, the parameters, the analog gain and the camera of the settings. @throws frame::Error */
+/** A converter with the algorithm, the parameters, the analog gain and the camera of the settings. @throws frame::Error
+ */
 frame::Converter MakeConverter(const Settings& settings, frame::Family family);
 
 }  // namespace kvx::gst

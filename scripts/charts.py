@@ -94,16 +94,20 @@ def main():
     parser.add_argument("--frames", nargs="*", default=[], type=pathlib.Path, help="PGM files with a chart")
     parser.add_argument("--photographs", nargs="*", default=[], type=pathlib.Path, help="folders without one")
     arguments = parser.parse_args()
-    failures = 0
+    failures = checked = 0
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         for frame in filter(pathlib.Path.exists, arguments.frames):
             failures += check_frame(arguments.tool, frame, folder)
+            checked += 1
         for photographs in filter(pathlib.Path.is_dir, arguments.photographs):
             pictures = sorted(path for path in photographs.iterdir() if path.suffix in (".png", ".webp", ".tiff"))
             found = sum(check_photograph(arguments.tool, path, folder) for path in pictures)
             print(f"{photographs}: {found} charts found in {len(pictures)} photographs")
             failures += found
+            checked += len(pictures)
+    if checked == 0:
+        parser.error("there is nothing to check")
     return failures > 0
 
 

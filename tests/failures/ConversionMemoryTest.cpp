@@ -115,8 +115,7 @@ protected:
             Calls::Delete(component);
             component = nullptr;
         };
-        FailEach({convert, [] {}, release, Calls::noMemory, 0, 2},
-                 Destination(dstFormat, sampleSize));
+        FailEach({convert, [] {}, release, Calls::noMemory, 0, 2}, Destination(dstFormat, sampleSize));
     }
 
 private:

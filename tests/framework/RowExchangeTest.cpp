@@ -25,7 +25,7 @@ public:
         const auto depth = static_cast<int>(m_record.pixelDepth);
         const auto sampleAt = [&](uint32_t row, uint32_t column) { return m_samples[row * m_record.width + column]; };
         GuardedImage src = MakeSource(m_record.pixelType, depth, m_record.width, m_record.height, 0,
-                                            SamplesBy(m_record.width, m_record.height, depth, sampleAt));
+                                      SamplesBy(m_record.width, m_record.height, depth, sampleAt));
         const int bits = KvxPixelFormat_ByCode(dstType)->bitsPerComponent;
         const size_t rowBytes = m_record.width * size_t{bits == 8 ? 3u : 6u};
         GuardedImage dst(dstType, m_record.width, m_record.height, rowBytes, rowBytes);

@@ -1,7 +1,9 @@
 #include "tools/calibrate/Dark.h"
 
+#include <algorithm>
 #include <cmath>
 
+#include "tools/ToolError.h"
 #include "tools/calibrate/Outliers.h"
 #include "tools/calibrate/SiteStatistics.h"
 
@@ -32,14 +34,21 @@ std::vector<uint16_t> WideSamples(const cv::Mat& mean, uint8_t bits) {
 }  // namespace
 
 DarkFigures CalibrateDark(const FrameStack& stack, frame::CameraProfile& profile) {
+    constexpr double kMostLight = 0.25;
     const cv::Size size = stack.mean.size();
+    const double level = cv::mean(stack.mean)[0] / frame::White(stack.format);
+    if (level > kMostLight) {
+        Fail(ExitCode::Frame, "the frames have {:.0f} % of white: dark frames are those without light", 100 * level);
+    }
     const cv::Mat residuals = stack.mean - LocalMedian(stack.mean, stack.format);
     const cv::Mat everywhere(size, CV_8U, cv::Scalar(255));
     DarkFigures figures;
     const double deviation = ClippedDeviation(residuals, everywhere);  // of the mean: noise and pattern
     figures.noise =
         stack.count > 1 ? std::sqrt(MeanOf(stack.variance, cv::abs(residuals) <= kOutlier * deviation)) : deviation;
-    const cv::Mat hot = residuals > std::max(kOutlier * deviation, stack.count > 1 ? kDefect * figures.noise : 0);
+    constexpr double kOneStep = 1;  // samples are whole numbers, however small the noise is
+    const cv::Mat hot =
+        residuals > std::max({kOutlier * deviation, stack.count > 1 ? kDefect * figures.noise : 0, kOneStep});
     const cv::Mat good = ~hot;
 
     cv::Mat pattern = stack.mean.clone();  // above the black level

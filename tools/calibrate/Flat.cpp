@@ -1,5 +1,6 @@
 #include "tools/calibrate/Flat.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "tools/ToolError.h"
@@ -51,6 +52,11 @@ cv::Mat DefectsOf(const FrameStack& stack, const cv::Mat& signal, const std::opt
 }  // namespace
 
 FlatFigures CalibrateFlat(const FrameStack& stack, const PairNoise& pairs, frame::CameraProfile& profile) {
+    constexpr int kLeastSide = 48;  // for the quadratic surfaces of the shading
+    if (std::min(stack.mean.cols, stack.mean.rows) < kLeastSide) {
+        Fail(ExitCode::Frame, "flat frames of {}x{}: give at least {} pixels in both directions", stack.mean.cols,
+             stack.mean.rows, kLeastSide);
+    }
     const double white = frame::White(stack.format);
     if (stack.clippedShare > kMostClipped) {
         Fail(ExitCode::Frame, "{:.1f} % of the samples are clipped: expose flat frames to half of white",

@@ -81,7 +81,11 @@ std::optional<frame::NoiseLine> PairNoise::Line(bool isClear, std::optional<doub
         if (intercept) {
             line.slope = std::max((xy - *intercept * x) / xx, 0.0);
         } else {
-            line.slope = std::max((weights * xy - x * y) / (weights * xx - x * x), 0.0);
+            const double spread = weights * xx - x * x;
+            if (!(spread > 0)) {  // one brightness: no line
+                return std::nullopt;
+            }
+            line.slope = std::max((weights * xy - x * y) / spread, 0.0);
             line.intercept = std::max((y - line.slope * x) / weights, 0.0);
             if (line.intercept == 0) line.slope = std::max(xy / xx, 0.0);
         }

@@ -136,7 +136,11 @@ void RunChart(const ChartOptions& options) {
     if (options.corners && options.step.frames.size() > 1) {
         Fail(ExitCode::Usage, "--corners: are those of one frame, not of {}", options.step.frames.size());
     }
+    if (picturePath == "-") {
+        Fail(ExitCode::Usage, "--picture: give a file: the table goes to standard output");
+    }
     frame::CameraProfile profile = OpenProfile(options.step.profile);
+    RequireDistinct(frame::DarkFramePath(options.step.profile), picturePath);
     std::vector<FoundChart> charts;
     std::vector<PatchSamples> samples;
     std::vector<std::string> names;
@@ -150,8 +154,8 @@ void RunChart(const ChartOptions& options) {
     profile.gains = fit.gains;
     profile.matrix.emplace();
     std::copy_n(fit.matrix.val, profile.matrix->size(), profile.matrix->begin());
-    SaveProfile(profile, options.step.profile);
     WriteOutput(picturePath, EncodePicture({DrawCharts(charts, fit), 255}, kind));
+    SaveProfile(profile, options.step.profile);
     PrintText(ChartTable(fit, names));
     if (const std::string warning = LightWarning(fit); !warning.empty()) {
         PrintMessage(warning);

@@ -8,6 +8,7 @@
 #include "tools/commands/CalibrateSteps.h"
 #include "tools/console/Console.h"
 #include "tools/console/TextTable.h"
+#include "tools/files/OutputFile.h"
 
 namespace kvx::tool {
 namespace {
@@ -35,6 +36,9 @@ std::string Report(const FrameStack& stack, const DarkFigures& figures, const fr
 
 void RunDark(const StepOptions& options) {
     constexpr double kMostZeros = 0.01;
+    for (const std::string& path : options.frames) {
+        RequireDistinct(path, frame::DarkFramePath(options.profile));
+    }
     frame::CameraProfile profile = OpenProfile(options.profile);
     const FrameStack stack = StackFrames(options.frames, options.request);
     SetFrames(profile, stack.format, stack.mean.cols, stack.mean.rows, options.profile);

@@ -120,8 +120,9 @@ void Compare(const CompareOptions& options) {
     std::vector<cv::Rect> crops = GivenCrops(options.crops, ViewOf(input.frame), name);
     const cv::Mat reference = ReadReference(options.reference, input.frame.samples.size());
     const auto finish = PlanFinish(options.finish, input, name).finish;
-    const auto results = WithExitCode(ExitCode::Library, name,
-                                      [&] { return CompareAlgorithms(ViewOf(input.frame), finish, reference); });
+    const auto results = WithExitCode(ExitCode::Library, name, [&] {
+        return CompareAlgorithms(ViewOf(input.frame), finish, options.finish.camera, options.finish.defects, reference);
+    });
     if (crops.empty()) {
         crops = BusiestCrops(results);
     }

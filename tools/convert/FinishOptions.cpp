@@ -4,6 +4,7 @@
 
 #include "tools/ToolError.h"
 #include "tools/console/Arguments.h"
+#include "tools/console/Console.h"
 #include "tools/frames/FrameError.h"
 
 namespace kvx::tool {
@@ -88,6 +89,9 @@ void AddFinishOptions(CLI::App& command, FinishRequest& request) {
         [&request](const std::string& path) {
             request.camera = std::make_shared<frame::CameraProfile>(
                 WithExitCode(ExitCode::Input, "--camera", [&] { return frame::ReadCameraProfile(path); }));
+            for (const std::string& warning : request.camera->warnings) {
+                PrintMessage(warning);
+            }
         },
         "PROFILE", "Correct the frame by what calibrate measured of the camera");
     AddChoice<frame::Defects, frame::Defects>(

@@ -85,7 +85,8 @@ frame::Converter& FrameJob::ConverterFor(frame::Family family) {
     }
     std::optional<frame::Site> origin;
     if (m_settings.crop) origin = {m_settings.crop->x, m_settings.crop->y};
-    converter.SetCamera(m_settings.finish.camera, origin);
+    // The plan of a frame's finish has the camera's colours already.
+    converter.SetCamera(m_settings.finish.camera, origin, frame::Converter::CameraColours::Leave);
     converter.SetDefects(m_settings.finish.defects);
     converter.SetThreads(m_settings.threads);
     return m_converters.emplace(family, std::move(converter)).first->second;

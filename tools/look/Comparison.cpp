@@ -19,7 +19,9 @@ double PeakSignalToNoise(const cv::Mat& picture, const cv::Mat& reference) {
 }  // namespace
 
 std::vector<AlgorithmResult> CompareAlgorithms(const frame::SourceView& source,
-                                               const std::optional<frame::Finish>& finish, const cv::Mat& reference) {
+                                               const std::optional<frame::Finish>& finish,
+                                               const std::shared_ptr<const frame::CameraProfile>& camera,
+                                               frame::Defects defects, const cv::Mat& reference) {
     constexpr double kBudget = 0.1;
     std::vector<std::string> names;
     for (const frame::Algorithm& algorithm : frame::AlgorithmsOf(source.format.family)) {
@@ -35,6 +37,8 @@ std::vector<AlgorithmResult> CompareAlgorithms(const frame::SourceView& source,
             converter.SetAlgorithm(name);
         }
         converter.SetFinish(finish);
+        converter.SetCamera(camera, std::nullopt, frame::Converter::CameraColours::Leave);
+        converter.SetDefects(defects);
         cv::Mat picture(static_cast<int>(source.height), static_cast<int>(source.width), CV_8UC3);
         const double seconds = MedianSeconds(kBudget, [&] { converter.Convert(source, PictureView(picture)); });
         results.push_back({name.empty() ? "mono" : name, picture, seconds, {}});

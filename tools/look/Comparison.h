@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <opencv2/core.hpp>
 #include <optional>
 #include <string>
@@ -20,10 +21,13 @@ struct AlgorithmResult {
 /**
  * Converts a frame to 8 bits by every algorithm of its family; a mono frame in its one way.
  *
+ * @param finish complete: the camera's colours are part of it
  * @param reference CV_8UC3 of the same size, or empty
  */
 std::vector<AlgorithmResult> CompareAlgorithms(const frame::SourceView& source,
-                                               const std::optional<frame::Finish>& finish, const cv::Mat& reference);
+                                               const std::optional<frame::Finish>& finish,
+                                               const std::shared_ptr<const frame::CameraProfile>& camera,
+                                               frame::Defects defects, const cv::Mat& reference);
 
 /** How a picture differs from the reference: CV_8UC3, black where equal, towards white from `fullScale` levels on. */
 cv::Mat DifferenceMap(const cv::Mat& picture, const cv::Mat& reference, double fullScale);

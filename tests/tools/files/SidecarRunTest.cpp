@@ -106,6 +106,14 @@ TEST(SidecarRun, AppliesWhereOptionsLeaveOpenWhatItSays) {
                                                                   "--white-level", "200", "--tone", "srgb"}));
     EXPECT_EQ(convert(noted, {"--white-balance", "1,1,1", "--black-level", "0", "--white-level", "255"}),
               convert(plain, {"--black-level", "0"}));
+    const std::string camera =
+        directory.Write("camera.json", TextBytes(R"({"kvx_camera_profile": 1, "black_level": 16, "white_level": 200,
+                                     "white_balance_gains": {"R": 2, "G": 1, "B": 1.5}})"));
+    EXPECT_EQ(convert(plain, {"--camera", camera}), convert(noted, {}));
+    EXPECT_EQ(convert(plain, {"--camera", camera, "--linear"}), convert(plain, {}));
+    EXPECT_EQ(
+        convert(plain, {"--camera", camera, "--white-balance", "1,1,1", "--black-level", "0", "--white-level", "255"}),
+        convert(plain, {"--black-level", "0"}));
     EXPECT_EQ(convert(noted, {"--white-balance", "white-patch"}),
               convert(plain, {"--white-balance", "white-patch", "--black-level", "16", "--white-level", "200"}));
     EXPECT_NE(convert(plain, {"--white-balance", "white-patch"}), convert(plain, {"--white-balance", "grey-world"}));
