@@ -101,13 +101,13 @@ TEST(RowExchange, GivesThePixelsOfTrueSenseConversions) {
                         KvxTrueSense_CreateComponent(), KvxTrueSense_DeleteComponent);
                     params.horMirrored = mirrors & 1;
                     params.verMirrored = mirrors >> 1;
+                    const int isBytes = dstType == KvxFormat_RGB8;
                     Exchange frame(type, width, height);
                     const auto expected = frame.InMemory(dstType, [&](const _KvxImage* src, _KvxImage* dst) {
                         return KvxTrueSense_ConvertImageWith(trueSense.get(), src, dst, &params, algorithm);
                     });
                     ASSERT_EQ(frame.InRows([&](const _KvxImage* record, auto... rows) {
-                        return KvxTrueSense_ConvertRows(trueSense.get(), record, dstType == KvxFormat_RGB8, &params,
-                                                        algorithm, rows...);
+                        return KvxTrueSense_ConvertRows(trueSense.get(), record, isBytes, &params, algorithm, rows...);
                     }),
                               expected);
                 }
