@@ -9,8 +9,6 @@
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
-#include "frame/samples/SampleAt.h"
-
 HWY_BEFORE_NAMESPACE();
 namespace kvx::frame::HWY_NAMESPACE {
 namespace {
@@ -130,8 +128,10 @@ void StoreWords(const PixelPlanes& planes, size_t count, uint16_t white, uint8_t
             hn::StoreInterleaved3(load(0), load(1), load(2), d16, to);
     }
     for (; i < count; ++i)
-        for (size_t channel = 0; channel < kChannels; ++channel)
-            PutSample<uint16_t>(out, kChannels * i + channel, channel == 3 ? white : planes[channel][i]);
+        for (size_t channel = 0; channel < kChannels; ++channel) {
+            const uint16_t sample = channel == 3 ? white : planes[channel][i];
+            std::memcpy(out + sizeof sample * (kChannels * i + channel), &sample, sizeof sample);
+        }
 }
 
 void Shift(const PixelPlanes& in, int shift, size_t count, uint16_t* const out[3]) {

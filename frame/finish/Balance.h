@@ -36,7 +36,7 @@ public:
      * @param source a valid view
      * @param finish its levels fit the source
      * @param gains used instead of the finish's
-     * @param bits depth of the results, 12 or 16
+     * @param bits depth of the results, 8 to 16
      */
     Balance(const SourceView& source, const Finish& finish, const Gains& gains, uint8_t bits);
 

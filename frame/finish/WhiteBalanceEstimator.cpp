@@ -96,6 +96,7 @@ template <class Condition>
 Colour WhiteBalanceEstimator::BrightestMean(const std::vector<Block>& blocks, double share, const Condition& counts) {
     const auto brightness = [](const Block& block) { return block.light[0] + block.light[1] + block.light[2]; };
     m_brightness.clear();
+    m_brightness.reserve(blocks.size());
     for (const Block& block : blocks)
         if (counts(block)) m_brightness.push_back(brightness(block));
     if (m_brightness.empty()) return {};

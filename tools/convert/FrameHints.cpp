@@ -14,9 +14,9 @@ bool IsLinearByDefault(const FinishRequest& request, const FrameInput& input, co
 }
 
 /** The option for a black level that nobody gives, if the smallest sample is far above 0. */
-std::string BlackLevelAdvice(const FrameInput& input) {
+std::string BlackLevelAdvice(const FrameInput& input, const FinishRequest& request) {
     const uint32_t smallest = MeasureSamples(input.frame).smallest;
-    const bool isKnown = input.sidecar.blackLevel.has_value();
+    const bool isKnown = input.sidecar.blackLevel.has_value() || (request.camera && request.camera->blackLevel);
     return isKnown || smallest < frame::White(input.frame.format) / 64 ? ""
                                                                        : fmt::format(" --black-level {}", smallest);
 }
@@ -33,7 +33,7 @@ std::vector<std::string> FrameHints(const FinishRequest& request, const FrameInp
         hints.push_back(
             fmt::format("looks like linear light: --look natural{} makes a picture for display (--linear "
                         "keeps the values, without this hint)",
-                        BlackLevelAdvice(input)));
+                        BlackLevelAdvice(input, request)));
     }
     return hints;
 }

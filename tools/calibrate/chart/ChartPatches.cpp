@@ -9,9 +9,8 @@ struct PublishedPatch {
 };
 
 /**
- * CIE L*a*b*, D50, 2 degrees, as the maker publishes them for charts made since November 2014 (X-Rite, "New color
- * specifications for ColorChecker SG and Classic charts", 2016; measured with an i1Pro 2, M0). Older charts differ by
- * 0.85 on average (CIEDE2000).
+ * CIE L*a*b*, D50, 2 degrees, as X-Rite publishes them for ColorChecker Classic charts made since November 2014
+ * (measured with an i1Pro 2, M0). Older charts differ by 0.85 on average (CIEDE2000).
  */
 constexpr std::array<PublishedPatch, kChartPatches> kPublished = {{
     {"dark skin", {37.54, 14.37, 14.92}},     {"light skin", {64.66, 19.27, 17.50}},

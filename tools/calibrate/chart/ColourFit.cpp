@@ -16,7 +16,7 @@ constexpr size_t kLeastPatches = 15;
 /** Free elements of the matrix: the rest follows from rows that sum to 1. */
 constexpr int kElements = 6;
 
-/** A row's first two free elements are those beside the diagonal. */
+/** A row's first two free elements are those off the diagonal. */
 cv::Matx33d MatrixOf(const double* elements) {
     const double* e = elements;
     return {1 - e[0] - e[1], e[0], e[1], e[2], 1 - e[2] - e[3], e[3], e[4], e[5], 1 - e[4] - e[5]};
