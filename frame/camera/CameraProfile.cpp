@@ -4,6 +4,7 @@
 
 #include "frame/base/Fail.h"
 #include "frame/camera/ProfileLimits.h"
+#include "frame/finish/FinishLimits.h"
 
 namespace kvx::frame {
 namespace {
@@ -52,13 +53,6 @@ void CheckShading(const Shading& shading, const Format& format) {
 }
 
 }  // namespace
-
-size_t FilterIndex(const Format& format, uint32_t row, uint32_t column) {
-    const char filter = FilterAt(format, row, column);
-    if (format.family == Family::Bayer && filter == 'G') return FilterAt(format, row, column ^ 1) == 'R' ? 1 : 2;
-    if (format.family == Family::Bayer) return filter == 'R' ? 0 : 3;
-    return filter == 'R' ? 0 : filter == 'G' ? 1 : filter == 'B' ? 2 : 3;
-}
 
 void Validate(const CameraProfile& profile) {
     CheckLevels(profile);

@@ -40,9 +40,12 @@ void CorrectWith(const RowCorrection& correction, const RowBalance& balance, uin
     size_t column = 0;
     for (; column + lanes <= count; column += lanes) {
         const auto sample = hn::Min(hn::LoadU(d16, samples + column), vectors.largest);
-        auto values = hn::ShiftLeftSame(sample, vectors.leftShift);
-        if constexpr (hasPattern) values = WithoutPattern(values, correction.pattern + column);
+        const auto values = hn::ShiftLeftSame(sample, vectors.leftShift);
         auto light = hn::SaturatedSub(values, vectors.black);
+        if constexpr (hasPattern) {
+            const auto corrected = hn::SaturatedSub(WithoutPattern(values, correction.pattern + column), vectors.black);
+            light = hn::IfThenElse(hn::Gt(vectors.white, values), corrected, light);  // white stays white
+        }
         if constexpr (hasShading)
             light = Unshaded(light, correction.upperGains + column, correction.lowerGains + column, weight);
         hn::StoreU(vectors.OfLight(hn::Min(light, whiteLight)), d16, samples + column);

@@ -26,7 +26,8 @@ inline uint16_t CorrectedSample(const RowCorrection& correction, const RowBalanc
                                 size_t column) {
     const uint32_t white = balance.white[column % 4], black = balance.black[column % 4];
     int value = std::min(sample, balance.largest) << balance.leftShift;
-    if (correction.pattern) value = std::clamp(value - correction.pattern[column], 0, 65535);
+    const bool isClipped = static_cast<uint32_t>(value) >= white;  // and white stays white
+    if (correction.pattern && !isClipped) value = std::clamp(value - correction.pattern[column], 0, 65535);
     uint32_t light = static_cast<uint32_t>(value) > black ? value - black : 0;
     if (correction.upperGains) light = UnshadedLight(correction, light, column);
     return BalancedLight(balance, std::min(light, white - black), column);

@@ -5,7 +5,9 @@
 
 #include "frame/base/Fail.h"
 #include "frame/base/Team.h"
+#include "frame/camera/CameraFinish.h"
 #include "frame/camera/IsolatedSample.h"
+#include "frame/camera/ProfileFit.h"
 #include "frame/samples/SampleRow.h"
 
 namespace kvx::frame {
@@ -24,30 +26,8 @@ bool HasSameGeometry(const SourceView& a, const SourceView& b) {
 void MosaicCorrection::SetProfile(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin) {
     m_profile = std::move(profile);
     m_origin = origin;
-    m_hasMaps = m_profile && (m_profile->shading.columns != 0 || !m_profile->darkFrame.empty() ||
-                              !m_profile->hotPixels.empty() || !m_profile->deadPixels.empty());
+    m_hasMaps = m_profile && HasMaps(*m_profile);
     m_prepared.reset();
-}
-
-void MosaicCorrection::Check(const SourceView& frame) const {
-    if (m_profile && m_profile->format && m_profile->format->family != frame.format.family)
-        Fail(KvxResult_InvalidArgument, "the camera profile is for {}, not for {}", Name(*m_profile->format),
-             Name(frame.format));
-    if (!m_hasMaps) return;
-    const Site origin = m_origin.value_or(Site{});
-    const bool fits = m_origin ? uint64_t{origin.column} + frame.width <= m_profile->width &&
-                                     uint64_t{origin.row} + frame.height <= m_profile->height
-                               : frame.width == m_profile->width && frame.height == m_profile->height;
-    if (!fits)
-        Fail(KvxResult_InvalidArgument, "the camera profile is for frames of {}x{}, not {}x{}", m_profile->width,
-             m_profile->height, frame.width, frame.height);
-    const bool isMirrored = frame.horMirrored || frame.verMirrored;  // the profile was, too
-    for (uint32_t row = 0; row < 4; ++row)
-        for (uint32_t column = 0; column < 4; ++column)
-            if (!isMirrored && FilterAt(*m_profile->format, origin.row + row, origin.column + column) !=
-                                   FilterAt(frame.format, row, column))
-                Fail(KvxResult_InvalidArgument, "the camera profile is for {}, whose filters are not those of {}",
-                     Name(*m_profile->format), Name(frame.format));
 }
 
 const uint16_t* MosaicCorrection::Correct(const SourceView& frame, const Balance& balance) {
@@ -168,6 +148,19 @@ void MosaicCorrection::RepairDefects(const SourceView& frame, const Balance& bal
         ForRows(frame.height, team, [&](uint32_t row, int) { FindDefects(row, balance.OfRow(row), mosaic); });
     }
     ForRows(frame.height, team, [&](uint32_t row, int) { m_repair.Repair(m_all, row, mosaic); });
+}
+
+std::vector<uint16_t> CorrectedMosaic(const SourceView& frame, const CameraProfile& profile, const Finish& finish) {
+    Validate(frame);
+    Validate(profile);
+    Finish levels = finish;
+    TakeLevels(profile, frame.format, levels);
+    CheckLevels(frame, levels);
+    MosaicCorrection correction;
+    RequireFit(profile, frame);
+    correction.SetProfile(std::make_shared<CameraProfile>(profile), std::nullopt);
+    const uint16_t* const samples = correction.Correct(frame, Balance(frame, levels, Gains(), 16));
+    return {samples, samples + size_t{frame.width} * frame.height};
 }
 
 }  // namespace kvx::frame

@@ -29,8 +29,10 @@ public:
         return m_hasMaps || m_searches;
     }
 
-    /** @throws Error 0x80070007 if the profile does not fit a valid frame */
-    void Check(const SourceView& frame) const;
+    /** RequireFit() of the profile, if there is one. */
+    void Check(const SourceView& frame) const {
+        if (m_profile) RequireFit(*m_profile, frame, m_origin);
+    }
 
     /**
      * Corrects a frame that Check() accepts.

@@ -22,14 +22,21 @@ std::string ContentOf(const fs::path& path) {
     return content.str();
 }
 
-/** A file that exists already keeps its content until the new one is complete. */
+/**
+ * A file that exists already keeps its content until the new one is complete, and its permissions. Symbolic links stay,
+ * too: renaming would replace them.
+ */
 void Write(const fs::path& path, const std::string& content) {
-    const fs::path part = path.string() + ".part";
     std::error_code error;
+    fs::path target = fs::weakly_canonical(path, error);
+    if (error) target = path;
+    const fs::path part = target.string() + ".part";
+    const fs::file_status old = fs::status(target, error);
     std::ofstream file(part, std::ios::binary);
     file << content;
     file.close();
-    if (file) fs::rename(part, path, error);
+    if (fs::is_regular_file(old)) fs::permissions(part, old.permissions(), error);
+    if (file) fs::rename(part, target, error);
     if (!file || error) {
         fs::remove(part, error);
         Fail(KvxResult_ConversionFailed, "{}: cannot be written", path.string());

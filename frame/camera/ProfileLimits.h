@@ -16,6 +16,5 @@ inline constexpr uint32_t kMostNodes = 1024;
 /** Gains of shading are fixed-point numbers of 15 bits, 12 of them binary places. */
 inline constexpr int kShadingPlaces = 12;
 inline constexpr float kLargestShadingGain = 7.99F;
-inline constexpr double kLargestGain = 64, kLargestCoefficient = 64;  // of a Finish, too
 
 }  // namespace kvx::frame

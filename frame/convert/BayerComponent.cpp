@@ -25,7 +25,7 @@ public:
                (destinationBits == 8 && AlgorithmNumber() != KvxBayerAlgorithm_IPP);
     }
 
-    uint32_t Convert(const SourceView& mosaic, const DestinationView& picture) override {
+    uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, const SensorNoise*) override {
         const _KvxImage source = ImageOf(mosaic);
         _KvxImage destination = ImageOf(picture);
         return mosaic.format.bits > picture.format.bits
@@ -34,7 +34,7 @@ public:
     }
 
     uint32_t ConvertRows(const SourceView& mosaic, const Route&, bool, const KvxRowSource& rows,
-                         const KvxPixelSink& pixels) override {
+                         const KvxPixelSink& pixels, const SensorNoise*) override {
         const _KvxImage frame = ImageOf(mosaic);
         return KvxBayer_ConvertRows(m_component.get(), &frame, &rows, &pixels);
     }

@@ -34,19 +34,21 @@ public:
      * route.
      *
      * @param picture three samples per pixel
+     * @param noise   of the mosaic, for algorithms that remove it; null: that of the parameters
      * @return the library's result
      */
-    virtual uint32_t Convert(const SourceView& mosaic, const DestinationView& picture) = 0;
+    virtual uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, const SensorNoise* noise) = 0;
 
     /**
      * Calls the library for rows.
      *
      * @param mosaic format, size and mirror flags count
      * @param pixels of the route's depth
+     * @param noise  as in Convert()
      * @return the library's result
      */
     virtual uint32_t ConvertRows(const SourceView& mosaic, const Route& route, bool isFinished,
-                                 const KvxRowSource& rows, const KvxPixelSink& pixels) = 0;
+                                 const KvxRowSource& rows, const KvxPixelSink& pixels, const SensorNoise* noise) = 0;
 
     virtual void Release() = 0;
 

@@ -46,10 +46,12 @@ void Converter::SetThreads(int count) {
 void Converter::SetNoise(const std::optional<SensorNoise>& noise) {
     if (noise) Validate(*noise);
     m_impl->noise = noise;
+    m_impl->noiseIsOfGain = false;
 }
 
 void Converter::SetAnalogGain(double gain) {
     SetNoise(m_impl->component ? m_impl->component->SetAnalogGain(gain) : NoiseAt(gain));
+    m_impl->noiseIsOfGain = true;
 }
 
 void Converter::SetFinish(std::optional<Finish> finish) {

@@ -9,15 +9,14 @@
 #include "frame/base/Fail.h"
 #include "frame/base/Team.h"
 #include "frame/camera/CameraFinish.h"
-#include "frame/camera/ProfileLimits.h"
 #include "frame/convert/RawRows.h"
 #include "frame/finish/Balance.h"
+#include "frame/finish/FinishLimits.h"
 #include "frame/view/Checks.h"
 
 namespace kvx::frame {
 namespace {
 
-constexpr double kLargestExposure = 16, kLargestLevel = 65535;
 constexpr uint32_t kWhite = 65535;
 
 /** Sets OpenMP's thread count in a scope; 0 keeps it. */
@@ -188,7 +187,17 @@ void ConverterImpl::ConvertDirectly(const SourceView& source, const DestinationV
     DestinationView picture = destination;
     if (mosaic.stride == 0) mosaic.stride = static_cast<ptrdiff_t>(RowBytes(mosaic.format, mosaic.width));
     if (picture.stride == 0) picture.stride = static_cast<ptrdiff_t>(RowBytes(picture.format, picture.width));
-    Require(component->Convert(mosaic, picture), source, destination.format);
+    Require(component->Convert(mosaic, picture, ComponentNoise(FrameNoise())), source, destination.format);
+}
+
+/** The given noise, else that of the camera. */
+const std::optional<SensorNoise>& ConverterImpl::FrameNoise() const {
+    return noise || !m_camera ? noise : m_camera->noise;
+}
+
+/** What the component must know: parameters with an analog gain have its noise. */
+const SensorNoise* ConverterImpl::ComponentNoise(const std::optional<SensorNoise>& measured) const {
+    return measured && !noiseIsOfGain ? &*measured : nullptr;
 }
 
 void ConverterImpl::ConvertRows(const SourceView& source, const Route& route, const Finish* values, const Gains& gains,
@@ -197,15 +206,17 @@ void ConverterImpl::ConvertRows(const SourceView& source, const Route& route, co
     if (correction.IsOn()) rows.UseCorrected(correction);
     SourceView mosaic = source;
     mosaic.format = route.mosaic;
+    std::optional<SensorNoise> measured = FrameNoise();
+    if (measured && values) measured = BalancedNoise(*measured, source.format, *values, gains);
     if (m_learned) {
         std::optional<NoiseLine> mosaicNoise;
-        if (noise || (m_camera && m_camera->noise))
-            mosaicNoise = BalancedNoise(noise ? *noise : *m_camera->noise, source.format, values, gains);
+        if (measured) mosaicNoise = NoiseOfWhite(*measured, family);
         Require(m_learned->Convert(mosaic, rows.Source(), route.pictureBits, sink.Sink(), mosaicNoise, threads), source,
                 sink.PictureFormat());
     } else if (component) {
-        Require(component->ConvertRows(mosaic, route, values != nullptr, rows.Source(), sink.Sink()), source,
-                sink.PictureFormat());
+        Require(component->ConvertRows(mosaic, route, values != nullptr, rows.Source(), sink.Sink(),
+                                       ComponentNoise(measured)),
+                source, sink.PictureFormat());
     } else {
         CopyGrey(rows, source.width, source.height, sink);
     }

@@ -32,6 +32,7 @@ public:
 
     MosaicCorrection correction;
     std::optional<SensorNoise> noise;
+    bool noiseIsOfGain = false;  // and the component's parameters know that gain
     int threads = 0;
     ToneTable tone;
     Reading lastReading;
@@ -45,6 +46,8 @@ private:
     void ConvertDirectly(const SourceView& source, const DestinationView& destination);
     void ConvertRows(const SourceView& source, const Route& route, const Finish* values, const Gains& gains,
                      const PictureSink& sink);
+    const std::optional<SensorNoise>& FrameNoise() const;
+    const SensorNoise* ComponentNoise(const std::optional<SensorNoise>& measured) const;
     void Require(uint32_t result, const SourceView& source, const Format& destination) const;
     const uint16_t* TableFor(const Finish* values, const Route& route, uint8_t bits);
 

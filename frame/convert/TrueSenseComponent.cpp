@@ -37,16 +37,18 @@ public:
         return destinationBits == route.pictureBits && route.pictureWhite == (1u << destinationBits) - 1;
     }
 
-    uint32_t Convert(const SourceView& mosaic, const DestinationView& picture) override {
-        const tagTrueSenseParam params = ParamsFor(mosaic, false);
+    uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, const SensorNoise* noise) override {
+        tagTrueSenseParam params = ParamsFor(mosaic, false);
+        if (noise) SetNoise(*noise, params);
         const _KvxImage source = ImageOf(mosaic);
         _KvxImage destination = ImageOf(picture);
         return KvxTrueSense_ConvertImageWith(m_component.get(), &source, &destination, &params, AlgorithmNumber());
     }
 
     uint32_t ConvertRows(const SourceView& mosaic, const Route& route, bool isFinished, const KvxRowSource& rows,
-                         const KvxPixelSink& pixels) override {
-        const tagTrueSenseParam params = ParamsFor(mosaic, isFinished);
+                         const KvxPixelSink& pixels, const SensorNoise* noise) override {
+        tagTrueSenseParam params = ParamsFor(mosaic, isFinished);
+        if (noise) SetNoise(*noise, params);
         const _KvxImage frame = ImageOf(mosaic);
         return KvxTrueSense_ConvertRows(m_component.get(), &frame, route.pictureBits == 8 ? 1 : 0, &params,
                                         AlgorithmNumber(), &rows, &pixels);
@@ -92,6 +94,25 @@ private:
             params.toneTable = LinearCurve();
         }
         return params;
+    }
+
+    /** The same noise at every gain. */
+    static void SetNoise(const SensorNoise& noise, tagTrueSenseParam& params) {
+        const auto set = [](std::initializer_list<double*> fields, double value) {
+            for (double* const field : fields) *field = value;
+        };
+        set({&params.ISOPanSlope_0, &params.ISOPanSlope_1, &params.ISOPanSlope_2, &params.ISOPanSlope_3,
+             &params.ISOPanSlope_4},
+            noise.pan.slope);
+        set({&params.ISOPanIntercept_0, &params.ISOPanIntercept_1, &params.ISOPanIntercept_2, &params.ISOPanIntercept_3,
+             &params.ISOPanIntercept_4},
+            noise.pan.intercept);
+        set({&params.ISOColorSlope_0, &params.ISOColorSlope_1, &params.ISOColorSlope_2, &params.ISOColorSlope_3,
+             &params.ISOColorSlope_4},
+            noise.colour.slope);
+        set({&params.ISOColorIntercept_0, &params.ISOColorIntercept_1, &params.ISOColorIntercept_2,
+             &params.ISOColorIntercept_3, &params.ISOColorIntercept_4},
+            noise.colour.intercept);
     }
 
     /** The linear tone curve. */

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "KvxFrame/CameraProfile.h"
 #include "frame/base/Fail.h"
 #include "frame/samples/SampleRow.h"
 
@@ -77,19 +76,21 @@ void CheckLevels(const SourceView& source, const Finish& finish) {
                  finish.blackLevel.ofFilters[i], WhiteOf(finish, source.format, i));
 }
 
-NoiseLine BalancedNoise(const SensorNoise& noise, const Format& source, const Finish* finish, const Gains& gains) {
-    constexpr double kNoiseWhite = 4095;  // of the values that a noise line is given in
-    const bool hasPan = source.family == Family::TrueSense;
-    NoiseLine line = hasPan ? noise.pan : noise.colour;
-    line.slope /= kNoiseWhite;
-    line.intercept /= kNoiseWhite * kNoiseWhite;
-    if (!finish) return line;
+SensorNoise BalancedNoise(const SensorNoise& noise, const Format& source, const Finish& finish, const Gains& gains) {
     // A grey signal of the size s is s / gain before its gain; the variance grows by gain^2.
-    const double stretch = White(source) / MeanRange(*finish, source);
-    const double red = gains.red, green = gains.green, blue = gains.blue, pan = gains.pan;
-    const double gain = hasPan ? pan : (red + 2 * green + blue) / 4;
-    const double squared = hasPan ? pan * pan : (red * red + 2 * green * green + blue * blue) / 4;
-    return {line.slope * stretch * gain, line.intercept * stretch * stretch * squared};
+    const double stretch = White(source) / MeanRange(finish, source);
+    const auto balanced = [stretch](const NoiseLine& line, double gain, double squaredGain) {
+        return NoiseLine{line.slope * stretch * gain, line.intercept * stretch * stretch * squaredGain};
+    };
+    const double red = gains.red, green = gains.green, blue = gains.blue;
+    return {balanced(noise.pan, gains.pan, gains.pan * gains.pan),
+            balanced(noise.colour, (red + 2 * green + blue) / 4, (red * red + 2 * green * green + blue * blue) / 4)};
+}
+
+NoiseLine NoiseOfWhite(const SensorNoise& noise, Family family) {
+    constexpr double kWhite = 4095;  // of the values that a noise line is given in
+    const NoiseLine& line = family == Family::TrueSense ? noise.pan : noise.colour;
+    return {line.slope / kWhite, line.intercept / (kWhite * kWhite)};
 }
 
 Balance::Balance(const SourceView& source, const Finish& finish, const Gains& gains, uint8_t bits) {

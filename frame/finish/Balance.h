@@ -22,13 +22,11 @@ struct WideLevels {
 /** @throws Error 0x80070007 if the finish's levels do not fit the source */
 void CheckLevels(const SourceView& source, const Finish& finish);
 
-/**
- * The noise of balanced samples, with signal and noise as shares of white: of the clear samples of a TrueSense frame,
- * of all samples of another. Their gains raise it.
- *
- * @param finish whose levels fit the source; null: the samples are as they are, without gains
- */
-NoiseLine BalancedNoise(const SensorNoise& noise, const Format& source, const Finish* finish, const Gains& gains);
+/** The noise of balanced samples, which levels and gains raise. @param finish whose levels fit the source */
+SensorNoise BalancedNoise(const SensorNoise& noise, const Format& source, const Finish& finish, const Gains& gains);
+
+/** Noise with the signal as a share of white: of the clear samples of TrueSense frames, of all samples of others. */
+NoiseLine NoiseOfWhite(const SensorNoise& noise, Family family);
 
 class Balance {
 public:

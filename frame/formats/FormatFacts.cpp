@@ -95,6 +95,13 @@ char FilterAt(const Format& format, uint32_t row, uint32_t column) {
     }
 }
 
+size_t FilterIndex(const Format& format, uint32_t row, uint32_t column) {
+    const char filter = FilterAt(format, row, column);
+    if (format.family == Family::Bayer && filter == 'G') return FilterAt(format, row, column ^ 1) == 'R' ? 1 : 2;
+    if (format.family == Family::Bayer) return filter == 'R' ? 0 : 3;
+    return filter == 'R' ? 0 : filter == 'G' ? 1 : filter == 'B' ? 2 : 3;
+}
+
 uint32_t SamplesPerPixel(const Format& format) {
     if (format.family != Family::Colour) return 1;
     return format.order == Order::Rgb || format.order == Order::Bgr ? 3 : 4;

@@ -23,9 +23,6 @@
 
 namespace kvx::frame {
 
-/** The place of a site's filter in Levels. The site may lie outside a frame. */
-KVX_API size_t FilterIndex(const Format& format, uint32_t row, uint32_t column);
-
 /** A site of a frame. */
 struct Site {
     uint32_t column = 0;  ///< from the left, from 0
@@ -86,10 +83,32 @@ struct CameraProfile {
 KVX_API void Validate(const CameraProfile& profile);
 
 /**
+ * Checks that a profile is for frames of this family, these filters and this size. The depth may be another one.
+ *
+ * @param frame  a valid view
+ * @param origin as in Converter::SetCamera(): the place of a region; std::nullopt: a whole frame
+ * @throws Error 0x80070007 if it is for others
+ */
+KVX_API void RequireFit(const CameraProfile& profile, const SourceView& frame,
+                        const std::optional<Site>& origin = std::nullopt);
+
+/**
  * The finish of a camera's frames: where `finish` says nothing (a level of 0, gains of 1 that are not measured, the
  * identity as matrix) what the profile has. Levels are scaled to the depth of the frames.
  */
 KVX_API Finish FinishWith(const CameraProfile& profile, const Finish& finish, const Format& frames);
+
+/**
+ * The light of a frame as the profile corrects it: black level, fixed pattern, shading and listed defective pixels, but
+ * no white balance. For measurements; a Converter does the same on its own.
+ *
+ * @param frame  a frame that the profile fits, as in Converter::SetCamera()
+ * @param finish only its levels count; where they are 0, those of the profile
+ * @return width x height samples of 16 bits in rows without padding: black is 0, white 65535
+ * @throws Error 0x80070008 or 0x80070007 for an invalid view, and a profile or levels that do not fit the frame
+ */
+KVX_API std::vector<uint16_t> CorrectedMosaic(const SourceView& frame, const CameraProfile& profile,
+                                              const Finish& finish = {});
 
 /**
  * Reads a profile, and the dark frame next to it.

@@ -95,11 +95,12 @@ public:
     void SetThreads(int count);
 
     /**
-     * Sets the noise of the frames, which the algorithm "fine" then removes; other algorithms ignore it.
+     * Sets the noise of the frames, which the algorithm "fine" and the noise-reducing TrueSense algorithms then remove;
+     * other algorithms ignore it.
      *
-     * Bayer frames have the noise of `colour`, TrueSense frames are judged by their clear sites, the noise of `pan`.
-     * The signal counts from the finish's black level.
-     * @param noise std::nullopt, the default: no noise, every sample stays what it is
+     * Bayer frames have the noise of `colour`; "fine" judges TrueSense frames by their clear sites, the noise of `pan`.
+     * The signal counts from the finish's black level, and the noise grows with the gains of the finish.
+     * @param noise std::nullopt, the default: "fine" keeps every sample, the others take their parameters
      * @throws Error 0x80070004 for a value that is not finite
      */
     void SetNoise(const std::optional<SensorNoise>& noise);
@@ -122,8 +123,8 @@ public:
 
     /**
      * Sets the camera that took the frames. Fixed pattern, shading and defective pixels are corrected in front of the
-     * interpolation, in a working mosaic of the whole frame; balance and exposure are measured before. "fine" removes
-     * the noise of the profile unless SetNoise() says otherwise. Frames may have another depth than the profile's.
+     * interpolation, in a working mosaic of the whole frame; balance and exposure are measured before. The
+     * noise of the profile is that of SetNoise(), which overrides it. Frames may have another depth than the profile's.
      *
      * @param profile shared, so that converters need no copies; null, the default: none
      * @param origin  place of the frames in the profile's frames, if they are regions of them

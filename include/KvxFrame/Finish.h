@@ -29,11 +29,10 @@ namespace kvx::frame {
 
 /**
  * Black or white level in sample values; fractions are allowed, as in 8-bit frames of a 10-bit sensor. One number for
- * the whole frame, or four for the filters: red, green in red rows, green in blue rows, blue for Bayer; red, green,
- * blue, clear for TrueSense. Mono frames take the fourth.
+ * the whole frame, or four for the filters in the order of FilterIndex().
  */
 struct Levels {
-    std::array<double, 4> ofFilters;  ///< in the order above
+    std::array<double, 4> ofFilters;  ///< by FilterIndex()
 
     /** The same for all filters. */
     constexpr Levels(double all = 0) : ofFilters{all, all, all, all} {}

@@ -144,6 +144,12 @@ KVX_API uint32_t TileSide(const Format& format);
 /** The filter at a site: 'R', 'G', 'B' or 'W' (clear); 'Y' for mono. Not for colour. */
 KVX_API char FilterAt(const Format& format, uint32_t row, uint32_t column);
 
+/**
+ * The place of a site's filter among the four of a family: red, green in red rows, green in blue rows, blue for Bayer;
+ * red, green, blue, clear for TrueSense; mono sites have the fourth. The site may lie outside a frame.
+ */
+KVX_API size_t FilterIndex(const Format& format, uint32_t row, uint32_t column);
+
 /** Samples of a pixel: 1, 3 or 4. */
 KVX_API uint32_t SamplesPerPixel(const Format& format);
 

@@ -1,5 +1,6 @@
 #include "tools/calibrate/FrameStack.h"
 
+#include <algorithm>
 #include <opencv2/imgproc.hpp>
 
 #include "tools/ToolError.h"
@@ -17,13 +18,19 @@ void RequireAlike(const RawFrame& frame, const frame::Format& format, const cv::
     }
 }
 
-double ShareOf(const cv::Mat& samples, uint32_t value) {
-    return cv::countNonZero(samples == value) / static_cast<double>(samples.total());
+double ShareOf(const cv::Mat& isCounted) {
+    return cv::countNonZero(isCounted) / static_cast<double>(isCounted.total());
+}
+
+/** The lowest level at which a filter clips. */
+double LowestWhite(const frame::Levels& white, const frame::Format& format) {
+    const double lowest = std::ranges::min(white.ofFilters);
+    return lowest > 0 ? lowest : frame::White(format);
 }
 
 }  // namespace
 
-FrameStack StackFrames(const std::vector<std::string>& paths, const FrameRequest& request,
+FrameStack StackFrames(const std::vector<std::string>& paths, const FrameRequest& request, const frame::Levels& white,
                        const std::function<void(const RawFrame&)>& visit) {
     FrameStack stack;
     cv::Mat sum, squares;
@@ -37,8 +44,8 @@ FrameStack StackFrames(const std::vector<std::string>& paths, const FrameRequest
         RequireAlike(frame, stack.format, sum.size(), path);
         cv::accumulate(frame.samples, sum);
         cv::accumulateSquare(frame.samples, squares);
-        stack.clippedShare += ShareOf(frame.samples, frame::White(frame.format));
-        stack.zeroShare += ShareOf(frame.samples, 0);
+        stack.clippedShare += ShareOf(frame.samples >= LowestWhite(white, frame.format));
+        stack.zeroShare += ShareOf(frame.samples == 0);
         ++stack.count;
         if (visit) {
             visit(frame);

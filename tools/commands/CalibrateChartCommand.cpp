@@ -28,8 +28,8 @@ matrix whose rows sum to 1 then brings the patches as close to their published c
 
 Several frames share the matrix; each may have its own light. A chart that is not found
 needs its --corners: those of the 24 patches together, in their order around the chart,
-from any of them. The levels are those of the options, else of the profile, else of the
-sidecar. The picture shows what was found and measured, and the patches next to their
+from any of them. The levels are those of the options, else of the sidecar, else of the
+profile, which also corrects shading and defective pixels. The picture shows what was found and measured, and the patches next to their
 references.
 
 Examples:
@@ -64,30 +64,20 @@ std::string DefaultPicture(const std::string& profile) {
     return path.parent_path() / (path.stem().string() + "-chart.png");
 }
 
-/** Enters the levels into the profile, unless it has them. */
-ChartLevels TakeLevels(const ChartOptions& options, const FrameInput& input, frame::CameraProfile& profile,
-                       const std::string& name) {
-    const auto take = [](std::optional<frame::Levels>& level, const std::optional<frame::Levels>& given,
-                         const std::optional<frame::Levels>& fromSidecar) {
-        if (given) {
-            level = given;
-        } else if (!level && fromSidecar) {
-            level = fromSidecar;
-        }
+/** The levels of the options, else of the sidecar. Enters them into the profile, unless it has its own. */
+frame::Finish TakeLevels(const ChartOptions& options, const Sidecar& sidecar, frame::CameraProfile& profile,
+                         const std::string& name) {
+    const auto take = [](std::optional<frame::Levels>& ofProfile, const std::optional<frame::Levels>& given,
+                         const std::optional<frame::Levels>& ofSidecar) {
+        if (given || !ofProfile) ofProfile = given ? given : ofSidecar;
+        return given ? *given : ofSidecar.value_or(frame::Levels());
     };
-    take(profile.blackLevel, options.black, input.sidecar.blackLevel);
-    take(profile.whiteLevel, options.white, input.sidecar.whiteLevel);
+    frame::Finish levels;
+    levels.blackLevel = take(profile.blackLevel, options.black, sidecar.blackLevel);
+    levels.whiteLevel = take(profile.whiteLevel, options.white, sidecar.whiteLevel);
     if (!profile.blackLevel) {
         PrintMessage(
             fmt::format("{}: has no black level, 0 is taken: run 'calibrate dark' first, or add --black-level", name));
-    }
-    const ChartLevels levels{profile.blackLevel.value_or(frame::Levels()),
-                             profile.whiteLevel.value_or(frame::Levels(frame::White(input.frame.format)))};
-    for (size_t filter = 0; filter < levels.black.ofFilters.size(); ++filter) {
-        if (!(levels.black.ofFilters[filter] < levels.white.ofFilters[filter])) {
-            Fail(ExitCode::Usage, "{}: the black level {} is not below white, {}", name, levels.black.ofFilters[filter],
-                 levels.white.ofFilters[filter]);
-        }
     }
     return levels;
 }
@@ -122,10 +112,11 @@ FoundChart MeasureChart(const ChartOptions& options, const std::string& path, fr
         Fail(ExitCode::Usage, "{}: is a mono frame, which has no colours to calibrate", name);
     }
     SetFrames(profile, input.frame.format, input.frame.samples.cols, input.frame.samples.rows, options.step.profile);
-    const ChartLevels levels = TakeLevels(options, input, profile, name);
-    FoundChart chart{std::filesystem::path(name).filename().string(), LinearPicture(input.frame, levels, name), {}, {}};
+    const frame::Finish levels = TakeLevels(options, input.sidecar, profile, name);
+    const RawFrame light = LightOf(input.frame, profile, levels, name);
+    FoundChart chart{std::filesystem::path(name).filename().string(), LinearPicture(light, name), {}, {}};
     chart.toFrame = LocateChart(options, chart.linear, name).toFrame;
-    chart.samples = MeasurePatches(input.frame, levels.black, levels.white, chart.toFrame, name);
+    chart.samples = MeasurePatches(light, chart.toFrame, name);
     PrintMessage(fmt::format("{}: chart at {}", name, CornerText(chart.toFrame)));
     return chart;
 }

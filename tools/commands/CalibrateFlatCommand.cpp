@@ -50,8 +50,8 @@ std::string Report(const FrameStack& stack, const FlatFigures& figures, const fr
 void RunFlat(const StepOptions& options) {
     frame::CameraProfile profile = OpenProfile(options.profile);
     PairNoise pairs(profile.blackLevel.value_or(frame::Levels()));
-    const FrameStack stack =
-        StackFrames(options.frames, options.request, [&](const RawFrame& frame) { pairs.Add(frame); });
+    const FrameStack stack = StackFrames(options.frames, options.request, profile.whiteLevel.value_or(frame::Levels()),
+                                         [&](const RawFrame& frame) { pairs.Add(frame); });
     SetFrames(profile, stack.format, stack.mean.cols, stack.mean.rows, options.profile);
     const FlatFigures figures = CalibrateFlat(stack, pairs, profile);
     SaveProfile(profile, options.profile);

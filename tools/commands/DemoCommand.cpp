@@ -15,6 +15,7 @@
 #include "tools/frames/FrameConversion.h"
 #include "tools/frames/Mosaic.h"
 #include "tools/scene/Scene.h"
+#include "tools/scene/SimulatedCamera.h"
 
 namespace kvx::tool {
 namespace {
@@ -24,8 +25,11 @@ namespace fs = std::filesystem;
 constexpr const char* kFooter = R"(Writes scene.png, frames such as scene_768x512_BayerRG12.raw, and for each frame and
 algorithm a picture such as scene_BayerRG12_edge-aware.png.
 
-Example:
-  kvx-demosaic demo /tmp/kvx-demo)";
+--camera writes frames of a simulated camera to try 'calibrate' on: dark, flat, chart, scene.
+
+Examples:
+  kvx-demosaic demo /tmp/kvx-demo
+  kvx-demosaic demo --camera frames)";
 
 /** Each Bayer pattern once, with the most common depths, and a TrueSense frame. */
 constexpr std::array kFormats = {"BayerGR8", "BayerRG12", "BayerGB10", "BayerBG16", "TrueSense_RGGB_WRRW_0_12"};
@@ -69,14 +73,34 @@ void Demo(const fs::path& directory) {
     }
 }
 
+void DemoCamera(const fs::path& directory) {
+    MakeDirectory(directory.string());
+    for (const auto& [name, frame] : SimulatedCameraFrames()) {
+        const FrameSize size{static_cast<uint64_t>(frame.samples.cols), static_cast<uint64_t>(frame.samples.rows)};
+        WriteAndPrint(directory / MakeFrameName(name, size, frame.format), EncodeRaw(frame.samples));
+    }
+}
+
+struct DemoOptions {
+    std::string directory = "kvx-demo";
+    bool isCamera = false;
+};
+
 }  // namespace
 
 void AddDemoCommand(CLI::App& tool) {
-    const auto directory = std::make_shared<std::string>("kvx-demo");
+    const auto options = std::make_shared<DemoOptions>();
     CLI::App* command = tool.add_subcommand("demo", "Draw a test scene, make raw frames from it and convert them");
-    command->add_option("DIR", *directory, "Directory to write to; default: kvx-demo");
+    command->add_option("DIR", options->directory, "Directory to write to; default: kvx-demo");
+    command->add_flag("--camera", options->isCamera, "Write frames of a simulated camera to calibrate");
     command->footer(kFooter);
-    command->callback([directory] { Demo(*directory); });
+    command->callback([options] {
+        if (options->isCamera) {
+            DemoCamera(options->directory);
+        } else {
+            Demo(options->directory);
+        }
+    });
 }
 
 }  // namespace kvx::tool

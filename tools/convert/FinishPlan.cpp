@@ -41,12 +41,26 @@ public:
                [](const auto& matrix) { return fmt::format("{}", fmt::join(matrix, ", ")); });
         ChooseExposure();
         ChooseTone();
-        return {m_facts.empty() ? std::nullopt : std::optional(m_finish), m_facts};
+        const auto finish = m_facts.empty() ? std::nullopt : std::optional(m_finish);
+        RecordCorrections();
+        return {finish, m_facts};
     }
 
 private:
     void Record(const char* name, const std::string& value, const char* origin) {
         m_facts.push_back({name, value, origin});
+    }
+
+    /** What the camera gives besides the finish. */
+    void RecordCorrections() {
+        if (!m_request.camera) return;
+        const frame::CameraProfile& camera = *m_request.camera;
+        WithExitCode(ExitCode::Usage, m_name + ": --camera", [&] { frame::RequireFit(camera, ViewOf(m_input.frame)); });
+        const size_t defects = camera.hotPixels.size() + camera.deadPixels.size();
+        if (!camera.darkFrame.empty()) Record("fixed pattern", "corrected", "camera");
+        if (camera.shading.columns > 0) Record("shading", "corrected", "camera");
+        if (defects > 0) Record("defective pixels", fmt::format("{}", defects), "camera");
+        if (camera.noise) Record("noise", "known", "camera");
     }
 
     /** The parts of a finish that the camera has, levels in samples of the frame. */

@@ -51,6 +51,11 @@ TEST(CameraProfile, IsReadAsItWasWritten) {
         EXPECT_EQ(read.noise->colour.intercept, 3.5);
         ASSERT_EQ(read.warnings.size(), 1u);
         EXPECT_NE(read.warnings[0].find("\"note\" is unknown: did you mean"), std::string::npos);
+        std::string png = content(folder / "camera-dark.png");
+        png.insert(33, "\0\0\0\x04gAMA\0\0\xB1\x8F\x0B\xFC\x61\x05", 16);  // 1 / 2.2, after the header
+        if (const size_t own = png.find("gAMA", 49); own != std::string::npos) png.erase(own - 4, 16);
+        std::ofstream(folder / "camera-dark.png", std::ios::binary) << png;
+        EXPECT_EQ(ReadCameraProfile(path).darkFrame, written.darkFrame);  // other programs enter a gamma
         WriteCameraProfile(read, again);
         std::string expected = content(path);
         expected.replace(expected.find("camera-dark"), 6, "again");
@@ -59,6 +64,13 @@ TEST(CameraProfile, IsReadAsItWasWritten) {
                                 "colour_matrix", "pan", "dead_pixels", "note"})
             EXPECT_NE(expected.find('"' + std::string(key) + "\": "), std::string::npos) << key;
     }
+    std::filesystem::permissions(path, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    std::filesystem::create_symlink(path, folder / "link.json");
+    WriteCameraProfile({}, folder / "link.json");
+    EXPECT_EQ(ReadCameraProfile(path).camera, "");  // the file behind the link
+    EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0600));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link.json"));
+    WriteCameraProfile(FullProfile("Mono8"), path);
     std::filesystem::remove(folder / "camera-dark.png");
     ExpectRefused(kInvalid, "camera-dark.png: cannot be read", [&] { ReadCameraProfile(path); });
     ExpectRefused(0x80070001, "cannot be written", [&] { WriteCameraProfile({}, folder / "none" / "a.json"); });

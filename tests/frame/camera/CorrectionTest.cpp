@@ -25,7 +25,8 @@ Words RandomWords(size_t count, std::mt19937& random) {
 int64_t PlainCorrected(const RowCorrection& correction, const RowBalance& balance, int64_t sample, size_t column) {
     const auto floored = [](int64_t a, int64_t b) { return a >= 0 ? a / b : -((b - 1 - a) / b); };
     int64_t value = std::min<int64_t>(sample, balance.largest) * (int64_t{1} << balance.leftShift);
-    if (correction.pattern) value = std::clamp<int64_t>(value - correction.pattern[column], 0, 65535);
+    if (correction.pattern && value < balance.white[column % 4])
+        value = std::clamp<int64_t>(value - correction.pattern[column], 0, 65535);
     int64_t light = std::max<int64_t>(value - balance.black[column % 4], 0);
     if (correction.upperGains) {
         const int64_t upper = correction.upperGains[column], lower = correction.lowerGains[column];
@@ -172,6 +173,31 @@ TEST(Camera, CorrectsAFrameToAnEvenOne) {
     const TestFrame frame = MakeNoise(FormatByName("BayerGR12"), 70, 50);
     TestPicture picture(FormatByName("RGB8"), 70, 50);
     ExpectRefused(kInvalid, "filters", [&] { converter.Convert(frame.view, picture.View()); });
+}
+
+TEST(Camera, GivesItsNoiseToTheNoiseReduction) {
+    const Format format = FormatByName("TrueSense_BGGR_WBBW_0_12");
+    std::mt19937 random(3);
+    const TestFrame frame =
+        MakeFrame(format, 70, 50, [&](uint32_t, uint32_t) { return static_cast<uint16_t>(1000 + random() % 200); });
+    auto camera = std::make_shared<CameraProfile>();
+    camera->noise = NoiseAt(36.77);  // the last calibration point of the parameters, which no rounding changes
+    for (const char* algorithm : {"kodak-like", "kodak", "fast"})
+        for (const char* destination : {"RGB8", "BGR16"}) {
+            const auto picture = [&](const auto& set) {
+                Converter converter(Family::TrueSense);
+                converter.SetAlgorithm(algorithm);
+                set(converter);
+                TestPicture result(FormatByName(destination), 70, 50);
+                converter.Convert(frame.view, result.View());
+                std::vector<uint32_t> samples;
+                for (uint32_t i = 0; i < 70 * 50 * 3; ++i) samples.push_back(result.At(i / 210, i / 3 % 70, i % 3));
+                return samples;
+            };
+            const auto ofCamera = picture([&](Converter& converter) { converter.SetCamera(camera); });
+            EXPECT_EQ(ofCamera, picture([](Converter& converter) { converter.SetAnalogGain(36.77); }));
+            EXPECT_EQ(ofCamera == picture([](Converter&) {}), std::string_view(algorithm) == "fast") << algorithm;
+        }
 }
 
 }  // namespace

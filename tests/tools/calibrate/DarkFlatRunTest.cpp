@@ -22,8 +22,10 @@ frame::Site Planted(int index, uint32_t shift) {
 }
 
 /** A frame of an even light, with weak defects of eight deviations of its noise. */
-std::string WriteFrame(const TemporaryDirectory& directory, const char* format, bool isFlat, uint64_t seed) {
+std::string WriteFrame(const TemporaryDirectory& directory, const char* format, bool isFlat, uint64_t seed,
+                       double fixedPattern = 0) {
     frame::Sensor sensor;
+    sensor.fixedPattern = fixedPattern;
     sensor.noise = frame::SensorNoise{{kSlope, kIntercept}, {kSlope, kIntercept}};
     sensor.noiseSeed = seed;
     sensor.blackLevel = kBlack;
@@ -94,6 +96,33 @@ TEST(Calibrate, FindsWhatWasPutIntoSimulatedFrames) {
         ExpectPlanted(profile.deadPixels, 100);
         ExpectShading(profile);
     }
+}
+
+TEST(Calibrate, KeepsAFixedPatternAndMeasuresFlatFramesAlone) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.Path("camera.json"), alone = directory.Path("alone.json");
+    constexpr double kPattern = 6;
+    for (const bool isFlat : {false, true}) {
+        std::vector<std::string> arguments = {"calibrate", isFlat ? "flat" : "dark", "--format", "BayerRG12", "-o",
+                                              path};
+        for (int i = 0; i < kFrames; ++i)
+            arguments.push_back(WriteFrame(directory, "BayerRG12", isFlat, 10 * isFlat + i, kPattern));
+        RunSuccessfully(arguments);
+        arguments[5] = alone;
+        if (isFlat) RunSuccessfully(arguments);
+    }
+    const frame::CameraProfile profile = frame::ReadCameraProfile(path);
+    ASSERT_EQ(profile.darkFrame.size(), size_t{kWidth} * kHeight);
+    double sum = 0;
+    for (const uint16_t sample : profile.darkFrame) sum += std::pow(sample / 16.0 - kBlack, 2);
+    EXPECT_NEAR(std::sqrt(sum / (kWidth * kHeight)), kPattern, 0.3);
+    ExpectPlanted(profile.deadPixels, 100);
+    ExpectShading(profile);
+
+    const frame::CameraProfile flatOnly = frame::ReadCameraProfile(alone);
+    EXPECT_FALSE(flatOnly.blackLevel);
+    EXPECT_NEAR(flatOnly.noise->colour.slope, kSlope, 0.1 * kSlope);
+    EXPECT_GT(flatOnly.shading.gains[0][0], 1.2F);
 }
 
 TEST(Calibrate, RefusesFramesThatDoNotShowIt) {

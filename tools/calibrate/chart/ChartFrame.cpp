@@ -1,25 +1,23 @@
 #include "tools/calibrate/chart/ChartFrame.h"
 
-#include <algorithm>
-#include <numeric>
-#include <opencv2/imgproc.hpp>
-
 #include "KvxFrame/Converter.h"
 #include "tools/frames/FrameError.h"
 
 namespace kvx::tool {
-namespace {
 
-/** Filters differ little, and only measurements need their own levels. */
-double Mean(const frame::Levels& levels) {
-    return std::accumulate(levels.ofFilters.begin(), levels.ofFilters.end(), 0.0) /
-           static_cast<double>(levels.ofFilters.size());
+RawFrame LightOf(const RawFrame& frame, const frame::CameraProfile& profile, const frame::Finish& levels,
+                 const std::string& name) {
+    std::vector<uint16_t> samples =
+        WithExitCode(ExitCode::Usage, name, [&] { return frame::CorrectedMosaic(ViewOf(frame), profile, levels); });
+    const uint8_t bits = frame.format.family == frame::Family::TrueSense ? 14 : 16;  // the most that there are
+    RawFrame light{frame::WithBits(frame.format, bits), {}};
+    const cv::Mat words(frame.samples.size(), CV_16U, samples.data());
+    words.convertTo(light.samples, CV_16U, frame::White(light.format) / 65535.0);
+    return light;
 }
 
-}  // namespace
-
-cv::Mat_<cv::Vec3f> LinearPicture(const RawFrame& frame, const ChartLevels& levels, const std::string& name) {
-    cv::Mat_<cv::Vec3w> words(frame.samples.size());
+cv::Mat_<cv::Vec3f> LinearPicture(const RawFrame& light, const std::string& name) {
+    cv::Mat_<cv::Vec3w> words(light.samples.size());
     const frame::DestinationView destination{.data = words.data,
                                              .width = static_cast<uint32_t>(words.cols),
                                              .height = static_cast<uint32_t>(words.rows),
@@ -28,14 +26,9 @@ cv::Mat_<cv::Vec3f> LinearPicture(const RawFrame& frame, const ChartLevels& leve
                                              .format = {.family = frame::Family::Colour, .bits = 16}};
     frame::Options options;
     options.finish = frame::Finish();  // no matrix or curve of the component's own
-    WithExitCode(ExitCode::Library, name, [&] { frame::Convert(ViewOf(frame), destination, options); });
-    // 16-bit values of black and white, as the conversion scales them.
-    const double scale = 65535.0 / frame::White(frame.format);
-    const double black = Mean(levels.black) * scale;
-    const double white = Mean(levels.white) * scale;
+    WithExitCode(ExitCode::Library, name, [&] { frame::Convert(ViewOf(light), destination, options); });
     cv::Mat_<cv::Vec3f> linear;
-    words.convertTo(linear, CV_32F, 1 / (white - black), -black / (white - black));
-    cv::threshold(linear, linear, 0, 0, cv::THRESH_TOZERO);
+    words.convertTo(linear, CV_32F, 1.0 / 65535);
     return linear;
 }
 

@@ -8,13 +8,15 @@
 
 namespace kvx::tool {
 
-/** The values of black and white in a frame. */
-struct ChartLevels {
-    frame::Levels black;
-    frame::Levels white;
-};
+/**
+ * The light of a frame: the same mosaic with the most bits that its family has, from 0 for black to the format's white,
+ * not balanced. The profile corrects fixed pattern, shading and defective pixels; levels of 0 are the profile's. Throws
+ * ExitCode::Usage for levels that do not fit.
+ */
+RawFrame LightOf(const RawFrame& frame, const frame::CameraProfile& profile, const frame::Finish& levels,
+                 const std::string& name);
 
-/** The frame as a picture in linear light, red first, about 0 for black and 1 for white, not balanced. */
-cv::Mat_<cv::Vec3f> LinearPicture(const RawFrame& frame, const ChartLevels& levels, const std::string& name);
+/** The light as a picture, red first, from 0 for black to 1 for white. */
+cv::Mat_<cv::Vec3f> LinearPicture(const RawFrame& light, const std::string& name);
 
 }  // namespace kvx::tool

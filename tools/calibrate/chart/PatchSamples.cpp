@@ -36,21 +36,16 @@ cv::Rect Surroundings(const cv::Matx33d& toFrame, cv::Point2d centre) {
 
 class PatchReader {
 public:
-    PatchReader(const RawFrame& frame, const frame::Levels& black, const frame::Levels& white)
-        : m_frame(frame), m_black(black), m_white(white) {}
+    explicit PatchReader(const RawFrame& light) : m_light(light), m_white(frame::White(light.format)) {}
 
     /** Clear sites have no colour and do not count. */
     void Add(int row, int column) {
         static constexpr std::string_view kColours = "RGB";
-        const size_t colour = kColours.find(frame::FilterAt(m_frame.format, row, column));
+        const size_t colour = kColours.find(frame::FilterAt(m_light.format, row, column));
         if (colour == std::string_view::npos) {
             return;
         }
-        const size_t filter = frame::FilterIndex(m_frame.format, row, column);
-        const double sample = m_frame.samples.depth() == CV_8U ? m_frame.samples.at<uint8_t>(row, column)
-                                                               : m_frame.samples.at<uint16_t>(row, column);
-        const double level =
-            (sample - m_black.ofFilters[filter]) / (m_white.ofFilters[filter] - m_black.ofFilters[filter]);
+        const double level = m_light.samples.at<uint16_t>(row, column) / m_white;
         m_values[colour].push_back(level);
         m_clipped += level >= kClipped ? 1 : 0;
     }
@@ -66,23 +61,21 @@ public:
     }
 
 private:
-    const RawFrame& m_frame;
-    const frame::Levels& m_black;
-    const frame::Levels& m_white;
+    const RawFrame& m_light;
+    double m_white;
     std::array<std::vector<double>, 3> m_values;
     int m_clipped = 0;
 };
 
 }  // namespace
 
-PatchSamples MeasurePatches(const RawFrame& frame, const frame::Levels& black, const frame::Levels& white,
-                            const cv::Matx33d& toFrame, const std::string& name) {
+PatchSamples MeasurePatches(const RawFrame& light, const cv::Matx33d& toFrame, const std::string& name) {
     const cv::Matx33d toChart = toFrame.inv();
     PatchSamples samples;
     for (int patch = 0; patch < kChartPatches; ++patch) {
         const cv::Point2d centre = PatchCentre(patch);
-        const cv::Rect pixels = Surroundings(toFrame, centre) & cv::Rect({}, frame.samples.size());
-        PatchReader reader(frame, black, white);
+        const cv::Rect pixels = Surroundings(toFrame, centre) & cv::Rect({}, light.samples.size());
+        PatchReader reader(light);
         for (int row = pixels.y; row < pixels.br().y; ++row) {
             for (int column = pixels.x; column < pixels.br().x; ++column) {
                 const cv::Point2d away = Projected(toChart, cv::Point(column, row)) - centre;

@@ -25,9 +25,9 @@ using PatchSamples = std::array<PatchSample, kChartPatches>;
  * Measures the patches of a chart in the mosaic itself, so that no interpolation mixes them. Throws ExitCode::Frame if
  * a patch is outside the frame or too small to have samples of every colour.
  *
+ * @param light   see LightOf()
  * @param toFrame from places on the chart, see PatchCentre(), to pixels of the frame
  */
-PatchSamples MeasurePatches(const RawFrame& frame, const frame::Levels& black, const frame::Levels& white,
-                            const cv::Matx33d& toFrame, const std::string& name);
+PatchSamples MeasurePatches(const RawFrame& light, const cv::Matx33d& toFrame, const std::string& name);
 
 }  // namespace kvx::tool

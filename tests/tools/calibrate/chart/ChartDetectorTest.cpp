@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <opencv2/imgproc.hpp>
+
 #include "DrawnChart.h"
 #include "tools/scene/Scene.h"
 
@@ -34,7 +36,7 @@ TEST(ChartDetector, FindsDrawnChartsInAnyOrientationAndLight) {
         SCOPED_TRACE(name);
         DrawnChart drawn(corners);
         cv::Mat_<cv::Vec3f> seen;
-        cv::transform(drawn.picture * exposure, seen, kSensor);
+        cv::transform(drawn.light * exposure, seen, kSensor);
         seen(cv::Rect(0, 0, 300, 480)) *= shadow;
         cv::Mat_<cv::Vec3f> grain(seen.size());
         cv::RNG(1).fill(grain, cv::RNG::NORMAL, 0, noise);
@@ -48,9 +50,9 @@ TEST(ChartDetector, FindsDrawnChartsInAnyOrientationAndLight) {
 
 TEST(ChartDetector, TakesCornersInEitherDirectionFromAnyOfThem) {
     const DrawnChart drawn({{120, 90}, {480, 150}, {500, 330}, {90, 420}});
-    auto corners = ChartCorners(drawn.toPicture);
+    auto corners = ChartCorners(drawn.toScene);
     for (int turn = 0; turn < 8; ++turn) {
-        EXPECT_LT(drawn.Error(ChartAt(corners, drawn.picture).toFrame), 0.01) << turn;
+        EXPECT_LT(drawn.Error(ChartAt(corners, drawn.light).toFrame), 0.01) << turn;
         std::rotate(corners.begin(), corners.begin() + 1, corners.end());
         if (turn == 3) {
             std::reverse(corners.begin(), corners.end());
@@ -66,7 +68,7 @@ TEST(ChartDetector, FindsNoneWhereThereIsNone) {
     for (int kind = 0; kind < 12; ++kind) {
         DrawnChart drawn(corners);
         for (int patch = 0; patch < kChartPatches; ++patch) {
-            const cv::Point2d centre = Projected(drawn.toPicture, PatchCentre(patch));
+            const cv::Point2d centre = Projected(drawn.toScene, PatchCentre(patch));
             LinearRgb colour(random.uniform(0.02, 1.0), random.uniform(0.02, 1.0), random.uniform(0.02, 1.0));
             if (kind % 3 == 0) {
                 colour = ChartPatches()[(patch * 7 + kind + 1) % kChartPatches].linear;
@@ -74,9 +76,9 @@ TEST(ChartDetector, FindsNoneWhereThereIsNone) {
                 colour = LinearRgb::all(colour[0]);
             }
             const cv::Rect area(cv::Point(centre) - cv::Point(19, 19), cv::Size(38, 38));
-            drawn.picture(area) = cv::Vec3f(colour);
+            drawn.light(area) = cv::Vec3f(colour);
         }
-        pictures.push_back(drawn.picture);
+        pictures.push_back(drawn.light);
     }
     cv::Mat scene;
     cv::cvtColor(DrawScene().pixels, scene, cv::COLOR_BGR2RGB);

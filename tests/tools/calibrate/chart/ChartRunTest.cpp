@@ -33,7 +33,7 @@ std::string WriteFrame(const TemporaryDirectory& directory, const std::string& n
 TEST(ChartRun, WritesGainsAndMatrixAndAPicture) {
     const TemporaryDirectory directory;
     const DrawnChart drawn(kCorners);
-    const std::string frame = WriteFrame(directory, "a_640x480_BayerGR12.raw", drawn.picture);
+    const std::string frame = WriteFrame(directory, "a_640x480_BayerGR12.raw", drawn.light);
     directory.Write("camera.json", [] {
         const std::string text = R"({"kvx_camera_profile": 1, "camera": "mine"})";
         return Bytes(text.begin(), text.end());
@@ -56,7 +56,7 @@ TEST(ChartRun, WritesGainsAndMatrixAndAPicture) {
 
     // The same chart by its corners, which the search need not find.
     std::string corners;
-    for (const cv::Point2d& corner : ChartCorners(drawn.toPicture)) {
+    for (const cv::Point2d& corner : ChartCorners(drawn.toScene)) {
         corners += fmt::format("{}{:.1f},{:.1f}", corners.empty() ? "" : ",", corner.x, corner.y);
     }
     std::vector<std::string> withCorners = command;
@@ -64,6 +64,26 @@ TEST(ChartRun, WritesGainsAndMatrixAndAPicture) {
     TextOf(withCorners);
     EXPECT_NEAR((*frame::ReadCameraProfile(profilePath).matrix)[0], (*profile.matrix)[0], 0.02);
     EXPECT_TRUE(directory.Entries().contains("b.tiff"));
+}
+
+TEST(ChartRun, MeasuresWhatTheProfileCorrects) {
+    const TemporaryDirectory directory;
+    cv::Mat_<cv::Vec3f> shaded = DrawnChart(kCorners).light.clone();
+    shaded.forEach([](cv::Vec3f& light, const int* at) { light[2] /= 1 + static_cast<float>(at[1]) / 639; });
+    const std::string frame = WriteFrame(directory, "shaded_640x480_BayerGR12.raw", shaded);
+    const std::string text = R"({"kvx_camera_profile": 1, "format": "BayerGR12", "width": 640, "height": 480,
+        "black_level": 64, "shading": {"columns": 2, "rows": 2, "gains":
+        {"R": [1, 1, 1, 1], "Gr": [1, 1, 1, 1], "Gb": [1, 1, 1, 1], "B": [1, 2, 1, 2]}}})";
+    directory.Write("camera.json", Bytes(text.begin(), text.end()));
+    directory.Write("shaded_640x480_BayerGR12.raw.json", [] {
+        const std::string_view sidecar = R"({"black_level": 100.5})";  // of this frame, as convert takes it
+        return Bytes(sidecar.begin(), sidecar.end());
+    }());
+    RunSuccessfully({"calibrate", "chart", frame, "-o", directory.Path("camera.json")});
+    const frame::CameraProfile profile = frame::ReadCameraProfile(directory.Path("camera.json"));
+    EXPECT_NEAR(profile.gains->blue / profile.gains->green, kGains[2], 0.03);
+    EXPECT_NEAR((*profile.matrix)[8], 1, 0.05);
+    EXPECT_EQ(profile.blackLevel->ofFilters[0], 64);
 }
 
 TEST(ChartRun, RefusesFramesThatItCannotMeasure) {
@@ -80,7 +100,7 @@ TEST(ChartRun, RefusesFramesThatItCannotMeasure) {
     for (const char* corners : {"5,5,300,5,300,200,5,200", "7,7,7,7,7,7,7,7", "-1e99,0,1e99,0,9,9,3,3"}) {
         ExpectRefusal(refusal(wall, {"--corners", corners}), 4, {"--corners", "not those of a chart"});
     }
-    ExpectRefusal(refusal(wall, {"--white-level", "0"}), 2, {"black level 0", "not below white"});
+    ExpectRefusal(refusal(wall, {"--white-level", "0"}), 2, {"wall", "white level of 0"});
     ExpectRefusal(refusal(wall, {"--picture", directory.Path("a.jpg")}), 2, {"a.jpg"});
     ExpectRefusal(refusal(wall, {"--format", "Mono12"}), 2, {"mono"});
     EXPECT_FALSE(directory.Entries().contains("camera.json"));
