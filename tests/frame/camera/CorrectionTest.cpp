@@ -200,5 +200,33 @@ TEST(Camera, GivesItsNoiseToTheNoiseReduction) {
         }
 }
 
+TEST(Camera, ItsNoiseGrowsWithTheGains) {
+    const Format format = FormatByName("TrueSense_BGGR_WBBW_0_12");
+    for (const char* algorithm : {"kodak-like", "fine"}) {
+        const auto picture = [&](int scale) {
+            std::mt19937 random(4);
+            const auto sampleAt = [&](uint32_t, uint32_t) {
+                return static_cast<uint16_t>(scale * (500 + random() % 60));
+            };
+            const TestFrame frame = MakeFrame(format, 40, 30, sampleAt);
+            const double gain = 2.0 / scale;
+            auto camera = std::make_shared<CameraProfile>();
+            camera->noise = SensorNoise{{0.5 * scale, 40.0 * scale * scale}, {0.7 * scale, 30.0 * scale * scale}};
+            Converter converter(Family::TrueSense);
+            converter.SetAlgorithm(algorithm);
+            converter.SetCamera(camera);
+            Finish finish;
+            finish.gains = {gain, gain, gain, gain};
+            converter.SetFinish(finish);
+            TestPicture result(FormatByName("RGB12"), 40, 30);
+            converter.Convert(frame.view, result.View());
+            std::vector<uint32_t> samples;
+            for (uint32_t i = 0; i < 40 * 30 * 3; ++i) samples.push_back(result.At(i / 120, i / 3 % 40, i % 3));
+            return samples;
+        };
+        EXPECT_EQ(picture(1), picture(2)) << algorithm;  // the same light after gains of 2 and of 1
+    }
+}
+
 }  // namespace
 }  // namespace kvx::frame
