@@ -47,7 +47,7 @@ void Run(benchmark::State& state, const Size& size, Pass pass) {
         for (uint32_t row = 0; row < source.height; ++row) {
             uint16_t* const words = mosaic.data() + size_t{row} * source.width;
             frame::ReadRow(source, row, words);
-            if (pass == Pass::Balance) frame::BalanceRow(balance.OfRow(row), words, source.width);
+            if (pass == Pass::Balance) frame::BalanceRow(balance.OfRow(row), words, words, source.width);
             if (pass >= Pass::Correction)
                 frame::CorrectRow(correction.OfRow(row), balance.OfRow(row), words, source.width);
         }

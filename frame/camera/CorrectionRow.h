@@ -12,6 +12,12 @@ struct RowCorrection {
     const int16_t* upperGains;  ///< fixed-point gains of shading in the nodes above the row; null: no shading
     const int16_t* lowerGains;  ///< below the row
     int16_t lowerWeight;        ///< share of the nodes below: 0 to 32767 of 32768
+
+    /** The correction of the row from a column on. */
+    RowCorrection From(uint32_t column) const {
+        const auto from = [column](const int16_t* columns) { return columns ? columns + column : nullptr; };
+        return {from(pattern), from(upperGains), from(lowerGains), lowerWeight};
+    }
 };
 
 /** The rule for light without shading: a gain between two nodes; rounded down, so that a gain of 1 changes nothing. */

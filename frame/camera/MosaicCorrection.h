@@ -29,6 +29,11 @@ public:
         return m_hasMaps || m_searches;
     }
 
+    /** Whether rows cannot be corrected one by one. */
+    bool NeedsNeighbours() const {
+        return m_searches || (m_profile && !(m_profile->hotPixels.empty() && m_profile->deadPixels.empty()));
+    }
+
     /** RequireFit() of the profile, if there is one. */
     void Check(const SourceView& frame) const {
         if (m_profile) RequireFit(*m_profile, frame, m_origin);

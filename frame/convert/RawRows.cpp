@@ -22,7 +22,14 @@ RawRows::RawRows(const SourceView& source, const Format& format, const Finish* f
 
 void RawRows::UseCorrected(MosaicCorrection& correction) {
     const Balance balance = m_balance.value_or(Balance(m_source, Finish(), Gains(), static_cast<uint8_t>(m_bits)));
-    m_corrected = correction.Correct(m_source, balance);
+    if (correction.NeedsNeighbours()) {
+        m_corrected = correction.Correct(m_source, balance);
+        return;
+    }
+    correction.Prepare(m_source);
+    m_correction = &correction;
+    m_balance = balance;
+    m_widens = false;
 }
 
 void RawRows::Read(uint32_t row, uint32_t column, uint32_t count, uint16_t* samples) const noexcept {
@@ -30,8 +37,12 @@ void RawRows::Read(uint32_t row, uint32_t column, uint32_t count, uint16_t* samp
         std::copy_n(m_corrected + size_t{row} * m_source.width + column, count, samples);
         return;
     }
-    ReadSamples(m_source, row, column, count, samples);
-    if (m_balance) BalanceRow(m_balance->OfRow(row).From(column), samples, count);
+    const uint16_t* const words = m_balance && !m_correction ? WordsInPlace(m_source, row, column) : nullptr;
+    if (!words) ReadSamples(m_source, row, column, count, samples);
+    if (m_correction)
+        CorrectRow(m_correction->OfRow(row).From(column), m_balance->OfRow(row).From(column), samples, count);
+    else if (m_balance)
+        BalanceRow(m_balance->OfRow(row).From(column), words ? words : samples, samples, count);
     if (m_widens) Widen(samples, count, m_bits);
 }
 

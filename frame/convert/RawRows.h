@@ -19,7 +19,7 @@ public:
      */
     RawRows(const SourceView& source, const Format& format, const Finish* finish, const Gains& gains);
 
-    /** Reads the samples of a mosaic that is corrected as a whole, because defects need rows above and below. */
+    /** Corrects the rows, or the mosaic as a whole if defects need the rows above and below. */
     void UseCorrected(MosaicCorrection& correction);
 
     /** Reads samples as words. Several threads may read at the same time. */
@@ -33,7 +33,8 @@ private:
     int m_bits;
     bool m_widens;  // to more bits, without a finish
     std::optional<Balance> m_balance;
-    const uint16_t* m_corrected = nullptr;  // rows without padding
+    const MosaicCorrection* m_correction = nullptr;  // of single rows
+    const uint16_t* m_corrected = nullptr;           // rows without padding
 };
 
 }  // namespace kvx::frame

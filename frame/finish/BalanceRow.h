@@ -42,7 +42,7 @@ inline uint16_t BalancedSample(const RowBalance& balance, uint16_t sample, size_
     return BalancedLight(balance, value > black ? value - black : 0, column);
 }
 
-/** Applies it to `count` samples, in place. */
-void BalanceRow(const RowBalance& balance, uint16_t* samples, size_t count);
+/** Applies it to `count` samples. @param to may be `from` */
+void BalanceRow(const RowBalance& balance, const uint16_t* from, uint16_t* to, size_t count);
 
 }  // namespace kvx::frame

@@ -59,6 +59,13 @@ void ReadSamples(const SourceView& source, uint32_t row, uint32_t column, uint32
     }
 }
 
+const uint16_t* WordsInPlace(const SourceView& source, uint32_t row, uint32_t column) {
+    if (source.format.layout != Layout::Plain || source.format.bits == 8) return nullptr;
+    const uint8_t* const words = RowAt(source, row) + size_t{column} * sizeof(uint16_t);
+    const bool isAligned = reinterpret_cast<uintptr_t>(words) % alignof(uint16_t) == 0;
+    return isAligned ? reinterpret_cast<const uint16_t*>(words) : nullptr;
+}
+
 void WriteRow(const DestinationView& frame, uint32_t row, const uint16_t* samples) {
     const Format& format = frame.format;
     auto* const start = static_cast<uint8_t*>(frame.data);

@@ -8,6 +8,9 @@ namespace kvx::frame {
 /** Reads samples of a row of a valid view as right-aligned words. Several threads may read at the same time. */
 void ReadSamples(const SourceView& source, uint32_t row, uint32_t column, uint32_t count, uint16_t* samples);
 
+/** The samples of a row where they are, if they are words as ReadSamples() gives them; else null. */
+const uint16_t* WordsInPlace(const SourceView& source, uint32_t row, uint32_t column);
+
 /** All samples of a row. */
 inline void ReadRow(const SourceView& source, uint32_t row, uint16_t* samples) {
     ReadSamples(source, row, 0, source.width, samples);

@@ -122,9 +122,10 @@ public:
     };
 
     /**
-     * Sets the camera that took the frames. Fixed pattern, shading and defective pixels are corrected in front of the
-     * interpolation, in a working mosaic of the whole frame; balance and exposure are measured before. The
-     * noise of the profile is that of SetNoise(), which overrides it. Frames may have another depth than the profile's.
+     * Sets the camera that took the frames. Fixed pattern and shading are corrected row by row in front of the
+     * interpolation; defective pixels need a working mosaic of the whole frame. Balance and exposure are measured
+     * before. The noise of the profile is that of SetNoise(), which overrides it. Frames may have another depth than
+     * the profile's.
      *
      * @param profile shared, so that converters need no copies; null, the default: none
      * @param origin  place of the frames in the profile's frames, if they are regions of them

@@ -63,9 +63,9 @@ TEST(CorrectRow, EqualsItsDefinitionOnEveryInstructionSet) {
             RowCorrection correction{random() % 3 == 0 ? nullptr : pattern.data(),
                                      random() % 3 == 0 ? nullptr : upper.data(), lower.data(),
                                      static_cast<int16_t>(random() % 32768)};
-            Words corrected = samples, balanced = samples;
+            Words corrected = samples, balanced(count);
             CorrectRow(correction, balance, corrected.data(), count);
-            BalanceRow(balance, balanced.data(), count);
+            BalanceRow(balance, samples.data(), balanced.data(), count);
             for (size_t i = 0; i < count; ++i) {
                 ASSERT_EQ(corrected[i], PlainCorrected(correction, balance, samples[i], i)) << round << " " << i;
                 ASSERT_EQ(balanced[i], PlainCorrected({}, balance, samples[i], i)) << round << " " << i;
@@ -173,6 +173,29 @@ TEST(Camera, CorrectsAFrameToAnEvenOne) {
     const TestFrame frame = MakeNoise(FormatByName("BayerGR12"), 70, 50);
     TestPicture picture(FormatByName("RGB8"), 70, 50);
     ExpectRefused(kInvalid, "filters", [&] { converter.Convert(frame.view, picture.View()); });
+}
+
+TEST(Camera, CorrectsRowsAsItCorrectsWholeMosaics) {
+    for (const char* name : {"BayerGR12", "BayerGR12p", "TrueSense_BGGR_WBBW_0_12"})
+        for (const char* algorithm : {"0", "3", "fine"}) {
+            const Format format = FormatByName(name);
+            const TestFrame frame = MakeNoise(format, 70, 50);
+            const auto picture = [&](bool hasDefect) {
+                const auto camera = FaultyCamera(name);
+                camera->hotPixels.resize(hasDefect ? 1
+                                                   : 0);  // needs its neighbours; the others can be corrected by rows
+                camera->deadPixels.clear();
+                Converter converter(format.family);
+                converter.SetAlgorithm(algorithm);
+                converter.SetCamera(camera);
+                TestPicture result(FormatByName("RGB12"), 70, 50);
+                converter.Convert(frame.view, result.View());
+                std::vector<uint32_t> samples;
+                for (uint32_t i = 30 * 70; i < 50 * 70; ++i) samples.push_back(result.At(i / 70, i % 70, i % 3));
+                return samples;
+            };
+            EXPECT_EQ(picture(true), picture(false)) << name << " " << algorithm;
+        }
 }
 
 TEST(Camera, GivesItsNoiseToTheNoiseReduction) {

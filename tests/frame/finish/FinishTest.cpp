@@ -34,7 +34,7 @@ TEST(BalanceRow, EqualsItsFormulaOnEveryInstructionSet) {
     test::ForEachInstructionSet([&] {
         for (const RowBalance& balance : cases) {
             std::vector<uint16_t> result = samples;
-            BalanceRow(balance, result.data(), result.size());
+            BalanceRow(balance, result.data(), result.data(), result.size());
             for (size_t i = 0; i < samples.size(); ++i) {
                 // The documented formula, in numbers too wide to overflow.
                 const int64_t wide = std::min<int64_t>(samples[i], balance.largest) << balance.leftShift;
