@@ -6,7 +6,6 @@
 #include <opencv2/imgproc.hpp>
 
 #include "tools/ToolError.h"
-#include "tools/files/RawFrame.h"
 #include "tools/files/RawLayout.h"
 
 namespace kvx::tool {
@@ -141,20 +140,29 @@ Picture DecodePnm(const Bytes& content, const PnmHeader& header, const std::stri
 }
 
 Bytes EncodePnm(const Picture& picture) {
-    const bool isColour = picture.pixels.channels() == 3;
+    const cv::Mat& pixels = picture.pixels;
     const bool isWide = picture.maximum > 255;
-    cv::Mat pixels;
-    picture.pixels.convertTo(pixels, isWide ? CV_16U : CV_8U);
-    if (isColour) {
-        cv::cvtColor(pixels, pixels, cv::COLOR_BGR2RGB);
-    }
-    frame::Format words;
-    words.bits = 16;
-    words.layout = frame::Layout::BigEndian;
-    Bytes content = isWide ? EncodePacked(pixels.reshape(1), words, frame::RowPadding::Line) : EncodeRaw(pixels);
     const std::string header =
-        fmt::format("P{}\n{} {}\n{}\n", isColour ? 6 : 5, pixels.cols, pixels.rows, picture.maximum);
-    content.insert(content.begin(), header.begin(), header.end());
+        fmt::format("P{}\n{} {}\n{}\n", pixels.channels() == 3 ? 6 : 5, pixels.cols, pixels.rows, picture.maximum);
+    const size_t rowBytes = size_t(pixels.cols) * pixels.channels() * (isWide ? 2 : 1);
+    Bytes content(header.size() + rowBytes * pixels.rows);
+    uint8_t* next = std::copy(header.begin(), header.end(), content.data());
+    cv::Mat row;  // one by one: there is no second picture in memory
+    for (int index = 0; index < pixels.rows; ++index, next += rowBytes) {
+        pixels.row(index).convertTo(row, isWide ? CV_16U : CV_8U);
+        if (row.channels() == 3) {
+            cv::cvtColor(row, row, cv::COLOR_BGR2RGB);
+        }
+        if (isWide) {
+            const auto* samples = row.ptr<uint16_t>();
+            for (size_t i = 0; i < rowBytes / 2; ++i) {
+                next[2 * i] = static_cast<uint8_t>(samples[i] >> 8);
+                next[2 * i + 1] = static_cast<uint8_t>(samples[i]);
+            }
+        } else {
+            std::copy_n(row.data, rowBytes, next);
+        }
+    }
     return content;
 }
 
