@@ -19,7 +19,7 @@ class BlockSurvey {
 public:
     /**
      * Divides the frame into square blocks of whole tiles, at least 192 along the shorter side if it has as many tiles.
-     * Blocks average noise and see the clipped sample next to a bright edge. Of frames with more than 512 rows of tiles
+     * Blocks average noise and see the clipped sample next to a bright edge. Of frames with more than 511 rows of tiles
      * it reads evenly spaced rows of blocks. Clear sites do not count; in mono frames every site is of all colours.
      *
      * @param source a valid view
@@ -29,14 +29,16 @@ public:
     const std::vector<Block>& Measure(const SourceView& source, const Finish& finish);
 
 private:
-    /** Sums of the samples of a block, by FilterIndex(). */
-    struct Sums {
-        std::array<uint64_t, 4> samples;
-        bool isClipped;
+    /** The samples of a row of blocks that have the same row in their tiles, column by column. */
+    struct Columns {
+        std::vector<uint32_t> sums;
+        std::vector<uint16_t> largest;
     };
 
+    void AddRow(const SourceView& source, uint32_t row, Columns& columns);
+
     std::vector<uint16_t> m_row;
-    std::vector<Sums> m_band;
+    std::vector<Columns> m_columns;
     std::vector<Block> m_blocks;
 };
 

@@ -48,12 +48,10 @@ double Sixth(double value) {
 }
 
 /** Shades of grey: the Minkowski mean with p = 6. */
-template <class Condition>
-Colour MinkowskiMean(const std::vector<Block>& blocks, const Condition& counts) {
+Colour MinkowskiMean(const std::vector<Block>& blocks) {
     Colour sums{};
     for (const Block& block : blocks)
-        if (counts(block))
-            for (size_t i = 0; i < 3; ++i) sums[i] += Sixth(block.light[i]);
+        for (size_t i = 0; i < 3; ++i) sums[i] += Sixth(block.light[i]);
     for (double& sum : sums) sum = std::pow(sum, 1.0 / 6);
     return sums;
 }
@@ -112,20 +110,22 @@ Colour WhiteBalanceEstimator::BrightestMean(const std::vector<Block>& blocks, do
  * frame shows hardly anything else, all blocks count, and the gains are limited.
  */
 GainEstimate WhiteBalanceEstimator::AutomaticGains(const std::vector<Block>& blocks) {
-    size_t usable = 0, plausible = 0;
-    for (const Block& block : blocks) {
-        if (!IsUsable(block)) continue;
-        ++usable;
-        if (IsPlausible(block)) ++plausible;
-    }
-    const bool isEnough = static_cast<double>(plausible) > kEnoughPlausible * static_cast<double>(usable);
-    const auto counts = [isEnough](const Block& block) { return IsUsable(block) && (!isEnough || IsPlausible(block)); };
-    const Colour mean = MeanOf(blocks, IsUnclipped), shades = MinkowskiMean(blocks, counts);
-    const Colour brightest = BrightestMean(blocks, kBrightestShare, counts);
+    m_usable.clear();
+    m_plausible.clear();
+    for (const Block& block : blocks)
+        if (IsUsable(block)) {
+            m_usable.push_back(block);
+            if (IsPlausible(block)) m_plausible.push_back(block);
+        }
+    const bool isEnough =
+        static_cast<double>(m_plausible.size()) > kEnoughPlausible * static_cast<double>(m_usable.size());
+    const std::vector<Block>& counting = isEnough ? m_plausible : m_usable;
+    const Colour mean = MeanOf(blocks, IsUnclipped), shades = MinkowskiMean(counting);
+    const Colour brightest = BrightestMean(counting, kBrightestShare, IsUnclipped);
     Colour median{};
     for (size_t i = 0; i < 3; ++i)
         median[i] = Median(mean[i] / mean[1], shades[i] / shades[1], brightest[i] / brightest[1]);
-    return usable > 0 ? PlausibleGains(median) : GainEstimate();
+    return !m_usable.empty() ? PlausibleGains(median) : GainEstimate();
 }
 
 GainEstimate WhiteBalanceEstimator::Estimate(const std::vector<Block>& blocks, WhiteBalance method) {

@@ -23,6 +23,7 @@ private:
     GainEstimate AutomaticGains(const std::vector<Block>& blocks);
 
     std::vector<float> m_brightness;
+    std::vector<Block> m_usable, m_plausible;
 };
 
 }  // namespace kvx::frame
