@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Installs the missing Debian packages, as root or through sudo:
 #
-#     scripts/install-packages.sh [demo|develop|package|site|training]
+#     scripts/install-packages.sh [demo|arm64|develop|package|site|training]
 #
 #   demo     the library and the command-line tool
 #   (none)   building and testing everything
+#   arm64    cross-compiling for arm64: scripts/arm64.sh
 #   develop  also measuring, lint, sanitizers, fuzzing and coverage
 #   package  also Debian packages
 #   site     also the documentation site
@@ -23,9 +24,10 @@ everything=(
     gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-bad
     pybind11-dev python3-dev python3-numpy python3-pytest python3-hypothesis python3-distributed mypy
 )
-[ "${1-}" = demo ] || packages+=("${everything[@]}")
+[ "${1-}" = demo ] || [ "${1-}" = arm64 ] || packages+=("${everything[@]}")
 case ${1-} in
     '' | demo) ;;
+    arm64) packages+=(g++-aarch64-linux-gnu qemu-user-static mmdebstrap) ;;
     develop) packages+=(git clang libomp-dev clang-format clang-tidy flake8 python3-matplotlib gcovr valgrind) ;;
     package) packages+=(git dpkg-dev file lintian) ;;
     training) packages+=(python3-torch python3-pil) ;;

@@ -20,6 +20,7 @@ TEST(Threads, NeitherTheirNumberNorTheInstructionSetChangesAPicture) {
         omp_set_num_threads(1);
         ASSERT_EQ(camera.Frame(), 0u) << stream.what;
         const uint32_t expected = camera.Hash();
+        EXPECT_EQ(expected, stream.checksum) << stream.what;
         ForEachInstructionSet([&] {
             for (const int threads : {1, 2, 3, 8, 17}) {
                 omp_set_num_threads(threads);

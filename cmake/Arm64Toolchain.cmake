@@ -1,0 +1,21 @@
+# Debian's cross compiler for arm64, with the packages below KVX_ARM64_ROOT and qemu to run what was built:
+# scripts/arm64.sh.
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_SYSTEM_PROCESSOR aarch64)
+set(CMAKE_LIBRARY_ARCHITECTURE aarch64-linux-gnu)
+set(root $ENV{KVX_ARM64_ROOT})
+set(CMAKE_SYSROOT ${root})
+set(CMAKE_C_COMPILER aarch64-linux-gnu-gcc)
+set(CMAKE_CXX_COMPILER aarch64-linux-gnu-g++)
+set(CMAKE_FIND_ROOT_PATH ${root})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+set(ENV{PKG_CONFIG_LIBDIR} ${root}/usr/lib/aarch64-linux-gnu/pkgconfig:${root}/usr/share/pkgconfig)
+set(ENV{PKG_CONFIG_SYSROOT_DIR} ${root})
+set(CMAKE_CROSSCOMPILING_EMULATOR qemu-aarch64-static -L ${root})
+# Libraries of libraries; OpenCV's need two that Debian's alternatives select when packages are configured.
+foreach(folder "" /blas /lapack)
+    add_link_options(LINKER:-rpath-link,${root}/usr/lib/aarch64-linux-gnu${folder})
+endforeach()
