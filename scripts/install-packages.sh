@@ -1,32 +1,34 @@
 #!/usr/bin/env bash
 # Installs the missing Debian packages, as root or through sudo:
 #
-#     scripts/install-packages.sh [demo|arm64|develop|package|site|training]
+#     scripts/install-packages.sh [libraries|demo|arm64|develop|package|site|training]
 #
-#   demo     the library and the command-line tool
-#   (none)   building and testing everything
-#   arm64    cross-compiling for arm64: scripts/arm64.sh
-#   develop  also measuring, lint, sanitizers, fuzzing and coverage
-#   package  also Debian packages
-#   site     also the documentation site
-#   training also training the learned interpolators
+#   libraries  the libraries alone
+#   demo       the libraries and the command-line tool
+#   (none)     building and testing everything
+#   arm64      the tool, cross-compiled for arm64: scripts/arm64.sh
+#   develop    also measuring, lint, sanitizers, fuzzing and coverage
+#   package    also Debian packages
+#   site       also the documentation site
+#   training   also training the learned interpolators
 set -eu
 
-packages=(
-    g++ cmake ninja-build
-    libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libhwy-dev
-    libcli11-dev libfmt-dev nlohmann-json3-dev libpng-dev
-)
+packages=(g++ cmake ninja-build pkgconf libhwy-dev libfmt-dev nlohmann-json3-dev libpng-dev)
+tool=(libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libcli11-dev)
 everything=(
-    pkgconf libgtest-dev libbenchmark-dev libraw-dev abigail-tools help2man bash-completion
+    libgtest-dev libbenchmark-dev libraw-dev abigail-tools help2man bash-completion
     libaravis-dev libusb-1.0-0-dev python3
     libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
     gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-bad
     pybind11-dev python3-dev python3-numpy python3-pytest python3-hypothesis python3-distributed mypy
 )
-[ "${1-}" = demo ] || [ "${1-}" = arm64 ] || packages+=("${everything[@]}")
 case ${1-} in
-    '' | demo) ;;
+    libraries) ;;
+    demo | arm64) packages+=("${tool[@]}") ;;
+    *) packages+=("${tool[@]}" "${everything[@]}") ;;
+esac
+case ${1-} in
+    '' | libraries | demo) ;;
     arm64) packages+=(g++-aarch64-linux-gnu qemu-user-static mmdebstrap) ;;
     develop) packages+=(git clang libomp-dev clang-format clang-tidy flake8 python3-matplotlib gcovr valgrind) ;;
     package) packages+=(git dpkg-dev file lintian) ;;

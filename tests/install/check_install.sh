@@ -68,4 +68,10 @@ done
 cmake -G Ninja -S "$source/examples" -B "$work/cmake_alone" -DCMAKE_PREFIX_PATH="$work/alone" >> "$work/log"
 cmake --build "$work/cmake_alone" >> "$work/log"
 expect c "$work/cmake_alone/convert_c"
+if cmake -G Ninja -S "$source/tests/install/caller" -B "$work/refused" -DKVX="$source" \
+    -DCMAKE_PREFIX_PATH="$work/alone" > "$work/refusal" 2>&1; then
+    echo "a component that is not installed was found"
+    exit 1
+fi
+grep -q 'no component KvxFrame' "$work/refusal" || { cat "$work/refusal"; exit 1; }
 echo "the installed form works by CMake and by pkg-config"
