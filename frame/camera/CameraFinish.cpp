@@ -12,31 +12,32 @@ bool AreOne(const Gains& gains) {
 
 }  // namespace
 
-std::optional<Finish> ColoursWith(const CameraProfile& profile, const std::optional<Finish>& given) {
-    if (!given && !profile.blackLevel && !profile.whiteLevel && !profile.gains && !profile.matrix) return std::nullopt;
+std::optional<Finish> ColoursWith(const CameraProfile& profile, const std::optional<Finish>& finish, GivenParts given) {
+    const bool takesGains = profile.gains && !given.gains, takesMatrix = profile.matrix && !given.matrix;
+    const bool takesLevels = (profile.blackLevel && !given.blackLevel) || (profile.whiteLevel && !given.whiteLevel);
+    if (!finish && !takesLevels && !takesGains && !takesMatrix) return std::nullopt;
     const Finish none;
-    Finish finish = given.value_or(none);
-    if (profile.gains && finish.whiteBalance == WhiteBalance::Given && AreOne(finish.gains))
-        finish.gains = *profile.gains;
-    if (profile.matrix && finish.matrix == none.matrix) finish.matrix = *profile.matrix;
-    return finish;
+    Finish whole = finish.value_or(none);
+    if (takesGains && whole.whiteBalance == WhiteBalance::Given && AreOne(whole.gains)) whole.gains = *profile.gains;
+    if (takesMatrix && whole.matrix == none.matrix) whole.matrix = *profile.matrix;
+    return whole;
 }
 
-void TakeLevels(const CameraProfile& profile, const Format& format, Finish& finish) {
+void TakeLevels(const CameraProfile& profile, const Format& format, GivenParts given, Finish& finish) {
     const int more = profile.format ? format.bits - profile.format->bits : 0;
-    const auto take = [&](const std::optional<Levels>& levels, Levels& to) {
-        if (!levels || !(to == Levels())) return;
+    const auto take = [&](const std::optional<Levels>& levels, bool isGiven, Levels& to) {
+        if (!levels || isGiven || !(to == Levels())) return;
         to = *levels;
         for (double& level : to.ofFilters)
             level = std::min(std::ldexp(level, more), static_cast<double>(White(format)));
     };
-    take(profile.blackLevel, finish.blackLevel);
-    take(profile.whiteLevel, finish.whiteLevel);
+    take(profile.blackLevel, given.blackLevel, finish.blackLevel);
+    take(profile.whiteLevel, given.whiteLevel, finish.whiteLevel);
 }
 
-Finish FinishWith(const CameraProfile& profile, const Finish& finish, const Format& frames) {
-    Finish whole = *ColoursWith(profile, finish);
-    TakeLevels(profile, frames, whole);
+Finish FinishWith(const CameraProfile& profile, const Finish& finish, const Format& frames, GivenParts given) {
+    Finish whole = *ColoursWith(profile, finish, given);
+    TakeLevels(profile, frames, given, whole);
     return whole;
 }
 

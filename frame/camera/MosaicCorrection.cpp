@@ -154,7 +154,7 @@ std::vector<uint16_t> CorrectedMosaic(const SourceView& frame, const CameraProfi
     Validate(frame);
     Validate(profile);
     Finish levels = finish;
-    TakeLevels(profile, frame.format, levels);
+    TakeLevels(profile, frame.format, {}, levels);
     CheckLevels(frame, levels);
     MosaicCorrection correction;
     RequireFit(profile, frame);

@@ -54,15 +54,14 @@ void Converter::SetAnalogGain(double gain) {
     m_impl->noiseIsOfGain = true;
 }
 
-void Converter::SetFinish(std::optional<Finish> finish) {
+void Converter::SetFinish(std::optional<Finish> finish, GivenParts given) {
     if (finish) Validate(*finish);
-    m_impl->SetFinish(std::move(finish));
+    m_impl->SetFinish(std::move(finish), given);
 }
 
-void Converter::SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin,
-                          CameraColours colours) {
+void Converter::SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin) {
     if (profile) Validate(*profile);
-    m_impl->SetCamera(std::move(profile), origin, colours == CameraColours::Fill);
+    m_impl->SetCamera(std::move(profile), origin);
 }
 
 void Converter::SetDefects(Defects defects) {
@@ -95,7 +94,7 @@ void Convert(const SourceView& source, const DestinationView& destination, const
     for (const auto& [name, value] : options.parameters) converter.SetParameter(name, value);
     if (!options.algorithm.empty()) converter.SetAlgorithm(options.algorithm);
     converter.SetThreads(options.threads);
-    converter.SetFinish(options.finish);
+    converter.SetFinish(options.finish, options.given);
     converter.SetCamera(options.camera);
     converter.SetDefects(options.defects);
     if (options.analogGain) converter.SetAnalogGain(*options.analogGain);

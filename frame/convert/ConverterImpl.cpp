@@ -127,27 +127,26 @@ SourceView ConverterImpl::WithMirrorParameters(SourceView source) const {
     return source;
 }
 
-void ConverterImpl::SetFinish(std::optional<Finish> given) {
-    m_givenFinish = std::move(given);
-    m_finish = m_camera && m_cameraFillsFinish ? ColoursWith(*m_camera, m_givenFinish) : m_givenFinish;
+void ConverterImpl::SetFinish(std::optional<Finish> finish, GivenParts given) {
+    m_givenFinish = std::move(finish);
+    m_givenParts = given;
+    m_finish = m_camera ? ColoursWith(*m_camera, m_givenFinish, given) : m_givenFinish;
     tone.Forget();
 }
 
-void ConverterImpl::SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin,
-                              bool fillsFinish) {
-    m_cameraFillsFinish = fillsFinish;
+void ConverterImpl::SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin) {
     correction.SetProfile(profile, origin);
     m_camera = std::move(profile);
-    SetFinish(std::move(m_givenFinish));
+    SetFinish(std::move(m_givenFinish), m_givenParts);
 }
 
 /** The finish of a frame: the given one, and what the camera gives. Null: none. */
 const Finish* ConverterImpl::FinishOf(const SourceView& source) {
     if (!m_finish) return nullptr;
-    if (m_camera && m_cameraFillsFinish) {
+    if (m_camera) {
         m_finish->blackLevel = m_givenFinish ? m_givenFinish->blackLevel : Levels();
         m_finish->whiteLevel = m_givenFinish ? m_givenFinish->whiteLevel : Levels();
-        TakeLevels(*m_camera, source.format, *m_finish);
+        TakeLevels(*m_camera, source.format, m_givenParts, *m_finish);
     }
     CheckLevels(source, *m_finish);
     return &*m_finish;

@@ -27,8 +27,8 @@ public:
 
     Family family;
     std::unique_ptr<Component> component;  // none for mono
-    void SetFinish(std::optional<Finish> given);
-    void SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin, bool fillsFinish);
+    void SetFinish(std::optional<Finish> finish, GivenParts given);
+    void SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin);
 
     MosaicCorrection correction;
     std::optional<SensorNoise> noise;
@@ -53,7 +53,7 @@ private:
 
     std::optional<Finish> m_givenFinish;
     std::optional<Finish> m_finish;  // with what the camera gives
-    bool m_cameraFillsFinish = true;
+    GivenParts m_givenParts;
     std::shared_ptr<const CameraProfile> m_camera;   // or null
     std::unique_ptr<LearnedInterpolator> m_learned;  // null: the component's algorithm
     Finish m_parameterFinish;                        // of the component's parameters

@@ -94,9 +94,10 @@ KVX_API void RequireFit(const CameraProfile& profile, const SourceView& frame,
 
 /**
  * The finish of a camera's frames: where `finish` says nothing (a level of 0, gains of 1 that are not measured, the
- * identity as matrix) what the profile has. Levels are scaled to the depth of the frames.
+ * identity as matrix) what the profile has, except for given parts. Levels are scaled to the depth of the frames.
  */
-KVX_API Finish FinishWith(const CameraProfile& profile, const Finish& finish, const Format& frames);
+KVX_API Finish FinishWith(const CameraProfile& profile, const Finish& finish, const Format& frames,
+                          GivenParts given = {});
 
 /**
  * The light of a frame as the profile corrects it: black level, fixed pattern, shading and listed defective pixels, but

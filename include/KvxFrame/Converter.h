@@ -112,14 +112,14 @@ public:
      */
     void SetAnalogGain(double gain);
 
-    /** Sets the processing of the values; std::nullopt: none. @throws Error 0x80070004 for a value out of range */
-    void SetFinish(std::optional<Finish> finish);
-
-    /** Whether levels, gains and matrix of a camera profile are used. */
-    enum class CameraColours : uint8_t {
-        Fill,  ///< where the finish says nothing: a level of 0, gains of 1 that are not measured, the identity
-        Leave  ///< nowhere: the finish is complete
-    };
+    /**
+     * Sets the processing of the values.
+     *
+     * @param finish std::nullopt, the default: none
+     * @param given  parts that the camera's profile does not replace although they are neutral
+     * @throws Error 0x80070004 for a value out of range
+     */
+    void SetFinish(std::optional<Finish> finish, GivenParts given = {});
 
     /**
      * Sets the camera that took the frames. Fixed pattern and shading are corrected row by row in front of the
@@ -129,11 +129,9 @@ public:
      *
      * @param profile shared, so that converters need no copies; null, the default: none
      * @param origin  place of the frames in the profile's frames, if they are regions of them
-     * @param colours of the profile
      * @throws Error what Validate() throws. Convert() throws 0x80070007 for frames that the profile does not fit
      */
-    void SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin = std::nullopt,
-                   CameraColours colours = CameraColours::Fill);
+    void SetCamera(std::shared_ptr<const CameraProfile> profile, std::optional<Site> origin = std::nullopt);
 
     /** Sets which samples are replaced as defective. Without a noise model Defects::Auto measures noise in each frame.
      */
@@ -176,6 +174,7 @@ struct Options {
     std::optional<SensorNoise> noise = {};                        ///< see Converter::SetNoise(); instead of analogGain
     std::shared_ptr<const CameraProfile> camera = {};             ///< see Converter::SetCamera()
     Defects defects = Defects::Listed;                            ///< see Converter::SetDefects()
+    GivenParts given = {};                                        ///< see Converter::SetFinish()
 };
 
 /** Converts one frame. A Converter is faster for many frames: it keeps its memory. @throws Error as the Converter */

@@ -98,6 +98,20 @@ struct Finish {
 };
 
 /**
+ * Parts of a finish that hold even where they are neutral (a level of 0, gains of 1, the identity): a camera profile
+ * does not replace them.
+ */
+struct GivenParts {
+    bool blackLevel = false;  ///< Finish::blackLevel
+    bool whiteLevel = false;  ///< Finish::whiteLevel
+    bool gains = false;       ///< Finish::gains
+    bool matrix = false;      ///< Finish::matrix
+};
+
+/** The finish is complete: a camera profile gives nothing. */
+inline constexpr GivenParts kAllGiven = {true, true, true, true};
+
+/**
  * Measures the white balance of a mosaic: gains that make the levels of red and blue equal to green's. The smallest
  * gain is 1, so that clipped samples stay white. Clear sites get green's gain.
  *

@@ -25,6 +25,7 @@ cmake --build "$work/cmake" >> "$work/log"
 expect c "$work/cmake/convert_c"
 expect cpp "$work/cmake/convert_cpp"
 expect frame "$work/cmake/frame"
+expect frame "$work/cmake/frame_c"
 if [ -e "$work/cmake/aravis" ]; then
     "$source/tests/install/check_aravis.sh" "$work/cmake/aravis"
 else
@@ -45,6 +46,9 @@ expect cpp "$work/by_pc_cpp"
 # shellcheck disable=SC2046
 c++ -std=c++17 "$source/examples/frame.cpp" -o "$work/by_pc_frame" $(pkg-config --cflags --libs KvxFrame)
 expect frame "$work/by_pc_frame"
+# shellcheck disable=SC2046
+cc -std=c11 "$source/examples/frame.c" -o "$work/by_pc_frame_c" $(pkg-config --cflags --libs KvxFrame)
+expect frame "$work/by_pc_frame_c"
 
 for library in KvxDemosaicing KvxFrame KvxMisc; do
     objdump -p "$LD_LIBRARY_PATH/lib$library.so" | grep -q "SONAME *lib$library.so.3$"

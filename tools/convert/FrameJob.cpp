@@ -48,7 +48,7 @@ void FrameJob::Convert(const FileTask& task, FileReport& report) {
     }
     frame::Converter& converter = ConverterFor(source.format.family);
     const FinishPlan plan = PlanFinish(m_settings.finish, input, name);
-    WithExitCode(ExitCode::Usage, name, [&] { converter.SetFinish(plan.finish); });
+    WithExitCode(ExitCode::Usage, name, [&] { converter.SetFinish(plan.finish, frame::kAllGiven); });
     Picture picture = ConvertFrame(converter, source, m_settings.destination, name);
     if (m_settings.flip) {
         cv::flip(picture.pixels, picture.pixels, *m_settings.flip);
@@ -85,8 +85,7 @@ frame::Converter& FrameJob::ConverterFor(frame::Family family) {
     }
     std::optional<frame::Site> origin;
     if (m_settings.crop) origin = {m_settings.crop->x, m_settings.crop->y};
-    // The plan of a frame's finish has the camera's colours already.
-    converter.SetCamera(m_settings.finish.camera, origin, frame::Converter::CameraColours::Leave);
+    converter.SetCamera(m_settings.finish.camera, origin);
     converter.SetDefects(m_settings.finish.defects);
     converter.SetThreads(m_settings.threads);
     return m_converters.emplace(family, std::move(converter)).first->second;

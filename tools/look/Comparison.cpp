@@ -36,8 +36,8 @@ std::vector<AlgorithmResult> CompareAlgorithms(const frame::SourceView& source,
         if (!name.empty()) {
             converter.SetAlgorithm(name);
         }
-        converter.SetFinish(finish);
-        converter.SetCamera(camera, std::nullopt, frame::Converter::CameraColours::Leave);
+        converter.SetFinish(finish, frame::kAllGiven);
+        converter.SetCamera(camera);
         converter.SetDefects(defects);
         cv::Mat picture(static_cast<int>(source.height), static_cast<int>(source.width), CV_8UC3);
         const double seconds = MedianSeconds(kBudget, [&] { converter.Convert(source, PictureView(picture)); });
