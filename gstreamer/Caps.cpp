@@ -4,9 +4,12 @@
 #include <array>
 #include <string>
 
+#include "frame/base/Fail.h"
+
 namespace kvx::gst {
 namespace {
 
+using frame::Fail;
 using frame::Order;
 
 constexpr const char* kBayer = "video/x-bayer";
@@ -132,21 +135,26 @@ GstCaps* TransformCaps(GstPadDirection direction, const GstCaps* caps, const Gst
     return result;
 }
 
-std::optional<FrameFormat> FrameFormatOf(const GstCaps* caps) {
+FrameFormat FrameFormatOf(const GstCaps* caps) {
     const GstStructure* structure = gst_caps_get_structure(caps, 0);
+    const char* media = gst_structure_get_name(structure);
     const char* name = gst_structure_get_string(structure, "format");
     int width = 0;
     int height = 0;
-    if (!name || !gst_structure_get_int(structure, "width", &width) ||
-        !gst_structure_get_int(structure, "height", &height)) {
-        return std::nullopt;
+    if (!name) {
+        Fail(KvxResult_InvalidArgument, "caps: {} has no format: add one of 'kvx-demosaic formats', format=NAME",
+             media);
     }
-    const auto family = gst_structure_has_name(structure, kTrueSense) ? frame::Family::TrueSense : frame::Family::Bayer;
-    const std::optional<frame::Format> format = frame::FindFormat(name);
-    if (!format || !frame::IsSource(*format) || format->family != family) {
-        return std::nullopt;
+    if (!gst_structure_get_int(structure, "width", &width) || !gst_structure_get_int(structure, "height", &height)) {
+        Fail(KvxResult_InvalidArgument, "caps: {} has no size: add width=PIXELS,height=ROWS", media);
     }
-    return FrameFormat{*format, static_cast<uint32_t>(width), static_cast<uint32_t>(height)};
+    const bool isTrueSense = gst_structure_has_name(structure, kTrueSense);
+    const frame::Format format = frame::FormatByName(name);
+    if (!frame::IsSource(format) || format.family != (isTrueSense ? frame::Family::TrueSense : frame::Family::Bayer)) {
+        Fail(KvxResult_InvalidArgument, "caps: {} is no format of {}: give one of {}, see 'kvx-demosaic formats'", name,
+             media, isTrueSense ? "TrueSense frames up to 14 bits" : "Bayer frames");
+    }
+    return {format, static_cast<uint32_t>(width), static_cast<uint32_t>(height)};
 }
 
 PictureFormat PictureFormatOf(GstVideoFormat format) {

@@ -4,7 +4,6 @@
 #include <gst/video/video.h>
 
 #include <cstdint>
-#include <optional>
 
 #include "KvxFrame/Format.h"
 #include "gstreamer/WidePixels.h"
@@ -27,8 +26,8 @@ struct FrameFormat {
     uint32_t height;
 };
 
-/** The frames of fixed caps; std::nullopt if the caps have no convertible format or no size. */
-std::optional<FrameFormat> FrameFormatOf(const GstCaps* caps);
+/** The frames of fixed caps. @throws frame::Error for caps without a convertible format or without a size */
+FrameFormat FrameFormatOf(const GstCaps* caps);
 
 /** How the pixels of a video format are written. */
 struct PictureFormat {

@@ -95,27 +95,31 @@ gboolean OnTransformSize(GstBaseTransform* /*base*/, GstPadDirection direction, 
         *otherSize = GST_VIDEO_INFO_SIZE(&picture);
         return TRUE;
     }
-    const auto frame = kvx::gst::FrameFormatOf(otherCaps);
-    if (!frame) {
+    try {
+        const kvx::gst::FrameFormat frame = kvx::gst::FrameFormatOf(otherCaps);
+        *otherSize = (frame::RowBytes(frame.format, frame.width) + 3) / 4 * 4 * frame.height;
+        return TRUE;
+    } catch (const std::exception&) {
         return FALSE;
     }
-    *otherSize = (frame::RowBytes(frame->format, frame->width) + 3) / 4 * 4 * frame->height;
-    return TRUE;
 }
 
 gboolean OnSetCaps(GstBaseTransform* base, GstCaps* frameCaps, GstCaps* pictureCaps) {
-    const auto frame = kvx::gst::FrameFormatOf(frameCaps);
-    GstVideoInfo picture;
-    if (!frame || !gst_video_info_from_caps(&picture, pictureCaps)) {
-        GST_ELEMENT_ERROR(base, STREAM, FORMAT,
-                          ("There is no conversion of these frames: the format must be one of 'kvx-demosaic formats'."),
+    try {
+        const kvx::gst::FrameFormat frame = kvx::gst::FrameFormatOf(frameCaps);
+        GstVideoInfo picture;
+        if (!gst_video_info_from_caps(&picture, pictureCaps)) {
+            return FALSE;
+        }
+        StateOf(base).session.SetFormats(frame, picture);
+        StateOf(base).applied = 0;  // apply the settings to the new format
+        return TRUE;
+    } catch (const std::exception& error) {
+        GST_ELEMENT_ERROR(base, STREAM, FORMAT, ("%s", error.what()),
                           ("%" GST_PTR_FORMAT " to %" GST_PTR_FORMAT, static_cast<void*>(frameCaps),
                            static_cast<void*>(pictureCaps)));
         return FALSE;
     }
-    StateOf(base).session.SetFormats(*frame, picture);
-    StateOf(base).applied = 0;  // apply the settings to the new format
-    return TRUE;
 }
 
 /** Offers GstVideoMeta to upstream: rows may have any stride. */
@@ -164,7 +168,9 @@ void ApplyChanges(GstBaseTransform* base) {
         revision = state.revision;
     }
     state.applied = 0;  // until they are accepted
-    state.session.Apply(settings);
+    for (const std::string& sentence : state.session.Apply(settings)) {
+        GST_ELEMENT_WARNING(base, LIBRARY, SETTINGS, ("%s", sentence.c_str()), (nullptr));
+    }
     state.applied = revision;
 }
 
@@ -205,9 +211,9 @@ void gst_kvx_demosaic_class_init(GstKvxDemosaicClass* demosaicClass) {
     kvx::gst::InstallProperties(gobjectClass);
 
     auto* elementClass = GST_ELEMENT_CLASS(demosaicClass);
-    gst_element_class_set_static_metadata(elementClass, "Demosaicing of camera frames", "Filter/Converter/Video",
-                                          "Makes pictures from Bayer and TrueSense frames in any packing",
-                                          "KvxDemosaicing");
+    gst_element_class_set_static_metadata(
+        elementClass, "Demosaicing of camera frames", "Filter/Converter/Decoder/Video",
+        "Makes pictures from Bayer and TrueSense frames in any packing", "KvxDemosaicing");
     AddPadTemplate(elementClass, "sink", GST_PAD_SINK, kvx::gst::MakeSinkCaps());
     AddPadTemplate(elementClass, "src", GST_PAD_SRC, kvx::gst::MakeSourceCaps());
 
@@ -228,4 +234,4 @@ void gst_kvx_demosaic_init(GstKvxDemosaic* self) {
 
 }  // namespace
 
-GST_ELEMENT_REGISTER_DEFINE(kvxdemosaic, "kvxdemosaic", GST_RANK_NONE, gst_kvx_demosaic_get_type())
+GST_ELEMENT_REGISTER_DEFINE(kvxdemosaic, "kvxdemosaic", GST_RANK_SECONDARY, gst_kvx_demosaic_get_type())

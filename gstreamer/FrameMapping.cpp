@@ -32,7 +32,10 @@ View MakeView(const MappedBuffer& buffer, const frame::Format& format, uint32_t 
     return view;
 }
 
-/** Derives the stride from the size of the buffer; a buffer that is too small counts as without padding. */
+/**
+ * Derives the stride from the size of the buffer; a buffer that is too small counts as without padding.
+ * @throws frame::Error for a buffer with another row or more: these are other frames than the caps say
+ */
 ptrdiff_t FindStride(size_t size, const FrameFormat& frame) {
     const auto bytesWith = [&](uint64_t stride) {
         return frame::ImageBytes(frame.format, frame.width, frame.height, static_cast<ptrdiff_t>(stride));
@@ -43,6 +46,13 @@ ptrdiff_t FindStride(size_t size, const FrameFormat& frame) {
     if (size == bytesWith(kNoPadding) &&
         size != rowBytes * frame.height) {  // small frames may fit both: whole bytes win
         return kNoPadding;
+    }
+    if (size >= padded * (uint64_t{frame.height} + 1)) {
+        Fail(KvxResult_InvalidArgument,
+             "the caps contradict the buffer: {} x {} pixels of {} take {} bytes, but it has {}: check width, height "
+             "and "
+             "format, or set stride",
+             frame.width, frame.height, frame::Name(frame.format), bytesWith(rowBytes), size);
     }
     if (size != rowBytes * frame.height && size >= bytesWith(padded)) {
         return static_cast<ptrdiff_t>(padded);
@@ -70,6 +80,11 @@ const GstVideoMeta* MappedBuffer::VideoMeta() const {
 frame::SourceView ViewFrame(const MappedBuffer& buffer, const FrameFormat& frame, ptrdiff_t stride) {
     Rows rows;
     if (const GstVideoMeta* meta = buffer.VideoMeta()) {
+        if (meta->width != frame.width || meta->height != frame.height) {
+            Fail(KvxResult_InvalidArgument,
+                 "the caps contradict the buffer: {} x {} pixels, but its GstVideoMeta has {} x {}", frame.width,
+                 frame.height, meta->width, meta->height);
+        }
         rows = {meta->offset[0], meta->stride[0]};
     } else {
         rows.stride = stride != 0 ? stride : FindStride(buffer.Size(), frame);

@@ -36,7 +36,8 @@ private:
  * apart; if that is 0, the size of the buffer decides between no padding and padding to a multiple of 4 bytes. The
  * view's capacity is the size of the buffer: Converter::Convert() refuses a frame that does not fit.
  *
- * @throws frame::Error for a GstVideoMeta that points outside the buffer
+ * @throws frame::Error for a GstVideoMeta of another size or that points outside the buffer, and a buffer that is too
+ *         large for all of these
  */
 frame::SourceView ViewFrame(const MappedBuffer& buffer, const FrameFormat& frame, ptrdiff_t stride);
 

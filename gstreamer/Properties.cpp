@@ -22,7 +22,8 @@ enum Number : guint {
     kLook,
     kExposure,
     kCamera,
-    kDefects
+    kDefects,
+    kWhiteBalanceFrom
 };
 
 constexpr auto kFlags =
@@ -132,6 +133,8 @@ void InstallProperties(GObjectClass* gobjectClass) {
                                         frame::kMaxThreads, 0, kFlags));
     installText(kWhiteBalance, "white-balance", "White balance",
                 "auto, grey-world, white-patch, or gains of red, green and blue such as 1.9,1,1.4");
+    installText(kWhiteBalanceFrom, "white-balance-from", "Grey place",
+                "Part of each frame that becomes grey instead of white-balance: X,Y,W,H in pixels");
     installText(
         kBlackLevel, "black-level", "Black level",
         "Sample value of black, or one per filter: red, green in red rows, green in blue rows, blue (TrueSense: "
@@ -171,6 +174,9 @@ bool SetProperty(Settings& settings, guint number, const GValue* value) {
             return true;
         case kWhiteBalance:
             settings.whiteBalance = TextOf(value);
+            return true;
+        case kWhiteBalanceFrom:
+            settings.whiteBalanceFrom = TextOf(value);
             return true;
         case kBlackLevel:
             settings.blackLevel = TextOf(value);
@@ -223,6 +229,9 @@ bool GetProperty(const Settings& settings, guint number, GValue* value) {
             return true;
         case kWhiteBalance:
             SetText(value, settings.whiteBalance);
+            return true;
+        case kWhiteBalanceFrom:
+            SetText(value, settings.whiteBalanceFrom);
             return true;
         case kBlackLevel:
             SetText(value, settings.blackLevel);

@@ -17,9 +17,10 @@ public:
 
     /**
      * Uses `settings` for the following frames.
+     * @return sentences about the camera's profile, if it was read
      * @throws frame::Error if they do not fit each other or the frames; apply others before the next frame
      */
-    void Apply(const Settings& settings);
+    std::vector<std::string> Apply(const Settings& settings);
 
     /** @throws frame::Error */
     void Convert(GstBuffer* frame, GstBuffer* picture);
@@ -30,11 +31,15 @@ public:
     }
 
 private:
+    void BalanceOnGrey(const frame::SourceView& frame);
+
     FrameFormat m_frame;
     GstVideoInfo m_picture;
     PictureFormat m_pictureFormat;
     Settings m_settings;
     frame::Format m_format;
+    std::shared_ptr<const frame::CameraProfile> m_camera;
+    std::optional<_KvxRect> m_greyPlace;
     std::optional<frame::Converter> m_converter;
 };
 

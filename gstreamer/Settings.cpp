@@ -3,6 +3,7 @@
 #include <glib.h>
 
 #include <array>
+#include <utility>
 
 #include "frame/base/Fail.h"
 
@@ -69,7 +70,8 @@ frame::Format PackedFormat(const Settings& settings, frame::Format named) {
 
 std::optional<frame::Finish> FinishOf(const Settings& settings) {
     if (!settings.isNatural && settings.whiteBalance.empty() && settings.exposure.empty() &&
-        settings.blackLevel.empty() && settings.whiteLevel.empty() && settings.matrix.empty() && !settings.tone) {
+        settings.blackLevel.empty() && settings.whiteLevel.empty() && settings.matrix.empty() && !settings.tone &&
+        settings.whiteBalanceFrom.empty()) {
         return std::nullopt;
     }
     frame::Finish finish = settings.isNatural ? frame::Finish::Natural() : frame::Finish();
@@ -93,7 +95,36 @@ std::optional<frame::Finish> FinishOf(const Settings& settings) {
     return finish;
 }
 
-frame::Converter MakeConverter(const Settings& settings, frame::Family family) {
+frame::GivenParts GivenPartsOf(const Settings& settings) {
+    const bool givesGains = settings.whiteBalance.find(',') != std::string::npos || !settings.whiteBalanceFrom.empty();
+    return {!settings.blackLevel.empty(), !settings.whiteLevel.empty(), givesGains, !settings.matrix.empty()};
+}
+
+std::optional<_KvxRect> GreyPlaceOf(const Settings& settings) {
+    if (settings.whiteBalanceFrom.empty()) {
+        return std::nullopt;
+    }
+    if (!settings.whiteBalance.empty()) {
+        Fail(KvxResult_InvalidArgument, "white-balance and white-balance-from: set one of them");
+    }
+    std::array<uint32_t, 4> place{};
+    const auto numbers = ParseNumbers<4>("white-balance-from", settings.whiteBalanceFrom);
+    for (size_t index = 0; index < numbers.size(); ++index) {
+        if (!(numbers[index] >= 0 && numbers[index] <= INT32_MAX)) {
+            Fail(KvxResult_OutOfRange, "white-balance-from: '{}' is no place X,Y,W,H", settings.whiteBalanceFrom);
+        }
+        place[index] = static_cast<uint32_t>(numbers[index]);
+    }
+    return _KvxRect{place[0], place[1], place[2], place[3]};
+}
+
+std::shared_ptr<const frame::CameraProfile> CameraOf(const Settings& settings) {
+    return settings.camera.empty() ? nullptr
+                                   : std::make_shared<frame::CameraProfile>(frame::ReadCameraProfile(settings.camera));
+}
+
+frame::Converter MakeConverter(const Settings& settings, frame::Family family,
+                               std::shared_ptr<const frame::CameraProfile> camera) {
     frame::Converter converter(family);
     for (const auto& [name, value] : settings.parameters) {
         converter.SetParameter(name, value);
@@ -104,9 +135,7 @@ frame::Converter MakeConverter(const Settings& settings, frame::Family family) {
     if (settings.analogGain > 0) {
         converter.SetAnalogGain(settings.analogGain);
     }
-    if (!settings.camera.empty()) {
-        converter.SetCamera(std::make_shared<frame::CameraProfile>(frame::ReadCameraProfile(settings.camera)));
-    }
+    converter.SetCamera(std::move(camera));
     converter.SetDefects(settings.defects);
     return converter;
 }

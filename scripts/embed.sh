@@ -15,6 +15,7 @@ if [ "${1-}" = bare ]; then
 fi
 scripts/install-packages.sh libraries
 
+shared=0
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 run() { # NAME: the programs print what they should, and need our shared libraries or not, as in $shared

@@ -19,7 +19,7 @@ everything=(
     libgtest-dev libbenchmark-dev libraw-dev abigail-tools help2man bash-completion
     libaravis-dev libusb-1.0-0-dev python3
     libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
-    gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-bad
+    gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
     pybind11-dev python3-dev python3-numpy python3-pytest python3-hypothesis python3-distributed mypy
 )
 case ${1-} in

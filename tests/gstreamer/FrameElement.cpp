@@ -49,7 +49,7 @@ GstFlowReturn FrameElement::Push(Buffer buffer) {
 }
 
 void FrameElement::ExpectPicture(Buffer buffer, const frame::SourceView& frame, const frame::Options& options) {
-    ASSERT_EQ(Push(std::move(buffer)), GST_FLOW_OK) << TakeError();
+    ASSERT_EQ(Push(std::move(buffer)), GST_FLOW_OK) << TakeMessage();
     const Buffer picture(gst_harness_pull(m_harness));
     const Caps caps(gst_pad_get_current_caps(m_harness->sinkpad));
     GstVideoInfo info;
@@ -57,18 +57,21 @@ void FrameElement::ExpectPicture(Buffer buffer, const frame::SourceView& frame, 
     EXPECT_EQ(Samples(picture.get(), info), ExpectedSamples(frame, GST_VIDEO_INFO_COMP_DEPTH(&info, 0) == 16, options));
 }
 
-void FrameElement::ExpectError(Buffer buffer, const std::string& part) {
-    EXPECT_EQ(Push(std::move(buffer)), GST_FLOW_ERROR);
-    const std::string error = TakeError();
+void FrameElement::ExpectError(Buffer buffer, const std::string& part, GstFlowReturn flow) {
+    EXPECT_EQ(Push(std::move(buffer)), flow);
+    const std::string error = TakeMessage();
     EXPECT_NE(error.find(part), std::string::npos) << "'" << error << "' has no '" << part << "'";
 }
 
-std::string FrameElement::TakeError() {
-    GstMessage* message = gst_bus_pop_filtered(m_bus, GST_MESSAGE_ERROR);
+std::string FrameElement::TakeMessage(GstMessageType type) {
+    GstMessage* message = gst_bus_pop_filtered(m_bus, type);
     if (!message) return "";
     GError* error = nullptr;
-    gst_message_parse_error(message, &error, nullptr);
+    gchar* details = nullptr;
+    (type == GST_MESSAGE_ERROR ? gst_message_parse_error : gst_message_parse_warning)(message, &error, &details);
     const std::string sentence = error->message;
+    EXPECT_EQ(std::string(details ? details : "").find(KVX_SOURCE_DIR), std::string::npos) << details;
+    g_free(details);
     g_error_free(error);
     gst_message_unref(message);
     return sentence;

@@ -40,15 +40,15 @@ public:
     /** The buffer's picture has the samples that the frame layer gives the frame. */
     void ExpectPicture(Buffer buffer, const frame::SourceView& frame, const frame::Options& options = {});
     /** The buffer is refused with a sentence that says this. */
-    void ExpectError(Buffer buffer, const std::string& part);
+    void ExpectError(Buffer buffer, const std::string& part, GstFlowReturn flow = GST_FLOW_ERROR);
+    /** The sentence of the last message of this kind, which names no folder of the build; "" if there is none. */
+    std::string TakeMessage(GstMessageType type = GST_MESSAGE_ERROR);
 
     GstHarness* Harness() {
         return m_harness;
     }
 
 private:
-    std::string TakeError();
-
     GstHarness* m_harness;
     GstBus* m_bus;
 };

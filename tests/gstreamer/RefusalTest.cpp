@@ -30,6 +30,18 @@ TEST_F(GStreamerRefusal, OfBuffersThatAreTooSmall) {
     ExpectRecovered();
 }
 
+TEST_F(GStreamerRefusal, OfCapsThatContradictTheBuffer) {
+    std::vector<uint8_t> larger = Frame().bytes;
+    larger.resize(larger.size() + 20);
+    m_element.ExpectError(MakeBuffer(larger), "10 x 5 pixels of BayerRG12 take 100 bytes, but it has 120");
+    larger.pop_back();  // less than a row more, as some cameras append
+    m_element.ExpectPicture(MakeBuffer(larger), Frame().view);
+    Buffer buffer = MakeBuffer(Frame().bytes);
+    gst_buffer_add_video_meta(buffer.get(), GST_VIDEO_FRAME_FLAG_NONE, GST_VIDEO_FORMAT_GRAY16_LE, 10, 4);
+    m_element.ExpectError(std::move(buffer), "GstVideoMeta has 10 x 4");
+    ExpectRecovered();
+}
+
 TEST_F(GStreamerRefusal, OfStridesAndMetasThatLeaveTheBuffer) {
     const struct {
         size_t offset;
@@ -61,6 +73,9 @@ TEST_F(GStreamerRefusal, OfSettingsThatMeanNothing) {
                  {"white-balance", "1.5,1,2,", "", "3 numbers"},
                  {"white-balance", "0,1,1", "", "gain"},
                  {"matrix", "1,0,0", "", "9 numbers"},
+                 {"white-balance-from", "0,0,2", "", "4 numbers"},
+                 {"white-balance-from", "0,0,20,20", "", "20"},
+                 {"white-balance-from", "-1,0,2,2", "", "no place"},
                  {"black-level", "4095", "", "black"},
                  {"white-level", "5000", "", "white"},
                  {"stride", "19", "0", "too short"},

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <atomic>
+#include <fstream>
 #include <set>
 #include <thread>
 
@@ -86,6 +87,30 @@ TEST(GStreamerSettings, CountFromTheNextFrameOn) {
         g_value_unset(&value);
         copy.ExpectPicture(MakeBuffer(frame.bytes), frame.view, options);
     }
+}
+
+/** A profile's sentences are warnings. What properties set holds, also a neutral value. */
+TEST(GStreamerSettings, HoldAgainstTheCamera) {
+    std::ofstream("holds-test.json") << R"({"kvx_camera_profile": 1, "format": "BayerRG12", "black_level": 300,
+        "white_balance_gains": {"R": 2, "G": 1, "B": 3}, "blak_level": 1})";
+    const frame::TestFrame frame = frame::MakeFlat(frame::FormatByName("rggb12le"), 24, 12, {0.2, 0.4, 0.3});
+    FrameElement element("camera=holds-test.json stride=51");
+    element.SetCaps("rggb12le", frame.view, "RGB");
+    Options options;
+    options.camera = std::make_shared<frame::CameraProfile>(frame::ReadCameraProfile("holds-test.json"));
+    element.ExpectPicture(MakeBuffer(frame.bytes), frame.view, options);
+    EXPECT_EQ(element.TakeMessage(GST_MESSAGE_WARNING), options.camera->warnings.at(0));
+    element.Set("black-level", "0");
+    element.Set("white-balance", "1,1,1");
+    options.finish.emplace();
+    options.camera.reset();
+    element.ExpectPicture(MakeBuffer(frame.bytes), frame.view, options);
+    element.Set("white-balance", "");
+    element.Set("white-balance-from", "4,2,8,6");
+    options.finish->gains = MeasureGainsOfGrey(frame.view, {4, 2, 8, 6}, *options.finish);
+    element.ExpectPicture(MakeBuffer(frame.bytes), frame.view, options);
+    element.Set("white-balance", "auto");
+    element.ExpectError(MakeBuffer(frame.bytes), "one of them");
 }
 
 /** Changes by another thread take effect between frames, never within one. */

@@ -27,5 +27,8 @@ for how in add_subdirectory FetchContent; do
         echo "the caller's own files have our build type: $how"
         exit 1
     fi
-    [ -z "$(DESTDIR=$work/installed cmake --install "$out" | grep KvxDemosaicing)" ]
+    if DESTDIR=$work/installed cmake --install "$out" | grep KvxDemosaicing; then
+        echo "the caller installs our files: $how"
+        exit 1
+    fi
 done
