@@ -25,7 +25,7 @@ endfunction()
 # Not where a file is compiled for every instruction set: there it costs megabytes and half as much time again, and
 # nothing is exported.
 function(kvx_describe_types target)
-    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL GNU OR KVX_STATIC)
         return()
     endif()
     get_target_property(sources ${target} SOURCES)

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Installs the missing Debian packages, as root or through sudo:
 #
-#     scripts/install-packages.sh [libraries|demo|arm64|develop|package|site|training]
+#     scripts/install-packages.sh [libraries|wheel|demo|arm64|develop|package|site|training]
 #
 #   libraries  the libraries alone
+#   wheel      the libraries and the Python module, by pip
 #   demo       the libraries and the command-line tool
 #   (none)     building and testing everything
 #   arm64      the tool, cross-compiled for arm64: scripts/arm64.sh
@@ -20,19 +21,21 @@ everything=(
     libaravis-dev libusb-1.0-0-dev python3
     libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
     gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
-    pybind11-dev python3-dev python3-numpy python3-pytest python3-hypothesis python3-distributed mypy
+    pybind11-dev python3-dev python3-numpy python3-pytest python3-hypothesis python3-pil
+    python3-distributed mypy
 )
 case ${1-} in
     libraries) ;;
+    wheel) packages+=(python3-dev pybind11-dev python3-pip python3-venv python3-setuptools python3-wheel) ;;
     demo | arm64) packages+=("${tool[@]}") ;;
     *) packages+=("${tool[@]}" "${everything[@]}") ;;
 esac
 case ${1-} in
-    '' | libraries | demo) ;;
+    '' | libraries | wheel | demo) ;;
     arm64) packages+=(g++-aarch64-linux-gnu qemu-user-static mmdebstrap) ;;
     develop) packages+=(git clang libomp-dev clang-format clang-tidy flake8 python3-matplotlib gcovr valgrind) ;;
     package) packages+=(git dpkg-dev file lintian) ;;
-    training) packages+=(python3-torch python3-pil) ;;
+    training) packages+=(python3-torch) ;;
     site) packages+=(python3-sphinx python3-myst-parser python3-sphinx-copybutton furo doxygen python3-breathe) ;;
     *) echo "$0: unknown set of packages: $1" >&2; exit 2 ;;
 esac

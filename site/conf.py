@@ -1,8 +1,15 @@
 """Sphinx settings for a copy of the documents; see build.sh."""
+import pathlib
+import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "python"))
+autodoc_mock_imports = ["kvxdemosaicing._native"]  # the pages need no build of the extension
+autodoc_typehints = "none"  # the texts say what arguments are
+
 project = "KvxDemosaicing"
 author = "KvxDemosaicing developers"
 project_copyright = author
-extensions = ["myst_parser", "breathe", "sphinx_copybutton"]
+extensions = ["myst_parser", "breathe", "sphinx_copybutton", "sphinx.ext.autodoc"]
 root_doc = "docs/index"
 exclude_patterns = ["docs/generated/*.md"]  # included by pages
 

@@ -2,21 +2,23 @@
 
 from __future__ import annotations
 
+import difflib
+import inspect
 import os
+import warnings
 from collections.abc import Iterator, MutableMapping, Sequence
-from typing import Any, NamedTuple, Optional, Union
+from typing import Any, NamedTuple, Optional, Union, overload
 
 import numpy as np
 import numpy.typing as npt
 
 from kvxdemosaicing import _native
-from kvxdemosaicing._error import INVALID_ARGUMENT, WRONG_TYPE, refusal
+from kvxdemosaicing._arrays import FrameLike, Picture, as_array
+from kvxdemosaicing._error import INVALID_ARGUMENT, UNKNOWN_NAME, WRONG_TYPE, refusal
 from kvxdemosaicing._finish import Exposure, Levels, Tone, WhiteBalance, make_finish
 from kvxdemosaicing._format import Format, FormatLike, format as find_format
 
 Number = Union[int, float]
-Frame = npt.NDArray[np.unsignedinteger[Any]]
-Picture = npt.NDArray[np.unsignedinteger[Any]]
 
 
 class Parameter(NamedTuple):
@@ -82,6 +84,17 @@ def _text(name: str, value: Any) -> str:
     raise refusal(WRONG_TYPE, f"{name}={value!r}: give a number")
 
 
+def _require_known(name: str, parameters: Parameters) -> None:
+    """A keyword that is no parameter is a misspelt one."""
+    if name not in parameters:
+        keywords = [*inspect.signature(convert).parameters, *parameters]
+        near = difflib.get_close_matches(name, keywords, cutoff=0.5) or difflib.get_close_matches(
+            name.lower(), keywords, cutoff=0.4
+        )
+        advice = f"did you mean {' or '.join(near)}?" if near else "help(kvxdemosaicing.Converter) lists them"
+        raise refusal(UNKNOWN_NAME, f"{name}= is no option and no parameter: {advice}")
+
+
 class Converter:
     """Converts frames of one format and keeps its working memory between calls.
 
@@ -93,9 +106,11 @@ class Converter:
     ((4, 8, 3), dtype('uint8'))
     >>> converter.convert(frame, out=picture) is picture
     True
+    >>> converter
+    Converter('BayerRG12p', to='BGR8', algorithm='ipp', black_level=256, tone='srgb')
 
-    Give each thread a converter of its own. A call from a second thread waits until the first call has ended; settings
-    apply to all threads.
+    A converter can be pickled: the copy has its settings. Give each thread a converter of its own. A call from a second
+    thread waits until the first call has ended; settings apply to all threads.
 
     :param format: format of the frames: a Format, a name in any scheme, or a PFNC code
     :param to: format of the pictures
@@ -105,8 +120,11 @@ class Converter:
     :param analog_gain: the sensor's gain, whose noise "fine" and the noise-reducing algorithms remove; None: "fine"
         removes none
     :param camera: path of the camera's profile (``kvx-demosaic calibrate``), which corrects fixed pattern, shading and
-        defective pixels, and gives levels, gains and matrix where the finish says nothing
+        defective pixels, and gives levels, gains and matrix that are not given here. Sentences about the file, such as
+        unknown keys, are warnings
     :param defects: "listed" replaces the pixels that the profile lists, "auto" also outliers
+    :param check_depth: refuse frames with samples beyond the depth of their format, which would have wrong colours; it
+        reads 10 to 14-bit words once more
     :param parameters: parameters of the component, by name
     """
 
@@ -128,6 +146,7 @@ class Converter:
         analog_gain: Optional[float] = None,
         camera: Union[str, "os.PathLike[str]", None] = None,
         defects: str = "listed",
+        check_depth: bool = True,
         **parameters: Number,
     ) -> None:
         self._format = find_format(format)
@@ -138,35 +157,78 @@ class Converter:
         self._native = _native.ArrayConverter(self._format)
         self._parameters: Optional[Parameters] = None
         for name, value in parameters.items():
-            self._native.set_parameter(name, _text(name, value))
+            _require_known(name, self.parameters)
+            self.parameters[name] = value
         if algorithm is not None:
             self._native.set_algorithm(str(algorithm))
         self.analog_gain = analog_gain
         if defects not in ("listed", "auto"):
             raise refusal(INVALID_ARGUMENT, f"defects={defects!r}: use 'listed' or 'auto'")
-        self._native.set_camera(None if camera is None else os.fspath(camera), defects == "auto")
+        self._camera = None if camera is None else os.fspath(camera)
+        for sentence in self._native.set_camera(self._camera, defects == "auto"):
+            warnings.warn(sentence, stacklevel=2)
+        self._defects = defects
+        self.check_depth = check_depth
         self.threads = threads
-        finish = make_finish(look, black_level, white_level, white_balance, exposure, matrix, tone)
-        if finish is not None:
-            self._native.set_finish(finish)
+        self.set_finish(
+            look=look,
+            black_level=black_level,
+            white_level=white_level,
+            white_balance=white_balance,
+            exposure=exposure,
+            matrix=matrix,
+            tone=tone,
+        )
 
+    @overload
     def convert(
         self,
-        frame: Frame,
+        frame: FrameLike,
         /,
         *,
         out: Optional[Picture] = None,
         width: Optional[int] = None,
         height: Optional[int] = None,
-    ) -> Picture:
-        """Converts one frame.
+    ) -> Picture: ...
+
+    @overload
+    def convert(
+        self,
+        frame: Sequence[FrameLike],
+        /,
+        *,
+        out: Optional[Sequence[Picture]] = None,
+        width: Optional[int] = None,
+        height: Optional[int] = None,
+    ) -> list[Picture]: ...
+
+    def convert(
+        self,
+        frame: Any,
+        /,
+        *,
+        out: Any = None,
+        width: Optional[int] = None,
+        height: Optional[int] = None,
+    ) -> Any:
+        """Converts one frame, or each of a list or tuple of frames.
 
         :param frame: see the module's documentation
-        :param out: array of rows x columns x samples to write into instead of a new array; any row stride
+        :param out: array of rows x columns x samples to write into instead of a new array; any row stride. Of several
+            frames: as many arrays
         :param width, height: size of a frame in one dimension; ``width`` also of packed rows with padding
-        :return: ``out`` or a new array
+        :return: ``out`` or a new array; of several frames a list of arrays
         """
-        return self._native.convert(frame, self._format, self._to, out, width, height)
+        if isinstance(frame, (list, tuple)):
+            outs = [None] * len(frame) if out is None else list(out)
+            if len(outs) != len(frame):
+                raise refusal(INVALID_ARGUMENT, f"out has {len(outs)} arrays, but there are {len(frame)} frames")
+            return [self._convert(one, into, width, height) for one, into in zip(frame, outs)]
+        return self._convert(frame, out, width, height)
+
+    def _convert(self, frame: Any, out: Optional[Picture], width: Optional[int], height: Optional[int]) -> Picture:
+        array = as_array(frame, self._format)
+        return self._native.convert(array, self._format, self._to, out, width, height, self.check_depth)
 
     def set_finish(
         self,
@@ -192,6 +254,15 @@ class Converter:
         :param tone: "linear", "srgb", or a table of 2 to 65536 values from 0 to 65535, from black to white
         """
         self._native.set_finish(make_finish(look, black_level, white_level, white_balance, exposure, matrix, tone))
+        self._finish = {
+            "look": look,
+            "black_level": black_level,
+            "white_level": white_level,
+            "white_balance": white_balance,
+            "exposure": exposure,
+            "matrix": matrix,
+            "tone": tone,
+        }
 
     def release(self) -> None:
         """Frees the working memory; settings stay."""
@@ -263,9 +334,38 @@ class Converter:
             self._parameters = Parameters(self._native)
         return self._parameters
 
+    def _settings(self) -> dict[str, Any]:
+        """The keywords that make an equal converter, without those that say the default."""
+        algorithm = self.algorithm if self.algorithm not in self._format.algorithms[:1] else None
+        settings: dict[str, Any] = {
+            "to": None if self._to.name == "RGB8" else self._to.name,
+            "algorithm": algorithm or None,
+            "threads": self._threads or None,
+            **self._finish,
+            "analog_gain": self._analog_gain,
+            "camera": self._camera,
+            "defects": None if self._defects == "listed" else self._defects,
+            "check_depth": None if self.check_depth else False,
+        }
+        for name, value in self.parameters.items():
+            if value != self.parameters.describe(name).default and not name.endswith("AlgType"):
+                settings[name] = value
+        return {name: value for name, value in settings.items() if value is not None}
+
+    def __repr__(self) -> str:
+        settings = "".join(f", {name}={value!r}" for name, value in self._settings().items())
+        return f"Converter({self._format.name!r}{settings})"
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        return _converter_with, (self._format, self._settings())
+
+
+def _converter_with(format: Format, settings: dict[str, Any]) -> Converter:
+    return Converter(format, **settings)
+
 
 def convert(
-    frame: Frame,
+    frame: FrameLike,
     format: FormatLike,
     /,
     *,
@@ -285,6 +385,7 @@ def convert(
     analog_gain: Optional[float] = None,
     camera: Union[str, "os.PathLike[str]", None] = None,
     defects: str = "listed",
+    check_depth: bool = True,
     **parameters: Number,
 ) -> Picture:
     """Converts one frame to a picture. The arguments are those of Converter, which is faster for many frames.
@@ -313,13 +414,14 @@ def convert(
         analog_gain=analog_gain,
         camera=camera,
         defects=defects,
+        check_depth=check_depth,
         **parameters,
     )
     return converter.convert(frame, out=out, width=width, height=height)
 
 
 def measure_gains(
-    frame: Frame,
+    frame: FrameLike,
     format: FormatLike,
     /,
     *,
@@ -343,5 +445,6 @@ def measure_gains(
     """
     finish = make_finish(None, black_level, white_level, method, None, None, None)
     assert finish is not None
-    red, green, blue, pan = _native.measure_gains(frame, find_format(format), finish, place, width, height)
+    found = find_format(format)
+    red, green, blue, pan = _native.measure_gains(as_array(frame, found), found, finish, place, width, height)
     return red, green, blue, pan

@@ -47,6 +47,12 @@ def make_finish(
         matrix=_coefficients(matrix),
         tone=curve,
         table=table,
+        given=[
+            black_level is not None,
+            white_level is not None,
+            not (white_balance is None or isinstance(white_balance, str)),
+            matrix is not None,
+        ],
     )
 
 

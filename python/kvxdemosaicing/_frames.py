@@ -2,20 +2,19 @@
 
 from __future__ import annotations
 
-from typing import Any, Optional, Sequence
+from typing import Any, Optional, Sequence, Union
 
 import numpy as np
 import numpy.typing as npt
 
 from kvxdemosaicing import _native
+from kvxdemosaicing._arrays import ArrayInterface, Frame, FrameLike, as_array
 from kvxdemosaicing._error import INVALID_ARGUMENT, UNKNOWN_NAME, refusal
 from kvxdemosaicing._format import FormatLike, format as find_format
 
-Frame = npt.NDArray[np.unsignedinteger[Any]]
-
 
 def unpack(
-    frame: Frame,
+    frame: FrameLike,
     format: FormatLike,
     *,
     width: Optional[int] = None,
@@ -31,7 +30,8 @@ def unpack(
 
     :param width, height: size of a frame in one dimension; ``width`` also of packed rows with padding
     """
-    return _native.unpack(frame, find_format(format), out, width, height, threads)
+    found = find_format(format)
+    return _native.unpack(as_array(frame, found), found, out, width, height, threads)
 
 
 def pack(
@@ -57,7 +57,7 @@ def pack(
 
 
 def mosaic(
-    picture: npt.NDArray[np.unsignedinteger[Any]],
+    picture: Union[npt.NDArray[np.unsignedinteger[Any]], ArrayInterface],
     format: FormatLike,
     *,
     order: str = "RGB",
@@ -78,7 +78,7 @@ def mosaic(
     array([[1023,    0, 1023,    0],
            [   0,    0,    0,    0]], dtype=uint16)
 
-    :param picture: uint8 or uint16, grey or with 3 or 4 samples per pixel
+    :param picture: uint8 or uint16, grey or with 3 or 4 samples per pixel; an array or an image of Pillow
     :param order: order of the samples, "RGB" or "BGR"
     :param white: sample value of white in the picture; 0: the largest value of its type
     :param linear: undo the picture's sRGB encoding first
@@ -91,6 +91,7 @@ def mosaic(
     weights = [float(weight) for weight in pan_weights]
     if len(weights) != 3:
         raise refusal(INVALID_ARGUMENT, f"{len(weights)} pan weights: give three, of red, green and blue")
+    array: Any = np.asarray(picture) if hasattr(picture, "__array_interface__") else picture
     return _native.mosaic(
-        picture, find_format(format), out, order == "BGR", linear, weights, white, analog_gain, seed, threads
+        array, find_format(format), out, order == "BGR", linear, weights, white, analog_gain, seed, threads
     )

@@ -2,18 +2,23 @@
 
 #include <utility>
 
+#include "KvxFrame/SampleDepth.h"
+
 namespace kvx::python {
 namespace py = pybind11;
 using frame::Converter;
 
 py::object ArrayConverter::Convert(const py::object& source, const frame::Format& format, const frame::Format& to,
-                                   const py::object& out, std::optional<uint32_t> width,
-                                   std::optional<uint32_t> height) {
+                                   const py::object& out, std::optional<uint32_t> width, std::optional<uint32_t> height,
+                                   bool checksDepth) {
     const frame::SourceView sourceView = SourceOf(source, format, {width, height});
     Validate(sourceView);
     py::object picture = out.is_none() ? NewPicture(to, sourceView.width, sourceView.height) : out;
     const frame::DestinationView destinationView = PictureDestinationOf(picture, to);
-    Locked([&](Converter& converter) { converter.Convert(sourceView, destinationView); });
+    Locked([&](Converter& converter) {
+        if (checksDepth) CheckSampleDepth(sourceView);
+        converter.Convert(sourceView, destinationView);
+    });
     return picture;
 }
 
@@ -41,18 +46,23 @@ std::vector<_KvxStParam> ArrayConverter::Parameters() {
     return Locked([](const Converter& converter) { return converter.Parameters(); });
 }
 
-void ArrayConverter::SetFinish(std::optional<frame::Finish> finish) {
-    Locked([&](Converter& converter) { converter.SetFinish(std::move(finish)); });
+void ArrayConverter::SetFinish(const std::optional<GivenFinish>& finish) {
+    Locked([&](Converter& converter) {
+        finish ? converter.SetFinish(finish->finish, finish->given) : converter.SetFinish(std::nullopt);
+    });
 }
 
 void ArrayConverter::SetAnalogGain(std::optional<double> gain) {
     Locked([=](Converter& converter) { gain ? converter.SetAnalogGain(*gain) : converter.SetNoise(std::nullopt); });
 }
 
-void ArrayConverter::SetCamera(const std::optional<std::string>& path, bool findsDefects) {
-    Locked([&](Converter& converter) {
-        converter.SetCamera(path ? std::make_shared<frame::CameraProfile>(frame::ReadCameraProfile(*path)) : nullptr);
+std::vector<std::string> ArrayConverter::SetCamera(const std::optional<std::string>& path, bool findsDefects) {
+    return Locked([&](Converter& converter) {
+        std::shared_ptr<const frame::CameraProfile> profile;
+        if (path) profile = std::make_shared<frame::CameraProfile>(frame::ReadCameraProfile(*path));
+        converter.SetCamera(profile);
         converter.SetDefects(findsDefects ? frame::Defects::Auto : frame::Defects::Listed);
+        return profile ? profile->warnings : std::vector<std::string>();
     });
 }
 

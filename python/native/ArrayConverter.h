@@ -11,15 +11,25 @@
 
 namespace kvx::python {
 
+/** A finish, and what the caller gave of it. */
+struct GivenFinish {
+    frame::Finish finish;
+    frame::GivenParts given;
+};
+
 /** Each call releases the interpreter's lock and then waits until no other thread uses the converter. */
 class ArrayConverter {
 public:
     explicit ArrayConverter(frame::Family family) : m_converter(family) {}
 
-    /** @param out an array to write into, or None for a new one. @return that array */
+    /**
+     * @param out an array to write into, or None for a new one
+     * @param checksDepth whether samples beyond their depth are refused
+     * @return that array
+     */
     pybind11::object Convert(const pybind11::object& source, const frame::Format& format, const frame::Format& to,
-                             const pybind11::object& out, std::optional<uint32_t> width,
-                             std::optional<uint32_t> height);
+                             const pybind11::object& out, std::optional<uint32_t> width, std::optional<uint32_t> height,
+                             bool checksDepth);
 
     void SetAlgorithm(const std::string& nameOrNumber);
     std::string AlgorithmName();
@@ -27,10 +37,14 @@ public:
     void SetParameter(const std::string& name, const std::string& value);
     std::string Parameter(const std::string& name);
     std::vector<_KvxStParam> Parameters();
-    void SetFinish(std::optional<frame::Finish> finish);
+    void SetFinish(const std::optional<GivenFinish>& finish);
     void SetAnalogGain(std::optional<double> gain);
-    /** @param path of a profile; nullopt: none @param findsDefects whether outliers count as defects */
-    void SetCamera(const std::optional<std::string>& path, bool findsDefects);
+    /**
+     * @param path of a profile; nullopt: none
+     * @param findsDefects whether outliers count as defects
+     * @return sentences about the profile
+     */
+    std::vector<std::string> SetCamera(const std::optional<std::string>& path, bool findsDefects);
     std::array<double, 4> LastGains();
     double LastExposure();
     void Release();

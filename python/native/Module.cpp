@@ -47,10 +47,10 @@ frame::ToneCurve ToneCurveByName(const std::string& name) {
     Fail(KvxResult_UnknownName, "tone='{}': give linear, srgb, or a table", name);
 }
 
-frame::Finish MakeFinish(const std::array<double, 4>& blackLevel, const std::array<double, 4>& whiteLevel,
-                         const std::string& whiteBalance, const std::array<double, 4>& gains, double exposure,
-                         bool autoExposure, const std::array<double, 9>& matrix, const std::string& tone,
-                         std::vector<uint16_t> table) {
+GivenFinish MakeFinish(const std::array<double, 4>& blackLevel, const std::array<double, 4>& whiteLevel,
+                       const std::string& whiteBalance, const std::array<double, 4>& gains, double exposure,
+                       bool autoExposure, const std::array<double, 9>& matrix, const std::string& tone,
+                       std::vector<uint16_t> table, const std::array<bool, 4>& given) {
     frame::Finish finish;
     finish.blackLevel.ofFilters = blackLevel;
     finish.whiteLevel.ofFilters = whiteLevel;
@@ -61,25 +61,25 @@ frame::Finish MakeFinish(const std::array<double, 4>& blackLevel, const std::arr
     finish.matrix = matrix;
     finish.tone = ToneCurveByName(tone);
     finish.table = std::move(table);
-    return finish;
+    return {std::move(finish), {given[0], given[1], given[2], given[3]}};
 }
 
-std::array<double, 4> MeasuredGains(const py::object& source, const frame::Format& format, const frame::Finish& finish,
+std::array<double, 4> MeasuredGains(const py::object& source, const frame::Format& format, const GivenFinish& given,
                                     const std::optional<std::array<uint32_t, 4>>& place, std::optional<uint32_t> width,
                                     std::optional<uint32_t> height) {
     const frame::SourceView view = SourceOf(source, format, {width, height});
     const py::gil_scoped_release release;
     const frame::Gains gains =
-        place ? frame::MeasureGainsOfGrey(view, {(*place)[0], (*place)[1], (*place)[2], (*place)[3]}, finish)
-              : frame::MeasureGains(view, finish);
+        place ? frame::MeasureGainsOfGrey(view, {(*place)[0], (*place)[1], (*place)[2], (*place)[3]}, given.finish)
+              : frame::MeasureGains(view, given.finish);
     return {gains.red, gains.green, gains.blue, gains.pan};
 }
 
 void BindFinish(py::module_& module) {
-    py::class_<frame::Finish>(module, "Finish")
+    py::class_<GivenFinish>(module, "Finish")
         .def(py::init(&MakeFinish), py::arg("black_level"), py::arg("white_level"), py::arg("white_balance"),
              py::arg("gains"), py::arg("exposure"), py::arg("auto_exposure"), py::arg("matrix"), py::arg("tone"),
-             py::arg("table"));
+             py::arg("table"), py::arg("given"));
     module.def("measure_gains", &MeasuredGains, py::arg("source"), py::arg("format"), py::arg("finish"),
                py::arg("place"), py::arg("width"), py::arg("height"));
 }
@@ -89,7 +89,7 @@ void BindConverter(py::module_& module) {
         .def(py::init([](const frame::Format& format) { return std::make_unique<ArrayConverter>(format.family); }),
              py::arg("format"))
         .def("convert", &ArrayConverter::Convert, py::arg("source"), py::arg("format"), py::arg("to"), py::arg("out"),
-             py::arg("width"), py::arg("height"))
+             py::arg("width"), py::arg("height"), py::arg("checks_depth"))
         .def("set_algorithm", &ArrayConverter::SetAlgorithm, py::arg("name_or_number"))
         .def("algorithm", &ArrayConverter::AlgorithmName)
         .def("set_threads", &ArrayConverter::SetThreads, py::arg("count"))

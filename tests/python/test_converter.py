@@ -1,8 +1,10 @@
 """Converters: parameters by name, and threads."""
 
+import array
 import concurrent.futures
 import json
 import math
+import pickle
 import sys
 import time
 
@@ -103,6 +105,60 @@ def test_a_camera_corrects_its_frames(tmp_path):
     assert kvx.convert(frame, "BayerRG12", to="RGB12", defects="auto").max() <= 1066
     with pytest.raises(kvx.Error, match="listed"):
         kvx.convert(frame, "BayerRG12", defects="all")
+
+
+def test_what_is_given_holds_against_a_camera(tmp_path):
+    path = tmp_path / "camera.json"
+    path.write_text(json.dumps({"kvx_camera_profile": 1, "format": "BayerRG12", "black_level": 400, "white_level": 2000,
+                                "white_balance_gains": {"R": 2, "G": 1, "B": 3}, "blak_level": 1,
+                                "colour_matrix": [2, -1, 0, 0, 1, 0, 0, -1, 2]}))
+    frame = noise((20, 30)) // 2
+    neutral = {"black_level": 0, "white_level": 4095, "white_balance": (1, 1, 1), "matrix": np.eye(3)}
+    with pytest.warns(UserWarning, match="black_level"):
+        converter = kvx.Converter("BayerRG12", camera=path, **neutral)
+    assert np.array_equal(converter.convert(frame), kvx.convert(frame, "BayerRG12", **neutral))
+    with pytest.warns(UserWarning):
+        assert not np.array_equal(kvx.convert(frame, "BayerRG12", camera=path), converter.convert(frame))
+
+
+@pytest.mark.parametrize("name", ["BayerRG8", "BayerRG12", "BayerRG12be", "BayerRG12p"])
+def test_frames_are_arrays_and_what_shares_their_memory(name):
+    format = kvx.format(name)
+    frame = kvx.pack(noise((6, 8)).astype(format.unpacked.dtype), name)
+    data, size = frame.tobytes(), {"width": 8, "height": 6}
+    converter = kvx.Converter(name)
+    expected = converter.convert(frame)
+    for same in (data, bytearray(data), memoryview(data), array.array("B", data)):
+        assert np.array_equal(converter.convert(same, **size), expected)
+        assert np.array_equal(kvx.unpack(same, name, **size), kvx.unpack(frame, name))
+    if frame.shape[1] == 8:
+        assert np.array_equal(converter.convert(memoryview(frame)), expected)
+    out = [np.empty_like(expected) for _ in range(2)]
+    pictures = converter.convert((data, data), out=out, **size)
+    assert len(pictures) == 2 and all(a is b and np.array_equal(a, expected) for a, b in zip(pictures, out))
+
+
+def test_frames_are_images_of_pillow():
+    pil = pytest.importorskip("PIL.Image")
+    grey, colour = noise((6, 8)).astype(np.uint8), noise((6, 8, 3)).astype(np.uint8)
+    assert np.array_equal(kvx.convert(pil.fromarray(grey), "BayerRG8"), kvx.convert(grey, "BayerRG8"))
+    assert np.array_equal(kvx.mosaic(pil.fromarray(colour), "BayerRG8"), kvx.mosaic(colour, "BayerRG8"))
+
+
+@pytest.mark.parametrize("name, options", [
+    ("Mono8", {}),
+    ("BayerRG12p", {"to": "BGRa8", "algorithm": "swift", "threads": 2, "look": "natural", "check_depth": False}),
+    ("SCF1WBWG12", {"algorithm": "simple", "analog_gain": 12, "globalGain": 1.5, "matrix": np.eye(3)[::-1]}),
+])
+def test_converters_are_shown_and_pickled(name, options):
+    converter = kvx.Converter(name, **options)
+    again = pickle.loads(pickle.dumps(converter))
+    frame = kvx.pack(noise((8, 12)).astype(converter.format.unpacked.dtype), name)
+    assert np.array_equal(again.convert(frame), converter.convert(frame))
+    assert dict(again.parameters) == dict(converter.parameters)
+    shown = eval(repr(converter), {"Converter": kvx.Converter, "array": np.array})
+    assert repr(shown) == repr(converter) == repr(again)
+    assert all(f"{key}=" in repr(converter) for key in options)
 
 
 def test_one_converter_in_many_threads():
