@@ -33,6 +33,14 @@ TEST(CheckSampleDepth, NamesTheLikelyCause) {
         frame.view.format = FormatByName(c.claim);
         ExpectRefused(*c.sentence ? 0x80070004 : 0, c.sentence, [&] { CheckSampleDepth(frame.view); });
     }
+    TestFrame last = MakeFrame(FormatByName("BayerRG12"), 33, 5, [](uint32_t row, uint32_t column) {
+        return uint16_t(row * column == 4 * 32 ? 4096 : 0);
+    });
+    for (const ptrdiff_t stride : {0, 66, -66}) {
+        last.view.stride = stride;
+        if (stride < 0) last.view.data = last.bytes.data() + 4 * 66;
+        ExpectRefused(0x80070004, "4096", [&] { CheckSampleDepth(last.view); });
+    }
 }
 
 }  // namespace
