@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the missing Debian packages, as root or through sudo:
 #
-#     scripts/install-packages.sh [libraries|wheel|demo|arm64|develop|package|site|training]
+#     scripts/install-packages.sh [libraries|wheel|demo|arm64|develop|package|site|training|viewers]
 #
 #   libraries  the libraries alone
 #   wheel      the libraries and the Python module, by pip
@@ -12,12 +12,13 @@
 #   package    also Debian packages
 #   site       also the documentation site
 #   training   also training the learned interpolators
+#   viewers    also the programs that scripts/dng_viewers.py runs
 set -eu
 
 packages=(g++ cmake ninja-build pkgconf libhwy-dev libfmt-dev nlohmann-json3-dev libpng-dev)
-tool=(libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libcli11-dev)
+tool=(libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libcli11-dev libraw-dev libtiff-dev)
 everything=(
-    libgtest-dev libbenchmark-dev libraw-dev abigail-tools help2man bash-completion
+    libgtest-dev libbenchmark-dev abigail-tools help2man bash-completion
     libaravis-dev libusb-1.0-0-dev python3
     libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
     gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
@@ -35,6 +36,7 @@ case ${1-} in
     arm64) packages+=(g++-aarch64-linux-gnu qemu-user-static mmdebstrap) ;;
     develop) packages+=(git clang libomp-dev clang-format clang-tidy flake8 python3-matplotlib gcovr valgrind) ;;
     package) packages+=(git dpkg-dev file lintian) ;;
+    viewers) packages+=(rawtherapee darktable) ;;
     training) packages+=(python3-torch) ;;
     site) packages+=(python3-sphinx python3-myst-parser python3-sphinx-copybutton furo doxygen python3-breathe) ;;
     *) echo "$0: unknown set of packages: $1" >&2; exit 2 ;;

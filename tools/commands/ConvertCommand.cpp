@@ -8,6 +8,7 @@
 #include "tools/console/Progress.h"
 #include "tools/convert/Batch.h"
 #include "tools/convert/ConvertReport.h"
+#include "tools/convert/DngFacts.h"
 #include "tools/files/OutputFile.h"
 #include "tools/frames/Formats.h"
 #include "tools/frames/FrameOptions.h"
@@ -20,6 +21,11 @@ constexpr const char* kFooter =
 name with the extension .json), then from file names such as
 scene_1920x1200_BayerRG12.raw. PGM, PNG and TIFF files (grey, 8 or 16 bits) are
 recognised by their content and contain their size; their values are right-aligned.
+Camera raw files (of Bayer sensors, as LibRaw decodes them) and DNG files also contain
+format, levels, balance, matrix and orientation, which apply like those of a sidecar.
+
+A .dng file holds the frame itself and what is known of it, for programs that develop
+photographs; options for levels, balance, matrix and --camera add to that.
 
 The picture has 8 bits per sample (--to RGB8) or 16 (--to RGB16, RGB10 and so on) and
 always uses the full range, so that white is white. RGB and BGR give the same file.
@@ -42,12 +48,13 @@ Examples:
   kvx-demosaic convert frame.raw frame.png --look natural
   kvx-demosaic convert *.raw --output pictures/
   kvx-demosaic convert *.raw --output 'pictures/{stem}.tif' --to RGB16 --algorithm ipp
+  kvx-demosaic convert photo.nef photo.png --look natural --algorithm ipp
   grab | kvx-demosaic convert - - --format BayerRG8 --width 640 --height 480 | display)";
 
 struct ConvertOptions {
     std::vector<std::string> files;
     std::string output;
-    std::string destination = "RGB8";
+    std::optional<std::string> destination;
     ConvertSettings settings;
     std::optional<uint64_t> jobs;
     std::optional<uint64_t> threads;
@@ -64,7 +71,13 @@ frame::Format RequireDestination(const std::string& name) {
 
 void Convert(ConvertOptions& options) {
     const std::vector<FileTask> tasks = PlanFiles(options.files, options.output);
-    options.settings.destination = RequireDestination(options.destination);
+    options.settings.destination = RequireDestination(options.destination.value_or("RGB8"));
+    if (!tasks.front().kind && (options.destination || AsksForPicture(options.settings))) {
+        Fail(ExitCode::Usage,
+             "{}: a DNG file holds the frame itself: leave out --to, --look, --exposure, --tone, --algorithm, "
+             "--analog-gain, --set, --flip and --defects",
+             tasks.front().output);
+    }
     if (options.asJson && tasks.front().output == "-") {
         Fail(ExitCode::Usage, "--json: standard output already takes the picture: write the picture to a file");
     }
@@ -111,9 +124,10 @@ void AddConvertCommand(CLI::App& tool) {
     const auto options = std::make_shared<ConvertOptions>();
     CLI::App* command = tool.add_subcommand("convert", "Convert raw frames to colour pictures");
     command
-        ->add_option("FILES", options->files,
-                     "IN OUT: a headerless raw, PGM, PNG or TIFF file, and a .png, .tif, .tiff, .ppm or .pnm file; - "
-                     "is standard input, or standard output as PPM. With --output: frames only")
+        ->add_option(
+            "FILES", options->files,
+            "IN OUT: a headerless raw, camera raw, DNG, PGM, PNG or TIFF file, and a .png, .tif, .tiff, .ppm, .pnm or "
+            ".dng file; - is standard input, or standard output as PPM. With --output: frames only")
         ->required();
     AddOutputOptions(*command, *options);
     AddFrameOptions(*command, options->settings.request);

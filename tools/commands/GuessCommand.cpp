@@ -11,6 +11,7 @@
 #include "tools/console/Arguments.h"
 #include "tools/console/Console.h"
 #include "tools/console/TextTable.h"
+#include "tools/files/CameraRaw.h"
 #include "tools/files/InputFile.h"
 #include "tools/files/OutputFile.h"
 #include "tools/files/PictureDecoder.h"
@@ -56,6 +57,9 @@ struct GuessOptions {
 
 std::vector<LayoutCandidate> FindFileLayouts(const GuessOptions& options, const std::string& name) {
     Bytes content = ReadInput(options.input);
+    if (DecodeCameraRaw(content, options.input, name)) {
+        Fail(ExitCode::Usage, "{}: is a camera raw file, which names its format: 'kvx-demosaic info' shows it", name);
+    }
     if (IsPictureFile(content)) {
         const cv::Mat samples = DecodePicture(content, name).pixels;
         if (samples.channels() != 1) {

@@ -3,9 +3,11 @@
 #include <fmt/format.h>
 
 #include <memory>
+#include <optional>
 
 #include "tools/console/Arguments.h"
 #include "tools/console/Console.h"
+#include "tools/files/Dng.h"
 #include "tools/files/OutputFile.h"
 #include "tools/frames/FrameOptions.h"
 #include "tools/frames/FrameReader.h"
@@ -19,10 +21,12 @@ constexpr const char* kPackFooter =
 msb (words with the value in the high bits), big-endian, plain (right-aligned
 little-endian words). The input may have any of these layouts. Sizes, formats and sidecars
 work as for 'convert'; a sidecar with all that is known is written next to the packed file.
+A DNG file (Bayer only) holds all of it itself: levels, balance, matrix, orientation.
 
 Examples:
   kvx-demosaic pack scene_1920x1200_BayerRG12.raw scene_1920x1200_BayerRG12p.raw --layout pfnc
-  grab | kvx-demosaic pack - - --format BayerRG12p --width 640 --height 480 --layout mipi | send)";
+  grab | kvx-demosaic pack - - --format BayerRG12p --width 640 --height 480 --layout mipi | send
+  kvx-demosaic pack frame.raw frame.dng)";
 
 constexpr const char* kUnpackFooter =
     R"(The format of the input names its layout: BayerRG12p, BayerRG12Packed, BayerRG12mipi,
@@ -37,28 +41,45 @@ const std::vector<std::pair<std::string, frame::Layout>> kLayouts = {
     {"plain", frame::Layout::Plain}, {"pfnc", frame::Layout::Pfnc},      {"gige", frame::Layout::GigE},
     {"mipi", frame::Layout::Mipi},   {"msb", frame::Layout::MsbAligned}, {"big-endian", frame::Layout::BigEndian}};
 
+const std::vector<std::pair<std::string, FrameKind>> kKinds = {
+    {"raw", FrameKind::Raw}, {"pgm", FrameKind::Pgm}, {"dng", FrameKind::Dng}};
+
 struct PackOptions {
     std::string input;
     FrameRequest request;
     FrameFile file;
+    std::optional<frame::Layout> layout;
+    bool needsLayout = false;
 };
 
 void Repack(const PackOptions& options) {
     RequireDistinct(options.input, options.file.path);
-    const FrameInput input = ReadFrame(options.input, options.request);
     FrameFile file = options.file;
+    file.kind = file.kind.value_or(FrameKindFor(file.path));
+    if (options.needsLayout && file.kind == FrameKind::Raw && !options.layout) {
+        Fail(ExitCode::Usage, "--layout is required for a headerless file: pfnc, gige, mipi, msb, big-endian or plain");
+    }
+    file.layout = options.layout.value_or(frame::Layout::Plain);
+    const FrameInput input = ReadFrame(options.input, options.request);
     file.hasSidecar = options.request.useSidecar;
     WriteFrame(file, input.frame, input.sidecar);
     if (!input.inferred.empty()) {
         PrintMessage(fmt::format("{}: {}", options.input, input.inferred));
+    }
+    if (const std::string note = DngNote(input.sidecar); file.kind == FrameKind::Dng && !note.empty()) {
+        PrintMessage(fmt::format("{}: {}", options.input, note));
     }
 }
 
 CLI::App* AddRepacking(CLI::App& tool, const std::string& name, const std::string& help,
                        const std::shared_ptr<PackOptions>& options) {
     CLI::App* command = tool.add_subcommand(name, help);
-    command->add_option("IN", options->input, "Headerless raw, PGM, PNG or TIFF file; - is standard input")->required();
-    command->add_option("OUT", options->file.path, "Headerless raw file, or .pgm; - is standard output")->required();
+    command
+        ->add_option("IN", options->input,
+                     "Headerless raw, camera raw, DNG, PGM, PNG or TIFF file; - is standard input")
+        ->required();
+    command->add_option("OUT", options->file.path, "Headerless raw file, or .dng or .pgm; - is standard output")
+        ->required();
     AddFrameOptions(*command, options->request);
     command->callback([options] { Repack(*options); });
     return command;
@@ -69,8 +90,11 @@ CLI::App* AddRepacking(CLI::App& tool, const std::string& name, const std::strin
 void AddPackCommands(CLI::App& tool) {
     const auto packOptions = std::make_shared<PackOptions>();
     CLI::App* pack = AddRepacking(tool, "pack", "Pack the samples of a frame, or change their layout", packOptions);
-    AddChoice(*pack, "--layout", packOptions->file.layout, kLayouts, "pfnc, gige, mipi, msb, big-endian or plain");
-    pack->get_option("--layout")->required();
+    packOptions->needsLayout = true;
+    AddChoice<std::optional<frame::Layout>, frame::Layout>(*pack, "--layout", packOptions->layout, kLayouts,
+                                                           "pfnc, gige, mipi, msb, big-endian or plain");
+    AddChoice<std::optional<FrameKind>, FrameKind>(*pack, "--to", packOptions->file.kind, kKinds,
+                                                   "Kind of the file: raw, pgm or dng; default: by its name");
     pack->add_flag_callback(
         "--image-padding", [packOptions] { packOptions->file.padding = frame::RowPadding::Image; },
         "Start each row right after the last bit of the one before; default: at a byte");

@@ -13,6 +13,10 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kStem = "{stem}";
 
+std::optional<PictureKind> KindFor(const std::string& path) {
+    return LowerExtension(path) == ".dng" ? std::nullopt : std::optional(PictureKindFor(path));
+}
+
 /** `output` as a pattern; one that names a single file has no stem in it. */
 std::string PatternOf(const std::string& output) {
     std::error_code error;
@@ -55,7 +59,7 @@ std::vector<FileTask> PlanFiles(const std::vector<std::string>& files, const std
         if (files.size() != 2) {
             Fail(ExitCode::Usage, "{}: give a frame and its picture OUT, or frames and --output", files.front());
         }
-        return {{files[0], files[1], PictureKindFor(files[1])}};
+        return {{files[0], files[1], KindFor(files[1])}};
     }
     const std::string pattern = PatternOf(output);
     if (files.size() > 1 && pattern.find(kStem) == std::string::npos) {
@@ -64,7 +68,7 @@ std::vector<FileTask> PlanFiles(const std::vector<std::string>& files, const std
              "as out/{{stem}}.png",
              output, files.size());
     }
-    const PictureKind kind = PictureKindFor(pattern);
+    const std::optional<PictureKind> kind = KindFor(pattern);
     std::vector<FileTask> tasks;
     tasks.reserve(files.size());
     for (const std::string& input : files) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,7 +12,7 @@ namespace kvx::tool {
 struct FileTask {
     std::string input;
     std::string output;
-    PictureKind kind;
+    std::optional<PictureKind> kind;  ///< nothing: a DNG file, which holds the frame itself
 };
 
 /**

@@ -29,15 +29,14 @@ public:
         : m_request(request), m_input(input), m_name(name) {}
 
     FinishPlan Plan() {
-        const Sidecar& sidecar = m_input.sidecar;
         const frame::CameraProfile camera = FromCamera();
-        Choose("black level", m_request.blackLevel, sidecar.blackLevel, camera.blackLevel, m_finish.blackLevel,
+        Choose("black level", m_request.blackLevel, &Sidecar::blackLevel, camera.blackLevel, m_finish.blackLevel,
                LevelsText);
-        Choose("white level", m_request.whiteLevel, sidecar.whiteLevel, camera.whiteLevel, m_finish.whiteLevel,
+        Choose("white level", m_request.whiteLevel, &Sidecar::whiteLevel, camera.whiteLevel, m_finish.whiteLevel,
                LevelsText);
         RequireFittingLevels();
         ChooseWhiteBalance(camera);
-        Choose("matrix", m_request.matrix, sidecar.matrix, camera.matrix, m_finish.matrix,
+        Choose("matrix", m_request.matrix, &Sidecar::matrix, camera.matrix, m_finish.matrix,
                [](const auto& matrix) { return fmt::format("{}", fmt::join(matrix, ", ")); });
         ChooseExposure();
         ChooseTone();
@@ -63,6 +62,12 @@ private:
         if (camera.noise) Record("noise", "known", "camera");
     }
 
+    /** Of a part that `sidecar` has. */
+    template <typename Value>
+    const char* OriginOf(std::optional<Value> Sidecar::*part) const {
+        return m_input.ofFile.*part ? "file" : "sidecar";
+    }
+
     /** The parts of a finish that the camera has, levels in samples of the frame. */
     frame::CameraProfile FromCamera() const {
         if (!m_request.camera) return {};
@@ -76,11 +81,12 @@ private:
     }
 
     template <typename Value, typename Describe>
-    void Choose(const char* name, const std::optional<Value>& given, const std::optional<Value>& fromSidecar,
+    void Choose(const char* name, const std::optional<Value>& given, std::optional<Value> Sidecar::*part,
                 const std::optional<Value>& fromCamera, Value& chosen, const Describe& describe) {
+        const std::optional<Value>& fromSidecar = m_input.sidecar.*part;
         if (const std::optional<Value>& value = given ? given : fromSidecar ? fromSidecar : fromCamera) {
             chosen = *value;
-            Record(name, describe(*value), given ? "options" : fromSidecar ? "sidecar" : "camera");
+            Record(name, describe(*value), given ? "options" : fromSidecar ? OriginOf(part) : "camera");
         }
     }
 
@@ -102,7 +108,7 @@ private:
         if (!m_request.whiteBalance || m_request.whiteBalance->source == Source::Sidecar) {
             if (ofSidecar) {
                 m_finish.gains = *ofSidecar;
-                Record("white balance", GainsText(*ofSidecar), "sidecar");
+                Record("white balance", GainsText(*ofSidecar), OriginOf(&Sidecar::gains));
             } else if (m_request.whiteBalance) {
                 Fail(ExitCode::Usage, "{}: no sidecar gives its white balance: use --white-balance auto, or give R,G,B",
                      m_name);

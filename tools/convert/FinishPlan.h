@@ -12,7 +12,8 @@ namespace kvx::tool {
 /** The finish of a frame. */
 struct FinishPlan {
     std::optional<frame::Finish> finish;
-    std::vector<FrameFact> facts;  ///< what it consists of, and where each part comes from: options, sidecar or look
+    std::vector<FrameFact> facts;  ///< what it consists of, and where each part comes from: options, sidecar,
+                                   ///< file (a camera raw file itself), camera or look
 };
 
 /**

@@ -1,7 +1,10 @@
 #include "tools/convert/FrameJob.h"
 
 #include "KvxFrame/Geometry.h"
+#include "tools/convert/DngFacts.h"
+#include "tools/files/Dng.h"
 #include "tools/files/InputFile.h"
+#include "tools/files/Orientation.h"
 #include "tools/files/OutputFile.h"
 #include "tools/files/PictureEncoder.h"
 #include "tools/frames/FrameConversion.h"
@@ -46,17 +49,24 @@ void FrameJob::Convert(const FileTask& task, FileReport& report) {
         source =
             WithExitCode(ExitCode::Frame, name + ": --crop", [&] { return frame::Crop(source, *m_settings.crop); });
     }
-    frame::Converter& converter = ConverterFor(source.format.family);
     const FinishPlan plan = PlanFinish(m_settings.finish, input, name);
+    report.inferred = input.inferred;
+    report.format = frame::Name(input.fileFormat);
+    if (!task.kind) {
+        WriteDng(task, source, input, plan, report);
+        return;
+    }
+    frame::Converter& converter = ConverterFor(source.format.family);
     WithExitCode(ExitCode::Usage, name, [&] { converter.SetFinish(plan.finish, frame::kAllGiven); });
     Picture picture = ConvertFrame(converter, source, m_settings.destination, name);
+    if (input.sidecar.orientation) {
+        MakeUpright(picture.pixels, *input.sidecar.orientation);
+    }
     if (m_settings.flip) {
         cv::flip(picture.pixels, picture.pixels, *m_settings.flip);
     }
-    WriteOutput(task.output, EncodePicture(picture, task.kind));
+    WriteOutput(task.output, EncodePicture(picture, *task.kind));
 
-    report.inferred = input.inferred;
-    report.format = frame::Name(input.fileFormat);
     report.algorithm = converter.AlgorithmName();
     report.width = picture.pixels.cols;
     report.height = picture.pixels.rows;
@@ -69,6 +79,18 @@ void FrameJob::Convert(const FileTask& task, FileReport& report) {
                         "({:.3g}, {:.3g}, {:.3g}) are a limit and not a measurement: give --white-balance",
                         report.gains.red, report.gains.green, report.gains.blue));
     }
+}
+
+void FrameJob::WriteDng(const FileTask& task, const frame::SourceView& source, const FrameInput& input,
+                        const FinishPlan& plan, FileReport& report) {
+    const frame::CameraProfile* camera = m_settings.finish.camera.get();
+    const Sidecar known = DngFacts(plan, source, input.sidecar.orientation);
+    const RawFrame frame = UnpackFrame(source);
+    WriteOutput(task.output, EncodeDng(frame, known, camera != nullptr ? camera->noise : std::nullopt, task.output));
+    report.width = frame.samples.cols;
+    report.height = frame.samples.rows;
+    report.gains = known.gains.value_or(frame::Gains());
+    if (const std::string note = DngNote(known); !note.empty()) report.hints = {note};
 }
 
 frame::Converter& FrameJob::ConverterFor(frame::Family family) {

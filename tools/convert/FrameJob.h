@@ -54,6 +54,8 @@ public:
 
 private:
     void Convert(const FileTask& task, FileReport& report);
+    void WriteDng(const FileTask& task, const frame::SourceView& source, const FrameInput& input,
+                  const FinishPlan& plan, FileReport& report);
     frame::Converter& ConverterFor(frame::Family family);
 
     const ConvertSettings& m_settings;

@@ -22,9 +22,9 @@ using Json = nlohmann::ordered_json;
 constexpr int kDeepestLevel = 64;
 constexpr InputLimit kSidecarLimit{size_t{1} << 24, ExitCode::Input, "no sidecar is that large"};
 constexpr size_t kShownCharacters = 40;
-constexpr std::array<std::string_view, 11> kKeys = {
-    "format",      "bayer_pattern", "bits_per_sample",     "width",        "height", "stride", "offset",
-    "black_level", "white_level",   "white_balance_gains", "colour_matrix"};
+constexpr std::array<std::string_view, 12> kKeys = {
+    "format",      "bayer_pattern", "bits_per_sample",     "width",         "height",     "stride", "offset",
+    "black_level", "white_level",   "white_balance_gains", "colour_matrix", "orientation"};
 
 /** On one line and not too long, whatever is in it. */
 std::string Quoted(const std::string& text) {
@@ -119,6 +119,14 @@ public:
             FailBroken("\"colour_matrix\" is not a list of nine numbers");
         }
         return value->get<std::array<double, 9>>();
+    }
+
+    std::optional<uint64_t> Orientation() const {
+        const std::optional<uint64_t> orientation = Number("orientation");
+        if (orientation && (*orientation < 1 || *orientation > 8)) {
+            FailBroken(fmt::format("\"orientation\" is {}, not 1 to 8", *orientation));
+        }
+        return orientation;
     }
 
     /** Names the unknown keys, with the known ones that they resemble; empty if there are none. */
@@ -232,6 +240,7 @@ Sidecar ParseSidecar(const std::string& path, const Bytes& content) {
             .whiteLevel = reader.Levels("white_level"),
             .gains = reader.Gains(),
             .matrix = reader.Matrix(),
+            .orientation = reader.Orientation(),
             .warning = reader.UnknownKeys()};
 }
 
@@ -260,6 +269,7 @@ Bytes SidecarContent(const Sidecar& sidecar) {
             {"R", sidecar.gains->red}, {"G", sidecar.gains->green}, {"B", sidecar.gains->blue}};
     }
     add("colour_matrix", sidecar.matrix);
+    add("orientation", sidecar.orientation);
     const std::string text = json.dump(2) + "\n";
     return Bytes(text.begin(), text.end());
 }

@@ -23,6 +23,7 @@ struct Sidecar {
     std::optional<frame::Levels> whiteLevel;      ///< "white_level": likewise
     std::optional<frame::Gains> gains;            ///< "white_balance_gains": {"R": ..., "G": ..., "B": ...}
     std::optional<std::array<double, 9>> matrix;  ///< "colour_matrix": nine numbers, row by row
+    std::optional<uint64_t> orientation;          ///< "orientation": how to turn the picture, 1 to 8 as Exif has it
     std::string warning = {};                     ///< about unknown keys; often empty
 };
 

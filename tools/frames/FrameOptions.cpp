@@ -18,7 +18,7 @@ void AddFrameOptions(CLI::App& command, FrameRequest& request) {
 }
 
 void AddFrameArgument(CLI::App& command, std::string& path) {
-    command.add_option("FRAME", path, "Headerless raw, PGM, PNG or TIFF file; - is standard input")->required();
+    command.add_option("FRAME", path, "Headerless raw, camera raw, DNG, PGM, PNG or TIFF file; - is standard input")->required();
 }
 
 }  // namespace kvx::tool

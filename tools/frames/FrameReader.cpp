@@ -4,6 +4,7 @@
 
 #include "KvxFrame/SampleDepth.h"
 #include "tools/ToolError.h"
+#include "tools/files/CameraRaw.h"
 #include "tools/files/FrameName.h"
 #include "tools/files/InputFile.h"
 #include "tools/files/PictureDecoder.h"
@@ -165,18 +166,52 @@ RawFrame FrameFromSamples(const Bytes& content, const frame::Format& format, Inf
     return CutFrame(content, {format, *width, *height, inference.Stride(), inference.SkipBytes()}, name);
 }
 
+/** The JSON file next to a camera raw file overrides parts of what the file says, but not its layout. */
+FrameInput FrameFromCameraRaw(CameraRaw raw, const std::string& path, const FrameRequest& request,
+                              const std::string& name) {
+    if (request.format || request.width || request.height || request.stride || request.skipBytes) {
+        Fail(ExitCode::Usage,
+             "{}: is a camera raw file, which has its own layout: leave out --format, --width, --height, --stride and "
+             "--skip-bytes",
+             name);
+    }
+    FrameInput input{raw.frame, raw.frame.format, {}, raw.known, {}, ""};
+    if (request.useSidecar) input.sidecar = ReadSidecar(path);
+    const auto complete = [&input](auto Sidecar::*part) {
+        auto& ofFile = input.ofFile.*part;
+        auto& value = input.sidecar.*part;
+        if (value) {
+            ofFile.reset();
+        } else {
+            value = ofFile;
+        }
+    };
+    complete(&Sidecar::blackLevel);
+    complete(&Sidecar::whiteLevel);
+    complete(&Sidecar::gains);
+    complete(&Sidecar::matrix);
+    complete(&Sidecar::orientation);
+    input.facts = {{"format", frame::Name(input.fileFormat), "header"},
+                   {"width", std::to_string(input.frame.samples.cols), "header"},
+                   {"height", std::to_string(input.frame.samples.rows), "header"}};
+    return input;
+}
+
 }  // namespace
 
 FrameInput ReadFrame(const std::string& path, const FrameRequest& request) {
     const std::string name = InputName(path);
+    const Bytes content = ReadInput(path);
+    if (std::optional<CameraRaw> raw = DecodeCameraRaw(content, path, name)) {
+        return FrameFromCameraRaw(std::move(*raw), path, request, name);
+    }
     Inference inference(path, request);
     const frame::Format format = RequireSource(inference.Format(), name);
-    const Bytes content = ReadInput(path);
     RawFrame frame = IsPictureFile(content) ? FrameFromPicture(content, format, inference, request, name)
                                             : FrameFromSamples(content, format, inference, name);
     WithExitCode(ExitCode::Frame, name, [&] { frame::CheckSampleDepth(ViewOf(frame)); });
     std::vector<FrameFact> facts = inference.Facts(frame.samples);
-    return {std::move(frame), format, inference.FromSidecar(), std::move(facts), inference.Inferred()};
+    return {std::move(frame), format, inference.FromSidecar(), {}, std::move(facts), inference.Inferred()};
 }
 
 }  // namespace kvx::tool

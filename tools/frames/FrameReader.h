@@ -30,12 +30,13 @@ struct FrameFact {
 struct FrameInput {
     RawFrame frame;
     frame::Format fileFormat;  ///< of the file, packed or not
-    Sidecar sidecar;
+    Sidecar sidecar;           ///< what the JSON file says, else a camera raw file itself
+    Sidecar ofFile;            ///< those parts of `sidecar` that a camera raw file itself gave
     std::vector<FrameFact> facts;
     std::string inferred;  ///< a message about what the sidecar and the name gave; often empty
 };
 
-/** Reads a frame from a headerless or a picture file, or from standard input for "-". */
+/** Reads a frame from a headerless, picture or camera raw file, or from standard input for "-". */
 FrameInput ReadFrame(const std::string& path, const FrameRequest& request);
 
 }  // namespace kvx::tool

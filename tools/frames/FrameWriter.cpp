@@ -1,6 +1,8 @@
 #include "tools/frames/FrameWriter.h"
 
 #include "tools/ToolError.h"
+#include "tools/files/Dng.h"
+#include "tools/files/InputFile.h"
 #include "tools/files/OutputFile.h"
 #include "tools/files/PictureEncoder.h"
 #include "tools/files/Pnm.h"
@@ -8,19 +10,15 @@
 namespace kvx::tool {
 namespace {
 
-bool IsPgmName(const std::string& path) {
-    return LowerExtension(path) == ".pgm";
-}
-
-frame::Format FileFormat(const FrameFile& file, const RawFrame& frame) {
+frame::Format FileFormat(const FrameFile& file, FrameKind kind, const RawFrame& frame) {
     frame::Format format = frame.format;
     format.layout = file.layout;
     if (!frame::IsValid(format)) {
         Fail(ExitCode::Usage, "{}: this layout does not exist for {} bits: use {}", file.path, format.bits,
              frame::Name(frame.format));
     }
-    if (IsPgmName(file.path) && file.layout != frame::Layout::Plain) {
-        Fail(ExitCode::Usage, "{}: a PGM file cannot hold {}: give a name such as frame.raw", file.path,
+    if (kind != FrameKind::Raw && file.layout != frame::Layout::Plain) {
+        Fail(ExitCode::Usage, "{}: this kind of file cannot hold {}: give a name such as frame.raw", file.path,
              frame::Name(format));
     }
     return format;
@@ -28,11 +26,19 @@ frame::Format FileFormat(const FrameFile& file, const RawFrame& frame) {
 
 }  // namespace
 
-void WriteFrame(const FrameFile& file, const RawFrame& frame, const Sidecar& known) {
-    const frame::Format format = FileFormat(file, frame);
-    WriteOutput(file.path, IsPgmName(file.path) ? EncodePnm({frame.samples, frame::White(format)})
-                                                : EncodePacked(frame.samples, format, file.padding));
-    if (!file.hasSidecar) {
+FrameKind FrameKindFor(const std::string& path) {
+    const std::string extension = LowerExtension(path);
+    return extension == ".pgm" ? FrameKind::Pgm : extension == ".dng" ? FrameKind::Dng : FrameKind::Raw;
+}
+
+void WriteFrame(const FrameFile& file, const RawFrame& frame, const Sidecar& known,
+                const std::optional<frame::SensorNoise>& noise) {
+    const FrameKind kind = file.kind.value_or(FrameKindFor(file.path));
+    const frame::Format format = FileFormat(file, kind, frame);
+    WriteOutput(file.path, kind == FrameKind::Pgm   ? EncodePnm({frame.samples, frame::White(format)})
+                           : kind == FrameKind::Dng ? EncodeDng(frame, known, noise, file.path)
+                                                    : EncodePacked(frame.samples, format, file.padding));
+    if (!file.hasSidecar || kind == FrameKind::Dng) {
         return;
     }
     Sidecar sidecar = known;

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <optional>
+
+#include "tools/convert/FrameJob.h"
+
+namespace kvx::tool {
+
+/** Whether there are settings of the picture, which a DNG file, with the frame itself, cannot hold. */
+bool AsksForPicture(const ConvertSettings& settings);
+
+/** What a DNG file of this frame says: levels, gains, measured ones too, and matrix of the plan; and orientation. */
+Sidecar DngFacts(const FinishPlan& plan, const frame::SourceView& source, std::optional<uint64_t> orientation);
+
+}  // namespace kvx::tool

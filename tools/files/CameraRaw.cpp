@@ -1,0 +1,237 @@
+#include "tools/files/CameraRaw.h"
+
+#include <libraw/libraw.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <memory>
+#include <opencv2/core.hpp>
+#include <string_view>
+
+#include "KvxFrame/CameraProfile.h"
+#include "tools/ToolError.h"
+#include "tools/files/PictureEncoder.h"
+#include "tools/files/RawLayout.h"
+
+namespace kvx::tool {
+namespace {
+
+using namespace std::string_view_literals;
+
+/** Of samples; the largest sensors have 150 million. */
+constexpr unsigned kMaximumMegabytes = 1024;
+
+/** Beginnings of camera raw files other than TIFF. Without one LibRaw would recognise headerless files by their size.
+ */
+constexpr std::array kSignatures = {"II\x55\0"sv,        "IIRO"sv,  "IIRS"sv, "MMOR"sv, "II\x1a\0\0\0HEAP"sv,
+                                    "FUJIFILMCCD-RAW"sv, "\0MRM"sv, "FOVb"sv, "IIII"sv, "MMMM"sv};
+constexpr std::array kTiffSignatures = {"II\x2a\0"sv, "MM\0\x2a"sv};
+
+bool StartsWithAny(std::string_view text, const auto& signatures) {
+    return std::ranges::any_of(signatures, [text](auto signature) { return text.starts_with(signature); });
+}
+
+/** Runs a step of LibRaw, which has a few places that throw. @return a code of LibRaw */
+template <typename Step>
+int CodeOf(const Step& step) {
+    try {
+        return step();
+    } catch (const LibRaw_exceptions&) {
+        return LIBRAW_DATA_ERROR;
+    }
+}
+
+/** A level of a DNG file with the fraction that LibRaw drops; other files have whole numbers. */
+double WithFraction(unsigned level, float exact) {
+    return std::trunc(exact) == static_cast<float>(level) ? static_cast<double>(exact) : level;
+}
+
+/** Without the digits that single precision does not have. */
+double Rounded(double value) {
+    return std::round(value * 1e5) / 1e5;
+}
+
+/** Unpacks the samples of an open file, which must have a Bayer mosaic. */
+class MosaicReader {
+public:
+    MosaicReader(LibRaw& raw, const std::string& name)
+        : m_raw(raw), m_data(raw.imgdata), m_name(name), m_camera(Camera()) {}
+
+    CameraRaw Read() {
+        RequireBayer();
+        Unpack();
+        CheckFrameSize(m_data.sizes.width, m_data.sizes.height, m_name);
+        const cv::Mat samples = VisibleSamples();
+        double largest = 0;
+        cv::minMaxLoc(samples, nullptr, &largest);
+        const auto white = std::min(m_data.color.maximum, 65535u);
+        const frame::Format format = FormatHolding(std::max<uint32_t>(white, static_cast<uint32_t>(largest)));
+        CameraRaw result{MakeRawFrame(format, samples.size()), {}};
+        samples.convertTo(result.frame.samples, result.frame.samples.type());
+        result.known.blackLevel = BlackLevels(format);
+        result.known.whiteLevel = frame::Levels(white);
+        result.known.gains = Gains();
+        result.known.matrix = Matrix();
+        result.known.orientation = ExifOrientation();
+        return result;
+    }
+
+private:
+    std::string Camera() const {
+        return fmt::format("{} {}", m_data.idata.make, m_data.idata.model);
+    }
+
+    void RequireBayer() const {
+        const auto& idata = m_data.idata;
+        const bool is2x2 = idata.filters == (idata.filters & 0xff) * 0x01010101u;
+        const char* kind = idata.is_foveon           ? "has the three layers of a Foveon sensor"
+                           : idata.filters == 0      ? "has no mosaic (sRAW, linear DNG or a monochrome sensor)"
+                           : idata.filters == 9      ? "has the 6x6 mosaic of an X-Trans sensor"
+                           : m_raw.is_fuji_rotated() ? "has a mosaic that is rotated by 45 degrees"
+                           : idata.colors != 3       ? "has a mosaic of four colours"
+                           : !is2x2 || !Phase()      ? "has a mosaic that is not Bayer's"
+                                                     : nullptr;
+        if (kind != nullptr) {
+            Fail(ExitCode::Input, "{}: the file of a {} {}: only Bayer mosaics can be converted", m_name, m_camera,
+                 kind);
+        }
+    }
+
+    char FilterAt(int row, int column) const {
+        return m_data.idata.cdesc[m_raw.COLOR(row, column)];
+    }
+
+    /** The phase with the file's colours. */
+    std::optional<uint8_t> Phase() const {
+        for (uint8_t phase = 0; phase < 4; ++phase) {
+            const frame::Format format{.family = frame::Family::Bayer, .phase = phase};
+            bool isEqual = true;
+            for (int site = 0; site < 4; ++site) {
+                isEqual &= frame::FilterAt(format, site / 2, site % 2) == FilterAt(site / 2, site % 2);
+            }
+            if (isEqual) return phase;
+        }
+        return std::nullopt;
+    }
+
+    frame::Format FormatHolding(uint32_t largest) const {
+        frame::Format format{.family = frame::Family::Bayer, .phase = *Phase()};
+        while (frame::White(format) < largest) format.bits += 2;
+        return format;
+    }
+
+    void Unpack() {
+        int errors = 0;
+        // The type of an offset depends on the version.
+        m_raw.set_dataerror_handler([](void* count, const char*, auto) { ++*static_cast<int*>(count); }, &errors);
+        const int code = CodeOf([this] { return m_raw.unpack(); });
+        if (code == LIBRAW_TOO_BIG || code == LIBRAW_UNSUFFICIENT_MEMORY) {
+            Fail(ExitCode::Frame, "{}: more than {} MB of samples: no sensor is that large", m_name, kMaximumMegabytes);
+        }
+        if (code != LIBRAW_SUCCESS || errors > 0) {
+            Fail(ExitCode::Input, "{}: is damaged: LibRaw cannot decode the samples of this {} file", m_name, m_camera);
+        }
+        const auto& sizes = m_data.sizes;
+        const bool fits =
+            sizes.left_margin + sizes.width <= sizes.raw_width && sizes.top_margin + sizes.height <= sizes.raw_height;
+        if (m_data.rawdata.raw_image == nullptr || !fits) {
+            Fail(ExitCode::Input, "{}: the samples of this {} file are no whole numbers, or incomplete", m_name,
+                 m_camera);
+        }
+    }
+
+    /** Without the masked border. */
+    cv::Mat VisibleSamples() const {
+        const auto& sizes = m_data.sizes;
+        const cv::Mat all(sizes.raw_height, sizes.raw_width, CV_16UC1, m_data.rawdata.raw_image, sizes.raw_pitch);
+        return all(cv::Rect(sizes.left_margin, sizes.top_margin, sizes.width, sizes.height));
+    }
+
+    frame::Levels BlackLevels(const frame::Format& format) const {
+        const libraw_colordata_t& color = m_data.color;
+        const auto part = [&color](unsigned index) {
+            return WithFraction(color.cblack[index], color.dng_levels.dng_fcblack[index]);
+        };
+        const double common = WithFraction(color.black, color.dng_levels.dng_fblack);
+        const unsigned rows = color.cblack[4], columns = color.cblack[5];
+        const bool hasPattern =
+            rows > 0 && columns > 0 && rows <= LIBRAW_CBLACK_SIZE / columns && rows * columns <= LIBRAW_CBLACK_SIZE - 6;
+        frame::Levels levels;
+        for (unsigned site = 0; site < 4; ++site) {
+            const unsigned row = site / 2, column = site % 2;
+            // The mean over the places of a pattern that have this filter.
+            double sum = 0;
+            for (unsigned y = row; hasPattern && y < 2 * rows; y += 2) {
+                for (unsigned x = column; x < 2 * columns; x += 2) sum += part(6 + y % rows * columns + x % columns);
+            }
+            const double ofPattern = hasPattern ? sum / (rows * columns) : 0;
+            levels.ofFilters[frame::FilterIndex(format, row, column)] =
+                common + part(m_raw.COLOR(static_cast<int>(row), static_cast<int>(column))) + ofPattern;
+        }
+        return levels;
+    }
+
+    /** As shot, else those of daylight that LibRaw derives from the matrix; the smallest is 1. Equal ones are unknown.
+     */
+    std::optional<frame::Gains> Gains() const {
+        for (const float* gains : {m_data.color.cam_mul, m_data.color.pre_mul}) {
+            const double smallest = std::min({gains[0], gains[1], gains[2]});
+            const double largest = std::max({gains[0], gains[1], gains[2]});
+            if (smallest > 0 && largest > smallest && largest <= 64 * smallest) {
+                const double green = Rounded(gains[1] / smallest);
+                return frame::Gains{Rounded(gains[0] / smallest), green, Rounded(gains[2] / smallest), green};
+            }
+        }
+        return std::nullopt;
+    }
+
+    /** From balanced sensor colours to linear sRGB; LibRaw has zeros or the identity where it knows none. */
+    std::optional<std::array<double, 9>> Matrix() const {
+        std::array<double, 9> matrix;
+        for (int row = 0; row < 3; ++row) {
+            std::transform(m_data.color.rgb_cam[row], m_data.color.rgb_cam[row] + 3, matrix.begin() + 3 * row, Rounded);
+        }
+        constexpr std::array<double, 9> kIdentity = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+        const bool isKnown = matrix[0] != 0 && matrix != kIdentity &&
+                             std::ranges::all_of(matrix, [](double m) { return std::abs(m) <= 64; });
+        return isKnown ? std::optional(matrix) : std::nullopt;
+    }
+
+    /** LibRaw's flags are 1: mirrored horizontally, 2: vertically, 4: then exchange of rows and columns. */
+    uint64_t ExifOrientation() const {
+        constexpr std::array<uint64_t, 8> kOfFlags = {1, 2, 4, 3, 5, 8, 6, 7};
+        return kOfFlags[m_data.sizes.flip & 7];
+    }
+
+    LibRaw& m_raw;
+    libraw_data_t& m_data;
+    const std::string& m_name;
+    std::string m_camera;
+};
+
+}  // namespace
+
+std::optional<CameraRaw> DecodeCameraRaw(const Bytes& content, const std::string& path, const std::string& name) {
+    const std::string_view text(reinterpret_cast<const char*>(content.data()), content.size());
+    const bool isTiff = StartsWithAny(text, kTiffSignatures);
+    if (!isTiff && !StartsWithAny(text, kSignatures) &&
+        !text.substr(std::min<size_t>(4, text.size())).starts_with("ftypcrx ")) {
+        return std::nullopt;
+    }
+    const auto raw = std::make_unique<LibRaw>();  // hundreds of kilobytes
+    raw->imgdata.params.max_raw_memory_mb = kMaximumMegabytes;
+    // LibRaw only reads the buffer.
+    const int code = CodeOf([&] { return raw->open_buffer(const_cast<uint8_t*>(content.data()), content.size()); });
+    const std::string extension = LowerExtension(path);
+    const bool isPictureName = extension.empty() || extension == ".tif" || extension == ".tiff";
+    if (code != LIBRAW_SUCCESS && isTiff && !isPictureName) {
+        Fail(ExitCode::Input, "{}: is damaged, or no camera raw file that LibRaw {} knows", name, LibRaw::version());
+    }
+    if (code != LIBRAW_SUCCESS || (isTiff && isPictureName && raw->imgdata.idata.dng_version == 0)) {
+        return std::nullopt;
+    }
+    return MosaicReader(*raw, name).Read();
+}
+
+}  // namespace kvx::tool
