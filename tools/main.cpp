@@ -5,6 +5,7 @@
 #include "tools/ToolError.h"
 #include "tools/commands/Commands.h"
 #include "tools/console/Console.h"
+#include "tools/console/Misspelling.h"
 
 namespace kvx::tool {
 namespace {
@@ -29,9 +30,10 @@ int Finish(ExitCode code, const std::string& message) {
 }
 
 /** Prints help or version when the user asked for them; anything else is wrong usage, reported in one line. */
-int FinishParsing(const CLI::App& tool, const CLI::ParseError& error) {
+int FinishParsing(CLI::App& tool, const CLI::ParseError& error, const std::vector<std::string>& words) {
     if (error.get_exit_code() != 0) {
-        return Finish(ExitCode::Usage, fmt::format("{}; see --help", error.what()));
+        const std::optional<std::string> misspelling = FindMisspelling(tool, words);
+        return Finish(ExitCode::Usage, misspelling ? *misspelling : fmt::format("{}; see --help", error.what()));
     }
     std::ostringstream text;
     tool.exit(error, text, text);
@@ -61,7 +63,7 @@ int RunTool(int argc, char** argv) {
     } catch (const CLI::RuntimeError& failure) {
         return failure.get_exit_code();  // the command has reported what failed
     } catch (const CLI::ParseError& error) {
-        return FinishParsing(tool, error);
+        return FinishParsing(tool, error, {argv + 1, argv + argc});
     }
     return static_cast<int>(ExitCode::Success);
 }

@@ -19,7 +19,7 @@ namespace {
 constexpr const char* kFooter =
     R"(Size and format come from the options, then from a sidecar (FRAME.json, or the frame's
 name with the extension .json), then from file names such as
-scene_1920x1200_BayerRG12.raw. PGM, PNG and TIFF files (grey, 8 or 16 bits) are
+scene_1920x1200_BayerRG12.raw. PGM, PNG, TIFF and NumPy files (grey, 8 or 16 bits) are
 recognised by their content and contain their size; their values are right-aligned.
 Camera raw files (of Bayer sensors, as LibRaw decodes them) and DNG files also contain
 format, levels, balance, matrix and orientation, which apply like those of a sidecar.
@@ -39,14 +39,15 @@ which hold linear light, then go through the component's tone curve and colour m
 (--set RR=1 and so on change it).
 
 When one of several frames fails, the others are still converted. --json prints a line
-for each frame when it is done: an object with input, output, status (converted or
-failed), seconds, and format, width, height, algorithm, gains, exposure, inferred, hints;
+for each frame when it is done: an object with input, output, frame (with --frames), status
+(converted or failed), seconds, and format, width, height, algorithm, gains, exposure, inferred, hints;
 or exitCode and error.
 
 Examples:
   kvx-demosaic convert scene_1920x1200_BayerRG12.raw scene.png
   kvx-demosaic convert frame.raw frame.png --look natural
   kvx-demosaic convert *.raw --output pictures/
+  kvx-demosaic convert sequence_640x480_BayerRG8.raw --frames --output pictures/
   kvx-demosaic convert *.raw --output 'pictures/{stem}.tif' --to RGB16 --algorithm ipp
   kvx-demosaic convert photo.nef photo.png --look natural --algorithm ipp
   grab | kvx-demosaic convert - - --format BayerRG8 --width 640 --height 480 | display)";
@@ -56,6 +57,8 @@ struct ConvertOptions {
     std::string output;
     std::optional<std::string> destination;
     ConvertSettings settings;
+    std::optional<uint64_t> quality;
+    bool hasFrames = false;
     std::optional<uint64_t> jobs;
     std::optional<uint64_t> threads;
     bool asJson = false;
@@ -70,7 +73,15 @@ frame::Format RequireDestination(const std::string& name) {
 }
 
 void Convert(ConvertOptions& options) {
-    const std::vector<FileTask> tasks = PlanFiles(options.files, options.output);
+    std::function<uint64_t(const std::string&)> countFrames;
+    if (options.hasFrames) {
+        countFrames = [&](const std::string& path) { return CountFrames(path, options.settings.request); };
+    }
+    const std::vector<FileTask> tasks = PlanFiles(options.files, options.output, countFrames);
+    if (options.quality && tasks.front().kind != PictureKind::Jpeg) {
+        Fail(ExitCode::Usage, "--quality: is for JPEG files: write a .jpg file");
+    }
+    options.settings.jpegQuality = static_cast<int>(options.quality.value_or(kJpegQuality));
     options.settings.destination = RequireDestination(options.destination.value_or("RGB8"));
     if (!tasks.front().kind && (options.destination || AsksForPicture(options.settings))) {
         Fail(ExitCode::Usage,
@@ -106,7 +117,8 @@ void Convert(ConvertOptions& options) {
 void AddOutputOptions(CLI::App& command, ConvertOptions& options) {
     command
         .add_option("-o,--output", options.output,
-                    "Directory (created if it ends in /), pattern with {stem}, or picture; all FILES are then frames")
+                    "Directory (created if it ends in /), pattern with {stem} (and {frame}), or picture; all FILES are "
+                    "then frames")
         ->type_name("OUT");
     command.add_option("--to", options.destination, "Format of the picture; default: RGB8")->type_name("NAME");
     AddText(
@@ -115,6 +127,8 @@ void AddOutputOptions(CLI::App& command, ConvertOptions& options) {
     AddChoice<std::optional<int>, int>(command, "--flip", options.settings.flip,
                                        {{"vertical", 0}, {"horizontal", 1}, {"both", -1}},
                                        "Mirror the picture: horizontal, vertical or both");
+    AddNumber(command, "--quality", options.quality, "Quality of a JPEG file, 1 to 100; default: 95", 100);
+    command.add_flag("--frames", options.hasFrames, "Convert all frames of headerless files that have several");
     command.add_flag("--json", options.asJson, "Print a line of JSON for each frame");
 }
 
@@ -126,8 +140,8 @@ void AddConvertCommand(CLI::App& tool) {
     command
         ->add_option(
             "FILES", options->files,
-            "IN OUT: a headerless raw, camera raw, DNG, PGM, PNG or TIFF file, and a .png, .tif, .tiff, .ppm, .pnm or "
-            ".dng file; - is standard input, or standard output as PPM. With --output: frames only")
+            "IN OUT: a headerless raw, camera raw, DNG, PGM, PNG, TIFF or NumPy file, and a .png, .jpg, .tif, .npy, "
+            ".ppm or .dng file; - is standard input, or standard output as PPM. With --output: frames only")
         ->required();
     AddOutputOptions(*command, *options);
     AddFrameOptions(*command, options->settings.request);

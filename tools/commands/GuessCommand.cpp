@@ -29,7 +29,7 @@ namespace {
 
 constexpr const char* kFooter =
     R"(Without --width and --height, guess tries every size that fills the file: widths that are
-multiples of 4 and 1 to 2.4 times the height. PGM, PNG and TIFF files contain their size.
+multiples of 4, the longer side at most 2.4 times the shorter. PGM, PNG and TIFF files contain their size.
 
 How it works: 'continuity' measures how much more alike samples two and four sites apart
 are than any two samples; a wrong layout or width destroys it. 'explained' is the share of
@@ -37,7 +37,8 @@ the differences between the sites of a tile that disappears when only sites of t
 colour are compared. The score is their product.
 
 Limits: exchanging red and blue changes neither value, so such pairs have the same score.
-The one with more strong warm than strong cold colours comes first, which is right for
+One whose colours could be those of grey surfaces in a light that there is comes first;
+if both could, the one with more strong warm than strong cold colours, which is right for
 most scenes but not for all. A scene without colours does not reveal its pattern.
 
 Examples:
@@ -126,7 +127,8 @@ cv::Mat DrawGuesses(const std::string& name, const std::vector<Guess>& ranking) 
 
 std::string Verdict(const Guesses& guesses) {
     return guesses.isPatternKnown
-               ? "1 and 2 differ only in red and blue; 1 has the warmer colours. Look at the sheet.\n"
+               ? "1 and 2 differ only in red and blue; 1 has the more plausible light, or the warmer colours. Look at "
+                 "the sheet.\n"
                : "Uncertain: a mono frame, or a scene whose colours do not reveal the pattern or the size.\n";
 }
 

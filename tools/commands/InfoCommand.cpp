@@ -103,7 +103,7 @@ std::string InfoText(const FrameInput& input, const nlohmann::ordered_json& info
     table.AddRow({"width", fmt::format("{}{}", input.frame.samples.cols, OriginText(input, "width"))});
     table.AddRow({"height", fmt::format("{}{}", input.frame.samples.rows, OriginText(input, "height"))});
     for (const FrameFact& fact : input.facts) {
-        if (fact.name == "stride" || fact.name == "offset") {
+        if (fact.name == "stride" || fact.name == "offset" || fact.name == "frame") {
             table.AddRow({fact.name, fmt::format("{}{}", fact.value, OriginText(input, fact.name))});
         }
     }

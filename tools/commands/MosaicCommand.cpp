@@ -101,8 +101,11 @@ void AddFaultOptions(CLI::App& command, MosaicOptions& options) {
 void AddMosaicCommand(CLI::App& tool) {
     const auto options = std::make_shared<MosaicOptions>();
     CLI::App* command = tool.add_subcommand("mosaic", "Make a raw frame from a picture");
-    command->add_option("IMAGE", options->input, "PNG, TIFF, PPM or PGM picture; - is standard input")->required();
-    command->add_option("RAW", options->output, "Headerless raw file, or .pgm; - is standard output, headerless")
+    command->add_option("IMAGE", options->input, "PNG, TIFF, JPEG, NumPy, PPM or PGM picture; - is standard input")
+        ->required();
+    command
+        ->add_option("RAW", options->output,
+                     "Headerless raw file, or .dng, .npy or .pgm; - is standard output, headerless")
         ->required();
     command->add_option("--format", options->format, "Format of the frame, such as BayerRG12")
         ->type_name("NAME")

@@ -42,7 +42,7 @@ const std::vector<std::pair<std::string, frame::Layout>> kLayouts = {
     {"mipi", frame::Layout::Mipi},   {"msb", frame::Layout::MsbAligned}, {"big-endian", frame::Layout::BigEndian}};
 
 const std::vector<std::pair<std::string, FrameKind>> kKinds = {
-    {"raw", FrameKind::Raw}, {"pgm", FrameKind::Pgm}, {"dng", FrameKind::Dng}};
+    {"raw", FrameKind::Raw}, {"pgm", FrameKind::Pgm}, {"dng", FrameKind::Dng}, {"npy", FrameKind::Npy}};
 
 struct PackOptions {
     std::string input;
@@ -76,9 +76,9 @@ CLI::App* AddRepacking(CLI::App& tool, const std::string& name, const std::strin
     CLI::App* command = tool.add_subcommand(name, help);
     command
         ->add_option("IN", options->input,
-                     "Headerless raw, camera raw, DNG, PGM, PNG or TIFF file; - is standard input")
+                     "Headerless raw, camera raw, DNG, PGM, PNG, TIFF or NumPy file; - is standard input")
         ->required();
-    command->add_option("OUT", options->file.path, "Headerless raw file, or .dng or .pgm; - is standard output")
+    command->add_option("OUT", options->file.path, "Headerless raw file, or .dng, .npy or .pgm; - is standard output")
         ->required();
     AddFrameOptions(*command, options->request);
     command->callback([options] { Repack(*options); });
@@ -94,7 +94,7 @@ void AddPackCommands(CLI::App& tool) {
     AddChoice<std::optional<frame::Layout>, frame::Layout>(*pack, "--layout", packOptions->layout, kLayouts,
                                                            "pfnc, gige, mipi, msb, big-endian or plain");
     AddChoice<std::optional<FrameKind>, FrameKind>(*pack, "--to", packOptions->file.kind, kKinds,
-                                                   "Kind of the file: raw, pgm or dng; default: by its name");
+                                                   "Kind of the file: raw, pgm, npy or dng; default: by its name");
     pack->add_flag_callback(
         "--image-padding", [packOptions] { packOptions->file.padding = frame::RowPadding::Image; },
         "Start each row right after the last bit of the one before; default: at a byte");

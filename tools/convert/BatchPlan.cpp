@@ -12,24 +12,29 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kStem = "{stem}";
+constexpr std::string_view kFrame = "{frame}";
 
 std::optional<PictureKind> KindFor(const std::string& path) {
     return LowerExtension(path) == ".dng" ? std::nullopt : std::optional(PictureKindFor(path));
 }
 
 /** `output` as a pattern; one that names a single file has no stem in it. */
-std::string PatternOf(const std::string& output) {
+std::string PatternOf(const std::string& output, bool hasFrames) {
     std::error_code error;
     const bool isDirectory = output.ends_with('/') || (output != "-" && fs::is_directory(output, error));
-    return isDirectory ? (fs::path(output) / "{stem}.png").string() : output;
+    const char* name = hasFrames ? "{stem}_{frame}.png" : "{stem}.png";
+    return isDirectory ? (fs::path(output) / name).string() : output;
 }
 
-std::string Filled(std::string pattern, const std::string& input) {
-    const std::string stem = input == "-" ? "stdin" : fs::path(input).stem().string();
-    for (size_t at = pattern.find(kStem); at != std::string::npos; at = pattern.find(kStem, at + stem.size())) {
-        pattern.replace(at, kStem.size(), stem);
+std::string Filled(std::string pattern, std::string_view place, const std::string& value) {
+    for (size_t at = pattern.find(place); at != std::string::npos; at = pattern.find(place, at + value.size())) {
+        pattern.replace(at, place.size(), value);
     }
     return pattern;
+}
+
+std::string StemOf(const std::string& input) {
+    return input == "-" ? "stdin" : fs::path(input).stem().string();
 }
 
 /** The same for every spelling of a path. */
@@ -54,14 +59,19 @@ void RequireSeparateFiles(const std::vector<FileTask>& tasks) {
 
 }  // namespace
 
-std::vector<FileTask> PlanFiles(const std::vector<std::string>& files, const std::string& output) {
-    if (output.empty()) {
+std::vector<FileTask> PlanFiles(const std::vector<std::string>& files, const std::string& output,
+                                const std::function<uint64_t(const std::string&)>& countFrames) {
+    if (output.empty() && !countFrames) {
         if (files.size() != 2) {
             Fail(ExitCode::Usage, "{}: give a frame and its picture OUT, or frames and --output", files.front());
         }
         return {{files[0], files[1], KindFor(files[1])}};
     }
-    const std::string pattern = PatternOf(output);
+    const std::string pattern = PatternOf(output, countFrames != nullptr);
+    if (countFrames && pattern.find(kFrame) == std::string::npos) {
+        Fail(ExitCode::Usage,
+             "--frames: needs --output with a directory (ending in /) or a pattern such as out/{{stem}}_{{frame}}.png");
+    }
     if (files.size() > 1 && pattern.find(kStem) == std::string::npos) {
         Fail(ExitCode::Usage,
              "--output {}: names one file for {} frames: give a directory (ending in /) or a pattern such "
@@ -72,7 +82,16 @@ std::vector<FileTask> PlanFiles(const std::vector<std::string>& files, const std
     std::vector<FileTask> tasks;
     tasks.reserve(files.size());
     for (const std::string& input : files) {
-        tasks.push_back({input, Filled(pattern, input), kind});
+        const std::string path = Filled(pattern, kStem, StemOf(input));
+        if (!countFrames) {
+            tasks.push_back({input, path, kind});
+            continue;
+        }
+        const uint64_t count = countFrames(input);
+        const size_t digits = std::to_string(count - 1).size();
+        for (uint64_t frame = 0; frame < count; ++frame) {
+            tasks.push_back({input, Filled(path, kFrame, fmt::format("{:0{}}", frame, digits)), kind, frame});
+        }
     }
     RequireSeparateFiles(tasks);
     return tasks;

@@ -9,6 +9,9 @@ namespace kvx::tool {
 
 std::string ReportLine(const FileReport& report) {
     nlohmann::ordered_json json = {{"input", report.task.input}, {"output", report.task.output}};
+    if (report.task.frame) {
+        json["frame"] = *report.task.frame;
+    }
     if (report.failure) {
         json["status"] = "failed";
         json["exitCode"] = static_cast<int>(report.failure->Code());

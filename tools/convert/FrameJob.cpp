@@ -42,7 +42,9 @@ FileReport FrameJob::Run(const FileTask& task) {
 
 void FrameJob::Convert(const FileTask& task, FileReport& report) {
     RequireDistinct(task.input, task.output);
-    const FrameInput input = ReadFrame(task.input, m_settings.request);
+    FrameRequest request = m_settings.request;
+    if (task.frame) request.frame = task.frame;
+    const FrameInput input = ReadFrame(task.input, request);
     const std::string name = InputName(task.input);
     frame::SourceView source = ViewOf(input.frame);
     if (m_settings.crop) {
@@ -65,7 +67,7 @@ void FrameJob::Convert(const FileTask& task, FileReport& report) {
     if (m_settings.flip) {
         cv::flip(picture.pixels, picture.pixels, *m_settings.flip);
     }
-    WriteOutput(task.output, EncodePicture(picture, *task.kind));
+    WriteOutput(task.output, EncodePicture(picture, *task.kind, m_settings.jpegQuality));
 
     report.algorithm = converter.AlgorithmName();
     report.width = picture.pixels.cols;

@@ -26,6 +26,7 @@ struct ConvertSettings {
     std::optional<_KvxRect> crop;
     std::optional<int> flip;  ///< as cv::flip() numbers directions
     int threads = 0;          ///< of one conversion
+    int jpegQuality = kJpegQuality;
 };
 
 /** The outcome of a frame. Members after `failure` are only valid without one. */

@@ -224,11 +224,11 @@ std::optional<CameraRaw> DecodeCameraRaw(const Bytes& content, const std::string
     // LibRaw only reads the buffer.
     const int code = CodeOf([&] { return raw->open_buffer(const_cast<uint8_t*>(content.data()), content.size()); });
     const std::string extension = LowerExtension(path);
-    const bool isPictureName = extension.empty() || extension == ".tif" || extension == ".tiff";
-    if (code != LIBRAW_SUCCESS && isTiff && !isPictureName) {
-        Fail(ExitCode::Input, "{}: is damaged, or no camera raw file that LibRaw {} knows", name, LibRaw::version());
+    if (code != LIBRAW_SUCCESS && extension == ".dng") {
+        Fail(ExitCode::Input, "{}: is damaged, or no DNG file that LibRaw {} knows", name, LibRaw::version());
     }
-    if (code != LIBRAW_SUCCESS || (isTiff && isPictureName && raw->imgdata.idata.dng_version == 0)) {
+    const bool isPicture = raw->imgdata.idata.dng_version == 0 && (extension == ".tif" || extension == ".tiff");
+    if (code != LIBRAW_SUCCESS || isPicture) {
         return std::nullopt;
     }
     return MosaicReader(*raw, name).Read();

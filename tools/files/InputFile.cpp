@@ -62,6 +62,14 @@ Bytes ReadAll(int descriptor, const std::string& path, const InputLimit& limit) 
     return content;
 }
 
+FileDescriptor Opened(const std::string& path) {
+    FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (file.Get() < 0) {
+        FailReading(path);
+    }
+    return file;
+}
+
 }  // namespace
 
 std::string InputName(const std::string& path) {
@@ -72,11 +80,33 @@ Bytes ReadInput(const std::string& path, const InputLimit& limit) {
     if (path == "-") {
         return ReadAll(STDIN_FILENO, path, limit);
     }
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (file.Get() < 0) {
-        FailReading(path);
+    return ReadAll(Opened(path).Get(), path, limit);
+}
+
+uint64_t InputSize(const std::string& path) {
+    struct stat status {};
+    if (path == "-" || ::fstat(Opened(path).Get(), &status) != 0 || !S_ISREG(status.st_mode)) {
+        Fail(ExitCode::Input, "{}: is no regular file: frames can only be counted in one", InputName(path));
     }
-    return ReadAll(file.Get(), path, limit);
+    return static_cast<uint64_t>(status.st_size);
+}
+
+Bytes ReadPart(const std::string& path, uint64_t offset, uint64_t bytes) {
+    const uint64_t size = InputSize(path);
+    const FileDescriptor file = Opened(path);
+    Bytes content(std::min(bytes, size - std::min(offset, size)));
+    for (size_t filled = 0; filled < content.size();) {
+        const ssize_t count =
+            ::pread(file.Get(), content.data() + filled, content.size() - filled, static_cast<off_t>(offset + filled));
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            FailReading(path);
+        }
+        filled += static_cast<size_t>(count);
+    }
+    return content;
 }
 
 }  // namespace kvx::tool

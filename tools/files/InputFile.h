@@ -24,4 +24,10 @@ constexpr InputLimit kFrameLimit{size_t{1} << 32, ExitCode::Frame, "no frame is 
 /** The whole content of a file, or of standard input for "-". Throws ExitCode::Input, or what the limit says. */
 Bytes ReadInput(const std::string& path, const InputLimit& limit = kFrameLimit);
 
+/** Bytes of a file. Throws ExitCode::Input, also for anything but a regular file, whose size is not known. */
+uint64_t InputSize(const std::string& path);
+
+/** At most `bytes` bytes of a regular file; fewer at its end. Throws ExitCode::Input. */
+Bytes ReadPart(const std::string& path, uint64_t offset, uint64_t bytes);
+
 }  // namespace kvx::tool

@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "tools/ToolError.h"
+#include "tools/files/Npy.h"
 #include "tools/files/Pnm.h"
 
 namespace kvx::tool {
@@ -77,7 +78,7 @@ cv::Mat Decode(const Bytes& content, const std::string& name) {
         // An empty picture, as after any other failure to decode.
     }
     if (pixels.empty()) {
-        Fail(ExitCode::Input, "{}: is not a picture, or is damaged: give a PNG, TIFF, PGM or PPM file", name);
+        Fail(ExitCode::Input, "{}: is not a picture, or is damaged: give a PNG, TIFF, PGM, PPM or NumPy file", name);
     }
     return pixels;
 }
@@ -86,13 +87,17 @@ cv::Mat Decode(const Bytes& content, const std::string& name) {
 
 bool IsPictureFile(const Bytes& content) {
     const std::string_view text(reinterpret_cast<const char*>(content.data()), content.size());
-    return ParsePnmHeader(content) || std::any_of(kSignatures.begin(), kSignatures.end(),
-                                                  [text](auto signature) { return text.starts_with(signature); });
+    return ParsePnmHeader(content) || IsNpy(content) ||
+           std::any_of(kSignatures.begin(), kSignatures.end(),
+                       [text](auto signature) { return text.starts_with(signature); });
 }
 
 Picture DecodePicture(const Bytes& content, const std::string& name) {
     if (const std::optional<PnmHeader> header = ParsePnmHeader(content)) {
         return DecodePnm(content, *header, name);
+    }
+    if (IsNpy(content)) {
+        return DecodeNpy(content, name);
     }
     cv::Mat pixels = Decode(content, name);
     if (pixels.channels() == 4) {

@@ -7,7 +7,7 @@
 
 namespace kvx::tool {
 
-/** Whether the content starts like a PGM, PPM, PNG or TIFF file. */
+/** Whether the content starts like a PGM, PPM, PNG, TIFF or NumPy file. */
 bool IsPictureFile(const Bytes& content);
 
 /**

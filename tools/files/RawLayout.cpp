@@ -57,6 +57,9 @@ std::string Advice(const RawLayout& layout, uint64_t actual, uint64_t needed) {
         return *format;
     }
     std::vector<std::string> options;
+    if (rest >= 2 * FrameBytes(layout) && rest % FrameBytes(layout) == 0) {
+        options.push_back(fmt::format("--frame 0 ({} frames)", rest / FrameBytes(layout)));
+    }
     if (actual > needed) {
         options.push_back(fmt::format("--skip-bytes {} (a header)", layout.skipBytes + actual - needed));
     }
@@ -108,6 +111,21 @@ void CheckFrameSize(uint64_t width, uint64_t height, const std::string& name) {
         Fail(ExitCode::Frame, "{}: {}x{} pixels are too many: at most {} pixels, {} in a row", name, width, height,
              INT_MAX, INT_MAX / kMaximumPixelBytes);
     }
+}
+
+uint64_t FrameBytes(const RawLayout& layout) {
+    return Stride(layout) * layout.height;
+}
+
+uint64_t FrameCount(const RawLayout& layout, uint64_t fileBytes, const std::string& name) {
+    CheckLayout(layout, fileBytes, name);
+    const uint64_t rest = fileBytes - layout.skipBytes;
+    if (rest == 0 || rest % FrameBytes(layout) != 0) {
+        Fail(ExitCode::Frame,
+             "{}: holds {} bytes after --skip-bytes {}: no whole number of frames, which have {} bytes", name, rest,
+             layout.skipBytes, FrameBytes(layout));
+    }
+    return rest / FrameBytes(layout);
 }
 
 RawFrame CutFrame(const Bytes& content, const RawLayout& layout, const std::string& name) {

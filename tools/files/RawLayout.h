@@ -27,4 +27,10 @@ void CheckFrameSize(uint64_t width, uint64_t height, const std::string& name);
  */
 RawFrame CutFrame(const Bytes& content, const RawLayout& layout, const std::string& name);
 
+/** From the start of a frame to that of the next one in a file with several; rows start with a byte. */
+uint64_t FrameBytes(const RawLayout& layout);
+
+/** Frames in a file of that many bytes. Throws ExitCode::Frame for no frame, or a part of one. */
+uint64_t FrameCount(const RawLayout& layout, uint64_t fileBytes, const std::string& name);
+
 }  // namespace kvx::tool

@@ -14,6 +14,9 @@
 namespace kvx::tool {
 namespace {
 
+/** Enough to recognise a file that is not headerless. */
+constexpr uint64_t kSignatureBytes = 64;
+
 /** Takes what the user left open from the sidecar, then from the file's name, and records where it came from. */
 class Inference {
 public:
@@ -153,17 +156,44 @@ RawFrame FrameFromPicture(const Bytes& content, const frame::Format& format, Inf
     return {frame::Unpacked(format), pixels};
 }
 
-RawFrame FrameFromSamples(const Bytes& content, const frame::Format& format, Inference& inference,
-                          const std::string& name) {
+RawLayout RequireLayout(const frame::Format& format, Inference& inference, const std::string& name) {
     const std::optional<uint64_t> width = inference.Width();
     const std::optional<uint64_t> height = inference.Height();
     if (!width || !height) {
-        Fail(ExitCode::Usage,
-             "{}: unknown size: it is not a PGM, PNG or TIFF file, and neither a sidecar nor its name gives one; add "
-             "--width and --height",
-             name);
+        Fail(
+            ExitCode::Usage,
+            "{}: unknown size: it is not a PGM, PNG, TIFF or NumPy file, and neither a sidecar nor its name gives one; "
+            "add --width and --height ('kvx-demosaic guess' finds likely ones)",
+            name);
     }
-    return CutFrame(content, {format, *width, *height, inference.Stride(), inference.SkipBytes()}, name);
+    return {format, *width, *height, inference.Stride(), inference.SkipBytes()};
+}
+
+RawLayout RequireSeveral(const std::string& path, Inference& inference, const std::string& name) {
+    const Bytes start = ReadPart(path, 0, kSignatureBytes);
+    if (IsPictureFile(start)) {
+        Fail(ExitCode::Usage, "{}: --frame and --frames are for headerless files, and this file has one frame", name);
+    }
+    return RequireLayout(RequireSource(inference.Format(), name), inference, name);
+}
+
+/** Reads this frame only, whatever the size of the file. */
+FrameInput FrameOfSeveral(const std::string& path, const FrameRequest& request, const std::string& name) {
+    Inference inference(path, request);
+    RawLayout layout = RequireSeveral(path, inference, name);
+    const uint64_t count = FrameCount(layout, InputSize(path), name);
+    if (*request.frame >= count) {
+        Fail(ExitCode::Frame, "{}: --frame {} does not exist: the file has {} frames, counted from 0", name,
+             *request.frame, count);
+    }
+    const uint64_t bytes = FrameBytes(layout);
+    const uint64_t start = layout.skipBytes + *request.frame * bytes;
+    layout.skipBytes = 0;
+    RawFrame frame = CutFrame(ReadPart(path, start, bytes), layout, name);
+    WithExitCode(ExitCode::Frame, name, [&] { frame::CheckSampleDepth(ViewOf(frame)); });
+    std::vector<FrameFact> facts = inference.Facts(frame.samples);
+    facts.push_back({"frame", fmt::format("{} of {}", *request.frame, count), "options"});
+    return {std::move(frame), layout.format, inference.FromSidecar(), {}, std::move(facts), inference.Inferred()};
 }
 
 /** The JSON file next to a camera raw file overrides parts of what the file says, but not its layout. */
@@ -199,8 +229,17 @@ FrameInput FrameFromCameraRaw(CameraRaw raw, const std::string& path, const Fram
 
 }  // namespace
 
+uint64_t CountFrames(const std::string& path, const FrameRequest& request) {
+    const std::string name = InputName(path);
+    Inference inference(path, request);
+    return FrameCount(RequireSeveral(path, inference, name), InputSize(path), name);
+}
+
 FrameInput ReadFrame(const std::string& path, const FrameRequest& request) {
     const std::string name = InputName(path);
+    if (request.frame) {
+        return FrameOfSeveral(path, request, name);
+    }
     const Bytes content = ReadInput(path);
     if (std::optional<CameraRaw> raw = DecodeCameraRaw(content, path, name)) {
         return FrameFromCameraRaw(std::move(*raw), path, request, name);
@@ -208,7 +247,7 @@ FrameInput ReadFrame(const std::string& path, const FrameRequest& request) {
     Inference inference(path, request);
     const frame::Format format = RequireSource(inference.Format(), name);
     RawFrame frame = IsPictureFile(content) ? FrameFromPicture(content, format, inference, request, name)
-                                            : FrameFromSamples(content, format, inference, name);
+                                            : CutFrame(content, RequireLayout(format, inference, name), name);
     WithExitCode(ExitCode::Frame, name, [&] { frame::CheckSampleDepth(ViewOf(frame)); });
     std::vector<FrameFact> facts = inference.Facts(frame.samples);
     return {std::move(frame), format, inference.FromSidecar(), {}, std::move(facts), inference.Inferred()};

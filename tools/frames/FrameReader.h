@@ -17,6 +17,7 @@ struct FrameRequest {
     std::optional<uint64_t> height;
     std::optional<uint64_t> stride;
     std::optional<uint64_t> skipBytes;
+    std::optional<uint64_t> frame;  ///< of a headerless file with several, from 0; nothing: it has one
     bool useSidecar = true;
 };
 
@@ -35,6 +36,9 @@ struct FrameInput {
     std::vector<FrameFact> facts;
     std::string inferred;  ///< a message about what the sidecar and the name gave; often empty
 };
+
+/** Frames in a headerless file. Throws as ReadFrame(). */
+uint64_t CountFrames(const std::string& path, const FrameRequest& request);
 
 /** Reads a frame from a headerless, picture or camera raw file, or from standard input for "-". */
 FrameInput ReadFrame(const std::string& path, const FrameRequest& request);

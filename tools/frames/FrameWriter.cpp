@@ -3,6 +3,7 @@
 #include "tools/ToolError.h"
 #include "tools/files/Dng.h"
 #include "tools/files/InputFile.h"
+#include "tools/files/Npy.h"
 #include "tools/files/OutputFile.h"
 #include "tools/files/PictureEncoder.h"
 #include "tools/files/Pnm.h"
@@ -28,7 +29,10 @@ frame::Format FileFormat(const FrameFile& file, FrameKind kind, const RawFrame& 
 
 FrameKind FrameKindFor(const std::string& path) {
     const std::string extension = LowerExtension(path);
-    return extension == ".pgm" ? FrameKind::Pgm : extension == ".dng" ? FrameKind::Dng : FrameKind::Raw;
+    return extension == ".pgm"   ? FrameKind::Pgm
+           : extension == ".dng" ? FrameKind::Dng
+           : extension == ".npy" ? FrameKind::Npy
+                                 : FrameKind::Raw;
 }
 
 void WriteFrame(const FrameFile& file, const RawFrame& frame, const Sidecar& known,
@@ -37,6 +41,7 @@ void WriteFrame(const FrameFile& file, const RawFrame& frame, const Sidecar& kno
     const frame::Format format = FileFormat(file, kind, frame);
     WriteOutput(file.path, kind == FrameKind::Pgm   ? EncodePnm({frame.samples, frame::White(format)})
                            : kind == FrameKind::Dng ? EncodeDng(frame, known, noise, file.path)
+                           : kind == FrameKind::Npy ? EncodeNpy(frame.samples)
                                                     : EncodePacked(frame.samples, format, file.padding));
     if (!file.hasSidecar || kind == FrameKind::Dng) {
         return;

@@ -9,14 +9,14 @@
 
 namespace kvx::tool {
 
-enum class FrameKind { Raw, Pgm, Dng };
+enum class FrameKind { Raw, Pgm, Dng, Npy };
 
-/** By the extension .pgm or .dng, in any case; anything else is headerless. */
+/** By the extension .pgm, .dng or .npy, in any case; anything else is headerless. */
 FrameKind FrameKindFor(const std::string& path);
 
 /** How to write the file of a frame. */
 struct FrameFile {
-    std::string path;               ///< "-" for standard output
+    std::string path;                    ///< "-" for standard output
     std::optional<FrameKind> kind = {};  ///< nothing: by the extension
     frame::Layout layout = frame::Layout::Plain;
     frame::RowPadding padding = frame::RowPadding::Line;

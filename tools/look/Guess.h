@@ -18,7 +18,7 @@ struct Guess {
 };
 
 struct Guesses {
-    std::vector<Guess> ranking;  ///< the best first; equals by warmth
+    std::vector<Guess> ranking;  ///< the best first; equals by warmth, the first two by a plausible light first
     bool isPatternKnown;         ///< whether the frame has enough colour to identify its mosaic
 };
 

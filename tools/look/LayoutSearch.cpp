@@ -33,7 +33,7 @@ std::optional<frame::SourceView> ViewThatFills(const Bytes& content, const frame
 
 /** Sizes to try: the height follows from the width. */
 std::vector<Size> SizesToTry(const frame::Format& layout, const KnownFacts& known, uint64_t bytes) {
-    constexpr double kWidest = 2.4;
+    constexpr double kWidest = 2.4;  // landscape or portrait
     const uint64_t first = known.width.value_or(4);
     const uint64_t last = known.width.value_or(kLargestSide);
     std::vector<Size> sizes;
@@ -43,7 +43,7 @@ std::vector<Size> SizesToTry(const frame::Format& layout, const KnownFacts& know
             known.height.value_or(8 * bytes / frame::RowBytes(layout, 8 * static_cast<uint32_t>(width)));
         const double aspect = static_cast<double>(width) / std::max(1.0, static_cast<double>(height));
         if (height >= 1 && height <= kLargestSide &&
-            (known.width || known.height || (aspect >= 1 && aspect <= kWidest))) {
+            (known.width || known.height || std::max(aspect, 1 / aspect) <= kWidest)) {
             sizes.push_back({static_cast<uint32_t>(width), static_cast<uint32_t>(height)});
         }
     }

@@ -2,6 +2,7 @@
 
 #include "TemporaryDirectory.h"
 #include "ToolRun.h"
+#include "tools/files/Npy.h"
 #include "tools/files/PictureDecoder.h"
 #include "tools/files/PictureEncoder.h"
 #include "tools/files/Pnm.h"
@@ -42,6 +43,7 @@ TEST(ConvertRun, EveryKindOfInputGivesTheSamePicture) {
     // The content counts, not the extension.
     const std::vector<std::pair<const char*, Bytes>> pictures = {
         {"a.raw", EncodePnm({frame.samples, 4095})},
+        {"b.raw", EncodeNpy(frame.samples)},
         {"a_9x9.bin", EncodePicture({frame.samples, 65535}, PictureKind::Png)},
         {"a.png", EncodePicture({frame.samples, 65535}, PictureKind::Tiff)}};
     for (const auto& [name, content] : pictures) {
@@ -66,13 +68,20 @@ TEST(ConvertRun, PictureFilesHoldTheSamePixels) {
     const std::string raw = directory.Write("a_16x12_BayerBG14.raw", EncodeRaw(NoiseFrame("BayerBG14").samples));
     for (const char* destination : {"RGB8", "BGR14", "RGB16"}) {
         const Picture expected = DecodePicture(ConvertToPpm({raw, "--to", destination}), destination);
-        for (const char* name : {"a.png", "a.TIFF", "a.pnm"}) {
+        for (const char* name : {"a.png", "a.TIFF", "a.pnm", "a.npy"}) {
             RunSuccessfully({"convert", raw, directory.Path(name), "--to", destination});
             const Picture picture = DecodePicture(directory.Read(name), name);
             ASSERT_EQ(picture.pixels.type(), expected.pixels.type()) << name;
             EXPECT_EQ(EncodeRaw(picture.pixels), EncodeRaw(expected.pixels)) << name << " " << destination;
         }
     }
+    // JPEG files are smaller, but similar.
+    const auto jpegOf = [&](const char* quality) {
+        RunSuccessfully({"convert", raw, directory.Path("a.jpg"), "--quality", quality});
+        return DecodePicture(directory.Read("a.jpg"), "a.jpg").pixels;
+    };
+    const cv::Mat exact = DecodePicture(ConvertToPpm({raw}), "a").pixels;
+    EXPECT_LT(cv::norm(jpegOf("100"), exact, cv::NORM_L1), cv::norm(jpegOf("30"), exact, cv::NORM_L1));
     // Channel order is the library's affair, the file shows the same colours.
     EXPECT_EQ(ConvertToPpm({raw, "--to", "RGB14"}), ConvertToPpm({raw, "--to", "BGR16"}));
     EXPECT_EQ(ConvertToPpm({raw, "--to", "RGB8"}), ConvertToPpm({raw, "--to", "BGR8"}));

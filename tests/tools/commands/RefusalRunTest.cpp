@@ -66,7 +66,13 @@ TEST_F(RefusalRun, WrongUsage) {
     Expect(2, {"convert", ok}, {"OUT"});
     Expect(2, {"convert", ok, "out.png", "extra"}, {"--output"});
     Expect(2, {"convert", ok, "out.png", "--colour"}, {"--colour"});
-    Expect(2, {"convert", ok, "out.jpg"}, {"out.jpg", ".png"});
+    Expect(2, {"convert", ok, "out.bmp"}, {"out.bmp", ".png"});
+    Expect(2, {"convert", ok, "out.jpg", "--to", "RGB16"}, {"JPEG", "8 bits"});
+    Expect(2, {"convert", ok, "out.png", "--quality", "90"}, {"--quality", ".jpg"});
+    Expect(2, {"convrt", ok, "out.png"}, {"no command convrt", "mean convert?"});
+    Expect(2, {"calibrate", "chrt", ok}, {"no command chrt", "mean chart?"});
+    Expect(2, {"convert", ok, "out.png", "--formt=BayerRG8"}, {"no option --formt:", "mean --format?"});
+    Expect(2, {"convert", "grey.pgm", "out.png", "--format", "BayerRG8", "--frame", "0"}, {"grey.pgm", "one frame"});
     Expect(2, {"convert", ok, "out.png", "--threads", "-1"}, {"--threads", "'-1'"});
     Expect(2, {"convert", ok, "out.png", "--format", "BayerRG7"}, {"'BayerRG7'", "BayerRG8"});
     Expect(2, {"convert", ok, "out.png", "--format", "YUV444_8"}, {"YUV444_8", "neither frames nor"});
@@ -104,8 +110,7 @@ TEST_F(RefusalRun, WrongUsage) {
 }
 
 TEST_F(RefusalRun, UnreadableInput) {
-    Expect(3, {"convert", "missing\nfile.raw", "out.png", "--format", "BayerRG8"},
-           {"missing file.raw", "No such file"});
+    Expect(3, {"convert", "missing\nfile.raw", "out.png"}, {"missing file.raw", "No such file"});
     Expect(3, {"convert", "/", "out.png", "--format", "BayerRG8"}, {"directory"});
     Expect(3, {"convert", "cut.png", "out.png", "--format", "BayerRG8"}, {"cut.png", "damaged"});
     Expect(3, {"convert", "colour.png", "out.png", "--format", "BayerRG8"}, {"colour.png", "mosaic"});

@@ -102,6 +102,30 @@ TEST(BatchRun, ReportsFailuresAndConvertsTheOthers) {
     EXPECT_EQ(objects.at(arguments.back())["exitCode"], 3);
 }
 
+TEST(BatchRun, FilesWithSeveralFrames) {
+    const TemporaryDirectory directory;
+    Bytes content(3);  // a header
+    for (uint8_t frame = 0; frame < 11; ++frame) content.insert(content.end(), 16, frame);
+    const std::string raw = directory.Write("a_4x4_BayerRG8.raw", content), out = directory.Path("out/");
+    RunSuccessfully({"convert", raw, "--frames", "--skip-bytes", "3", "--output", out});
+    const cv::Mat last = DecodePicture(directory.Read("out/a_4x4_BayerRG8_10.png"), "last").pixels;
+    EXPECT_EQ(cv::norm(last, cv::Mat(4, 4, CV_8UC3, cv::Scalar::all(10)), cv::NORM_INF), 0);
+    EXPECT_FALSE(directory.Read("out/a_4x4_BayerRG8_00.png").empty());
+    const auto unpacked = [&](const char* frame) {
+        return RunSuccessfully({"unpack", raw, "-", "--skip-bytes", "3", "--frame", frame}).standardOutput;
+    };
+    EXPECT_EQ(unpacked("0"), Bytes(16, 0));
+    EXPECT_EQ(unpacked("10"), Bytes(16, 10));
+    const auto refused = [&](int code, std::vector<std::string> options, const char* fragment) {
+        options.insert(options.begin(), {"convert", raw});
+        ExpectRefusal(RunTool(options), code, {fragment});
+    };
+    refused(4, {out + "b.png", "--skip-bytes", "3", "--frame", "11"}, "has 11 frames");
+    refused(4, {out + "b.png", "--frame", "0"}, "no whole number of frames");
+    refused(4, {out + "b.png", "--skip-bytes", "3"}, "--frame 0 (11 frames)");
+    refused(2, {"--frames", "--output", out + "{stem}.png"}, "{frame}");
+}
+
 TEST(BatchRun, CropAndFlip) {
     const TemporaryDirectory directory;
     const std::string frame = directory.Write("a_4x3_BayerRG8.raw", {10, 20, 30, 40, 50, 60, 70, 80, 90, 1, 2, 3});
