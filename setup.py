@@ -18,27 +18,30 @@ def version():
 
 
 class CMakeExtension(build_ext):
-    """Builds the extension with its libraries inside, and nothing else."""
+    """Builds the extension with everything that it needs inside, and nothing else."""
 
     def build_extension(self, ext):
         build = pathlib.Path(self.build_temp).resolve()
         options = {
             "CMAKE_BUILD_TYPE": "Release",
-            "CMAKE_MODULE_LINKER_FLAGS": "-s",
             "Python3_EXECUTABLE": sys.executable,
             "KVX_STATIC": "ON",
             "KVX_INSTALL": "OFF",
+            "KVX_WHEEL": "ON",
             "KVX_BUILD_PYTHON": "ON",
             **{f"KVX_BUILD_{part}": "OFF" for part in ("TOOLS", "GSTREAMER", "BENCH")},
         }
         generator = ["-G", "Ninja"] if shutil.which("ninja") else []
-        subprocess.run(["cmake", "-S", ROOT, "-B", build, *generator,
-                        *(f"-D{name}={value}" for name, value in options.items())], check=True)
-        subprocess.run(["cmake", "--build", build, "--target", "kvx_python", "--parallel"], check=True)
-        made, = (build / "python/kvxdemosaicing").glob("_native.*.so")
-        target = pathlib.Path(self.get_ext_fullpath(ext.name))
-        target.parent.mkdir(parents=True, exist_ok=True)
-        shutil.copyfile(made, target)
+        packages = pathlib.Path(self.get_ext_fullpath(ext.name)).resolve().parent.parent
+        for command in (
+            ["-S", ROOT, "-B", build, *generator, *(f"-D{name}={value}" for name, value in options.items())],
+            ["--build", build, "--target", "kvx_python", "--parallel"],
+            ["--install", build, "--component", "wheel", "--strip", "--prefix", packages],
+        ):
+            subprocess.run(["cmake", *command], check=True)
+        for link in (packages / "kvxdemosaicing.libs").iterdir():
+            if link.is_symlink():
+                link.resolve().rename(link)  # a wheel would have both, as files
 
 
 setup(version=version(), ext_modules=[Extension("kvxdemosaicing._native", [])], cmdclass={"build_ext": CMakeExtension})

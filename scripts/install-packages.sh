@@ -17,6 +17,10 @@ set -eu
 
 packages=(g++ cmake ninja-build pkgconf libhwy-dev libfmt-dev nlohmann-json3-dev libpng-dev)
 tool=(libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libcli11-dev libraw-dev libtiff-dev)
+wheel=(
+    python3-dev pybind11-dev python3-pip python3-venv python3-setuptools python3-wheel
+    python3-numpy python3-pytest python3-hypothesis python3-pil
+)
 everything=(
     libgtest-dev libbenchmark-dev abigail-tools help2man bash-completion
     libaravis-dev libusb-1.0-0-dev python3
@@ -27,7 +31,7 @@ everything=(
 )
 case ${1-} in
     libraries) ;;
-    wheel) packages+=(python3-dev pybind11-dev python3-pip python3-venv python3-setuptools python3-wheel) ;;
+    wheel) packages+=("${wheel[@]}") ;;
     demo | arm64) packages+=("${tool[@]}") ;;
     *) packages+=("${tool[@]}" "${everything[@]}") ;;
 esac
