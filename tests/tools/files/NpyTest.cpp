@@ -32,7 +32,6 @@ TEST(Npy, ReadsArraysThatAreFramesOrPictures) {
         {File(Header("'>u2'", "(3, 1)"), samples), (cv::Mat_<uint16_t>(3, 1) << 0x102, 0x304, 0x506)},
         {File(Header("'|u1'", "(1, 2, 3)"), samples),
          (cv::Mat_<cv::Vec3b>(1, 2) << cv::Vec3b(3, 2, 1), cv::Vec3b(6, 5, 4))},
-        {File(Header("'>u2'", "(1, 1, 3)"), samples), cv::Mat(1, 1, CV_16UC3, cv::Scalar(0x506, 0x304, 0x102))},
     };
     for (const auto& [content, pixels] : cases) {
         const Picture picture = DecodeNpy(content, "f");
@@ -58,14 +57,11 @@ TEST(Npy, RefusesOtherAndDamagedFiles) {
         Bytes content;
     } cases[] = {
         {ExitCode::Input, "'<f8'", File(Header("'<f8'", "(2, 3)"), six)},
-        {ExitCode::Input, "[", File(Header("[('a', '|u1')]", "(2, 3)"), six)},
         {ExitCode::Input, "not (6)", File(Header("'|u1'", "(6,)"), six)},
         {ExitCode::Input, "not (1, 1, 4)", File(Header("'|u1'", "(1, 1, 4)"), six)},
         {ExitCode::Input, "column by column", File(Header("'|u1'", "(2, 3)", "True"), six)},
         {ExitCode::Input, "too short", File(Header("'<u2'", "(2, 3)"), six)},
-        {ExitCode::Input, "too short", File(Header("'|u1'", "(40000, 40000)"), six)},
         {ExitCode::Input, "lacks", File(Header("'|u1'", "(-2, 3)"), six)},
-        {ExitCode::Frame, "f", File(Header("'|u1'", "(0, 3)"), six)},
         {ExitCode::Frame, "f", File(Header("'|u1'", "(99999999999999999999, 3)"), six)},
         {ExitCode::Input, "ends within", {0x93, 'N', 'U', 'M', 'P', 'Y'}},
         {ExitCode::Input, "ends within", {0x93, 'N', 'U', 'M', 'P', 'Y', 2, 0, 0xFF, 0xFF, 0xFF, 0xFF}},

@@ -101,7 +101,7 @@ TEST(ChartRun, RefusesFramesThatItCannotMeasure) {
         ExpectRefusal(refusal(wall, {"--corners", corners}), 4, {"--corners", "not those of a chart"});
     }
     ExpectRefusal(refusal(wall, {"--white-level", "0"}), 2, {"wall", "white level of 0"});
-    ExpectRefusal(refusal(wall, {"--picture", directory.Path("a.jpg")}), 2, {"a.jpg"});
+    ExpectRefusal(refusal(wall, {"--picture", directory.Path("a.bmp")}), 2, {"a.bmp"});
     ExpectRefusal(refusal(wall, {"--format", "Mono12"}), 2, {"mono"});
     EXPECT_FALSE(directory.Entries().contains("camera.json"));
 }
