@@ -60,7 +60,7 @@ void Compare(const char* extension, const RawFrame& frame, const fs::path& direc
     std::vector<double> memory;
     std::vector<double> batch;
     for (int round = 0; round < kRounds; ++round) {
-        memory.push_back(Seconds([&] { ConvertInMemory(frame, count, tasks.front().kind); }));
+        memory.push_back(Seconds([&] { ConvertInMemory(frame, count, *tasks.front().kind); }));
         batch.push_back(Seconds([&] {
             for (const FileReport& report : RunBatch(tasks, settings, kJobs, [](const FileReport&) {})) {
                 if (report.failure) {

@@ -40,7 +40,9 @@ void ParseTogether(std::vector<std::string> arguments) {
     std::optional<kvx::frame::Finish> finish;
     const kvx::frame::Format format = Unpacked(frame.format.value_or(kvx::frame::Format()));
     if (!IsSource(format)) return;
-    FrameInput input{MakeRawFrame(format, {8, 8}), format, {}, {}, {}};
+    FrameInput input;
+    input.frame = MakeRawFrame(format, {8, 8});
+    input.fileFormat = format;
     input.frame.samples.setTo(White(format) / 2);
     if (IsRefusedByTool([&] { finish = PlanFinish(request, input, "frame").finish; }, {ExitCode::Usage})) return;
     if (!finish) return;
