@@ -37,8 +37,7 @@ the differences between the sites of a tile that disappears when only sites of t
 colour are compared. The score is their product.
 
 Limits: exchanging red and blue changes neither value, so such pairs have the same score.
-One whose colours could be those of grey surfaces in a light that there is comes first;
-if both could, the one with more strong warm than strong cold colours, which is right for
+The one with more strong warm than strong cold colours comes first, which is right for
 most scenes but not for all. A scene without colours does not reveal its pattern.
 
 Examples:
@@ -127,8 +126,7 @@ cv::Mat DrawGuesses(const std::string& name, const std::vector<Guess>& ranking) 
 
 std::string Verdict(const Guesses& guesses) {
     return guesses.isPatternKnown
-               ? "1 and 2 differ only in red and blue; 1 has the more plausible light, or the warmer colours. Look at "
-                 "the sheet.\n"
+               ? "1 and 2 differ only in red and blue; 1 has the warmer colours. Look at the sheet.\n"
                : "Uncertain: a mono frame, or a scene whose colours do not reveal the pattern or the size.\n";
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "tools/files/Dng.h"
+
 namespace kvx::tool {
 
 bool AsksForPicture(const ConvertSettings& settings) {
@@ -26,6 +28,18 @@ Sidecar DngFacts(const FinishPlan& plan, const frame::SourceView& source, std::o
     }
     if (isChosen("matrix")) known.matrix = finish.matrix;
     return known;
+}
+
+std::vector<std::string> DngHints(const Sidecar& known, const Sidecar& sidecar, const frame::CameraProfile* camera) {
+    std::vector<std::string> hints;
+    if (!sidecar.warning.empty()) hints.push_back("sidecar: " + sidecar.warning);
+    if (const std::string note = DngNote(known); !note.empty()) hints.push_back(note);
+    if (camera != nullptr && (camera->shading.columns > 0 || !camera->darkFrame.empty() || !camera->hotPixels.empty() ||
+                              !camera->deadPixels.empty())) {
+        hints.emplace_back(
+            "the DNG file has the samples as they are: shading, defects and fixed pattern of the camera stay in it");
+    }
+    return hints;
 }
 
 }  // namespace kvx::tool

@@ -92,7 +92,7 @@ void FrameJob::WriteDng(const FileTask& task, const frame::SourceView& source, c
     report.width = frame.samples.cols;
     report.height = frame.samples.rows;
     report.gains = known.gains.value_or(frame::Gains());
-    if (const std::string note = DngNote(known); !note.empty()) report.hints = {note};
+    report.hints = DngHints(known, input.sidecar, camera);
 }
 
 frame::Converter& FrameJob::ConverterFor(frame::Family family) {

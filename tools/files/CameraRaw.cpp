@@ -108,14 +108,12 @@ private:
     }
 
     void Unpack() {
-        int errors = 0;
-        // The type of an offset depends on the version.
-        m_raw.set_dataerror_handler([](void* count, const char*, auto) { ++*static_cast<int*>(count); }, &errors);
+        m_raw.set_dataerror_handler(nullptr, nullptr);  // it prints
         const int code = CodeOf([this] { return m_raw.unpack(); });
         if (code == LIBRAW_TOO_BIG || code == LIBRAW_UNSUFFICIENT_MEMORY) {
             Fail(ExitCode::Frame, "{}: more than {} MB of samples: no sensor is that large", m_name, kMaximumMegabytes);
         }
-        if (code != LIBRAW_SUCCESS || errors > 0) {
+        if (code != LIBRAW_SUCCESS || m_raw.error_count() > 0) {
             Fail(ExitCode::Input, "{}: is damaged: LibRaw cannot decode the samples of this {} file", m_name, m_camera);
         }
         const auto& sizes = m_data.sizes;

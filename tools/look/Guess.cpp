@@ -2,10 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
-#include "KvxFrame/Converter.h"
-#include "tools/look/PictureView.h"
 #include "tools/look/TileAnalysis.h"
 
 namespace kvx::tool {
@@ -52,18 +49,6 @@ bool IsBefore(const Guess& a, const Guess& b) {
     return a.score != b.score ? a.score > b.score : a.warmth > b.warmth;
 }
 
-/** Whether colours of the frame could be those of grey surfaces in a light that there is. */
-bool HasPlausibleLight(const Guess& guess) {
-    const RawFrame frame{frame::Unpacked(guess.format), guess.samples};
-    cv::Mat picture(guess.samples.size(), CV_8UC3);
-    frame::Finish finish;
-    finish.whiteBalance = frame::WhiteBalance::Auto;
-    frame::Converter converter(guess.format.family);
-    converter.SetFinish(finish);
-    converter.Convert(ViewOf(frame), PictureView(picture));
-    return !converter.LastGainsLimited();
-}
-
 }  // namespace
 
 Guesses RankFormats(const std::vector<LayoutCandidate>& candidates) {
@@ -82,9 +67,6 @@ Guesses RankFormats(const std::vector<LayoutCandidate>& candidates) {
     guesses.isPatternKnown = contrast >= kLeastContrast && ranking.size() > 2 &&
                              ranking[0].format.family != frame::Family::Mono && ranking[1].score == ranking[0].score &&
                              ranking[0].score - ranking[2].score >= kLeastLead;
-    if (guesses.isPatternKnown && !HasPlausibleLight(ranking[0]) && HasPlausibleLight(ranking[1])) {
-        std::swap(ranking[0], ranking[1]);
-    }
     return guesses;
 }
 

@@ -18,7 +18,7 @@ struct Guess {
 };
 
 struct Guesses {
-    std::vector<Guess> ranking;  ///< the best first; equals by warmth, the first two by a plausible light first
+    std::vector<Guess> ranking;  ///< the best first; equals by warmth
     bool isPatternKnown;         ///< whether the frame has enough colour to identify its mosaic
 };
 

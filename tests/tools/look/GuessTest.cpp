@@ -56,12 +56,6 @@ TEST(Guess, FindsEveryLayoutAndSize) {
     }
 }
 
-TEST(Guess, PrefersAPlausibleLightToWarmColours) {
-    Picture scene = Spots({{210, 80, 30}, {220, 150, 50}, {200, 150, 110}});
-    cv::multiply(scene.pixels, cv::Scalar(0.2, 0.9, 1), scene.pixels);  // of a candle; exchanged it would be violet
-    EXPECT_EQ(frame::Name(GuessMosaic(scene, frame::FormatByName("BayerRG12")).ranking[0].format), "BayerRG12");
-}
-
 TEST(Guess, FindsPortraitFrames) {
     Picture scene = Spots(kWarm);
     cv::rotate(scene.pixels, scene.pixels, cv::ROTATE_90_CLOCKWISE);
