@@ -34,7 +34,8 @@ HWY_INLINE V Packed(W a, W b) {
 #if HWY_ARCH_X86
     return hn::ReorderDemote2To(Words(), a, b);
 #else
-    return hn::OrderedDemote2To(Words(), a, b);
+    const hn::Half<Words> half;
+    return hn::Combine(Words(), hn::DemoteTo(half, b), hn::DemoteTo(half, a));
 #endif
 }
 
