@@ -13,10 +13,16 @@ using frame::c::Required;
 using frame::c::ViewOf;
 
 uint32_t KvxFrameSource_Crop(KvxFrameSource* view, const _KvxRect* region) noexcept {
-    return Guarded([&] { *view = RecordOf(frame::Crop(ViewOf(view), Required(region, "region"))); });
+    return Guarded([&] {
+        const _KvxRect& place = Required(region, "region");  // compilers differ in the order of arguments
+        *view = RecordOf(frame::Crop(ViewOf(view), place));
+    });
 }
 uint32_t KvxFrameDestination_Crop(KvxFrameDestination* view, const _KvxRect* region) noexcept {
-    return Guarded([&] { *view = RecordOf(frame::Crop(ViewOf(view), Required(region, "region"))); });
+    return Guarded([&] {
+        const _KvxRect& place = Required(region, "region");  // compilers differ in the order of arguments
+        *view = RecordOf(frame::Crop(ViewOf(view), place));
+    });
 }
 
 uint32_t KvxFrameSource_Mirror(KvxFrameSource* view, bool horizontally, bool vertically) noexcept {
@@ -31,7 +37,10 @@ uint32_t KvxFrameDestination_Flip(KvxFrameDestination* view) noexcept {
 }
 
 uint32_t KvxFrame_Relayout(const KvxFrameSource* source, const KvxFrameDestination* destination, int threads) noexcept {
-    return Guarded([&] { frame::Relayout(ViewOf(source), ViewOf(destination), threads); });
+    return Guarded([&] {
+        const frame::DestinationView to = ViewOf(destination);
+        frame::Relayout(ViewOf(source), to, threads);
+    });
 }
 
 uint32_t KvxFrame_CheckSampleDepth(const KvxFrameSource* source) noexcept {

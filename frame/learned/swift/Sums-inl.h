@@ -85,8 +85,8 @@ public:
     HWY_INLINE void AddLower(const Sums& lower) {
         for (size_t i = 0; i < 2 * kColours; ++i)
             for (size_t vector = 0; vector < 2; ++vector) {
-                m_even[i][vector] = hn::Add(hn::ShiftLeft<kLowerBits>(Of(i, vector)), lower.Of(i, vector));
-                m_odd[i][vector] = hn::Zero(Wide());
+                m_even[i][vector] = hn::Add(hn::ShiftLeft<kLowerBits>(m_even[i][vector]), lower.m_even[i][vector]);
+                m_odd[i][vector] = hn::Add(hn::ShiftLeft<kLowerBits>(m_odd[i][vector]), lower.m_odd[i][vector]);
             }
     }
 
