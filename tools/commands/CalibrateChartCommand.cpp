@@ -38,9 +38,6 @@ Examples:
   kvx-demosaic calibrate chart chart.raw --corners 588,1143,1094,1148,1103,1488,600,1468 \
       -o camera.json --picture found.png)";
 
-/** Below this the given corners cannot be right: see FindChart(). */
-constexpr double kLeastAgreementAtCorners = 0.4;
-
 struct ChartOptions {
     StepOptions step;
     std::optional<std::array<cv::Point2d, 4>> corners;

@@ -8,6 +8,7 @@
 #include "tools/console/Progress.h"
 #include "tools/convert/Batch.h"
 #include "tools/convert/ConvertReport.h"
+#include "tools/convert/ConverterOptions.h"
 #include "tools/convert/DngFacts.h"
 #include "tools/files/OutputFile.h"
 #include "tools/frames/Formats.h"
@@ -146,21 +147,7 @@ void AddConvertCommand(CLI::App& tool) {
     AddOutputOptions(*command, *options);
     AddFrameOptions(*command, options->settings.request);
     AddFinishOptions(*command, options->settings.finish);
-    command
-        ->add_option("--algorithm", options->settings.algorithm,
-                     "Bayer: bilinear (0, default), ipp (1), edge-aware (2); TrueSense: fast (0, default), "
-                     "simple (1), bayer-like (2), kodak-like (3) or kodak (4); or the number; both: swift, fine; "
-                     "overrides --set")
-        ->type_name("NAME|N");
-    command
-        ->add_option("--analog-gain", options->settings.analogGain,
-                     "Gain of the sensor, whose noise fine and the noise-reducing algorithms remove; fine removes none "
-                     "without it")
-        ->type_name("G");
-    command
-        ->add_option("--set", options->settings.settings, "Set a parameter of the component (see params); repeatable")
-        ->type_name("PARAM=VALUE")
-        ->allow_extra_args(false);
+    AddConverterOptions(*command, options->settings);
     AddNumber(*command, "--jobs", options->jobs, "Frames to convert at the same time; 0, the default: one per thread",
               frame::kMaxThreads);
     AddNumber(*command, "--threads", options->threads, "Number of threads; 0, the default: one per core",

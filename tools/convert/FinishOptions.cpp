@@ -45,6 +45,19 @@ void SetOnce(std::optional<WhiteBalanceRequest>& request, WhiteBalanceRequest gi
 
 }  // namespace
 
+void AddCameraOption(CLI::App& command, std::shared_ptr<const frame::CameraProfile>& camera) {
+    AddText(
+        command, "--camera",
+        [&camera](const std::string& path) {
+            camera = std::make_shared<frame::CameraProfile>(
+                WithExitCode(ExitCode::Input, "--camera", [&] { return frame::ReadCameraProfile(path); }));
+            for (const std::string& warning : camera->warnings) {
+                PrintMessage(warning);
+            }
+        },
+        "PROFILE", "Correct the frame by what calibrate measured of the camera");
+}
+
 void AddFinishOptions(CLI::App& command, FinishRequest& request) {
     AddText(
         command, "--look",
@@ -84,16 +97,7 @@ void AddFinishOptions(CLI::App& command, FinishRequest& request) {
     AddChoice<std::optional<frame::ToneCurve>, frame::ToneCurve>(
         command, "--tone", request.tone, {{"linear", frame::ToneCurve::Linear}, {"srgb", frame::ToneCurve::Srgb}},
         "Tone curve: linear or srgb");
-    AddText(
-        command, "--camera",
-        [&request](const std::string& path) {
-            request.camera = std::make_shared<frame::CameraProfile>(
-                WithExitCode(ExitCode::Input, "--camera", [&] { return frame::ReadCameraProfile(path); }));
-            for (const std::string& warning : request.camera->warnings) {
-                PrintMessage(warning);
-            }
-        },
-        "PROFILE", "Correct the frame by what calibrate measured of the camera");
+    AddCameraOption(command, request.camera);
     AddChoice<frame::Defects, frame::Defects>(
         command, "--defects", request.defects, {{"listed", frame::Defects::Listed}, {"auto", frame::Defects::Auto}},
         "Replace defective pixels: those listed in the profile (the default), or auto: outliers, too");

@@ -42,6 +42,9 @@ struct FinishRequest {
     std::optional<frame::ToneCurve> tone;
 };
 
+/** Adds --camera. */
+void AddCameraOption(CLI::App& command, std::shared_ptr<const frame::CameraProfile>& camera);
+
 /** Adds --camera, --defects, --look, --linear, --white-balance, --exposure, --black-level, --white-level, --matrix and
  * --tone. */
 void AddFinishOptions(CLI::App& command, FinishRequest& request);

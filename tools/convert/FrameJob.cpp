@@ -1,6 +1,7 @@
 #include "tools/convert/FrameJob.h"
 
 #include "KvxFrame/Geometry.h"
+#include "tools/convert/ConverterOptions.h"
 #include "tools/convert/DngFacts.h"
 #include "tools/files/Dng.h"
 #include "tools/files/InputFile.h"
@@ -11,22 +12,6 @@
 #include "tools/frames/FrameError.h"
 
 namespace kvx::tool {
-namespace {
-
-/** Applies "NAME=VALUE" texts in their order. */
-void ApplySettings(frame::Converter& converter, const std::vector<std::string>& settings) {
-    for (const std::string& setting : settings) {
-        const size_t sign = setting.find('=');
-        if (sign == std::string::npos || sign == 0) {
-            Fail(ExitCode::Usage, "--set: '{}' is not of the form NAME=VALUE", setting);
-        }
-        WithExitCode(ExitCode::Library, "--set",
-                     [&] { converter.SetParameter(setting.substr(0, sign), setting.substr(sign + 1)); });
-    }
-}
-
-}  // namespace
-
 FileReport FrameJob::Run(const FileTask& task) {
     FileReport report;
     report.task = task;
@@ -99,20 +84,9 @@ frame::Converter& FrameJob::ConverterFor(frame::Family family) {
     if (const auto found = m_converters.find(family); found != m_converters.end()) {
         return found->second;
     }
-    frame::Converter converter(family);
-    ApplySettings(converter, m_settings.settings);
-    if (!m_settings.algorithm.empty()) {
-        WithExitCode(ExitCode::Usage, "--algorithm", [&] { converter.SetAlgorithm(m_settings.algorithm); });
-    }
-    if (m_settings.analogGain) {
-        WithExitCode(ExitCode::Usage, "--analog-gain", [&] { converter.SetAnalogGain(*m_settings.analogGain); });
-    }
     std::optional<frame::Site> origin;
     if (m_settings.crop) origin = {m_settings.crop->x, m_settings.crop->y};
-    converter.SetCamera(m_settings.finish.camera, origin);
-    converter.SetDefects(m_settings.finish.defects);
-    converter.SetThreads(m_settings.threads);
-    return m_converters.emplace(family, std::move(converter)).first->second;
+    return m_converters.emplace(family, MakeConverter(m_settings, family, origin)).first->second;
 }
 
 }  // namespace kvx::tool

@@ -8,15 +8,9 @@
 #include "tools/look/Stopwatch.h"
 
 namespace kvx::tool {
-namespace {
-
-double PeakSignalToNoise(const cv::Mat& picture, const cv::Mat& reference) {
-    const double squares = cv::norm(picture, reference, cv::NORM_L2SQR);
-    const double samples = static_cast<double>(picture.total()) * picture.channels();
+double PeakSignalToNoise(double squares, double samples) {
     return squares > 0 ? 10 * std::log10(255.0 * 255.0 * samples / squares) : std::numeric_limits<double>::infinity();
 }
-
-}  // namespace
 
 std::vector<AlgorithmResult> CompareAlgorithms(const frame::SourceView& source,
                                                const std::optional<frame::Finish>& finish,
@@ -43,7 +37,8 @@ std::vector<AlgorithmResult> CompareAlgorithms(const frame::SourceView& source,
         const double seconds = MedianSeconds(kBudget, [&] { converter.Convert(source, PictureView(picture)); });
         results.push_back({name.empty() ? "mono" : name, picture, seconds, {}});
         if (!reference.empty()) {
-            results.back().psnr = PeakSignalToNoise(picture, reference);
+            results.back().psnr = PeakSignalToNoise(cv::norm(picture, reference, cv::NORM_L2SQR),
+                                                    static_cast<double>(picture.total()) * picture.channels());
         }
     }
     return results;

@@ -18,6 +18,9 @@ struct AlgorithmResult {
     std::optional<double> psnr;  ///< in dB, peak 255, all samples of the picture; infinite when equal to the reference
 };
 
+/** In dB, peak 255, of so many samples with this sum of squared differences; infinite when equal. */
+double PeakSignalToNoise(double squares, double samples);
+
 /**
  * Converts a frame to 8 bits by every algorithm of its family; a mono frame in its one way.
  *

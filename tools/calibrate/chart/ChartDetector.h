@@ -12,6 +12,9 @@ struct ChartPlace {
     double agreement;     ///< of the colours, see ChartAgreement()
 };
 
+/** Below this agreement given corners cannot be right. */
+inline constexpr double kLeastAgreementAtCorners = 0.4;
+
 /**
  * Finds a 24-patch chart in a picture in linear light, in any orientation, mirrored or not, and in perspective.
  * std::nullopt if there is none; of several the one with the best colours.
