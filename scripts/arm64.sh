@@ -11,7 +11,8 @@ export OMP_WAIT_POLICY=passive OMP_NUM_THREADS=2
 if [ ! -e "$KVX_ARM64_ROOT" ]; then
     mkdir -p build/arm64
     packages=libc6-dev,libstdc++-12-dev,libgcc-12-dev,libgomp1,libhwy-dev,libfmt-dev,libpng-dev,nlohmann-json3-dev
-    packages+=,libgtest-dev,libcli11-dev,libraw-dev,libtiff-dev,libopencv-core-dev,libopencv-imgproc-dev,libopencv-imgcodecs-dev
+    packages+=,libgtest-dev,libcli11-dev,libcpp-httplib-dev,libraw-dev,libtiff-dev
+    packages+=,libopencv-core-dev,libopencv-imgproc-dev,libopencv-imgcodecs-dev
     mmdebstrap --quiet --variant=extract --architectures=arm64 --include=$packages bookworm "$KVX_ARM64_ROOT.part" \
         "${1:-http://deb.debian.org/debian}"
     # Debian selects these when it configures packages, which does not happen here.

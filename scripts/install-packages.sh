@@ -16,7 +16,10 @@
 set -eu
 
 packages=(g++ cmake ninja-build pkgconf libhwy-dev libfmt-dev nlohmann-json3-dev libpng-dev)
-tool=(libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libcli11-dev libraw-dev libtiff-dev)
+tool=(
+    libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev
+    libcli11-dev libraw-dev libtiff-dev libcpp-httplib-dev
+)
 wheel=(
     python3-dev pybind11-dev python3-pip python3-venv python3-setuptools python3-wheel
     python3-numpy python3-pytest python3-hypothesis python3-pil
@@ -27,7 +30,7 @@ everything=(
     libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
     gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
     pybind11-dev python3-dev python3-numpy python3-pytest python3-hypothesis python3-pil
-    python3-distributed mypy
+    python3-distributed mypy chromium chromium-driver python3-selenium
 )
 case ${1-} in
     libraries) ;;
@@ -38,7 +41,7 @@ esac
 case ${1-} in
     '' | libraries | wheel | demo) ;;
     arm64) packages+=(g++-aarch64-linux-gnu qemu-user-static mmdebstrap) ;;
-    develop) packages+=(git clang libomp-dev clang-format clang-tidy flake8 python3-matplotlib gcovr valgrind) ;;
+    develop) packages+=(git clang libomp-dev clang-format clang-tidy flake8 nodejs python3-matplotlib gcovr valgrind) ;;
     package) packages+=(git dpkg-dev file lintian) ;;
     viewers) packages+=(rawtherapee darktable) ;;
     training) packages+=(python3-torch) ;;

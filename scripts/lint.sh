@@ -3,8 +3,9 @@
 set -eu
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh develop
-git ls-files -z '*.h' '*.c' '*.cpp' | xargs -0 clang-format --dry-run -Werror
+git ls-files -z '*.h' '*.c' '*.cpp' '*.js' | xargs -0 clang-format --dry-run -Werror
 git ls-files -z '*.py' | xargs -0 flake8 --max-line-length 120
+for script in tools/tune/page/*.js; do node --check --input-type=module < "$script"; done  # modules
 cmake --preset release > /dev/null
 # clang accepts GCC's compile commands, except for one flag.
 mkdir -p build/lint

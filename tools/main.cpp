@@ -58,6 +58,7 @@ int RunTool(int argc, char** argv) {
     AddCompareCommand(tool);
     AddBenchCommand(tool);
     AddCalibrateCommand(tool);
+    AddTuneCommand(tool);
     try {
         tool.parse(argc, argv);
     } catch (const CLI::RuntimeError& failure) {

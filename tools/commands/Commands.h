@@ -18,5 +18,6 @@ void AddInfoCommand(CLI::App& tool);
 void AddMosaicCommand(CLI::App& tool);
 void AddPackCommands(CLI::App& tool);
 void AddParamsCommand(CLI::App& tool);
+void AddTuneCommand(CLI::App& tool);
 
 }  // namespace kvx::tool
