@@ -142,7 +142,7 @@ void RunChart(const ChartOptions& options) {
     profile.gains = fit.gains;
     profile.matrix.emplace();
     std::copy_n(fit.matrix.val, profile.matrix->size(), profile.matrix->begin());
-    WriteOutput(picturePath, EncodePicture({DrawCharts(charts, fit), 255}, kind));
+    WritePicture(picturePath, {DrawCharts(charts, fit), 255}, kind);
     SaveProfile(profile, options.step.profile);
     PrintText(ChartTable(fit, names));
     if (const std::string warning = LightWarning(fit); !warning.empty()) {

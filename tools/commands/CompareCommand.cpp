@@ -130,7 +130,7 @@ void Compare(const CompareOptions& options) {
         fmt::format("{}  {}x{}  {}", std::filesystem::path(name).filename().string(), input.frame.samples.cols,
                     input.frame.samples.rows, frame::Name(input.fileFormat));
     const cv::Mat sheet = DrawComparison(title, results, reference, crops);
-    WriteOutput(options.output, EncodePicture({sheet, 255}, kind));
+    WritePicture(options.output, {sheet, 255}, kind);
     PrintText(options.asJson ? ResultJson(results, crops) : ResultTable(results));
 }
 

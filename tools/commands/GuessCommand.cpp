@@ -160,7 +160,7 @@ void RunGuess(const GuessOptions& options) {
     RequireDistinct(options.input, options.output);
     const Guesses guesses = GuessFile(options);
     const cv::Mat sheet = DrawGuesses(InputName(options.input), guesses.ranking);
-    WriteOutput(options.output, EncodePicture({sheet, 255}, kind));
+    WritePicture(options.output, {sheet, 255}, kind);
     PrintText(options.asJson ? GuessJson(guesses) : GuessTable(guesses));
 }
 

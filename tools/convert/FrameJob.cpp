@@ -52,7 +52,7 @@ void FrameJob::Convert(const FileTask& task, FileReport& report) {
     if (m_settings.flip) {
         cv::flip(picture.pixels, picture.pixels, *m_settings.flip);
     }
-    WriteOutput(task.output, EncodePicture(picture, *task.kind, m_settings.jpegQuality));
+    WritePicture(task.output, picture, *task.kind, m_settings.jpegQuality);
 
     report.algorithm = converter.AlgorithmName();
     report.width = picture.pixels.cols;

@@ -21,15 +21,19 @@ namespace fs = std::filesystem;
     Fail(ExitCode::Output, "{}: cannot be written: {}", name, std::strerror(errno));
 }
 
-void WriteAll(int descriptor, const Bytes& content, const std::string& name) {
-    size_t written = 0;
-    while (written < content.size()) {
-        const ssize_t count = ::write(descriptor, content.data() + written, content.size() - written);
-        if (count < 0 && errno != EINTR) {
-            FailWriting(name);
+using Encoder = std::function<void(const ContentSink&)>;
+
+void WriteAll(int descriptor, const Encoder& encode, const std::string& name) {
+    encode([&](const uint8_t* piece, size_t bytes) {
+        size_t written = 0;
+        while (written < bytes) {
+            const ssize_t count = ::write(descriptor, piece + written, bytes - written);
+            if (count < 0 && errno != EINTR) {
+                FailWriting(name);
+            }
+            written += count > 0 ? static_cast<size_t>(count) : 0;
         }
-        written += count > 0 ? static_cast<size_t>(count) : 0;
-    }
+    });
 }
 
 /** Renaming would bypass the write protection and lose the mode of the old file: keeps both, as plain writing does. */
@@ -44,21 +48,21 @@ void KeepMode(const fs::path& target, int descriptor, const std::string& name) {
 }
 
 /** False, with errno set, when the file cannot be made or moved; other failures are thrown. */
-bool ReplaceFile(TemporaryFile temporary, const fs::path& target, const Bytes& content, const std::string& name) {
+bool ReplaceFile(TemporaryFile temporary, const fs::path& target, const Encoder& encode, const std::string& name) {
     if (temporary.Descriptor() < 0) {
         return false;
     }
     KeepMode(target, temporary.Descriptor(), name);
-    WriteAll(temporary.Descriptor(), content, name);
+    WriteAll(temporary.Descriptor(), encode, name);
     return temporary.MoveTo(target);
 }
 
-void WriteDevice(const std::string& path, const Bytes& content) {
+void WriteDevice(const std::string& path, const Encoder& encode) {
     FileDescriptor device(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
     if (device.Get() < 0) {
         FailWriting(path);
     }
-    WriteAll(device.Get(), content, path);
+    WriteAll(device.Get(), encode, path);
     if (!device.Close()) {
         FailWriting(path);
     }
@@ -78,8 +82,12 @@ fs::path ResolvedPath(const std::string& path) {
 }
 
 void WriteOutput(const std::string& path, const Bytes& content) {
+    WriteOutput(path, [&](const ContentSink& sink) { sink(content.data(), content.size()); });
+}
+
+void WriteOutput(const std::string& path, const Encoder& encode) {
     if (path == "-") {
-        WriteAll(STDOUT_FILENO, content, "standard output");
+        WriteAll(STDOUT_FILENO, encode, "standard output");
         return;
     }
     std::error_code error;
@@ -92,12 +100,12 @@ void WriteOutput(const std::string& path, const Bytes& content) {
     }
     // Renaming would put a plain file in the place of a device or a pipe.
     if (fs::exists(status) && !fs::is_regular_file(status)) {
-        WriteDevice(path, content);
+        WriteDevice(path, encode);
         return;
     }
     const fs::path target = ResolvedPath(path);
-    if (!ReplaceFile(TemporaryFile::WithoutName(target), target, content, path) &&
-        !ReplaceFile(TemporaryFile::WithName(target), target, content, path)) {
+    if (!ReplaceFile(TemporaryFile::WithoutName(target), target, encode, path) &&
+        !ReplaceFile(TemporaryFile::WithName(target), target, encode, path)) {
         FailWriting(path);
     }
 }

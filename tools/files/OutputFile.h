@@ -16,6 +16,9 @@ std::filesystem::path ResolvedPath(const std::string& path);
  */
 void WriteOutput(const std::string& path, const Bytes& content);
 
+/** The same for content in pieces. `encode` may be called again if the file must be written in another way. */
+void WriteOutput(const std::string& path, const std::function<void(const ContentSink&)>& encode);
+
 /** Creates a directory, and those above it, unless it exists. Throws ExitCode::Output. */
 void MakeDirectory(const std::string& path);
 

@@ -8,6 +8,7 @@
 
 #include "tools/ToolError.h"
 #include "tools/files/Npy.h"
+#include "tools/files/OutputFile.h"
 #include "tools/files/Pnm.h"
 
 namespace kvx::tool {
@@ -33,13 +34,14 @@ PictureKind PictureKindFor(const std::string& path) {
 }
 
 Bytes EncodePicture(const Picture& picture, PictureKind kind, int jpegQuality) {
+    const cv::Mat& pixels = picture.pixels;
     if (kind == PictureKind::Pnm) {
         return EncodePnm(picture);
     }
     if (kind == PictureKind::Npy) {
-        return EncodeNpy(picture.pixels);
+        return EncodeNpy(pixels);
     }
-    if (kind == PictureKind::Jpeg && picture.pixels.depth() != CV_8U) {
+    if (kind == PictureKind::Jpeg && pixels.depth() != CV_8U) {
         Fail(ExitCode::Usage, "JPEG files have 8 bits per sample: choose --to RGB8, or write a .png file");
     }
     const char* extension = kind == PictureKind::Png ? ".png" : kind == PictureKind::Jpeg ? ".jpg" : ".tiff";
@@ -48,7 +50,7 @@ Bytes EncodePicture(const Picture& picture, PictureKind kind, int jpegQuality) {
     Bytes content;
     bool isEncoded = false;
     try {
-        isEncoded = cv::imencode(extension, picture.pixels, content, settings);
+        isEncoded = cv::imencode(extension, pixels, content, settings);
     } catch (const cv::Exception&) {
         // As after any other failure to encode.
     }
@@ -56,6 +58,14 @@ Bytes EncodePicture(const Picture& picture, PictureKind kind, int jpegQuality) {
         Fail(ExitCode::Output, "the picture is too large for this kind of file: write a .ppm file");
     }
     return content;
+}
+
+void WritePicture(const std::string& path, const Picture& picture, PictureKind kind, int jpegQuality) {
+    if (kind == PictureKind::Pnm) {
+        WriteOutput(path, [&](const ContentSink& sink) { EncodePnm(picture, sink); });
+    } else {
+        WriteOutput(path, EncodePicture(picture, kind, jpegQuality));
+    }
 }
 
 }  // namespace kvx::tool

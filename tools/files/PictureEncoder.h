@@ -23,4 +23,7 @@ PictureKind PictureKindFor(const std::string& path);
  */
 Bytes EncodePicture(const Picture& picture, PictureKind kind, int jpegQuality = kJpegQuality);
 
+/** WriteOutput() of that content; a PNM file is never whole in memory. */
+void WritePicture(const std::string& path, const Picture& picture, PictureKind kind, int jpegQuality = kJpegQuality);
+
 }  // namespace kvx::tool

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <charconv>
 #include <opencv2/imgproc.hpp>
+#include <utility>
 
 #include "tools/ToolError.h"
 #include "tools/files/RawLayout.h"
@@ -140,30 +141,30 @@ Picture DecodePnm(const Bytes& content, const PnmHeader& header, const std::stri
 }
 
 Bytes EncodePnm(const Picture& picture) {
+    Bytes content;
+    EncodePnm(picture,
+              [&](const uint8_t* piece, size_t bytes) { content.insert(content.end(), piece, piece + bytes); });
+    return content;
+}
+
+void EncodePnm(const Picture& picture, const ContentSink& sink) {
+    constexpr size_t kPieceBytes = 1 << 20;  // of samples: there is no second picture in memory
     const cv::Mat& pixels = picture.pixels;
     const bool isWide = picture.maximum > 255;
     const std::string header =
         fmt::format("P{}\n{} {}\n{}\n", pixels.channels() == 3 ? 6 : 5, pixels.cols, pixels.rows, picture.maximum);
+    sink(reinterpret_cast<const uint8_t*>(header.data()), header.size());
     const size_t rowBytes = size_t(pixels.cols) * pixels.channels() * (isWide ? 2 : 1);
-    Bytes content(header.size() + rowBytes * pixels.rows);
-    uint8_t* next = std::copy(header.begin(), header.end(), content.data());
-    cv::Mat row;  // one by one: there is no second picture in memory
-    for (int index = 0; index < pixels.rows; ++index, next += rowBytes) {
-        pixels.row(index).convertTo(row, isWide ? CV_16U : CV_8U);
-        if (row.channels() == 3) {
-            cv::cvtColor(row, row, cv::COLOR_BGR2RGB);
-        }
-        if (isWide) {
-            const auto* samples = row.ptr<uint16_t>();
-            for (size_t i = 0; i < rowBytes / 2; ++i) {
-                next[2 * i] = static_cast<uint8_t>(samples[i] >> 8);
-                next[2 * i + 1] = static_cast<uint8_t>(samples[i]);
-            }
-        } else {
-            std::copy_n(row.data, rowBytes, next);
-        }
+    const int pieceRows = static_cast<int>(std::max(kPieceBytes / rowBytes, size_t{1}));
+    cv::Mat rows;
+    for (int first = 0; first < pixels.rows; first += pieceRows) {
+        const int end = std::min(first + pieceRows, pixels.rows);
+        pixels.rowRange(first, end).convertTo(rows, isWide ? CV_16U : CV_8U);
+        if (rows.channels() == 3) cv::cvtColor(rows, rows, cv::COLOR_BGR2RGB);
+        const size_t bytes = rowBytes * (end - first);
+        for (size_t i = 0; isWide && i < bytes; i += 2) std::swap(rows.data[i], rows.data[i + 1]);  // big-endian
+        sink(rows.data, bytes);
     }
-    return content;
 }
 
 }  // namespace kvx::tool

@@ -24,7 +24,8 @@ std::optional<PnmHeader> ParsePnmHeader(const Bytes& content);
 /** The picture with its samples as stored. Throws ExitCode::Input or ExitCode::Frame; `name` is for messages. */
 Picture DecodePnm(const Bytes& content, const PnmHeader& header, const std::string& name);
 
-/** Binary PGM or PPM, by the number of channels. */
+/** Binary PGM or PPM, by the number of channels: at once, or in pieces of a megabyte. */
 Bytes EncodePnm(const Picture& picture);
+void EncodePnm(const Picture& picture, const ContentSink& sink);
 
 }  // namespace kvx::tool
