@@ -26,14 +26,13 @@ public:
     /** @param isFinished whether the output must be linear, for a Finish */
     virtual Route RouteFor(const Format& source, uint8_t destinationBits, bool isFinished) const = 0;
 
-    /** Whether Convert() makes pictures of this depth, without a finish, as ConvertRows() and the last step would. */
-    virtual bool HasDirect(const Route& route, uint8_t destinationBits) const = 0;
+    /** Whether Convert() makes such pictures, without a finish, as ConvertRows() and the last step would. */
+    virtual bool HasDirect(const Route& route, const Format& picture) const = 0;
 
     /**
      * Calls the library for a picture in memory. Both views have positive strides; `mosaic` has the format of the
      * route.
      *
-     * @param picture three samples per pixel
      * @param noise   of the mosaic, for algorithms that remove it; null: that of the parameters
      * @return the library's result
      */

@@ -171,8 +171,7 @@ Route ConverterImpl::RouteFor(const Format& source, uint8_t bits, bool isFinishe
 bool ConverterImpl::ConvertsDirectly(const SourceView& source, const DestinationView& destination,
                                      const Route& route) const {
     return component && !m_learned && !m_finish && !correction.IsOn() && source.format == route.mosaic &&
-           source.stride >= 0 && destination.stride >= 0 && SamplesPerPixel(destination.format) == 3 &&
-           component->HasDirect(route, destination.format.bits);
+           source.stride >= 0 && destination.stride >= 0 && component->HasDirect(route, destination.format);
 }
 
 void ConverterImpl::Require(uint32_t result, const SourceView& source, const Format& destination) const {

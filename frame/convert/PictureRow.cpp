@@ -174,8 +174,7 @@ void Chunk(const PictureStep& step, PixelPlanes planes, size_t count, uint8_t* o
     if (step.shift != 0) change([&] { Shift(planes, step.shift, count, own); });
     if (step.wordTable) change([&] { LookUpWords(planes, step.wordTable, count, own); });
 
-    const Order order = step.destination.order;
-    if (order == Order::Bgr || order == Order::Bgra || order == Order::Bgrx) std::swap(planes[0], planes[2]);
+    if (IsBlueFirst(step.destination)) std::swap(planes[0], planes[2]);
     const bool hasFourth = SamplesPerPixel(step.destination) == 4;
     if (step.byteTable) {
         const auto lookUp = hasFourth ? LookUpBytes<4> : LookUpBytes<3>;

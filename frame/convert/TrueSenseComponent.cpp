@@ -33,8 +33,9 @@ public:
         return {mosaic, bits, bits < kToneBits ? kToneWhite >> (kToneBits - bits) : kToneWhite << (bits - kToneBits)};
     }
 
-    bool HasDirect(const Route& route, uint8_t destinationBits) const override {
-        return destinationBits == route.pictureBits && route.pictureWhite == (1u << destinationBits) - 1;
+    bool HasDirect(const Route& route, const Format& picture) const override {
+        return SamplesPerPixel(picture) == 3 && picture.bits == route.pictureBits &&
+               route.pictureWhite == White(picture);
     }
 
     uint32_t Convert(const SourceView& mosaic, const DestinationView& picture, const SensorNoise* noise) override {

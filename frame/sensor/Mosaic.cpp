@@ -51,11 +51,9 @@ public:
           m_step(picture.stride != 0 ? picture.stride
                                      : static_cast<ptrdiff_t>(RowBytes(picture.format, picture.width))),
           m_samples(SamplesPerPixel(picture.format)) {
-        const Order order = picture.format.order;
-        const bool isBlueFirst = order == Order::Bgr || order == Order::Bgra || order == Order::Bgrx;
         if (m_samples > 1) {
             m_green = 1;
-            (isBlueFirst ? m_red : m_blue) = 2;
+            (IsBlueFirst(picture.format) ? m_red : m_blue) = 2;
         }
     }
 

@@ -5,7 +5,7 @@
  * A function's name gives the channel order, the source samples (8u bytes, 16u words), the destination samples where
  * they differ (16u8u), and the layout: C1C3R for one channel in and three out; for C1C4R see below.
  *
- * Arguments of the twelve typed functions:
+ * Arguments of the typed functions:
  * - pSrc: first sample of the top row; `srcSize.height` rows, `srcStep` bytes apart; samples are right-aligned
  * - srcRoi: `width` and `height` must be the source's; `x` and `y` are ignored
  * - srcSize: size of the source in pixels
@@ -20,10 +20,11 @@
  *
  * Output:
  * - 8u and 16u: `width` pixels of three samples in each row; the 16u samples have the source's depth. The C4R functions
- *   do the same as the C3R ones: three samples per pixel, no alpha.
+ *   of RGB and BGR do the same as the C3R ones: three samples per pixel, no alpha.
  * - 16u8u C3R: the result of the 16u function, each sample shifted right by pixelDepth - 8; the low byte is kept.
- * - 16u8u C4R: a row has four bytes per pixel: 3 x width bytes as the C3R function writes them, then `width` zeros. If
- *   dstStep is shorter, the row ends there.
+ * - 16u8u C4R of RGB and BGR: a row has four bytes per pixel: 3 x width bytes as the C3R function writes them, then
+ *   `width` zeros. If dstStep is shorter, the row ends there.
+ * - RGBA and BGRA: `width` pixels of four bytes in each row: the three that the C3R function writes, and 255.
  *
  * Results: 0; 0x80050001 a frame without pixels; 0x80050007 null data, unknown pattern or depth, sizes of source and
  * region that differ, a step that does not hold a row, a size above INT_MAX, more than 2^30 rows for the in-house
@@ -75,6 +76,18 @@ KVX_API uint32_t BayerToRGB_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _
 KVX_API uint32_t BayerToBGR_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep,
                                         int pixelDepth, uint8_t* pDst, int dstStep, uint8_t bayerPattern,
                                         int algType) KVX_NOEXCEPT;
+KVX_API uint32_t BayerToRGBA_8u_C1C4R(const uint8_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep,
+                                      int pixelDepth, uint8_t* pDst, int dstStep, uint8_t bayerPattern,
+                                      int algType) KVX_NOEXCEPT;
+KVX_API uint32_t BayerToBGRA_8u_C1C4R(const uint8_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep,
+                                      int pixelDepth, uint8_t* pDst, int dstStep, uint8_t bayerPattern,
+                                      int algType) KVX_NOEXCEPT;
+KVX_API uint32_t BayerToRGBA_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep,
+                                         int pixelDepth, uint8_t* pDst, int dstStep, uint8_t bayerPattern,
+                                         int algType) KVX_NOEXCEPT;
+KVX_API uint32_t BayerToBGRA_16u8u_C1C4R(const uint16_t* pSrc, _KvxRect srcRoi, _KvxSize srcSize, int srcStep,
+                                         int pixelDepth, uint8_t* pDst, int dstStep, uint8_t bayerPattern,
+                                         int algType) KVX_NOEXCEPT;
 /** @} */
 
 /**

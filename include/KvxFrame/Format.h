@@ -161,6 +161,11 @@ constexpr uint32_t White(const Format& format) noexcept {
     return (1u << format.bits) - 1;
 }
 
+/** Whether blue is the first sample of a colour pixel, and not red. */
+constexpr bool IsBlueFirst(const Format& format) noexcept {
+    return format.order == Order::Bgr || format.order == Order::Bgra || format.order == Order::Bgrx;
+}
+
 }  // namespace kvx::frame
 
 #endif

@@ -13,11 +13,17 @@
 namespace kvx {
 namespace {
 
+/** No site of a frame as small as this has all its neighbours. */
+void WriteBlackRow(const BayerJob& job, uint8_t* out) {
+    std::memset(out, 0, static_cast<size_t>(job.PictureBytes()));
+    if (job.output.pixel == BayerPixel::WithAlpha)
+        for (size_t column = 0; column < job.size.width; ++column) out[4 * column + 3] = 255;
+}
+
 void ConvertRow(const BayerJob& job, GreenRule rule, int64_t row) {
-    const auto pictureBytes = static_cast<size_t>(job.PictureBytes());
     uint8_t* const out = static_cast<uint8_t*>(job.destination) + row * job.destinationStep;
-    if (job.size.width < 3 || job.size.height < 3) {  // no site has all its neighbours
-        std::memset(out, 0, pictureBytes);
+    if (job.size.width < 3 || job.size.height < 3) {
+        WriteBlackRow(job, out);
     } else {
         const int64_t centre = std::clamp<int64_t>(row, 1, int64_t{job.size.height} - 2);  // border rows are copies
         const uint8_t* const samples = static_cast<const uint8_t*>(job.source) + centre * job.sourceStep;
@@ -34,8 +40,8 @@ void ConvertRow(const BayerJob& job, GreenRule rule, int64_t row) {
                           .output = job.output},
                          out);
     }
-    if (job.slot == SlotBytes::Four)
-        std::memset(out + pictureBytes, 0, static_cast<size_t>(job.WrittenBytes()) - pictureBytes);
+    const auto pictureBytes = static_cast<size_t>(job.PictureBytes());
+    std::memset(out + pictureBytes, 0, static_cast<size_t>(job.WrittenBytes()) - pictureBytes);
 }
 
 void ConvertRows(const BayerJob& job, GreenRule rule) {

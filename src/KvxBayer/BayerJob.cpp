@@ -19,7 +19,7 @@ bool Holds(const void* data, int64_t lineStep, const _KvxSize& size, int64_t pix
 
 bool HasBuffers(const BayerJob& job) {
     return job.size == job.destinationSize && Holds(job.source, job.sourceStep, job.size, job.sampleSize) &&
-           Holds(job.destination, job.destinationStep, job.size, int64_t{3} * job.OutputSampleSize());
+           Holds(job.destination, job.destinationStep, job.size, job.PixelBytes());
 }
 
 }  // namespace

@@ -26,20 +26,23 @@ struct BayerJob {
     _KvxSize destinationSize;
     ChannelOrder order;
     BayerOutput output{};
-    SlotBytes slot = SlotBytes::AsWritten;
     const RowExchange* exchange = nullptr;  ///< in place of both buffers: the samples and the results are words
 
     int OutputSampleSize() const {
         return output.form == BayerOutput::Samples ? sampleSize : 1;
     }
+    int PixelBytes() const {
+        return output.SamplesPerPixel() * OutputSampleSize();
+    }
     /** Bytes of the pixels in a destination row. */
     int64_t PictureBytes() const {
-        return int64_t{3} * size.width * OutputSampleSize();
+        return int64_t{size.width} * PixelBytes();
     }
     /** Bytes that are written in a destination row. */
     int64_t WrittenBytes() const {
         const int64_t slots = int64_t{4} * size.width;
-        return slot == SlotBytes::Four ? (slots < destinationStep ? slots : destinationStep) : PictureBytes();
+        const bool hasSlots = output.pixel == BayerPixel::ThreeThenZeros;
+        return hasSlots ? (slots < destinationStep ? slots : destinationStep) : PictureBytes();
     }
     ByteRows SourceRows() const {
         return {source, size.height, int64_t{size.width} * sampleSize, sourceStep};

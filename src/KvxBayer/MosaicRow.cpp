@@ -34,45 +34,55 @@ HWY_INLINE V Difference(V a, V b) {
     return hn::Sub(hn::Max(a, b), hn::Min(a, b));
 }
 
-// Ways to store three vectors of samples.
+/** The fourth sample of a pixel is 255. */
+template <size_t kChannels, class D, class V>
+HWY_INLINE void StorePixels(D d, V a, V b, V c, hn::TFromD<D>* out) {
+    if constexpr (kChannels == 4)
+        hn::StoreInterleaved4(a, b, c, hn::Set(d, 255), d, out);
+    else
+        hn::StoreInterleaved3(a, b, c, d, out);
+}
 
-template <class T>
+// Ways to store three vectors of samples, as pixels of three or four samples.
+
+template <class T, size_t kChannels>
 struct StoreSamples {
-    static constexpr size_t kBytes = sizeof(T);
+    static constexpr size_t kPixelBytes = kChannels * sizeof(T);
     explicit StoreSamples(int /*shift*/) {}
     void Many(Vec<T> a, Vec<T> b, Vec<T> c, uint8_t* out) const {
-        if constexpr (HWY_TARGET == HWY_EMU128) {  // stores sample by sample, which odd addresses do not allow
-            T samples[size_t{48} / sizeof(T)];     // three vectors of 16 bytes
-            hn::StoreInterleaved3(a, b, c, Tag<T>(), samples);
+        if constexpr (HWY_TARGET == HWY_EMU128) {           // stores sample by sample, which odd addresses do not allow
+            T samples[kChannels * size_t{16} / sizeof(T)];  // vectors of 16 bytes
+            StorePixels<kChannels>(Tag<T>(), a, b, c, samples);
             std::memcpy(out, samples, sizeof samples);
         } else {
-            hn::StoreInterleaved3(a, b, c, Tag<T>(), reinterpret_cast<T*>(out));
+            StorePixels<kChannels>(Tag<T>(), a, b, c, reinterpret_cast<T*>(out));
         }
     }
 };
 
 /** Bytes from words, by the rule of `Derived`. */
-template <class Derived>
+template <class Derived, size_t kChannels>
 struct StoreBytes {
-    static constexpr size_t kBytes = 1;
+    static constexpr size_t kPixelBytes = kChannels;
     explicit StoreBytes(int shiftBits) : shift(shiftBits) {}
     void Many(Vec<uint16_t> a, Vec<uint16_t> b, Vec<uint16_t> c, uint8_t* out) const {
         const hn::Rebind<uint8_t, Tag<uint16_t>> bytes;
         const Derived& rule = static_cast<const Derived&>(*this);
-        hn::StoreInterleaved3(hn::TruncateTo(bytes, rule.Reduced(a)), hn::TruncateTo(bytes, rule.Reduced(b)),
-                              hn::TruncateTo(bytes, rule.Reduced(c)), bytes, out);
+        StorePixels<kChannels>(bytes, hn::TruncateTo(bytes, rule.Reduced(a)), hn::TruncateTo(bytes, rule.Reduced(b)),
+                               hn::TruncateTo(bytes, rule.Reduced(c)), out);
     }
     int shift;
 };
 
-struct StoreShifted : StoreBytes<StoreShifted> {
-    using StoreBytes::StoreBytes;
+template <size_t kChannels>
+struct StoreShifted : StoreBytes<StoreShifted<kChannels>, kChannels> {
+    using StoreBytes<StoreShifted, kChannels>::StoreBytes;
     Vec<uint16_t> Reduced(Vec<uint16_t> samples) const {
-        return hn::ShiftRightSame(samples, shift);
+        return hn::ShiftRightSame(samples, this->shift);
     }
 };
 
-struct StoreRounded : StoreBytes<StoreRounded> {
+struct StoreRounded : StoreBytes<StoreRounded, 3> {
     using StoreBytes::StoreBytes;
     Vec<uint16_t> Reduced(Vec<uint16_t> samples) const {
         const Tag<uint16_t> words;
@@ -123,7 +133,7 @@ HWY_INLINE Pixels<T> PixelsAt(const MosaicRow& row, size_t column) {
 template <class T, GreenRule rule, class Store>
 HWY_INLINE void ConvertVector(const MosaicRow& row, size_t column, const Store& store, uint8_t* out) {
     const Pixels<T> pixels = PixelsAt<T, rule>(row, column);
-    out += 3 * column * Store::kBytes;
+    out += column * Store::kPixelBytes;
     if (row.rowColourFirst)
         store.Many(pixels.rowColour, pixels.green, pixels.otherColour, out);
     else
@@ -133,7 +143,7 @@ HWY_INLINE void ConvertVector(const MosaicRow& row, size_t column, const Store& 
 /** A row with at most as many sites between its ends as a vector has lanes: it is widened to a vector on the way. */
 template <class T, GreenRule rule, class Store>
 void ConvertNarrow(const MosaicRow& row, const Store& store, uint8_t* out) {
-    constexpr size_t lanes = hn::MaxLanes(Tag<T>()), pixel = 3 * Store::kBytes;
+    constexpr size_t lanes = hn::MaxLanes(Tag<T>()), pixel = Store::kPixelBytes;
     T samples[3][lanes + 2] = {};
     uint8_t pixels[(lanes + 1) * pixel];
     MosaicRow wide = row;
@@ -157,7 +167,7 @@ void ConvertSites(const MosaicRow& row, uint8_t* out) {
         for (size_t column = 1; column + lanes <= end; column += lanes) ConvertVector<T, rule>(row, column, store, out);
         ConvertVector<T, rule>(row, end - lanes, store, out);  // the rest, and once more some that are done
     }
-    constexpr size_t pixel = 3 * Store::kBytes;
+    constexpr size_t pixel = Store::kPixelBytes;
     std::memcpy(out, out + pixel, pixel);
     std::memcpy(out + end * pixel, out + (end - 1) * pixel, pixel);
 }
@@ -171,12 +181,15 @@ void ConvertByRule(const MosaicRow& row, uint8_t* out) {
 }
 
 void ConvertRow(const MosaicRow& row, uint8_t* out) {
+    const bool hasAlpha = row.output.pixel == BayerPixel::WithAlpha;
     switch (row.output.form) {
         case BayerOutput::Samples:
-            return row.sampleSize == 1 ? ConvertByRule<uint8_t, StoreSamples<uint8_t>>(row, out)
-                                       : ConvertByRule<uint16_t, StoreSamples<uint16_t>>(row, out);
+            if (hasAlpha) return ConvertByRule<uint8_t, StoreSamples<uint8_t, 4>>(row, out);
+            return row.sampleSize == 1 ? ConvertByRule<uint8_t, StoreSamples<uint8_t, 3>>(row, out)
+                                       : ConvertByRule<uint16_t, StoreSamples<uint16_t, 3>>(row, out);
         case BayerOutput::ShiftedBytes:
-            return ConvertByRule<uint16_t, StoreShifted>(row, out);
+            return hasAlpha ? ConvertByRule<uint16_t, StoreShifted<4>>(row, out)
+                            : ConvertByRule<uint16_t, StoreShifted<3>>(row, out);
         case BayerOutput::RoundedBytes:
             return ConvertByRule<uint16_t, StoreRounded>(row, out);
     }

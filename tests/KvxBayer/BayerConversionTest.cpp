@@ -36,6 +36,14 @@ std::vector<uint8_t> InFourByteSlots(const std::vector<uint8_t>& picture, const 
     return rows;
 }
 
+void ExpectPixelsWithAlpha(const BayerDepth& depth, const Geometry& g, GuardedImage& src, int pattern, int algorithm,
+                           bool blueFirst, const std::vector<uint8_t>& expected) {
+    GuardedImage four(0, g.width, g.height, g.width * 4, g.width * 4 + g.dstPadding, g.offset);
+    ASSERT_EQ(CallFlat(depth.depth, 8, blueFirst, kAlpha, src, four, pattern, algorithm), 0u);
+    ASSERT_EQ(four.Pixels(), WithAlpha(expected));
+    ASSERT_TRUE(four.GuardsIntact());
+}
+
 /** The flat functions from words to bytes: `expected` is the picture. */
 void ExpectShiftedBytes(const BayerDepth& depth, const Geometry& g, GuardedImage& src, int pattern, int algorithm,
                         bool blueFirst, const std::vector<uint8_t>& expected) {
@@ -82,8 +90,9 @@ TEST(BayerConversion, EqualsOpenCvForEveryFormatAndGeometry) {
                 ASSERT_TRUE(result->GuardsIntact());
             }
             ASSERT_EQ(src.Pixels(), samples);
+            const auto bytes = depth.depth == 8 ? expected : Shifted(converted, depth.depth - 8);
+            ExpectPixelsWithAlpha(depth, g, src, pattern, algorithm, blueFirst, bytes);
             if (depth.depth == 8) continue;
-            const auto bytes = Shifted(converted, depth.depth - 8);
             ExpectShiftedBytes(depth, g, src, pattern, algorithm, blueFirst, bytes);
             if (algorithm != 0 || depth.depth > 12) continue;
             GuardedImage reduced(blueFirst ? KvxFormat_BGR8 : KvxFormat_RGB8, g.width, g.height, g.width * 3,

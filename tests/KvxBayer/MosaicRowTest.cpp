@@ -1,7 +1,7 @@
 // Every compiled instruction set gives OpenCV's samples, at every width around its vectors.
 #include <gtest/gtest.h>
 
-#include "support/BayerFrames.h"
+#include "support/BayerFunctions.h"
 #include "support/InstructionSets.h"
 
 namespace kvx::test {
@@ -19,6 +19,17 @@ void ExpectPicture(GuardedImage& src, uint32_t dstType, size_t dstSampleSize, in
     GuardedImage dst(dstType, width, kHeight, width * 3 * dstSampleSize, width * 3 * dstSampleSize + 1);
     ASSERT_EQ(BayerToColor(&src.Record(), &dst.Record(), algorithm), 0u);
     ASSERT_EQ(dst.Pixels(), BytesOf(expected));
+    ASSERT_TRUE(dst.GuardsIntact());
+}
+
+/** Of 16 bits, shifted: the rounded bytes have three samples only. */
+void ExpectAlpha(GuardedImage& src, int pattern, int algorithm, const cv::Mat& words) {
+    const uint32_t width = src.Record().width;
+    std::vector<uint8_t> bytes;
+    for (size_t i = 0; i < words.total() * 3; ++i) bytes.push_back(static_cast<uint8_t>(words.ptr<uint16_t>()[i] >> 8));
+    GuardedImage dst(0, width, kHeight, width * 4, width * 4 + 1);
+    ASSERT_EQ(CallFlat(16, 8, width % 2, kAlpha, src, dst, pattern, algorithm), 0u);
+    ASSERT_EQ(dst.Pixels(), WithAlpha(bytes));
     ASSERT_TRUE(dst.GuardsIntact());
 }
 
@@ -44,6 +55,7 @@ TEST(MosaicRow, EveryInstructionSetEqualsOpenCv) {
                         if (depth.depth == 8) continue;
                         GuardedImage source = MakeSource(depth.patterns[pattern], 16, width, kHeight, 3, words);
                         ExpectPicture(source, blueFirst ? depth.bgr : depth.rgb, 2, algorithm, converted);
+                        if (depth.depth == 16) ExpectAlpha(source, pattern, algorithm, converted);
                         cv::Mat rounded;  // samples beyond the depth saturate
                         converted.convertTo(rounded, CV_8U, 1.0 / (1 << (depth.depth - 8)));
                         ExpectPicture(source, blueFirst ? KvxFormat_BGR8 : KvxFormat_RGB8, 1, algorithm, rounded);

@@ -1,4 +1,4 @@
-/** Loops over conversions and over the twelve flat functions. */
+/** Loops over conversions and over the flat functions. */
 #pragma once
 
 #include <gtest/gtest.h>
@@ -20,10 +20,14 @@ void ForEachOpenCvConversion(const Check& check) {
                 }
 }
 
+/** In place of a number of channels: the RGBA and BGRA functions. */
+constexpr int kAlpha = 5;
+
 struct FlatBytes {
     using Function = decltype(&BayerToRGB_8u_C1C3R);
-    static constexpr Function functions[2][2] = {{BayerToRGB_8u_C1C3R, BayerToBGR_8u_C1C3R},
-                                                 {BayerToRGB_8u_C1C4R, BayerToBGR_8u_C1C4R}};
+    static constexpr Function functions[3][2] = {{BayerToRGB_8u_C1C3R, BayerToBGR_8u_C1C3R},
+                                                 {BayerToRGB_8u_C1C4R, BayerToBGR_8u_C1C4R},
+                                                 {BayerToRGBA_8u_C1C4R, BayerToBGRA_8u_C1C4R}};
 };
 struct FlatWords {
     using Function = decltype(&BayerToRGB_16u_C1C3R);
@@ -32,8 +36,9 @@ struct FlatWords {
 };
 struct FlatWordsToBytes {
     using Function = decltype(&BayerToRGB_16u8u_C1C3R);
-    static constexpr Function functions[2][2] = {{BayerToRGB_16u8u_C1C3R, BayerToBGR_16u8u_C1C3R},
-                                                 {BayerToRGB_16u8u_C1C4R, BayerToBGR_16u8u_C1C4R}};
+    static constexpr Function functions[3][2] = {{BayerToRGB_16u8u_C1C3R, BayerToBGR_16u8u_C1C3R},
+                                                 {BayerToRGB_16u8u_C1C4R, BayerToBGR_16u8u_C1C4R},
+                                                 {BayerToRGBA_16u8u_C1C4R, BayerToBGRA_16u8u_C1C4R}};
 };
 
 template <class Family, class Source, class Destination>
@@ -56,6 +61,13 @@ inline uint32_t CallFlat(int srcDepth, int dstDepth, bool blueFirst, int channel
     if (dstDepth == 8)
         return CallFamily<FlatWordsToBytes, uint16_t, uint8_t>(blueFirst, channels, from, to, pattern, algorithm);
     return CallFamily<FlatWords, uint16_t, uint16_t>(blueFirst, channels, from, to, pattern, algorithm);
+}
+
+/** Pixels of three bytes with 255 after each. */
+inline std::vector<uint8_t> WithAlpha(const std::vector<uint8_t>& pixels) {
+    std::vector<uint8_t> result(pixels.size() / 3 * 4, 255);
+    for (size_t i = 0; i < pixels.size(); ++i) result[i / 3 * 4 + i % 3] = pixels[i];
+    return result;
 }
 
 /** A new component's conversion. */

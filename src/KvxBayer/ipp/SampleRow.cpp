@@ -29,13 +29,16 @@ void Unpack(const Sample* samples, const SampleScale& scale, int lanes, const Pa
 
 struct StoreWords {
     using Sample = uint16_t;
+    static constexpr int kChannels = 3;
     uint16_t operator()(int word) const {
         return static_cast<uint16_t>(word);
     }
 };
 
+template <int kSamples>
 struct StoreShifted {
     using Sample = uint8_t;
+    static constexpr int kChannels = kSamples;
     int shift;
     uint8_t operator()(int word) const {
         return static_cast<uint8_t>(word >> shift);
@@ -44,6 +47,7 @@ struct StoreShifted {
 
 struct StoreRounded {
     using Sample = uint8_t;
+    static constexpr int kChannels = 3;
     int shift;
     uint8_t operator()(int word) const {
         const int odd = (word >> shift) & 1;  // a half goes to the even neighbour
@@ -60,9 +64,11 @@ void Pack(const PairRow channels[3], int firstLane, int lanes, const SampleScale
           uint8_t* out) {
     auto* samples = reinterpret_cast<typename StoreForm::Sample*>(out);
     for (int i = firstLane; i < firstLane + lanes; ++i)
-        for (float* PairRow::*column : {&PairRow::even, &PairRow::odd})
+        for (float* PairRow::*column : {&PairRow::even, &PairRow::odd}) {
             for (int channel = 0; channel < 3; ++channel)
                 *samples++ = store(WordAt(channels[channel].*column, i, scale));
+            if (StoreForm::kChannels == 4) *samples++ = 255;
+        }
 }
 
 void PackPlanes(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale,
@@ -107,25 +113,29 @@ void Unpack(const Sample* samples, const SampleScale& scale, int lanes, const Pa
 }
 
 struct StoreWords {
-    static constexpr int kSampleBytes = 2;
+    static constexpr int kPixelBytes = 6;
     HWY_INLINE void operator()(WordVec a, WordVec b, WordVec c, uint8_t* out) const {
         hn::StoreInterleaved3(a, b, c, kWords, reinterpret_cast<uint16_t*>(out));
     }
 };
 
+template <int kChannels>
 struct StoreShifted {
-    static constexpr int kSampleBytes = 1;
+    static constexpr int kPixelBytes = kChannels;
     int shift;
     HWY_INLINE auto Reduced(WordVec words) const {
         return hn::TruncateTo(kBytes, hn::ShiftRightSame(words, shift));
     }
     HWY_INLINE void operator()(WordVec a, WordVec b, WordVec c, uint8_t* out) const {
-        hn::StoreInterleaved3(Reduced(a), Reduced(b), Reduced(c), kBytes, out);
+        if constexpr (kChannels == 4)
+            hn::StoreInterleaved4(Reduced(a), Reduced(b), Reduced(c), hn::Set(kBytes, 255), kBytes, out);
+        else
+            hn::StoreInterleaved3(Reduced(a), Reduced(b), Reduced(c), kBytes, out);
     }
 };
 
 struct StoreRounded {
-    static constexpr int kSampleBytes = 1;
+    static constexpr int kPixelBytes = 3;
     int shift;
     HWY_INLINE auto Reduced(WordVec words) const {
         const auto one = hn::Set(kWords, uint16_t{1});
@@ -164,7 +174,7 @@ void Pack(const PairRow channels[3], int firstLane, int lanes, const SampleScale
     for (int i = 0; i < lanes; i += kStep) {
         const int lane = firstLane + i;
         store(words(channels[0], lane), words(channels[1], lane), words(channels[2], lane),
-              out + 6 * i * StoreForm::kSampleBytes);
+              out + 2 * i * StoreForm::kPixelBytes);
     }
 }
 
@@ -187,14 +197,11 @@ void UnpackRow(const void* samples, const SampleScale& scale, int lanes, const P
 
 void PackRow(const PairRow channels[3], int firstLane, int lanes, const SampleScale& scale, const BayerOutput& output,
              uint8_t* out) {
-    if (output.form == BayerOutput::RoundedBytes)
-        Pack(channels, firstLane, lanes, scale, StoreRounded{output.shift}, out);
-    else if (output.form == BayerOutput::ShiftedBytes)
-        Pack(channels, firstLane, lanes, scale, StoreShifted{output.shift}, out);
-    else if (scale.sampleBytes == 1)
-        Pack(channels, firstLane, lanes, scale, StoreShifted{0}, out);
-    else
-        Pack(channels, firstLane, lanes, scale, StoreWords(), out);
+    const auto pack = [&](const auto& store) { Pack(channels, firstLane, lanes, scale, store, out); };
+    if (output.form == BayerOutput::RoundedBytes) return pack(StoreRounded{output.shift});
+    if (output.form == BayerOutput::Samples && scale.sampleBytes == 2) return pack(StoreWords());
+    if (output.pixel == BayerPixel::WithAlpha) return pack(StoreShifted<4>{output.shift});
+    pack(StoreShifted<3>{output.shift});
 }
 
 }  // namespace

@@ -184,11 +184,12 @@ TEST(Interpolator, BytesAreTheWordsShiftedOrRounded) {
             const auto words = frame.Picture();
             GuardedImage src = frame.Source();
             GuardedImage shifted(0, 53, 31, 53 * 3, 53 * 3 + 7), slots(0, 53, 31, 53 * 4, 53 * 4 + 3);
-            GuardedImage rounded(KvxFormat_RGB8, 53, 31, 53 * 3, 53 * 3 + 7);
+            GuardedImage rounded(KvxFormat_RGB8, 53, 31, 53 * 3, 53 * 3 + 7), alpha(0, 53, 31, 53 * 4, 53 * 4 + 3);
             ASSERT_EQ(CallFlat(depth.depth, 8, false, 3, src, shifted, 2, 1), 0u);
             ASSERT_EQ(CallFlat(depth.depth, 8, false, 4, src, slots, 2, 1), 0u);
+            ASSERT_EQ(CallFlat(depth.depth, 8, false, kAlpha, src, alpha, 2, 1), 0u);
             ASSERT_EQ(BayerToColor(&src.Record(), &rounded.Record(), 1), 0u);
-            for (GuardedImage* image : {&shifted, &slots, &rounded}) EXPECT_TRUE(image->GuardsIntact());
+            for (GuardedImage* image : {&shifted, &slots, &alpha, &rounded}) EXPECT_TRUE(image->GuardsIntact());
             const int shift = depth.depth - 8;
             std::vector<uint8_t> inSlots(31 * 212), cutOff, nearest;  // 159 bytes and zeros a row
             for (size_t i = 0; i < words.size(); ++i) {
@@ -198,6 +199,7 @@ TEST(Interpolator, BytesAreTheWordsShiftedOrRounded) {
             }
             EXPECT_EQ(shifted.Pixels(), cutOff);
             EXPECT_EQ(slots.Pixels(), inSlots);
+            EXPECT_EQ(alpha.Pixels(), WithAlpha(cutOff));
             EXPECT_EQ(rounded.Pixels(), nearest);
         }
 }
