@@ -110,6 +110,7 @@ kvx_package(gstreamer gstreamer1.0-kvxdemosaic SECTION video
 with the algorithms of KvxDemosaicing.")
 kvx_package(python python3-kvxdemosaicing SECTION python
     DEPENDS "python3 (>= 3.11)" "python3 (<< 3.12)" python3-numpy
+    SUGGESTS kvx-demosaic
     SCRIPTS python3/postinst python3/prerm
     SUMMARY "convert raw camera frames to images in Python"
     DESCRIPTION "The module kvxdemosaicing converts NumPy arrays with raw Bayer and TrueSense

@@ -18,6 +18,7 @@ serves one call at a time.
 from kvxdemosaicing._arrays import ArrayInterface, FrameLike
 from kvxdemosaicing._converter import Converter, Parameter, Parameters, convert, measure_gains
 from kvxdemosaicing._error import Error, UnknownNameError, WrongTypeError
+from kvxdemosaicing._files import FrameFile, Guess, guess, read
 from kvxdemosaicing._format import Format, format, formats
 from kvxdemosaicing._frames import mosaic, pack, unpack
 from kvxdemosaicing._native import __version__
@@ -27,7 +28,9 @@ __all__ = [
     "Converter",
     "Error",
     "Format",
+    "FrameFile",
     "FrameLike",
+    "Guess",
     "Parameter",
     "Parameters",
     "UnknownNameError",
@@ -36,8 +39,10 @@ __all__ = [
     "convert",
     "format",
     "formats",
+    "guess",
     "measure_gains",
     "mosaic",
     "pack",
+    "read",
     "unpack",
 ]

@@ -63,12 +63,12 @@ void Repack(const PackOptions& options) {
     const FrameInput input = ReadFrame(options.input, options.request);
     file.hasSidecar = options.request.useSidecar;
     WriteFrame(file, input.frame, input.sidecar);
-    if (!input.inferred.empty()) {
-        PrintMessage(fmt::format("{}: {}", options.input, input.inferred));
-    }
-    if (const std::string note = DngNote(input.sidecar); file.kind == FrameKind::Dng && !note.empty()) {
-        PrintMessage(fmt::format("{}: {}", options.input, note));
-    }
+    const auto print = [&](const std::string& message) {
+        if (!message.empty()) PrintMessage(fmt::format("{}: {}", options.input, message));
+    };
+    print(input.inferred);
+    print(input.sidecar.warning.empty() ? "" : "sidecar: " + input.sidecar.warning);
+    if (file.kind == FrameKind::Dng) print(DngNote(input.sidecar));
 }
 
 CLI::App* AddRepacking(CLI::App& tool, const std::string& name, const std::string& help,
