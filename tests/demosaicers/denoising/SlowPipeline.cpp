@@ -39,7 +39,10 @@ ImageProcessParam ParamOf(int width, int height, const tagTrueSenseParam& params
     if (!params.sharpnessEnable) p.sharpness[1] = 0;
     const int64_t radii[] = {params.panRadius0,   params.panRadius1,   params.panRadius2,
                              params.colorRadius0, params.colorRadius1, params.colorRadius2};
-    for (int i = 0; i < 6; ++i) (i < 3 ? p.panRadius : p.colorRadius)[i % 3] = within(radii[i]);
+    for (int i = 0; i < 3; ++i) {
+        p.panRadius[i] = within(radii[i]);
+        p.colorRadius[i] = within(radii[3 + i]);
+    }
     return p;
 }
 
