@@ -8,9 +8,8 @@ set -eu
 cd "$(dirname "$0")/.."
 if [ "${1-}" = bare ]; then
     . scripts/bare-debian.sh
-    bare_debian embed "${2:-http://deb.debian.org/debian}"
-    git clone --quiet . "$root/root/KvxDemosaicing"
-    in_bare /bin/bash -c 'cd /root/KvxDemosaicing && scripts/embed.sh'
+    bare_checkout embed "${2-}"
+    in_checkout scripts/embed.sh
     exit
 fi
 scripts/install-packages.sh libraries

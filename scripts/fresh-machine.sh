@@ -4,11 +4,10 @@
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/bare-debian.sh
-bare_debian fresh-machine "${1:-http://deb.debian.org/debian}"
-git clone --quiet . "$root/root/KvxDemosaicing"
+bare_checkout fresh-machine "${1-}"
 for command in scripts/demo.sh scripts/test.sh; do
     echo "== $command"
     start=$SECONDS
-    in_bare /bin/bash -c "cd /root/KvxDemosaicing && $command"
+    in_checkout "$command"
     echo "== $command: $((SECONDS - start)) s"
 done

@@ -4,7 +4,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/bare-debian.sh
-bare_debian try-packages "${1:-http://deb.debian.org/debian}"
+bare_debian try-packages "${1-}"
 
 # A package source in addition to the mirror, so that apt resolves the dependencies as for any user.
 mkdir "$root/packages"

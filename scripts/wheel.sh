@@ -8,9 +8,8 @@ set -eu
 cd "$(dirname "$0")/.."
 if [ "${1-}" = bare ]; then
     . scripts/bare-debian.sh
-    bare_debian wheel "${2:-http://deb.debian.org/debian}"
-    git clone --quiet . "$root/root/KvxDemosaicing"
-    in_bare /bin/bash -c 'cd /root/KvxDemosaicing && scripts/wheel.sh'
+    bare_checkout wheel "${2-}"
+    in_checkout scripts/wheel.sh
     exit
 fi
 scripts/install-packages.sh wheel
