@@ -1,4 +1,6 @@
 // Converters for C: algorithm, parameters, camera, conversion.
+#include <memory>
+
 #include "frame/c/ConverterRecord.h"
 #include "frame/c/Records.h"
 
@@ -34,7 +36,7 @@ const char* KvxFrame_AlgorithmName(uint32_t family, uint32_t index) noexcept {
 uint32_t KvxFrameConverter_Create(uint32_t family, KvxFrameConverter** converter) noexcept {
     return Guarded([&] {
         Required(converter, "converter") = nullptr;
-        *converter = new KvxFrameConverter(ChoiceOf(family, frame::Family::Colour, "family"));
+        *converter = std::make_unique<KvxFrameConverter>(ChoiceOf(family, frame::Family::Colour, "family")).release();
     });
 }
 

@@ -40,8 +40,8 @@ inline bool IsIsolated(const WordMosaic& mosaic, int64_t row, int64_t column, in
             }
     const int sign = sample > high ? 1 : -1, step = sign > 0 ? sample - high : low - sample;
     if (step <= high - low) return false;
-    constexpr int kStraight[4][2] = {{0, -1}, {0, 1}, {-1, 0}, {1, 0}},
-                  kDiagonal[4][2] = {{-1, -1}, {-1, 1}, {1, -1}, {1, 1}};
+    constexpr int64_t kStraight[4][2] = {{0, -1}, {0, 1}, {-1, 0}, {1, 0}},
+                      kDiagonal[4][2] = {{-1, -1}, {-1, 1}, {1, -1}, {1, 1}};
     int alike = 0;
     for (const auto& [rows, columns] : isDiagonal ? kDiagonal : kStraight)
         if (mosaic.Has(row + 3 * rows, column + 3 * columns) &&

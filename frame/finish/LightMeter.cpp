@@ -105,6 +105,7 @@ bool LooksLinear(const SourceView& source, const Finish& finish) {
     const std::vector<Block>& blocks = survey.Measure(source, finish);
     if (blocks.empty()) return false;
     std::vector<float> brightness;
+    brightness.reserve(blocks.size());
     for (const Block& block : blocks) brightness.push_back((block.light[0] + block.light[1] + block.light[2]) / 3);
     const auto middle = brightness.begin() + static_cast<ptrdiff_t>(brightness.size() / 2);
     std::nth_element(brightness.begin(), middle, brightness.end());

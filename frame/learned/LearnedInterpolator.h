@@ -25,14 +25,14 @@ public:
      * Interpolates a frame. Working memory stays for the next frame.
      *
      * @param mosaic its format, unpacked, its size and its mirror flags count
-     * @param rows   of the mosaic
+     * @param source of the mosaic's samples
      * @param pictureBits depth of the pixels: 8, 16, or the mosaic's
      * @param noise  of the mosaic's samples, with signal and noise as shares of white, for an algorithm that removes
      *               it; std::nullopt: none is removed
      * @return 0, or the result of the library, in which case nothing is written
      * @throws std::bad_alloc; nothing is written
      */
-    virtual uint32_t Convert(const SourceView& mosaic, const KvxRowSource& rows, uint8_t pictureBits,
+    virtual uint32_t Convert(const SourceView& mosaic, const KvxRowSource& source, uint8_t pictureBits,
                              const KvxPixelSink& pixels, const std::optional<NoiseLine>& noise, int threads) = 0;
 
     virtual void Release() noexcept = 0;

@@ -21,7 +21,7 @@ public:
     uint8_t WorkingBits(uint8_t) const override {
         return 16;
     }
-    uint32_t Convert(const SourceView& mosaic, const KvxRowSource& rows, uint8_t pictureBits,
+    uint32_t Convert(const SourceView& mosaic, const KvxRowSource& source, uint8_t pictureBits,
                      const KvxPixelSink& pixels, const std::optional<NoiseLine>& noise, int threads) override;
     void Release() noexcept override;
 

@@ -25,7 +25,7 @@ public:
         return sourceBits > 14 ? 16 : 14;
     }
     /** Removes no noise. */
-    uint32_t Convert(const SourceView& mosaic, const KvxRowSource& rows, uint8_t pictureBits,
+    uint32_t Convert(const SourceView& mosaic, const KvxRowSource& source, uint8_t pictureBits,
                      const KvxPixelSink& pixels, const std::optional<NoiseLine>& noise, int threads) override;
     void Release() noexcept override;
 

@@ -183,7 +183,7 @@ void PackPlanes(const PairRow channels[3], int firstLane, int lanes, const Sampl
     const WordsOfLanes words(scale);
     for (int channel = 0; channel < 3; ++channel)
         for (int i = 0; i < lanes; i += kStep)
-            hn::StoreU(words(channels[channel], firstLane + i), kWords, planes[channel] + 2 * i);
+            hn::StoreU(words(channels[channel], firstLane + i), kWords, planes[channel] + ptrdiff_t{2} * i);
 }
 
 #endif

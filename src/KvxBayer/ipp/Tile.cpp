@@ -159,7 +159,7 @@ void TileWorker::WritePlanes(const PairRow channels[3], int frameRow) {
 void TileWorker::Store(const PairRow channels[3], int frameRow) {
     const BayerJob& job = m_frame->job;
     const bool words = job.OutputSampleSize() == 2;
-    const auto bytesOf = [&](int columns) { return static_cast<size_t>(columns * job.PixelBytes()); };
+    const auto bytesOf = [&](int columns) { return static_cast<size_t>(columns) * job.PixelBytes(); };
     const auto pack = [&](int firstLane, int lanes, uint8_t* to) {
         PackRow(channels, kMarginLanes + firstLane, lanes, m_frame->scale, job.output, to);
     };
