@@ -51,6 +51,12 @@ struct Algorithm {
 /** The algorithms of a family, the default first; none for Mono and Colour. The reference stays valid. */
 KVX_API const std::vector<Algorithm>& AlgorithmsOf(Family family);
 
+/**
+ * What a parameter of a family's component does: a sentence without capital and full stop, "" for an unknown name. The
+ * text stays valid. Any thread.
+ */
+KVX_API const char* ParameterText(Family family, std::string_view name);
+
 class ConverterImpl;
 
 /** Converts frames of one family. Used by one thread at a time; converters share no state. */
@@ -84,7 +90,7 @@ public:
     void SetParameter(const std::string& name, const std::string& value);
     /** The value of a parameter as text. @throws Error 0x80000002 for an unknown name, 0x80070002 for mono */
     std::string Parameter(const std::string& name) const;
-    /** All parameters in the component's order; none for mono. */
+    /** All parameters in the component's order; none for mono. ParameterText() says what they do. */
     std::vector<_KvxStParam> Parameters() const;
 
     /**

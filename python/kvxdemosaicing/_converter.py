@@ -29,6 +29,7 @@ class Parameter(NamedTuple):
     minimum: Number
     maximum: Number
     writable: bool
+    description: str
 
 
 class Parameters(MutableMapping[str, Number]):
@@ -38,8 +39,8 @@ class Parameters(MutableMapping[str, Number]):
     >>> dict(parameters)
     {'BayerAlgType': 0, 'NoRealloc': 0}
     >>> parameters["BayerAlgType"] = 2
-    >>> parameters.describe("BayerAlgType")
-    Parameter(name='BayerAlgType', default=0, minimum=0, maximum=4, writable=True)
+    >>> parameters.describe("NoRealloc")
+    Parameter(name='NoRealloc', default=0, minimum=0, maximum=1, writable=True, description='no effect')
 
     An unknown name raises UnknownNameError, a KeyError; a value of the wrong type WrongTypeError; a value out of range
     Error.
@@ -69,7 +70,7 @@ class Parameters(MutableMapping[str, Number]):
         return f"Parameters({dict(self)})"
 
     def describe(self, name: str) -> Parameter:
-        """Default and range of a parameter."""
+        """Default, range and meaning of a parameter."""
         if name not in self._facts:
             self._native.parameter(name)  # raises UnknownNameError
         return self._facts[name]

@@ -37,6 +37,9 @@ public:
     void SetParameter(const std::string& name, const std::string& value);
     std::string Parameter(const std::string& name);
     std::vector<_KvxStParam> Parameters();
+    frame::Family Family() const {
+        return m_converter.SourceFamily();
+    }
     void SetFinish(const std::optional<GivenFinish>& finish);
     void SetAnalogGain(std::optional<double> gain);
     /**

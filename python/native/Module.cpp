@@ -14,21 +14,23 @@ namespace py = pybind11;
 
 namespace {
 
-/** Name, default, minimum, maximum, writable; numbers have the parameter's type. */
-py::tuple ParameterFacts(const _KvxStParam& parameter) {
+/** Name, default, minimum, maximum, writable, description; numbers have the parameter's type. */
+py::tuple ParameterFacts(const _KvxStParam& parameter, frame::Family family) {
+    const char* const text = frame::ParameterText(family, parameter.name);
     const bool isWritable = (parameter.flags & KvxParamAccess_Write) != 0;
     if (parameter.type == KvxParamType_Int)
         return py::make_tuple(parameter.name, parameter.defaultValue.asInt, parameter.minValue.asInt,
-                              parameter.maxValue.asInt, isWritable);
+                              parameter.maxValue.asInt, isWritable, text);
     const double least = parameter.minValue.asFloat;  // DBL_MIN stands for none
     return py::make_tuple(parameter.name, parameter.defaultValue.asFloat,
                           least == DBL_MIN ? -std::numeric_limits<double>::infinity() : least,
-                          parameter.maxValue.asFloat, isWritable);
+                          parameter.maxValue.asFloat, isWritable, text);
 }
 
 py::list AllParameterFacts(ArrayConverter& converter) {
     py::list facts;
-    for (const _KvxStParam& parameter : converter.Parameters()) facts.append(ParameterFacts(parameter));
+    for (const _KvxStParam& parameter : converter.Parameters())
+        facts.append(ParameterFacts(parameter, converter.Family()));
     return facts;
 }
 

@@ -19,7 +19,7 @@ std::string CellText(const Json& value) {
 }
 
 std::string ParameterTable(const Json& rows) {
-    TextTable table({"name", "type", "default", "minimum", "maximum", "value", "access"});
+    TextTable table({"name", "type", "default", "minimum", "maximum", "value", "access", "description"});
     for (const Json& row : rows) {
         std::vector<std::string> cells;
         for (const Json& value : row) {
@@ -43,7 +43,7 @@ void AddParamsCommand(CLI::App& tool) {
     CLI::App* command = tool.add_subcommand("params", "List the parameters that convert --set changes");
     command->add_option("COMPONENT", *component, "bayer (the default) or truesense");
     AddJsonFlag(*command, *asJson);
-    command->footer("A minimum of - (null in JSON) means that there is no lower bound.");
+    command->footer("A minimum or maximum of - (null in JSON) means that there is none.");
     command->callback([component, asJson] { PrintParameters(*component, *asJson); });
 }
 

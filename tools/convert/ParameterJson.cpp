@@ -1,6 +1,7 @@
 #include "tools/convert/ParameterJson.h"
 
 #include <cfloat>
+#include <cstdint>
 #include <nlohmann/json.hpp>
 
 namespace kvx::tool {
@@ -22,10 +23,11 @@ Json ValueJson(const _KvxStParam& parameter, const _KvxParamValue& value) {
     return parameter.type == KvxParamType_Float ? Json(value.asFloat) : Json(value.asInt);
 }
 
-/** Null where the declared minimum stands for "no lower bound". */
-Json MinimumJson(const _KvxStParam& parameter) {
-    const bool isUnbounded = parameter.type == KvxParamType_Float && parameter.minValue.asFloat == DBL_MIN;
-    return isUnbounded ? Json(nullptr) : ValueJson(parameter, parameter.minValue);
+/** Null where the declared limit stands for "no limit". */
+Json LimitJson(const _KvxStParam& parameter, const _KvxParamValue& limit) {
+    const bool isFloat = parameter.type == KvxParamType_Float;
+    const bool isNone = isFloat ? limit.asFloat == DBL_MIN || limit.asFloat == DBL_MAX : limit.asInt == INT64_MAX;
+    return isNone ? Json(nullptr) : ValueJson(parameter, limit);
 }
 
 }  // namespace
@@ -36,10 +38,11 @@ nlohmann::ordered_json ParameterJson(const frame::Converter& converter) {
         rows.push_back({{"name", parameter.name},
                         {"type", TypeText(parameter)},
                         {"default", ValueJson(parameter, parameter.defaultValue)},
-                        {"minimum", MinimumJson(parameter)},
-                        {"maximum", ValueJson(parameter, parameter.maxValue)},
+                        {"minimum", LimitJson(parameter, parameter.minValue)},
+                        {"maximum", LimitJson(parameter, parameter.maxValue)},
                         {"value", Json::parse(converter.Parameter(parameter.name))},
-                        {"access", AccessText(parameter)}});
+                        {"access", AccessText(parameter)},
+                        {"description", frame::ParameterText(converter.SourceFamily(), parameter.name)}});
     }
     return rows;
 }

@@ -49,14 +49,17 @@ TEST(ListingRun, Parameters) {
     ASSERT_EQ(rows.size(), 2u);
     const nlohmann::json trueSense = nlohmann::json::parse(TextOf({"params", "truesense", "--json"}));
     ASSERT_EQ(trueSense.size(), 66u);
-    EXPECT_EQ(trueSense[10], (nlohmann::json{{"name", "redGain"},
-                                             {"type", "float"},
-                                             {"default", 1.0},
-                                             {"minimum", nullptr},
-                                             {"maximum", DBL_MAX},
-                                             {"value", 1.0},
-                                             {"access", "read/write"}}));
-    EXPECT_EQ(LinesOf({"params"})[1], "BayerAlgType  integer  0        0        4        0      read/write");
+    EXPECT_EQ(trueSense[10],
+              (nlohmann::json{{"name", "redGain"},
+                              {"type", "float"},
+                              {"default", 1.0},
+                              {"minimum", nullptr},
+                              {"maximum", nullptr},
+                              {"value", 1.0},
+                              {"access", "read/write"},
+                              {"description", "factor of the red samples (noise-reducing algorithms)"}}));
+    for (const nlohmann::json& row : trueSense) EXPECT_NE(row["description"], "") << row["name"];
+    EXPECT_EQ(LinesOf({"params"})[2], "NoRealloc     integer  0        0        1        0      read/write  no effect");
 }
 
 TEST(DemoRun, WritesWhatItListsAndConvertMakesTheSame) {

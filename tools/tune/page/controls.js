@@ -61,15 +61,16 @@ export class Controls {
 
   #makeParameters(parameters) {
     const search = element(
-        "input", {type: "search", id: "search", placeholder: "Name of a parameter", ariaLabel: "Search parameters"});
+        "input", {type: "search", id: "search", placeholder: "Name or meaning", ariaLabel: "Search parameters"});
     const rows = [...parameterRows(parameters)].map(([stem, members]) => {
       const inputs = members.map((parameter) => this.#makeParameter(parameter));
-      const label = element("span", {textContent: stem});
-      return element("div", {className: "control parameter"}, label, element("div", {className: "fields"}, ...inputs));
+      const meaning = element("span", {className: "fact", textContent: members[0].description});
+      return element(
+          "div", {className: "control parameter"}, element("span", {textContent: stem}),
+          element("div", {className: "fields"}, ...inputs), meaning);
     });
     search.addEventListener("input", () => {
-      for (const box of rows)
-        box.hidden = !box.firstChild.textContent.toLowerCase().includes(search.value.toLowerCase());
+      for (const box of rows) box.hidden = !box.textContent.toLowerCase().includes(search.value.toLowerCase());
     });
     return element(
         "details", {id: "parameters"},
@@ -77,12 +78,16 @@ export class Controls {
   }
 
   #makeParameter(parameter) {
-    const {name, type, minimum, maximum, value} = parameter;
-    const input =
-        element("input", {type: "number", placeholder: value, ariaLabel: name, step: type === "integer" ? 1 : "any"});
+    const {name, type, minimum, maximum, value, description} = parameter;
+    const input = element("input", {
+      type: "number",
+      placeholder: value,
+      ariaLabel: `${name}: ${description}`,
+      step: type === "integer" ? 1 : "any"
+    });
     if (minimum !== null) input.min = minimum;
-    if (maximum < 1e9) input.max = maximum;
-    input.title = `${name}: ${type}, ${minimum ?? "any"} to ${maximum < 1e9 ? maximum : "any"}, default ${value}`;
+    if (maximum !== null) input.max = maximum;
+    input.title = `${name}: ${description}\n${type}, ${minimum ?? "any"} to ${maximum ?? "any"}, default ${value}`;
     input.addEventListener("input", () => {
       const set = {...this.#state.settings.set};
       if (input.value === "")
