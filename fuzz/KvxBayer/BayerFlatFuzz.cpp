@@ -36,6 +36,8 @@ constexpr Kind s_kinds[] = {
     {2, 1, 3, Call<BayerToBGR_16u8u_C1C3R, uint16_t, uint8_t>},
     {2, 1, 4, Call<BayerToRGB_16u8u_C1C4R, uint16_t, uint8_t>},
     {2, 1, 4, Call<BayerToBGR_16u8u_C1C4R, uint16_t, uint8_t>},
+    {1, 1, 4, Call<BayerToBGRA_8u_C1C4R, uint8_t, uint8_t>},
+    {2, 1, 4, Call<BayerToRGBA_16u8u_C1C4R, uint16_t, uint8_t>},
 };
 
 }  // namespace
@@ -75,9 +77,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         src.record.pixelDepth = static_cast<uint32_t>(a.depth);
         return BayerToColor(&src.record, &dst.record, a.algorithm);
     };
-    const bool clearsSlots = !byRecords && kind.slotBytes == 4;
+    const bool hasSlots = !byRecords && kind.slotBytes == 4;
     const bool isKnown = a.algorithm >= 0 && a.algorithm <= 2;  // an unknown algorithm converts nothing
-    const uint64_t written = !isKnown ? 0 : clearsSlots ? uint64_t{a.roi.width} * 4 : picture;
+    const uint64_t written = !isKnown ? 0 : hasSlots ? uint64_t{a.roi.width} * 4 : picture;
     Convert(input, src, dst, {0, 0x80050001, 0x80050007, 0x80050009}, convert,
             [=](size_t place) { return place < written; });
     return 0;

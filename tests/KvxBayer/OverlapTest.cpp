@@ -36,7 +36,8 @@ std::vector<Entry> AllEntries() {
                                        {"8u", bytes, 0, 3, flat(8, 8, 3)},
                                        {"16u", words, 0, 6, flat(12, 12, 3)},
                                        {"16u8u", words, 0, 3, flat(12, 8, 3)},
-                                       {"16u8u C4R", words, 0, 4, flat(12, 8, 4)}});
+                                       {"16u8u C4R", words, 0, 4, flat(12, 8, 4)},
+                                       {"8u alpha", bytes, 0, 4, flat(8, 8, kAlpha)}});
     }
     return entries;
 }
