@@ -16,6 +16,6 @@ struct FlatFigures {
  * Measures evenly lit frames, with what the profile already has of frames without light, and enters what they show into
  * the profile. Throws ExitCode::Frame for frames that are clipped or too dark.
  */
-FlatFigures CalibrateFlat(const FrameStack& stack, const PairNoise& noise, frame::CameraProfile& profile);
+FlatFigures CalibrateFlat(const FrameStack& stack, const PairNoise& pairs, frame::CameraProfile& profile);
 
 }  // namespace kvx::tool

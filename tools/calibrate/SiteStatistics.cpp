@@ -64,6 +64,7 @@ std::vector<frame::Site> SitesOf(const cv::Mat& mask) {
     std::vector<cv::Point> points;
     cv::findNonZero(mask, points);
     std::vector<frame::Site> sites;
+    sites.reserve(points.size());
     for (const cv::Point& point : points) {
         sites.push_back({static_cast<uint32_t>(point.x), static_cast<uint32_t>(point.y)});
     }

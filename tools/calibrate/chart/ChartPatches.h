@@ -30,7 +30,8 @@ const std::array<ChartPatch, kChartPatches>& ChartPatches();
 
 /** The place of a patch: centres are one apart, the first one is (0, 0). */
 inline cv::Point2d PatchCentre(int patch) {
-    return {static_cast<double>(patch % kChartColumns), static_cast<double>(patch / kChartColumns)};
+    const int row = patch / kChartColumns, column = patch % kChartColumns;
+    return cv::Point(column, row);
 }
 
 }  // namespace kvx::tool

@@ -48,6 +48,7 @@ cv::Mat InColours(const cv::Mat_<cv::Vec3f>& linear, const ChartResult& chart, c
 void DrawQuad(cv::Mat& picture, const cv::Matx33d& field, const std::vector<cv::Point2d>& corners,
               const cv::Scalar& colour) {
     std::vector<cv::Point> pixels;
+    pixels.reserve(corners.size());
     for (const cv::Point2d& corner : corners) {
         pixels.emplace_back(Projected(field, corner) * (1 << kShift));
     }

@@ -84,8 +84,8 @@ public:
             });
             cv::Mat_<double> elements;
             cv::solve(equations, targets, elements, cv::DECOMP_SVD);
-            start[2 * row] = elements(0);
-            start[2 * row + 1] = elements(1);
+            start[size_t{2} * row] = elements(0);
+            start[size_t{2} * row + 1] = elements(1);
         }
         for (size_t chart = 0; chart < m_charts.size(); ++chart) {
             start[kElements + chart] = std::log(m_exposures[chart]);
