@@ -61,7 +61,7 @@ std::optional<frame::Gains> Gains(const libraw_colordata_t& color) {
 std::optional<std::array<double, 9>> Matrix(const libraw_colordata_t& color) {
     std::array<double, 9> matrix;
     for (int row = 0; row < 3; ++row) {
-        std::transform(color.rgb_cam[row], color.rgb_cam[row] + 3, matrix.begin() + 3 * row, Rounded);
+        std::transform(color.rgb_cam[row], color.rgb_cam[row] + 3, matrix.begin() + ptrdiff_t{3} * row, Rounded);
     }
     constexpr std::array<double, 9> kIdentity = {1, 0, 0, 0, 1, 0, 0, 0, 1};
     const bool isKnown = matrix[0] != 0 && matrix != kIdentity &&

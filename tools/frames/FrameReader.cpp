@@ -103,7 +103,7 @@ FrameInput FrameOfSeveral(const std::string& path, const FrameRequest& request, 
 }
 
 /** The JSON file next to a camera raw file overrides parts of what the file says, but not its layout. */
-FrameInput FrameFromCameraRaw(CameraRaw raw, const std::string& path, const FrameRequest& request,
+FrameInput FrameFromCameraRaw(const CameraRaw& raw, const std::string& path, const FrameRequest& request,
                               const std::string& name) {
     if (request.format || request.width || request.height || request.stride || request.skipBytes) {
         Fail(ExitCode::Usage,
@@ -148,7 +148,7 @@ FrameInput ReadFrame(const std::string& path, const FrameRequest& request) {
     }
     const Bytes content = ReadInput(path);
     if (std::optional<CameraRaw> raw = DecodeCameraRaw(content, path, name)) {
-        return FrameFromCameraRaw(std::move(*raw), path, request, name);
+        return FrameFromCameraRaw(*raw, path, request, name);
     }
     Inference inference(path, request);
     const frame::Format format = RequireSource(inference.Format(), name);
