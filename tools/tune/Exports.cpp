@@ -172,7 +172,7 @@ std::string GStreamer(const TunedConversion& conversion, const std::string& came
     if (stride > 0) properties += fmt::format(" stride={}", stride);
     for (auto [name, value] : NamedSettings(conversion, cameraPath)) {
         std::ranges::replace(name, '_', '-');
-        properties += " " + Quoted(name + "=" + value);
+        properties += " " + Quoted(fmt::format("{}={}", name, value));
     }
     const std::vector<std::string>& parameters = conversion.Settings().convert.settings;
     if (!parameters.empty()) properties += fmt::format(" parameters=\"p,{}\"", fmt::join(parameters, ","));

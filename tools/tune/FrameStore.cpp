@@ -32,9 +32,9 @@ std::shared_ptr<const TunedFrame> Load(const std::string& path, const FrameReque
 
 }  // namespace
 
-FrameStore::FrameStore(std::vector<std::string> paths, FrameRequest request,
+FrameStore::FrameStore(std::vector<std::string> paths, const FrameRequest& request,
                        std::shared_ptr<const frame::CameraProfile> camera)
-    : m_paths(std::move(paths)), m_request(std::move(request)), m_camera(std::move(camera)) {}
+    : m_paths(std::move(paths)), m_request(request), m_camera(std::move(camera)) {}
 
 std::shared_ptr<const TunedFrame> FrameStore::Get(size_t index) {
     if (index >= m_paths.size()) {

@@ -27,7 +27,7 @@ struct TunedFrame {
 /** The frames to look at. Reads a frame when it is asked for and keeps the last one only: frames may be huge. */
 class FrameStore {
 public:
-    FrameStore(std::vector<std::string> paths, FrameRequest request,
+    FrameStore(std::vector<std::string> paths, const FrameRequest& request,
                std::shared_ptr<const frame::CameraProfile> camera);
 
     const std::vector<std::string>& Paths() const {

@@ -1,5 +1,6 @@
 #include "tools/tune/Histograms.h"
 
+#include <algorithm>
 #include <array>
 #include <nlohmann/json.hpp>
 
@@ -31,7 +32,8 @@ struct Distribution {
 
 template <typename Sample>
 void Count(const RawFrame& frame, std::array<Distribution, 4>& filters) {
-    const uint32_t white = frame::White(frame.format), side = frame::TileSide(frame.format);
+    const uint32_t white = frame::White(frame.format);
+    const uint32_t side = std::clamp(frame::TileSide(frame.format), 1u, 4u);  // which clang-tidy cannot know
     for (int row = 0; row < frame.samples.rows; ++row) {
         std::array<Distribution*, 4> ofColumn{};
         for (uint32_t column = 0; column < side; ++column) {
