@@ -129,7 +129,8 @@ def test_every_kind_of_control_changes_the_picture(page):
     assert page.settings["black-level"] == "60.3" and page.pixels() == before
     page.type(page.control("exposure")[0], "loud")
     page.until(lambda: "--exposure" in page.id("message").text)
-    assert all("400 (Bad Request)" in message for message in errors(page.driver))
+    messages = errors(page.driver)
+    assert all("400 (Bad Request)" in message for message in messages), messages
 
 
 def test_saved_sidecar_converts_to_the_bytes_of_the_page(page, frames):

@@ -40,6 +40,7 @@ export class Stage extends EventTarget {
   /** The pictures to show: a list of queries with labels. */
   show(pictures) {
     this.#changed = performance.now();
+    clearTimeout(this.#idle);  // new pictures have no area before they are drawn
     this.#root.dataset.ready = "false";
     this.#pictures = pictures.map((picture, index) => {
       const tiles = this.#tilesFor(picture.query);
