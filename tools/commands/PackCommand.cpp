@@ -67,7 +67,7 @@ void Repack(const PackOptions& options) {
         if (!message.empty()) PrintMessage(fmt::format("{}: {}", options.input, message));
     };
     print(input.inferred);
-    print(input.sidecar.warning.empty() ? "" : "sidecar: " + input.sidecar.warning);
+    print(input.sidecar.warning);
     if (file.kind == FrameKind::Dng) print(DngNote(input.sidecar));
 }
 

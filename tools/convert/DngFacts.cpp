@@ -32,7 +32,7 @@ Sidecar DngFacts(const FinishPlan& plan, const frame::SourceView& source, std::o
 
 std::vector<std::string> DngHints(const Sidecar& known, const Sidecar& sidecar, const frame::CameraProfile* camera) {
     std::vector<std::string> hints;
-    if (!sidecar.warning.empty()) hints.push_back("sidecar: " + sidecar.warning);
+    if (!sidecar.warning.empty()) hints.push_back(sidecar.warning);
     if (const std::string note = DngNote(known); !note.empty()) hints.push_back(note);
     if (camera != nullptr && (camera->shading.columns > 0 || !camera->darkFrame.empty() || !camera->hotPixels.empty() ||
                               !camera->deadPixels.empty())) {

@@ -26,7 +26,7 @@ std::string BlackLevelAdvice(const FrameInput& input, const FinishRequest& reque
 std::vector<std::string> FrameHints(const FinishRequest& request, const FrameInput& input, const FinishPlan& plan) {
     std::vector<std::string> hints;
     if (!request.isLinear && !input.sidecar.warning.empty()) {
-        hints.push_back("sidecar: " + input.sidecar.warning);
+        hints.push_back(input.sidecar.warning);
     }
     if (IsLinearByDefault(request, input, plan) &&
         frame::LooksLinear(ViewOf(input.frame), plan.finish.value_or(frame::Finish()))) {

@@ -129,8 +129,8 @@ public:
         return orientation;
     }
 
-    /** Names the unknown keys, with the known ones that they resemble; empty if there are none. */
-    std::string UnknownKeys() const {
+    /** A message about the unknown keys, with the known ones that they resemble; empty if there are none. */
+    std::string Warning() const {
         constexpr size_t kNamed = 3;
         std::string meant;
         std::vector<std::string> notes;
@@ -145,11 +145,11 @@ public:
             }
         }
         if (notes.empty()) {
-            return meant;
+            return meant.empty() ? "" : "sidecar: " + meant;
         }
         const size_t rest = notes.size() - std::min(notes.size(), kNamed);
         notes.resize(notes.size() - rest);
-        return fmt::format("{}{}unknown keys are ignored: {}{}", meant, meant.empty() ? "" : " other ",
+        return fmt::format("sidecar: {}{}unknown keys are ignored: {}{}", meant, meant.empty() ? "" : " other ",
                            fmt::join(notes, ", "), rest > 0 ? fmt::format(" and {} more", rest) : "");
     }
 
@@ -241,7 +241,7 @@ Sidecar ParseSidecar(const std::string& path, const Bytes& content) {
             .gains = reader.Gains(),
             .matrix = reader.Matrix(),
             .orientation = reader.Orientation(),
-            .warning = reader.UnknownKeys()};
+            .warning = reader.Warning()};
 }
 
 Bytes SidecarContent(const Sidecar& sidecar) {

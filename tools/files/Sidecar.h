@@ -24,7 +24,7 @@ struct Sidecar {
     std::optional<frame::Gains> gains;            ///< "white_balance_gains": {"R": ..., "G": ..., "B": ...}
     std::optional<std::array<double, 9>> matrix;  ///< "colour_matrix": nine numbers, row by row
     std::optional<uint64_t> orientation;          ///< "orientation": how to turn the picture, 1 to 8 as Exif has it
-    std::string warning = {};                     ///< about unknown keys; often empty
+    std::string warning = {};                     ///< a message about unknown keys; often empty
 };
 
 /** "FRAME.json", the name that is written. Reading also finds the frame's name with its extension replaced. */

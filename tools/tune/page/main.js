@@ -46,7 +46,7 @@ function showStatus() {
 
 function showPlans() {
   const error = measurements.error(state.settings);
-  say(error ?? (info.warning ? new Error(`sidecar: ${info.warning}`) : null));
+  say(error ?? (info.warning ? new Error(info.warning) : null));
   controls.show(measurements.plan(state.settings));
   showLabels();
   showStatus();
