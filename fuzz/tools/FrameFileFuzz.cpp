@@ -52,11 +52,12 @@ void DecodeAsPnm(const File& file, const PnmHeader& header) {
 void CutAsRaw(const File& file, const FrameSize& size, const kvx::frame::Format& format) {
     RawFrame frame;
     const RawLayout layout{format, size.width, size.height, file.stride, file.skipBytes};
-    if (IsRefusedByTool([&] { frame = CutFrame(file.content, layout, file.name); }, {ExitCode::Frame})) return;
+    if (IsRefusedByTool([&] { frame = CutFrame(InputFile(file.content), layout, file.name); }, {ExitCode::Frame}))
+        return;
     Require(uint64_t(frame.samples.cols) == size.width && uint64_t(frame.samples.rows) == size.height,
             "a frame has the size of its name");
     const Bytes packed = EncodePacked(frame.samples, format, kvx::frame::RowPadding::Line);
-    const RawFrame again = CutFrame(packed, {format, size.width, size.height, {}}, "again");
+    const RawFrame again = CutFrame(InputFile(packed), {format, size.width, size.height, {}}, "again");
     Require(AreEqual(again.samples, frame.samples), "a frame that is written reads back");
 }
 

@@ -21,11 +21,10 @@ using namespace std::string_view_literals;
 /** Of samples; the largest sensors have 150 million. */
 constexpr unsigned kMaximumMegabytes = 1024;
 
-/** Beginnings of camera raw files other than TIFF. Without one LibRaw would recognise headerless files by their size.
- */
-constexpr std::array kSignatures = {"II\x55\0"sv,        "IIRO"sv,  "IIRS"sv, "MMOR"sv, "II\x1a\0\0\0HEAP"sv,
-                                    "FUJIFILMCCD-RAW"sv, "\0MRM"sv, "FOVb"sv, "IIII"sv, "MMMM"sv};
-constexpr std::array kTiffSignatures = {"II\x2a\0"sv, "MM\0\x2a"sv};
+/** Beginnings of camera raw files. Without one LibRaw would recognise headerless files by their size. */
+constexpr std::array kSignatures = {"II\x55\0"sv,        "IIRO"sv,    "IIRS"sv, "MMOR"sv, "II\x1a\0\0\0HEAP"sv,
+                                    "FUJIFILMCCD-RAW"sv, "\0MRM"sv,   "FOVb"sv, "IIII"sv, "MMMM"sv,
+                                    "II\x2a\0"sv,        "MM\0\x2a"sv};
 
 bool StartsWithAny(std::string_view text, const auto& signatures) {
     return std::ranges::any_of(signatures, [text](auto signature) { return text.starts_with(signature); });
@@ -140,11 +139,13 @@ private:
 
 }  // namespace
 
+bool MayBeCameraRaw(const Bytes& start) {
+    const std::string_view text(reinterpret_cast<const char*>(start.data()), start.size());
+    return StartsWithAny(text, kSignatures) || text.substr(std::min<size_t>(4, text.size())).starts_with("ftypcrx ");
+}
+
 std::optional<CameraRaw> DecodeCameraRaw(const Bytes& content, const std::string& path, const std::string& name) {
-    const std::string_view text(reinterpret_cast<const char*>(content.data()), content.size());
-    const bool isTiff = StartsWithAny(text, kTiffSignatures);
-    if (!isTiff && !StartsWithAny(text, kSignatures) &&
-        !text.substr(std::min<size_t>(4, text.size())).starts_with("ftypcrx ")) {
+    if (!MayBeCameraRaw(content)) {
         return std::nullopt;
     }
     const auto raw = std::make_unique<LibRaw>();  // hundreds of kilobytes

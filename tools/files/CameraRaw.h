@@ -14,6 +14,9 @@ struct CameraRaw {
     Sidecar known;  ///< levels, as-shot (else daylight) gains, matrix and orientation, as far as the file has them
 };
 
+/** Whether a file that starts with these bytes can be a camera raw file. */
+bool MayBeCameraRaw(const Bytes& start);
+
 /**
  * Reads what LibRaw decodes to a Bayer mosaic. Nothing for content that is no camera raw file; the extension of `path`
  * decides whether a TIFF file without DNG version is one. Throws ExitCode::Input for damaged files and other mosaics,

@@ -7,8 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-
-#include "tools/files/FileDescriptor.h"
+#include <utility>
 
 namespace kvx::tool {
 namespace {
@@ -83,30 +82,50 @@ Bytes ReadInput(const std::string& path, const InputLimit& limit) {
     return ReadAll(Opened(path).Get(), path, limit);
 }
 
-uint64_t InputSize(const std::string& path) {
+InputFile::InputFile(const std::string& path) : m_path(path) {
+    FileDescriptor file = path == "-" ? FileDescriptor(-1) : Opened(path);
     struct stat status {};
-    if (path == "-" || ::fstat(Opened(path).Get(), &status) != 0 || !S_ISREG(status.st_mode)) {
-        Fail(ExitCode::Input, "{}: is no regular file: frames can only be counted in one", InputName(path));
+    if (file.Get() >= 0 && ::fstat(file.Get(), &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0) {
+        m_file = std::move(file);
+        m_size = static_cast<uint64_t>(status.st_size);
+    } else {  // some files of the system say that they are empty and are not
+        m_content = ReadAll(path == "-" ? STDIN_FILENO : file.Get(), path, kFrameLimit);
+        m_size = m_content.size();
     }
-    return static_cast<uint64_t>(status.st_size);
 }
 
-Bytes ReadPart(const std::string& path, uint64_t offset, uint64_t bytes) {
-    const uint64_t size = InputSize(path);
-    const FileDescriptor file = Opened(path);
-    Bytes content(std::min(bytes, size - std::min(offset, size)));
-    for (size_t filled = 0; filled < content.size();) {
+InputFile::InputFile(Bytes content) : m_content(std::move(content)), m_size(m_content.size()) {}
+
+Bytes InputFile::Part(uint64_t offset, uint64_t bytes) const {
+    offset = std::min(offset, m_size);
+    bytes = std::min(bytes, m_size - offset);
+    if (m_content.size() == m_size) {
+        const auto start = m_content.begin() + static_cast<ptrdiff_t>(offset);
+        return {start, start + static_cast<ptrdiff_t>(bytes)};
+    }
+    Bytes content(bytes);
+    for (size_t filled = 0; filled < bytes;) {
         const ssize_t count =
-            ::pread(file.Get(), content.data() + filled, content.size() - filled, static_cast<off_t>(offset + filled));
-        if (count < 0 && errno == EINTR) {
-            continue;
+            ::pread(m_file.Get(), content.data() + filled, bytes - filled, static_cast<off_t>(offset + filled));
+        if (count == 0) {
+            Fail(ExitCode::Input, "{}: has become shorter while it was read", InputName(m_path));
         }
-        if (count <= 0) {
-            FailReading(path);
+        if (count < 0 && errno != EINTR) {
+            FailReading(m_path);
         }
-        filled += static_cast<size_t>(count);
+        filled += static_cast<size_t>(std::max<ssize_t>(count, 0));
     }
     return content;
+}
+
+const Bytes& InputFile::Whole() {
+    if (m_size > kFrameLimit.bytes) {
+        FailTooLong(m_path, kFrameLimit);
+    }
+    if (m_content.size() < m_size) {
+        m_content = Part(0, m_size);
+    }
+    return m_content;
 }
 
 }  // namespace kvx::tool

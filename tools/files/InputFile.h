@@ -5,6 +5,7 @@
 
 #include "tools/ToolError.h"
 #include "tools/files/Bytes.h"
+#include "tools/files/FileDescriptor.h"
 
 namespace kvx::tool {
 
@@ -24,10 +25,35 @@ constexpr InputLimit kFrameLimit{size_t{1} << 32, ExitCode::Frame, "no frame is 
 /** The whole content of a file, or of standard input for "-". Throws ExitCode::Input, or what the limit says. */
 Bytes ReadInput(const std::string& path, const InputLimit& limit = kFrameLimit);
 
-/** Bytes of a file. Throws ExitCode::Input, also for anything but a regular file, whose size is not known. */
-uint64_t InputSize(const std::string& path);
+/** A file that is read in parts. One without a size, such as a pipe or standard input, is read at once. */
+class InputFile {
+public:
+    /** Opens the file, or standard input for "-". Throws as ReadInput(). */
+    explicit InputFile(const std::string& path);
 
-/** At most `bytes` bytes of a regular file; fewer at its end. Throws ExitCode::Input. */
-Bytes ReadPart(const std::string& path, uint64_t offset, uint64_t bytes);
+    /** Content in memory. */
+    explicit InputFile(Bytes content);
+
+    /** Whether the file can be read again. */
+    bool IsRegular() const {
+        return m_file.Get() >= 0;
+    }
+
+    uint64_t Size() const {
+        return m_size;
+    }
+
+    /** The bytes from `offset` on, fewer at the end of the file. Throws ExitCode::Input, also for a file cut since. */
+    Bytes Part(uint64_t offset, uint64_t bytes) const;
+
+    /** Reads all that is not in memory yet. Throws as ReadInput(). */
+    const Bytes& Whole();
+
+private:
+    std::string m_path;
+    FileDescriptor m_file{-1};  ///< negative for content in memory
+    Bytes m_content;
+    uint64_t m_size = 0;
+};
 
 }  // namespace kvx::tool

@@ -2,14 +2,19 @@
 
 #include <fmt/ranges.h>
 
+#include <algorithm>
 #include <climits>
 #include <string>
 #include <vector>
 
+#include "KvxFrame/Relayout.h"
 #include "tools/ToolError.h"
 
 namespace kvx::tool {
 namespace {
+
+/** Read at once: enough for the disk, and little enough for the cache. */
+constexpr uint64_t kPartBytes = 1u << 20;
 
 /** Bytes of a pixel in the widest converted picture: three 16-bit samples. */
 constexpr uint64_t kMaximumPixelBytes = 6;
@@ -20,6 +25,11 @@ uint64_t RowBytes(const RawLayout& layout) {
 
 uint64_t Stride(const RawLayout& layout) {
     return layout.stride.value_or(RowBytes(layout));
+}
+
+/** From the start of a frame to that of the next one in a file with several. */
+uint64_t FrameBytes(const RawLayout& layout) {
+    return Stride(layout) * layout.height;
 }
 
 /** Bytes of the frame when its rows follow each other without a gap, even within bytes. */
@@ -100,6 +110,27 @@ void CheckLayout(const RawLayout& layout, uint64_t actual, const std::string& na
     }
 }
 
+/** The frame that starts at a byte of the file. Dense rows share bytes, so that only all of them can be unpacked. */
+RawFrame ReadRows(const InputFile& file, const RawLayout& layout, uint64_t start, bool isDense) {
+    const uint64_t stride = Stride(layout);
+    const uint64_t partRows = isDense ? layout.height : std::clamp<uint64_t>(kPartBytes / stride, 1, layout.height);
+    RawFrame frame =
+        MakeRawFrame(layout.format, cv::Size(static_cast<int>(layout.width), static_cast<int>(layout.height)));
+    for (uint64_t top = 0; top < layout.height; top += partRows) {
+        const uint64_t rows = std::min(partRows, layout.height - top);
+        const Bytes part = file.Part(start + top * stride, rows * stride);
+        RawFrame target{frame.format, frame.samples.rowRange(static_cast<int>(top), static_cast<int>(top + rows))};
+        frame::Relayout({.data = part.data(),
+                         .width = static_cast<uint32_t>(layout.width),
+                         .height = static_cast<uint32_t>(rows),
+                         .stride = isDense ? 0 : static_cast<ptrdiff_t>(stride),
+                         .capacity = part.size(),
+                         .format = layout.format},
+                        DestinationOf(target));
+    }
+    return frame;
+}
+
 }  // namespace
 
 void CheckFrameSize(uint64_t width, uint64_t height, const std::string& name) {
@@ -113,10 +144,6 @@ void CheckFrameSize(uint64_t width, uint64_t height, const std::string& name) {
     }
 }
 
-uint64_t FrameBytes(const RawLayout& layout) {
-    return Stride(layout) * layout.height;
-}
-
 uint64_t FrameCount(const RawLayout& layout, uint64_t fileBytes, const std::string& name) {
     CheckLayout(layout, fileBytes, name);
     const uint64_t rest = fileBytes - layout.skipBytes;
@@ -128,20 +155,19 @@ uint64_t FrameCount(const RawLayout& layout, uint64_t fileBytes, const std::stri
     return rest / FrameBytes(layout);
 }
 
-RawFrame CutFrame(const Bytes& content, const RawLayout& layout, const std::string& name) {
-    CheckLayout(layout, content.size(), name);
+RawFrame CutFrame(const InputFile& file, const RawLayout& layout, const std::string& name) {
+    CheckLayout(layout, file.Size(), name);
     // If both kinds of rows of a small frame take the same number of bytes, they start with a byte.
-    const bool isDense = !layout.stride && content.size() == layout.skipBytes + DenseBytes(layout, layout.format) &&
-                         content.size() != layout.skipBytes + RowBytes(layout) * layout.height;
+    const bool isDense = !layout.stride && file.Size() == layout.skipBytes + DenseBytes(layout, layout.format) &&
+                         file.Size() != layout.skipBytes + RowBytes(layout) * layout.height;
     if (!isDense) {
-        CheckContentSize(content.size(), layout, name);
+        CheckContentSize(file.Size(), layout, name);
     }
-    return UnpackFrame({.data = content.data() + layout.skipBytes,
-                        .width = static_cast<uint32_t>(layout.width),
-                        .height = static_cast<uint32_t>(layout.height),
-                        .stride = isDense ? 0 : static_cast<ptrdiff_t>(Stride(layout)),
-                        .capacity = content.size() - layout.skipBytes,
-                        .format = layout.format});
+    return ReadRows(file, layout, layout.skipBytes, isDense);
+}
+
+RawFrame CutFrame(const InputFile& file, const RawLayout& layout, uint64_t index) {
+    return ReadRows(file, layout, layout.skipBytes + index * FrameBytes(layout), false);
 }
 
 }  // namespace kvx::tool

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "tools/files/InputFile.h"
 #include "tools/files/RawFrame.h"
 
 namespace kvx::tool {
@@ -21,16 +22,17 @@ struct RawLayout {
 void CheckFrameSize(uint64_t width, uint64_t height, const std::string& name);
 
 /**
- * Reads the frame from a headerless file, which must have the size of the layout; the last row may lack its padding.
+ * Reads the frame of a headerless file, which must have the size of the layout; the last row may lack its padding.
  * Rows of a packed layout without a stride start with a byte, or follow each other bit by bit: the size decides.
- * Throws ExitCode::Frame, with the option that would help. `name` is for messages.
+ * Throws ExitCode::Frame, with the option that would help. `name` is for messages. The file is read in parts, so that
+ * it takes no memory besides the frame's.
  */
-RawFrame CutFrame(const Bytes& content, const RawLayout& layout, const std::string& name);
+RawFrame CutFrame(const InputFile& file, const RawLayout& layout, const std::string& name);
 
-/** From the start of a frame to that of the next one in a file with several; rows start with a byte. */
-uint64_t FrameBytes(const RawLayout& layout);
+/** The same for frame `index` of several in a file, which FrameCount() must have counted. */
+RawFrame CutFrame(const InputFile& file, const RawLayout& layout, uint64_t index);
 
-/** Frames in a file of that many bytes. Throws ExitCode::Frame for no frame, or a part of one. */
+/** Frames in a file of that many bytes, whose rows start with a byte. Throws ExitCode::Frame for no whole number. */
 uint64_t FrameCount(const RawLayout& layout, uint64_t fileBytes, const std::string& name);
 
 }  // namespace kvx::tool

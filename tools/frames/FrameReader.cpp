@@ -12,8 +12,8 @@
 namespace kvx::tool {
 namespace {
 
-/** Enough to recognise a file that is not headerless. */
-constexpr uint64_t kSignatureBytes = 64;
+/** Enough to recognise a file that is not headerless: a signature, or the header of a PNM file with its comments. */
+constexpr uint64_t kHeaderBytes = 1u << 16;
 
 frame::Format RequireSource(const std::optional<frame::Format>& format, const std::string& name) {
     if (!format) {
@@ -75,27 +75,26 @@ RawLayout RequireLayout(const frame::Format& format, Inference& inference, const
     return {format, *width, *height, inference.Stride(), inference.SkipBytes()};
 }
 
-RawLayout RequireSeveral(const std::string& path, Inference& inference, const std::string& name) {
-    const Bytes start = ReadPart(path, 0, kSignatureBytes);
-    if (IsPictureFile(start)) {
+RawLayout RequireSeveral(const InputFile& file, Inference& inference, const std::string& name) {
+    if (!file.IsRegular()) {
+        Fail(ExitCode::Input, "{}: is no regular file: frames can only be counted in one", name);
+    }
+    if (IsPictureFile(file.Part(0, kHeaderBytes))) {
         Fail(ExitCode::Usage, "{}: --frame and --frames are for headerless files, and this file has one frame", name);
     }
     return RequireLayout(RequireSource(inference.Format(), name), inference, name);
 }
 
-/** Reads this frame only, whatever the size of the file. */
-FrameInput FrameOfSeveral(const std::string& path, const FrameRequest& request, const std::string& name) {
+FrameInput FrameOfSeveral(const InputFile& file, const std::string& path, const FrameRequest& request,
+                          const std::string& name) {
     Inference inference(path, request);
-    RawLayout layout = RequireSeveral(path, inference, name);
-    const uint64_t count = FrameCount(layout, InputSize(path), name);
+    const RawLayout layout = RequireSeveral(file, inference, name);
+    const uint64_t count = FrameCount(layout, file.Size(), name);
     if (*request.frame >= count) {
         Fail(ExitCode::Frame, "{}: --frame {} does not exist: the file has {} frames, counted from 0", name,
              *request.frame, count);
     }
-    const uint64_t bytes = FrameBytes(layout);
-    const uint64_t start = layout.skipBytes + *request.frame * bytes;
-    layout.skipBytes = 0;
-    RawFrame frame = CutFrame(ReadPart(path, start, bytes), layout, name);
+    RawFrame frame = CutFrame(file, layout, *request.frame);
     WithExitCode(ExitCode::Frame, name, [&] { frame::CheckSampleDepth(ViewOf(frame)); });
     std::vector<FrameFact> facts = inference.Facts(frame.samples);
     facts.push_back({"frame", fmt::format("{} of {}", *request.frame, count), "options"});
@@ -137,23 +136,27 @@ FrameInput FrameFromCameraRaw(const CameraRaw& raw, const std::string& path, con
 
 uint64_t CountFrames(const std::string& path, const FrameRequest& request) {
     const std::string name = InputName(path);
+    const InputFile file(path);
     Inference inference(path, request);
-    return FrameCount(RequireSeveral(path, inference, name), InputSize(path), name);
+    return FrameCount(RequireSeveral(file, inference, name), file.Size(), name);
 }
 
 FrameInput ReadFrame(const std::string& path, const FrameRequest& request) {
     const std::string name = InputName(path);
+    InputFile file(path);
     if (request.frame) {
-        return FrameOfSeveral(path, request, name);
+        return FrameOfSeveral(file, path, request, name);
     }
-    const Bytes content = ReadInput(path);
-    if (std::optional<CameraRaw> raw = DecodeCameraRaw(content, path, name)) {
-        return FrameFromCameraRaw(*raw, path, request, name);
+    const Bytes header = file.Part(0, kHeaderBytes);
+    if (MayBeCameraRaw(header)) {
+        if (std::optional<CameraRaw> raw = DecodeCameraRaw(file.Whole(), path, name)) {
+            return FrameFromCameraRaw(*raw, path, request, name);
+        }
     }
     Inference inference(path, request);
     const frame::Format format = RequireSource(inference.Format(), name);
-    RawFrame frame = IsPictureFile(content) ? FrameFromPicture(content, format, inference, request, name)
-                                            : CutFrame(content, RequireLayout(format, inference, name), name);
+    RawFrame frame = IsPictureFile(header) ? FrameFromPicture(file.Whole(), format, inference, request, name)
+                                           : CutFrame(file, RequireLayout(format, inference, name), name);
     WithExitCode(ExitCode::Frame, name, [&] { frame::CheckSampleDepth(ViewOf(frame)); });
     std::vector<FrameFact> facts = inference.Facts(frame.samples);
     return {std::move(frame), format, inference.FromSidecar(), {}, std::move(facts), inference.Inferred()};

@@ -6,8 +6,6 @@
 namespace kvx::tool {
 
 SampleStatistics MeasureSamples(const RawFrame& frame) {
-    cv::Mat words;
-    frame.samples.convertTo(words, CV_16U);
     const uint32_t white = frame::White(frame.format);
     uint32_t smallest = UINT16_MAX;
     uint32_t largest = 0;
@@ -15,15 +13,19 @@ SampleStatistics MeasureSamples(const RawFrame& frame) {
     uint64_t sum = 0;
     uint64_t clipped = 0;
     uint64_t black = 0;
-    for (const uint16_t sample : cv::Mat_<uint16_t>(words)) {
-        smallest = std::min<uint32_t>(smallest, sample);
-        largest = std::max<uint32_t>(largest, sample);
-        bits |= sample;
-        sum += sample;
-        clipped += sample >= white ? 1 : 0;
-        black += sample == 0 ? 1 : 0;
+    cv::Mat words;
+    for (int row = 0; row < frame.samples.rows; ++row) {
+        frame.samples.row(row).convertTo(words, CV_16U);
+        for (const uint16_t sample : cv::Mat_<uint16_t>(words)) {
+            smallest = std::min<uint32_t>(smallest, sample);
+            largest = std::max<uint32_t>(largest, sample);
+            bits |= sample;
+            sum += sample;
+            clipped += sample >= white ? 1 : 0;
+            black += sample == 0 ? 1 : 0;
+        }
     }
-    const auto total = static_cast<double>(words.total());
+    const auto total = static_cast<double>(frame.samples.total());
     return {smallest,
             largest,
             static_cast<double>(sum) / total,

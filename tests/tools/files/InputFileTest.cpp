@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <filesystem>
 #include <thread>
 
 #include "ExpectToolError.h"
@@ -31,6 +32,23 @@ TEST(InputFile, ReadsFilesAndStreamsOfAnyLength) {
     const Bytes received = ReadInput(directory.Path("pipe"));
     writer.join();
     EXPECT_TRUE(received == LongContent());
+}
+
+TEST(InputFile, ReadsParts) {
+    const TemporaryDirectory directory;
+    InputFile onDisk(directory.Write("five", {1, 2, 3, 4, 5})), inMemory(Bytes{1, 2, 3, 4, 5});
+    EXPECT_TRUE(onDisk.IsRegular());
+    EXPECT_FALSE(inMemory.IsRegular());
+    EXPECT_FALSE(InputFile("/proc/self/maps").Whole().empty());  // says that it is empty
+    for (InputFile* file : {&onDisk, &inMemory}) {
+        EXPECT_EQ(file->Part(1, 2), (Bytes{2, 3}));
+        EXPECT_EQ(file->Part(3, UINT64_MAX), (Bytes{4, 5}));
+        EXPECT_EQ(file->Part(UINT64_MAX, 1), Bytes());
+        EXPECT_EQ(file->Whole(), (Bytes{1, 2, 3, 4, 5}));
+    }
+    InputFile shrinking(directory.Path("five"));
+    std::filesystem::resize_file(directory.Path("five"), 3);
+    ExpectToolError(ExitCode::Input, "has become shorter", [&] { shrinking.Whole(); });
 }
 
 TEST(InputFile, FailuresNameTheFile) {

@@ -25,11 +25,11 @@ RawLayout Layout(const char* format, uint64_t width, uint64_t height, std::optio
 TEST(RawLayout, SkipsHeaderAndPadding) {
     const RawLayout bytes = Layout("BayerRG8", 3, 2, 5, 4);
     for (const size_t size : {4u + 5 + 3, 4u + 2 * 5}) {  // without and with the last padding
-        const RawFrame frame = CutFrame(CountingBytes(size), bytes, "f");
+        const RawFrame frame = CutFrame(InputFile(CountingBytes(size)), bytes, "f");
         EXPECT_EQ(EncodeRaw(frame.samples), (Bytes{4, 5, 6, 9, 10, 11}));
     }
     // Odd offsets must not matter for words.
-    const RawFrame words = CutFrame(CountingBytes(3 + 7 + 4), Layout("BayerRG16", 2, 2, 7, 3), "f");
+    const RawFrame words = CutFrame(InputFile(CountingBytes(3 + 7 + 4)), Layout("BayerRG16", 2, 2, 7, 3), "f");
     EXPECT_EQ(words.samples.at<uint16_t>(0, 0), 0x0403);
     EXPECT_EQ(words.samples.at<uint16_t>(1, 1), 0x0D0C);
 }
@@ -39,10 +39,22 @@ TEST(RawLayout, SizeDecidesWhetherPackedRowsStartWithAByte) {
     const Bytes dense = {0x01, 0x20, 0x00, 0x03, 0x40, 0x00, 0x05, 0x60, 0x00};
     const Bytes aligned = {0x01, 0x20, 0x00, 0x03, 0x00, 0x04, 0x50, 0x00, 0x06, 0x00};
     for (const Bytes& content : {dense, aligned}) {
-        const RawFrame frame = CutFrame(content, Layout("BayerRG12p", 3, 2, {}), "f");
+        const RawFrame frame = CutFrame(InputFile(content), Layout("BayerRG12p", 3, 2, {}), "f");
         EXPECT_EQ(frame.format, RequireFormat("BayerRG12"));
         EXPECT_EQ(EncodeRaw(frame.samples), (Bytes{1, 0, 2, 0, 3, 0, 4, 0, 5, 0, 6, 0})) << content.size();
     }
+}
+
+TEST(RawLayout, ReadsLongFilesInParts) {
+    const RawLayout words = Layout("BayerRG16", 1000, 2000, 2003, 5);  // four parts, the last one shorter
+    const Bytes content = CountingBytes(5 + 2003 * 2000);
+    const RawFrame frame = CutFrame(InputFile(content), words, "f");
+    const RawFrame second = CutFrame(InputFile(content), Layout("BayerRG16", 1000, 1000, 2003, 5), 1);
+    for (const uint64_t row : {0u, 522u, 523u, 1047u, 1998u, 1999u}) {
+        const uint64_t place = 5 + row * 2003 + 2 * 999;
+        EXPECT_EQ(frame.samples.at<uint16_t>(static_cast<int>(row), 999), content[place] | content[place + 1] << 8);
+    }
+    EXPECT_EQ(cv::norm(second.samples, frame.samples.rowRange(1000, 2000), cv::NORM_INF), 0);
 }
 
 TEST(RawLayout, ErrorsSuggestTheFix) {
@@ -80,7 +92,8 @@ TEST(RawLayout, ErrorsSuggestTheFix) {
         {12, Layout("BayerRG8", INT_MAX / 6 + 1, 1, INT_MAX / 6 + 1), "are too many"},
     };
     for (const Case& wrong : cases) {
-        ExpectToolError(ExitCode::Frame, wrong.fragment, [&] { CutFrame(Bytes(wrong.size), wrong.layout, "f"); });
+        ExpectToolError(ExitCode::Frame, wrong.fragment,
+                        [&] { CutFrame(InputFile(Bytes(wrong.size)), wrong.layout, "f"); });
     }
 }
 
