@@ -10,7 +10,8 @@ import summary
 
 
 def main(measured, target):
-    speed, quality, noise = results.Speed(measured), results.Quality(measured), results.Noise(measured)
+    speed, noise = results.Speed(measured), results.Noise(measured)
+    quality, noisy = results.Quality(measured, "quality"), results.Quality(measured, "noisy")
     if not speed.rates:
         sys.exit(f"{measured}: no speed measurements")
     target.mkdir(parents=True, exist_ok=True)
@@ -30,7 +31,7 @@ def main(measured, target):
                 if (measured / "pictures" / "ipp" / f"{picture.stem}.png").exists() and picture.suffix == ".png":
                     (measured / "crops").mkdir(exist_ok=True)
                     crops.sheet(picture, measured, measured / "crops" / picture.name)
-    text = page.text(speed, quality, noise, summary.sentences(speed, quality, noise),
+    text = page.text(speed, quality, noisy, noise, summary.sentences(speed, quality, noise),
                      {name for name, is_there in drawn.items() if is_there}, quality.means)
     (target / "README.md").write_text(text)
 

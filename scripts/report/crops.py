@@ -5,7 +5,7 @@ import numpy as np
 
 import names
 
-SHOWN = ["bilinear", "ipp", "opencv-vng", "libraw-ppg", "libraw-ahd", "libraw-dcb", "libraw-aahd"]
+SHOWN = ["bilinear", "ipp", "fine", "opencv-vng", "libraw-ppg", "libraw-ahd", "libraw-dcb", "libraw-aahd"]
 SIDE, ENLARGEMENT, GAP, HEADER = 32, 3, 4, 18
 _PAPER, _INK = (250, 250, 250), "#24292f"
 

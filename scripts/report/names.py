@@ -13,6 +13,8 @@ _LOOKS = {
     "bilinear": Look("bilinear (0)", "#2aa7d8", True),
     "ipp": Look("in-house (1)", "#e5447a", True),
     "edge-aware": Look("edge-aware (2)", "#4c78e8", True),
+    "fine": Look("fine", "#d6336c", True),
+    "swift": Look("swift", "#f08c00", True),
     "fast": Look("fast (0)", "#12a594", True),
     "simple": Look("simple (1)", "#7a9e1f", True),
     "bayer-like": Look("Bayer-like (2)", "#b07d2b", True),
@@ -35,17 +37,23 @@ _LOOKS = {
 #: The benchmarks number the TrueSense algorithms.
 _NUMBERED = {"0_fast": "fast", "1_simple": "simple", "2_bayer_like": "bayer-like", "3_kodak_like": "kodak-like",
              "4_kodak": "kodak"}
+#: The quality programs have one list for both families.
+_OF_TRUESENSE = {"truesense-fine": "fine", "truesense-swift": "swift"}
 
-BAYER = ["bilinear", "ipp", "edge-aware"]
-TRUESENSE = ["fast", "simple", "bayer-like", "kodak-like", "kodak"]
+BAYER = ["bilinear", "ipp", "edge-aware", "swift", "fine"]
+TRUESENSE = ["fast", "simple", "bayer-like", "kodak-like", "kodak", "truesense-swift", "truesense-fine"]
 PEERS = [name for name, look in _LOOKS.items() if not look.ours and name != "floor"]
 
 
+def _name(who):
+    return (_NUMBERED | _OF_TRUESENSE).get(who, who)
+
+
 def look(who):
-    return _LOOKS[_NUMBERED.get(who, who)]
+    return _LOOKS[_name(who)]
 
 
 def order(who):
     """The position of an algorithm in tables: memory floor, this library, other libraries."""
-    name = _NUMBERED.get(who, who)
+    name = _name(who)
     return -1 if name == "floor" else list(_LOOKS).index(name)

@@ -46,6 +46,44 @@ def _speed_table(speed, jobs, people):
     return _table(head, rows)
 
 
+def _finished_table(speed, job):
+    """Conversions alone and finished; × is the time as a multiple of the bilinear conversion alone."""
+    settings = _settings(speed, job)
+    head = ["algorithm", "result"] + [f"{size}, {threads} thread{'s' if threads > 1 else ''}"
+                                      for size, threads in settings]
+    rows = []
+    for who in speed.people(job):
+        label = f"**{names.look(who).label}**" if names.look(who).ours else names.look(who).label
+        for kind, title in (("_finished", "finished"), ("", "conversion alone")):
+            cells = []
+            for size, threads in settings:
+                rate = speed.rate(job + kind, size, threads, who)
+                base = speed.median("frame_bayer_12to8", size, threads, "bilinear") / rate.median
+                cells.append(f"{_number(rate.median)} ±{rate.spread:.0f} %, {base:.{0 if base >= 100 else 1}f}×")
+            rows.append([label, title] + cells)
+    return _table(head, rows)
+
+
+def _number(value):
+    return f"{value:,.{0 if value >= 10 else 1}f}"
+
+
+def _instruction_sets_table(speed):
+    """Times as a multiple of those with the newest instruction set of the processor."""
+    sets = {job.split("_frame_")[0] for job in speed.jobs("") if "_frame_" in job}
+    sets = sorted(sets, key=lambda name: -speed.median(f"{name}_frame_bayer_12to8", SIZE, 1, "bilinear"))
+    rows = []
+    for job, title in (("frame_bayer_12to8", "Bayer"), ("frame_truesense_12to8", "TrueSense")):
+        for who in speed.people(f"{sets[0]}_{job}"):
+            row = [f"{title}, {names.look(who).label}"]
+            for kind in ("", "_finished"):
+                rates = [speed.median(f"{name}_{job}{kind}", SIZE, 1, who) for name in sets]
+                row += [_number(rates[0])] + [f"{rates[0] / rate:.2f}" for rate in rates[1:]]
+            rows.append(row)
+    columns = [f"{sets[0]}, Mpixel/s"] + [f"{name}, time" for name in sets[1:]]
+    return _table(["algorithm"] + columns + [f"finished: {column}" for column in columns], rows)
+
+
 def _left_out(speed):
     reasons = sorted({(names.look(who).label, reason) for (*_, who), reason in speed.reasons.items()})
     return "".join(f"\nNot measured: {label}: {reason}.\n" for label, reason in reasons)
@@ -98,7 +136,7 @@ def _facts(speed):
     return f"- Date: {', '.join(sorted(dates))}\n- Machine: {_machine()}\n- Other libraries: {peers}\n"
 
 
-def text(speed, quality, noise, summary, plots, crops):
+def text(speed, quality, noisy, noise, summary, plots, crops):
     def plot(name, alt):
         return f"![{alt}]({name}.svg)\n" if name in plots else ""
 
@@ -116,6 +154,18 @@ def text(speed, quality, noise, summary, plots, crops):
              "GStreamer's element receives and returns buffers in the calling thread, without a pipeline, from its own "
              "pool; it writes four bytes per pixel and is single-threaded. LibRaw's figures are for interpolation "
              "only; it always computes in 16 bits.\n"]
+    if speed.jobs("frame_bayer_12to8"):
+        parts += ["\n### Finished pictures\n",
+                  f"`{_RUN} finished`: 12 bits to RGB8 with white balance, colour matrix and sRGB curve, next to the "
+                  "conversion alone, by the frame layer; × is the time as a multiple of the bilinear conversion alone. "
+                  "OpenCV's picture takes `cvtColor()`, `transform()`, `convertTo()` and a tone table of 256 entries "
+                  "after the reduction to bytes, which is coarser than ours in the shadows. `fine` with noise "
+                  "removal takes the same time.\n", "**Bayer**\n", _finished_table(speed, "frame_bayer_12to8"),
+                  "**TrueSense**\n", _finished_table(speed, "frame_truesense_12to8")]
+    if any("_frame_" in job for job in speed.jobs("")):
+        parts += ["\n### Instruction sets\n",
+                  f"`{_RUN} instructions`: the same on older instruction sets, {SIZE}, one thread; times as a multiple "
+                  "of those on the newest one of this processor.\n", _instruction_sets_table(speed)]
     if bayer := speed.jobs("bayer_1") + speed.jobs("bayer_8"):
         parts += [plot("speed-bayer", "Speed of Bayer conversions"), "\n### Bayer, compared with other libraries\n",
                   f"`{_RUN} bayer-bytes`, `{_RUN} bayer-words`\n",
@@ -147,6 +197,11 @@ def text(speed, quality, noise, summary, plots, crops):
                   "\n### TrueSense\n", "12-bit frames without noise; pan is the mean of red, green and blue; no "
                   "colour matrix; default noise filters. The comparison with Bayer rows is loose, since the sensor "
                   "differs.\n", _quality_table(quality, names.TRUESENSE, folders, figures)]
+    if noisy.means:
+        parts += ["\n### With noise\n", f"`{_RUN} noisy KODAK MCMASTER …`: frames with the noise of a sensor at analog "
+                  "gain 36.77; `fine` and `swift` remove noise of both families, simple and pipeline that of "
+                  "TrueSense.\n",
+                  _quality_table(noisy, [a for a in names.BAYER + names.TRUESENSE if a != "kodak"], folders, figures)]
     if crops:
         parts += ["\n### Difficult places\n", "Crops of the drawn scene, enlarged three times: three places where the "
                   "methods differ most, then three with the largest errors of in-house.\n", "![Crops](crops.png)\n"]

@@ -130,7 +130,8 @@ def rate_for_quality(speed, algorithm):
     """Mpixel/s of the job that represents an algorithm: LibRaw is measured with words only."""
     if algorithm.startswith("libraw"):
         return speed.median("bayer_12to12", SIZE, 1, algorithm)
-    return speed.median("bayer_8to8", SIZE, 1, algorithm)
+    return (speed.median("bayer_8to8", SIZE, 1, algorithm)
+            or speed.median("frame_bayer_12to8", SIZE, 1, algorithm))  # learned algorithms are the frame layer's
 
 
 def quality_and_speed(speed, quality, path):

@@ -74,11 +74,11 @@ def pixels(size):
 
 
 class Quality:
-    """Figures by algorithm and folder."""
+    """Figures by algorithm and folder, of frames without noise ("quality") or with noise ("noisy")."""
 
-    def __init__(self, folder):
-        self.means, self.pictures, self.dates = {}, {}, []
-        for path in sorted(folder.glob("quality-*.json")):
+    def __init__(self, folder, kind):
+        self.means, self.pictures = {}, {}
+        for path in sorted(folder.glob(f"{kind}-*.json")):
             document = json.loads(path.read_text())
             for entry in document["folders"]:
                 key = document["algorithm"], Path(entry["path"]).name

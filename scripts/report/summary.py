@@ -1,4 +1,6 @@
 """The summary at the top of the page, including where another library is ahead."""
+import itertools
+
 import names
 from plots import LARGE, SIZE, rate_for_quality
 
@@ -30,6 +32,20 @@ def _simple_speed(speed):
     return lines
 
 
+def _finished_speed(speed):
+    """What a camera application shows."""
+    job, lines = "frame_bayer_12to8_finished", []
+    own, other = (speed.median(job, LARGE, 1, who) for who in ("bilinear", "opencv-bilinear"))
+    if own and other:
+        rates = {who: (speed.median(job, LARGE, 1, who), speed.median(job, LARGE, 2, who))
+                 for who in speed.people(job) if names.look(who).ours}
+        texts = [f"{names.look(who).label} {one:.0f} ({two:.0f})" for who, (one, two) in rates.items()]
+        lines.append(f"**Finished pictures** (white balance, colour matrix, sRGB curve), 12 bits to RGB8, {LARGE}, "
+                     f"Mpixel/s on 1 (2) threads: {', '.join(texts)}. Bilinear is {_times(own / other)} OpenCV with a "
+                     "coarser tone curve.")
+    return lines
+
+
 def _good_speed(speed):
     own = speed.median("bayer_12to12", SIZE, 1, "ipp")
     others = {who: speed.median("bayer_12to12", SIZE, 1, who) for who in names.PEERS if who.startswith("libraw")}
@@ -44,15 +60,15 @@ def _good_speed(speed):
 def _quality(quality):
     lines = []
     for folder in quality.folders():
-        own = quality.mean("ipp", folder)
+        ours = {who: quality.mean(who, folder) for who in ("fine", "ipp")}
         peers = {who: quality.mean(who, folder) for who in names.PEERS}
         peers = {who: value for who, value in peers.items() if value}
-        if not own or not peers:
+        if not all(ours.values()) or not peers:
             continue
         best = max(peers, key=peers.get)
-        verb = "ahead of" if own > peers[best] else "**behind**"
-        lines.append(f"**Quality, {folder}**: in-house {own:.2f} dB, {abs(own - peers[best]):.2f} dB {verb} the best "
-                     f"other algorithm, {names.look(best).label} ({peers[best]:.2f} dB).")
+        texts = [f"{names.look(who).label} {value:.2f} dB ({value - peers[best]:+.2f})" for who, value in ours.items()]
+        lines.append(f"**Quality, {folder}**: {', '.join(texts)}; the best other algorithm is {names.look(best).label} "
+                     f"({peers[best]:.2f} dB).")
     return lines
 
 
@@ -84,11 +100,11 @@ def _where_peers_lead(speed, quality):
             found.append(f"{names.look(peer).label} is {other / own:.2f} times as fast as in-house")
     for folder in quality.folders():
         for figure, unit in (("colour", "dB"), ("chroma", "dB of chroma"), ("ssim", "of SSIM")):
-            own = quality.mean("ipp", folder, figure)
-            for peer in names.PEERS:
-                other = quality.mean(peer, folder, figure)
+            for ours, peer in itertools.product(("fine", "ipp"), names.PEERS):
+                own, other = quality.mean(ours, folder, figure), quality.mean(peer, folder, figure)
                 if own and other and other > own + (0.0005 if figure == "ssim" else 0.005):
-                    found.append(f"{names.look(peer).label} is {other - own:.3g} {unit} above in-house on {folder}")
+                    found.append(f"{names.look(peer).label} is {other - own:.3g} {unit} above "
+                                 f"{names.look(ours).label} on {folder}")
     if not found:
         return ["**Where another library is ahead**: nowhere in these figures."]
     return ["**Where another library is ahead**:\n" + "\n".join(f"  - {sentence}" for sentence in found)]
@@ -114,5 +130,5 @@ def _truesense(speed, noise):
 
 
 def sentences(speed, quality, noise):
-    return [*_simple_speed(speed), *_good_speed(speed), *_quality(quality), *_truesense(speed, noise),
-            *_where_peers_lead(speed, quality)]
+    return [*_finished_speed(speed), *_simple_speed(speed), *_good_speed(speed), *_quality(quality),
+            *_truesense(speed, noise), *_where_peers_lead(speed, quality)]
