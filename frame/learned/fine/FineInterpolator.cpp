@@ -51,7 +51,7 @@ public:
 
     /** Allocates what bands of so many rows of cells need. @return the library's result */
     uint32_t Prepare(const SourceView& mosaic, const KvxRowSource& rows, uint32_t count) {
-        const size_t cells = count + 2 * m_network.Halo();
+        const size_t cells = count + 1 + 2 * m_network.Halo();
         return m_bayer ? m_bayer->Prepare(mosaic, rows, cells * m_network.side) : 0;
     }
 
@@ -62,7 +62,8 @@ public:
         const auto side = static_cast<int64_t>(m_network.side);
         if (m_bayer) {
             const auto halo = static_cast<int64_t>(m_network.Halo());
-            const uint32_t result = m_bayer->Interpolate(mosaic, rows, (top - halo) * side, (bottom + halo) * side);
+            const int64_t end = bottom + (bottom - top) % 2 + halo;  // the strip computes two rows at once
+            const uint32_t result = m_bayer->Interpolate(mosaic, rows, (top - halo) * side, end * side);
             if (result != 0) return result;
             source.rows = m_bayer->Picture();
             source.channels = 3;
@@ -105,8 +106,8 @@ uint32_t FineInterpolator::Convert(const SourceView& mosaic, const KvxRowSource&
         static_cast<uint32_t>((mosaic.height + mosaic.format.phase / network.side + network.side - 1) / network.side);
     uint32_t bands = (rows + kBandCells - 1) / kBandCells;
     const int team = TeamSize(bands, threads);
-    bands = (bands + team - 1) / team * team;  // as many for each thread
-    const uint32_t bandRows = (rows + bands - 1) / bands;
+    bands = (bands + team - 1) / team * team;                            // as many for each thread
+    const uint32_t bandRows = (rows + 2 * bands - 1) / (2 * bands) * 2;  // strips compute two rows at once
 
     if (!m_workers.empty() && !m_workers.front()->Runs(network)) m_workers.clear();
     while (m_workers.size() < static_cast<size_t>(team))

@@ -1,6 +1,7 @@
 #include "frame/learned/fine/Network.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 #include "frame/learned/weights/EmbeddedWeights.h"
@@ -35,6 +36,27 @@ Filters Packed(const StoredFilters& stored, std::span<const size_t> chosen) {
     return filters;
 }
 
+/**
+ * Filters of 3x3 cells for Winograd-inl.h, four times those of the paper. Only for layers over hidden ones, whose words
+ * are mostly small enough; filters that do not fit in words stay as they are.
+ */
+void AddTransformed(Filters& filters) {
+    constexpr int kFactors[4][3] = {{2, 0, 0}, {1, 1, 1}, {1, -1, 1}, {0, 0, 2}};
+    const size_t cellWords = filters.inputs * filters.outputs;
+    std::vector<int16_t> transformed(kPlaces * cellWords);
+    for (size_t place = 0; place < kPlaces; ++place)
+        for (size_t i = 0; i < cellWords; ++i) {
+            int sum = 0;
+            for (size_t row = 0; row < 3; ++row)
+                for (size_t column = 0; column < 3; ++column)
+                    sum += kFactors[place / 4][row] * kFactors[place % 4][column] *
+                           filters.weights[(3 * row + column) * cellWords + i];
+            if (std::abs(sum) > INT16_MAX) return;
+            transformed[place * cellWords + i] = static_cast<int16_t>(sum);
+        }
+    filters.transformed = std::move(transformed);
+}
+
 std::vector<size_t> AllOf(size_t count) {
     std::vector<size_t> all(count);
     for (size_t i = 0; i < count; ++i) all[i] = i;
@@ -56,6 +78,7 @@ void AddResults(Network& network, const StoredFilters& last, const StoredFilters
         if (!isCopy) computed.push_back(plane);
     }
     network.last = Packed(last, computed);
+    AddTransformed(network.last);
     network.base = Packed(base, computed);
 }
 
@@ -84,6 +107,7 @@ Network ReadNetwork(std::span<const uint8_t> file) {
     for (size_t layer = 0; layer < layers; ++layer) {
         const size_t inputs = layer == 0 ? network.inputs : network.channels;
         Filters filters = Packed(ReadFilters(reader, 3, inputs, network.channels), AllOf(network.channels));
+        if (layer > 0) AddTransformed(filters);
         std::vector<int32_t> factors(network.channels);
         if (network.hasNoise) std::ranges::copy(reader.Words(network.channels), factors.begin());
         network.hidden.push_back({std::move(filters), std::move(factors), shifts[layer]});

@@ -13,12 +13,16 @@ namespace kvx::frame {
 /** The number of filters of a layer is a multiple of this: 32-bit sums of so many fill whole vectors or half of one. */
 inline constexpr size_t kFilterGroup = 8;
 
-/** Filters of `size` x `size` cells, in the order in which LayerRow reads them. */
+/** Transformed filters of 3x3 cells have so many places (Winograd-inl.h). */
+inline constexpr size_t kPlaces = 16;
+
+/** Filters of `size` x `size` cells, in the order in which LayerRows reads them. */
 struct Filters {
-    size_t size;                   ///< 1 or 3
-    size_t inputs;                 ///< planes of a cell, an even number
-    size_t outputs;                ///< a multiple of kFilterGroup: the last filters may be zeros
-    std::vector<int16_t> weights;  ///< [row of cells][pair of inputs of the row's cells][output][2]
+    size_t size;                            ///< 1 or 3
+    size_t inputs;                          ///< planes of a cell, an even number
+    size_t outputs;                         ///< a multiple of kFilterGroup: the last filters may be zeros
+    std::vector<int16_t> weights;           ///< [row of cells][pair of inputs of the row's cells][output][2]
+    std::vector<int16_t> transformed = {};  ///< [place][pair of inputs][output][2]; empty: not for these filters
 };
 
 struct HiddenLayer {
@@ -51,7 +55,7 @@ struct Network {
     }
 };
 
-/** Reads a file of weights. @throws Error 0x80070003 for one that does not hold a network that LayerRow can run */
+/** Reads a file of weights. @throws Error 0x80070003 for one that does not hold a network that LayerRows can run */
 Network ReadNetwork(std::span<const uint8_t> file);
 
 /** The network for the frames of a family, with noise or without; made at the first use. Bayer and TrueSense only. */

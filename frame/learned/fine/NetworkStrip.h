@@ -1,12 +1,13 @@
 /** Runs a network down a strip of a frame, row by row of cells, in working memory that stays in cache. */
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
 #include "frame/learned/RowRing.h"
 #include "frame/learned/fine/CellReader.h"
-#include "frame/learned/fine/LayerRow.h"
+#include "frame/learned/fine/LayerRows.h"
 #include "frame/learned/fine/NoiseDeviation.h"
 
 namespace kvx::frame {
@@ -31,17 +32,22 @@ public:
     template <class Take>
     void Run(const CellSource& source, const NoiseDeviation* noise, std::span<const uint8_t> measured, const Area& area,
              const Take& take) {
-        const auto halo = static_cast<int64_t>(m_network.Halo());
-        for (int64_t row = area.top - halo; row < area.bottom + halo; ++row) {
+        // Layers compute two rows at once; the companion of an odd last row is not taken.
+        const auto halo = static_cast<int64_t>(m_network.Halo()), top = area.top - halo;
+        for (int64_t row = top; row < area.bottom + halo; row += 2) {
             ReadRow(source, noise, measured, area, row);
+            ReadRow(source, noise, measured, area, row + 1);
             for (size_t layer = 0; layer < m_network.hidden.size(); ++layer) {
-                const int64_t done = row - 1 - static_cast<int64_t>(layer);
-                if (done < area.top - halo + 1 + static_cast<int64_t>(layer)) break;
-                HiddenLayerRow(layer, done, area.cells, noise != nullptr);
+                const auto above = static_cast<int64_t>(layer) + 1;
+                if (row - above < top + above) break;
+                HiddenLayerRows(layer, row - above, area.cells, noise != nullptr);
             }
-            if (const int64_t done = row - halo; done >= area.top) {
-                const uint16_t* const words = LastRow(done, area.cells);
-                take(done, words, static_cast<const int16_t*>(m_input.Row(done) + m_network.Halo() * m_network.inputs));
+            const int64_t done = row - halo;
+            if (done < area.top) continue;
+            const RowPair<uint16_t> words = LastRows(done, area.cells);
+            for (int64_t i = 0; i < std::min<int64_t>(2, area.bottom - done); ++i) {
+                const int16_t* const input = m_input.Row(done + i);
+                take(done + i, static_cast<const uint16_t*>(words.rows[i]), input + halo * m_network.inputs);
             }
         }
     }
@@ -49,15 +55,15 @@ public:
 private:
     void ReadRow(const CellSource& source, const NoiseDeviation* noise, std::span<const uint8_t> measured,
                  const Area& area, int64_t row);
-    void HiddenLayerRow(size_t layer, int64_t row, size_t cells, bool hasNoise);
-    const uint16_t* LastRow(int64_t row, size_t cells);
-    CellRows Around(RowRing<int16_t>& ring, int64_t row, size_t skippedWords);
+    void HiddenLayerRows(size_t layer, int64_t row, size_t cells, bool hasNoise);
+    RowPair<uint16_t> LastRows(int64_t row, size_t cells);
 
     const Network& m_network;
     CellReader m_reader;
     RowRing<int16_t> m_input, m_sigma;
     std::vector<RowRing<int16_t>> m_hidden;
     std::vector<uint16_t> m_result;
+    LayerMemory m_memory;
 };
 
 }  // namespace kvx::frame

@@ -3,6 +3,7 @@
 #include "frame/learned/Interpolate.h"
 #include "frame/learned/PlainNetwork.h"
 #include "frame/learned/fine/FineInterpolator.h"
+#include "frame/learned/fine/LayerRows.h"
 #include "frame/learned/fine/Network.h"
 #include "frame/learned/weights/EmbeddedWeights.h"
 #include "frame/support/Refusals.h"
@@ -112,10 +113,20 @@ std::vector<uint32_t> Plain(const SourceView& frame, bool hasNoise, int bits) {
     return samples;
 }
 
+/** Calm and wild noise in turns, so that layers take both of their ways to a sum. */
+TestFrame MakeMixedNoise(const Format& format, uint32_t width, uint32_t height) {
+    std::mt19937 random(7);
+    const auto sample = [&](uint32_t, uint32_t column) {
+        const auto wild = static_cast<uint32_t>(random() & White(format));
+        return static_cast<uint16_t>(column / 100 % 2 == 0 ? wild / 16 + White(format) / 3 : wild);
+    };
+    return MakeFrame(format, width, height, sample, format.bits > 8 ? 6 : 3);
+}
+
 TEST(Fine, EqualsThePlainNetwork) {
     for (const Case& c : kCases) {
         const Format format = FormatByName(c.format), destination = FormatByName(c.destination);
-        TestFrame frame = MakeNoise(format, c.width, c.height, 7, format.bits > 8 ? 6 : 3);
+        TestFrame frame = MakeMixedNoise(format, c.width, c.height);
         frame.view.horMirrored = c.isHorMirrored;
         frame.view.verMirrored = c.isVerMirrored;
         const std::vector<uint32_t> expected = Plain(frame.view, c.hasNoise, destination.bits);
@@ -132,6 +143,44 @@ TEST(Fine, EqualsThePlainNetwork) {
             }
         });
     }
+}
+
+/** Around the largest words whose sums are computed from transformed cells, with those signs that make them largest. */
+TEST(Fine, SumsAreExactAtTheLimits) {
+    const Network& network = NetworkFor(Family::Bayer, false);
+    const HiddenLayer& layer = network.hidden.back();
+    const Filters& filters = layer.filters;
+    ASSERT_FALSE(filters.transformed.empty());
+    constexpr size_t kWidth = 51;  // an odd number, in several blocks
+    const size_t planes = filters.inputs;
+    const auto weight = [&](size_t output, size_t place, size_t plane) -> int64_t {
+        return filters.weights[((place * planes + plane) / 2 * filters.outputs + output) * 2 + plane % 2];
+    };
+    for (const int extreme : {8191, 8192, 32767})
+        for (size_t filter = 0; filter < filters.outputs; filter += 5) {
+            std::vector<std::vector<int16_t>> words(4, std::vector<int16_t>((kWidth + 2 + 2 * kCellSlack) * planes));
+            for (size_t row = 0; row < 4; ++row)
+                for (size_t i = 0; i < words[row].size(); ++i) {
+                    const size_t place = std::min<size_t>(row, 2) * 3 + i / planes % 3;
+                    words[row][i] = static_cast<int16_t>(weight(filter, place, i % planes) < 0 ? ~extreme : extreme);
+                }
+            test::ForEachInstructionSet([&] {
+                std::vector<std::vector<int16_t>> out(2, std::vector<int16_t>((kWidth + kCellSlack) * filters.outputs));
+                LayerMemory memory(network);
+                HiddenRows(layer, {{words[0].data(), words[1].data(), words[2].data(), words[3].data()}}, nullptr,
+                           nullptr, {{out[0].data(), out[1].data()}}, kWidth, memory);
+                for (size_t row = 0; row < 2; ++row)
+                    for (size_t i = 0; i < kWidth * filters.outputs; ++i) {
+                        int64_t sum = int64_t{1} << layer.shift >> 1;
+                        for (size_t place = 0; place < 9; ++place)
+                            for (size_t plane = 0; plane < planes; ++plane)
+                                sum += weight(i % filters.outputs, place, plane) *
+                                       words[row + place / 3][(i / filters.outputs + place % 3) * planes + plane];
+                        const int64_t value = std::clamp<int64_t>(sum >> layer.shift, -32768, 32767);
+                        ASSERT_EQ(out[row][i], std::max(value, value >> 3)) << extreme << ", filter " << filter;
+                    }
+            });
+        }
 }
 
 /** With the noise model, too: there is none to remove. */
