@@ -75,7 +75,7 @@ measure_noise() {
 for step in "${steps[@]}"; do
     case $step in
         finished) measure_speed kvx_frame_bench $step '^frame_[a-z]*_12to8' ;;
-        instructions) measure_speed kvx_frame_bench $step '^(AVX|SSE|NEON|SVE).*_frame_.*' ;;
+        instructions) measure_speed kvx_frame_bench $step '^(AVX|SSE4|NEON|SVE).*_frame_' ;;
         bayer-bytes) measure_speed kvx_bench $step '^bayer_[0-9]+to8/' ;;
         bayer-words) measure_speed kvx_bench $step '^bayer_(10to10|12to12|14to14|16to16)/' ;;
         truesense-bytes) measure_speed kvx_bench $step '^truesense_algorithms_[0-9]+to8/' ;;

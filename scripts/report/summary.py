@@ -34,15 +34,17 @@ def _simple_speed(speed):
 
 def _finished_speed(speed):
     """What a camera application shows."""
-    job, lines = "frame_bayer_12to8_finished", []
-    own, other = (speed.median(job, LARGE, 1, who) for who in ("bilinear", "opencv-bilinear"))
+    lines = []
+    for family, job in (("Bayer", "frame_bayer_12to8_finished"), ("TrueSense", "frame_truesense_12to8_finished")):
+        rates = [(names.look(who).label, speed.median(job, LARGE, 1, who), speed.median(job, LARGE, 2, who))
+                 for who in speed.people(job) if names.look(who).ours]
+        if rates:
+            texts = [f"{label} {one:.0f} ({two:.0f})" for label, one, two in rates]
+            lines.append(f"**Finished pictures, {family}** (white balance, colour matrix, sRGB curve), 12 bits to "
+                         f"RGB8, {LARGE}, Mpixel/s on 1 (2) threads: {', '.join(texts)}.")
+    own, other = (speed.median("frame_bayer_12to8_finished", LARGE, 1, who) for who in ("bilinear", "opencv-bilinear"))
     if own and other:
-        rates = {who: (speed.median(job, LARGE, 1, who), speed.median(job, LARGE, 2, who))
-                 for who in speed.people(job) if names.look(who).ours}
-        texts = [f"{names.look(who).label} {one:.0f} ({two:.0f})" for who, (one, two) in rates.items()]
-        lines.append(f"**Finished pictures** (white balance, colour matrix, sRGB curve), 12 bits to RGB8, {LARGE}, "
-                     f"Mpixel/s on 1 (2) threads: {', '.join(texts)}. Bilinear is {_times(own / other)} OpenCV with a "
-                     "coarser tone curve.")
+        lines[0] += f" Bilinear is {_times(own / other)} OpenCV with a coarser tone curve."
     return lines
 
 

@@ -82,6 +82,13 @@ Bytes ReadInput(const std::string& path, const InputLimit& limit) {
     return ReadAll(Opened(path).Get(), path, limit);
 }
 
+void RequireRegular(const std::string& path) {
+    struct stat status {};
+    if (path == "-" || ::fstat(Opened(path).Get(), &status) != 0 || !S_ISREG(status.st_mode)) {
+        Fail(ExitCode::Input, "{}: is no regular file: frames can only be counted in one", InputName(path));
+    }
+}
+
 InputFile::InputFile(const std::string& path) : m_path(path) {
     FileDescriptor file = path == "-" ? FileDescriptor(-1) : Opened(path);
     struct stat status {};

@@ -25,6 +25,9 @@ constexpr InputLimit kFrameLimit{size_t{1} << 32, ExitCode::Frame, "no frame is 
 /** The whole content of a file, or of standard input for "-". Throws ExitCode::Input, or what the limit says. */
 Bytes ReadInput(const std::string& path, const InputLimit& limit = kFrameLimit);
 
+/** Throws ExitCode::Input for what is no regular file, such as a pipe: nothing is read from it. */
+void RequireRegular(const std::string& path);
+
 /** A file that is read in parts. One without a size, such as a pipe or standard input, is read at once. */
 class InputFile {
 public:
@@ -33,11 +36,6 @@ public:
 
     /** Content in memory. */
     explicit InputFile(Bytes content);
-
-    /** Whether the file can be read again. */
-    bool IsRegular() const {
-        return m_file.Get() >= 0;
-    }
 
     uint64_t Size() const {
         return m_size;

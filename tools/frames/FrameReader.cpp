@@ -76,17 +76,15 @@ RawLayout RequireLayout(const frame::Format& format, Inference& inference, const
 }
 
 RawLayout RequireSeveral(const InputFile& file, Inference& inference, const std::string& name) {
-    if (!file.IsRegular()) {
-        Fail(ExitCode::Input, "{}: is no regular file: frames can only be counted in one", name);
-    }
     if (IsPictureFile(file.Part(0, kHeaderBytes))) {
         Fail(ExitCode::Usage, "{}: --frame and --frames are for headerless files, and this file has one frame", name);
     }
     return RequireLayout(RequireSource(inference.Format(), name), inference, name);
 }
 
-FrameInput FrameOfSeveral(const InputFile& file, const std::string& path, const FrameRequest& request,
-                          const std::string& name) {
+FrameInput FrameOfSeveral(const std::string& path, const FrameRequest& request, const std::string& name) {
+    RequireRegular(path);
+    const InputFile file(path);
     Inference inference(path, request);
     const RawLayout layout = RequireSeveral(file, inference, name);
     const uint64_t count = FrameCount(layout, file.Size(), name);
@@ -136,6 +134,7 @@ FrameInput FrameFromCameraRaw(const CameraRaw& raw, const std::string& path, con
 
 uint64_t CountFrames(const std::string& path, const FrameRequest& request) {
     const std::string name = InputName(path);
+    RequireRegular(path);
     const InputFile file(path);
     Inference inference(path, request);
     return FrameCount(RequireSeveral(file, inference, name), file.Size(), name);
@@ -143,10 +142,10 @@ uint64_t CountFrames(const std::string& path, const FrameRequest& request) {
 
 FrameInput ReadFrame(const std::string& path, const FrameRequest& request) {
     const std::string name = InputName(path);
-    InputFile file(path);
     if (request.frame) {
-        return FrameOfSeveral(file, path, request, name);
+        return FrameOfSeveral(path, request, name);
     }
+    InputFile file(path);
     const Bytes header = file.Part(0, kHeaderBytes);
     if (MayBeCameraRaw(header)) {
         if (std::optional<CameraRaw> raw = DecodeCameraRaw(file.Whole(), path, name)) {

@@ -37,8 +37,9 @@ TEST(InputFile, ReadsFilesAndStreamsOfAnyLength) {
 TEST(InputFile, ReadsParts) {
     const TemporaryDirectory directory;
     InputFile onDisk(directory.Write("five", {1, 2, 3, 4, 5})), inMemory(Bytes{1, 2, 3, 4, 5});
-    EXPECT_TRUE(onDisk.IsRegular());
-    EXPECT_FALSE(inMemory.IsRegular());
+    RequireRegular(directory.Path("five"));
+    for (const char* stream : {"-", "/dev/zero", "/"})
+        ExpectToolError(ExitCode::Input, "is no regular file", [stream] { RequireRegular(stream); });
     EXPECT_FALSE(InputFile("/proc/self/maps").Whole().empty());  // says that it is empty
     for (InputFile* file : {&onDisk, &inMemory}) {
         EXPECT_EQ(file->Part(1, 2), (Bytes{2, 3}));
