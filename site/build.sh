@@ -18,7 +18,8 @@ python3 site/namespace_members.py "$KVX_SITE_WORK/xml"
 for header in include/*/*.h; do
     grep -qrF "{doxygenfile} ${header#include/}" docs/reference || { echo "no page in docs/reference shows $header"; exit 1; }
 done
-sphinx-build -W --keep-going -q -b html -c site -d "$KVX_SITE_WORK/doctrees" \
+# -E: nothing from an earlier version of the headers.
+sphinx-build -E -W --keep-going -q -b html -c site -d "$KVX_SITE_WORK/doctrees" \
     -D breathe_projects.KvxDemosaicing="$KVX_SITE_WORK/xml" "$source" "$output"
 echo '<!DOCTYPE html><meta http-equiv="refresh" content="0; url=docs/index.html"><title>KvxDemosaicing</title>' \
     > "$output/index.html"
