@@ -159,8 +159,8 @@ def text(speed, quality, noisy, noise, summary, plots, crops):
                   f"`{_RUN} finished`: 12 bits to RGB8 with white balance, colour matrix and sRGB curve, next to the "
                   "conversion alone, by the frame layer; × is the time as a multiple of the bilinear conversion alone. "
                   "OpenCV's picture takes `cvtColor()`, `transform()`, `convertTo()` and a tone table of 256 entries "
-                  "after the reduction to bytes, which is coarser than ours in the shadows. Noise reduction "
-                  "takes `fine` a tenth longer.\n", "**Bayer**\n", _finished_table(speed, "frame_bayer_12to8"),
+                  "after the reduction to bytes, which is coarser than ours in the shadows.\n",
+                  "**Bayer**\n", _finished_table(speed, "frame_bayer_12to8"),
                   "**TrueSense**\n", _finished_table(speed, "frame_truesense_12to8")]
     if any("_frame_" in job for job in speed.jobs("")):
         parts += ["\n### Instruction sets\n",
