@@ -22,7 +22,20 @@ def _rate(speed, job, size, threads, who):
     floor = speed.median(job, size, threads, "floor")
     multiple = floor / rate.median
     share = "" if who == "floor" else f", {multiple:,.0f}×" if multiple >= 100 else f", {multiple:.3g}×"
-    return f"{rate.median:,.{0 if rate.median >= 10 else 1}f} ±{rate.spread:.0f} %{share}"
+    return f"{_number(rate.median)} ±{rate.spread:.0f} %{share}"
+
+
+def _number(value):
+    return f"{value:,.{0 if value >= 10 else 1}f}"
+
+
+def _label(who):
+    look = names.look(who)
+    return f"**{look.label}**" if look.ours else look.label
+
+
+def _titles(settings):
+    return [f"{size}, {threads} thread{'s' if threads > 1 else ''}" for size, threads in settings]
 
 
 def _settings(speed, job):
@@ -31,17 +44,14 @@ def _settings(speed, job):
 
 def _speed_table(speed, jobs, people):
     settings = _settings(speed, jobs[0])
-    head = ["conversion", "algorithm"]
-    head += [f"{size}, {threads} thread{'s' if threads > 1 else ''}" for size, threads in settings]
+    head = ["conversion", "algorithm"] + _titles(settings)
     rows = []
     for job in jobs:
         source, destination = job.rsplit("_", 1)[1].split("to")
         for who in speed.people(job):
             if not people(who):
                 continue
-            look = names.look(who)
-            label = f"**{look.label}**" if look.ours else look.label
-            rows.append([f"{source} bits to RGB{destination}", label]
+            rows.append([f"{source} bits to RGB{destination}", _label(who)]
                         + [_rate(speed, job, size, threads, who) for size, threads in settings])
     return _table(head, rows)
 
@@ -49,23 +59,17 @@ def _speed_table(speed, jobs, people):
 def _finished_table(speed, job):
     """Conversions alone and finished; × is the time as a multiple of the bilinear conversion alone."""
     settings = _settings(speed, job)
-    head = ["algorithm", "result"] + [f"{size}, {threads} thread{'s' if threads > 1 else ''}"
-                                      for size, threads in settings]
+    head = ["algorithm", "result"] + _titles(settings)
     rows = []
     for who in speed.people(job):
-        label = f"**{names.look(who).label}**" if names.look(who).ours else names.look(who).label
         for kind, title in (("_finished", "finished"), ("", "conversion alone")):
             cells = []
             for size, threads in settings:
                 rate = speed.rate(job + kind, size, threads, who)
                 base = speed.median("frame_bayer_12to8", size, threads, "bilinear") / rate.median
                 cells.append(f"{_number(rate.median)} ±{rate.spread:.0f} %, {base:.{0 if base >= 100 else 1}f}×")
-            rows.append([label, title] + cells)
+            rows.append([_label(who), title] + cells)
     return _table(head, rows)
-
-
-def _number(value):
-    return f"{value:,.{0 if value >= 10 else 1}f}"
 
 
 def _instruction_sets_table(speed):

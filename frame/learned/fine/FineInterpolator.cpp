@@ -49,9 +49,9 @@ public:
         return &network == &m_network;
     }
 
-    /** Allocates what bands of so many rows of cells need. @return the library's result */
+    /** Allocates what bands of so many rows of cells need, an even number. @return the library's result */
     uint32_t Prepare(const SourceView& mosaic, const KvxRowSource& rows, uint32_t count) {
-        const size_t cells = count + 1 + 2 * m_network.Halo();
+        const size_t cells = count + 2 * m_network.Halo();
         return m_bayer ? m_bayer->Prepare(mosaic, rows, cells * m_network.side) : 0;
     }
 
