@@ -15,16 +15,21 @@ namespace {
 
 /**
  * `even` and the products of pairs; other processors than x86 add some of them to `odd`. The statements give the sum
- * its place in the order of instructions: GCC puts off adding until it runs out of registers for the products, and
- * stores them.
+ * its place in the order of instructions, and its register: GCC puts off adding until it runs out of registers for the
+ * products, and copies sums.
  */
 template <class Words, class Sum>
 HWY_INLINE Sum PlusProducts(Words pairs, Words factors, Sum even, Sum& odd) {
+    namespace hn = hwy::HWY_NAMESPACE;
 #if HWY_TARGET == HWY_AVX3_DL
     (void)odd;
     asm("vpdpwssd %2, %1, %0" : "+v"(even.raw) : "v"(pairs.raw), "v"(factors.raw));  // multiplies and adds at once
+#elif HWY_ARCH_X86 && HWY_TARGET <= HWY_AVX2
+    const hn::DFromV<Sum> d;
+    const Sum products = hn::ReorderWidenMulAccumulate(d, pairs, factors, hn::Zero(d), odd);
+    asm("vpaddd %1, %0, %0" : "+v"(even.raw) : "v"(products.raw));
 #else
-    even = hwy::HWY_NAMESPACE::ReorderWidenMulAccumulate(hwy::HWY_NAMESPACE::DFromV<Sum>(), pairs, factors, even, odd);
+    even = hn::ReorderWidenMulAccumulate(hn::DFromV<Sum>(), pairs, factors, even, odd);
 #if HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128
     asm("" : "+v"(even.raw));
 #endif

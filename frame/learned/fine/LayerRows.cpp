@@ -18,13 +18,16 @@ namespace {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-// Cells whose sums stay in registers, for two vectors of outputs each: there are 16 registers, or 32 with AVX-512.
-constexpr size_t kCells = HWY_TARGET <= HWY_AVX3 ? 8 : 6;
-static_assert(kCells <= kCellSlack);
+// Cells whose sums stay in registers, for so many vectors of outputs each: there are 16 registers, or 32 with AVX-512.
+template <size_t kVectors>
+constexpr size_t kCellsWith = HWY_TARGET <= HWY_AVX3 ? 8
+                              : kVectors == 3        ? 4
+                                                     : 6;
+static_assert(kCellsWith<2> <= kCellSlack);
 
 // Squares of 2x2 cells that are computed together: what lies between the steps stays in the first-level cache.
-constexpr size_t kTiles = 2 * kCells;
-static_assert(kTiles <= kBlockTiles);
+constexpr size_t kTiles = 2 * kCellsWith<2>;
+static_assert(kTiles <= kBlockTiles && kTiles % kCellsWith<3> == 0);
 
 constexpr int kLeak = 3;  // leaky ReLU: max(a, a >> kLeak)
 
@@ -33,6 +36,7 @@ template <class D32, size_t kVectors>
 class Sums {
 public:
     using Sum = hn::Vec<D32>;
+    static constexpr size_t kCells = kCellsWith<kVectors>;
 
     Sums() {
         for (size_t cell = 0; cell < kCells; ++cell)
@@ -62,7 +66,7 @@ public:
                 int32_t pair;
                 std::memcpy(&pair, in + c * inputs, sizeof pair);
                 const auto words = hn::BitCast(d16, hn::Set(D32(), pair));
-#pragma GCC unroll 2
+#pragma GCC unroll 3
                 for (size_t v = 0; v < kVectors; ++v)
                     m_even[c][v] = PlusProducts(words, factors[v], m_even[c][v], m_odd[c][v]);
             }
@@ -85,15 +89,24 @@ HWY_INLINE V Leaky(V x) {
     return hn::Max(x, hn::ShiftRight<kLeak>(x));
 }
 
-/** Calls `task` with a tag, a number of vectors and their first output, until all outputs are done. */
+/**
+ * Calls `task` with a tag, a number of vectors and their first output, until all outputs are done. Three vectors at a
+ * time are better than two and one: fewer words of cells are loaded.
+ */
 template <class Task>
 HWY_INLINE void ForOutputs(size_t outputs, const Task& task) {
     using Whole = hn::CappedTag<int32_t, 2 * kFilterGroup>;
     using Group = hn::CappedTag<int32_t, kFilterGroup>;
     using One = std::integral_constant<size_t, 1>;
     using Two = std::integral_constant<size_t, 2>;
+    using Three = std::integral_constant<size_t, 3>;
+    static_assert(3 * hn::MaxLanes(Whole()) <= kBlockOutputs);
     const size_t whole = hn::Lanes(Whole()), group = hn::Lanes(Group());
     size_t output = 0;
+    if (outputs >= 3 * whole && outputs / whole % 2 == 1) {
+        task(Whole(), Three(), output);
+        output += 3 * whole;
+    }
     for (; output + 2 * whole <= outputs; output += 2 * whole) task(Whole(), Two(), output);
     for (; output + whole <= outputs; output += whole) task(Whole(), One(), output);
     for (; output < outputs; output += group) task(Group(), One(), output);
@@ -130,10 +143,11 @@ void SumTransformed(const Filters& filters, size_t tiles, LayerMemory& memory, c
         for (size_t place = 0; place < kPlaces; ++place, weights += inputs * outputs) {
             const int16_t* cells = memory.Cells() + place * kTiles * inputs;
             int32_t* products = memory.Products() + place * placeStep;
-            for (size_t tile = 0; tile < tiles; tile += kCells, cells += kCells * inputs) {
-                Sums<D32, vectors> sums;
+            using BlockSums = Sums<D32, vectors>;
+            for (size_t tile = 0; tile < tiles; tile += BlockSums::kCells, cells += BlockSums::kCells * inputs) {
+                BlockSums sums;
                 sums.Add(weights, inputs, inputs, outputs, cells);
-                for (size_t c = 0; c < kCells; ++c)
+                for (size_t c = 0; c < BlockSums::kCells; ++c)
                     for (size_t v = 0; v < vectors; ++v, products += lanes) hn::StoreU(sums.Of(c, v), d32, products);
             }
         }
@@ -153,14 +167,15 @@ void SumDirectly(const Filters& filters, const CellRows& in, size_t cells, const
     const size_t inputs = filters.inputs, outputs = filters.outputs, skipped = filters.size == 1 ? 1 : 0;
     ForOutputs(outputs, [&](auto d32, auto vectors, size_t output) {
         using D32 = decltype(d32);
+        using BlockSums = Sums<D32, vectors>;
         for (size_t row = 0; row < 2; ++row)
-            for (size_t cell = 0; cell < cells; cell += kCells) {
-                Sums<D32, vectors> sums;
+            for (size_t cell = 0; cell < cells; cell += BlockSums::kCells) {
+                BlockSums sums;
                 const int16_t* weights = filters.weights.data() + 2 * output;
                 for (size_t i = 0; i < filters.size; ++i)
                     weights = sums.Add(weights, filters.size * inputs, inputs, outputs,
                                        in.rows[row + skipped + i] + (cell + skipped) * inputs);
-                for (size_t c = 0; c < kCells; ++c)
+                for (size_t c = 0; c < BlockSums::kCells; ++c)
                     for (size_t v = 0; v < vectors; ++v)
                         take(d32, row, cell + c, output + v * hn::Lanes(d32), sums.Of(c, v));
             }
@@ -243,7 +258,7 @@ HWY_EXPORT(Result);
 
 LayerMemory::LayerMemory(const Network& network)
     : m_cells(kPlaces * kBlockTiles * network.channels),
-      m_products(kPlaces * kBlockTiles * 4 * kFilterGroup),
+      m_products(kPlaces * kBlockTiles * kBlockOutputs),
       m_baseSums(2 * (2 * kBlockTiles + kCellSlack) * network.last.outputs) {}
 
 void HiddenRows(const HiddenLayer& layer, const CellRows& in, const RowPair<const int16_t>* skip,

@@ -11,6 +11,9 @@ inline constexpr size_t kCellSlack = 8;
 /** Squares of 2x2 cells that a layer computes together, at most. */
 inline constexpr size_t kBlockTiles = 16;
 
+/** Outputs that a layer computes together, at most. */
+inline constexpr size_t kBlockOutputs = 6 * kFilterGroup;
+
 /** Four rows of cells, of which the first cell lies one to the left of the first that is computed. */
 struct CellRows {
     const int16_t* rows[4];
