@@ -20,7 +20,7 @@ def main():
     parser = argparse.ArgumentParser(prog="training.export", description=__doc__)
     parser.add_argument("run")
     parser.add_argument("file")
-    parser.add_argument("--reduction", type=int, default=2, help="activations are divided by 2 to this power")
+    parser.add_argument("--reduction", type=int, default=5, help="activations are divided by 2 to this power")
     options = parser.parse_args()
     made = quantisation.quantised(network_of(options.run), options.reduction)
     for number, layer in enumerate([*made.hidden, made.last]):

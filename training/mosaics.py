@@ -33,7 +33,8 @@ def sites(family):
 def mosaic_of(picture, family, pan=None):
     """A frame from a picture (rows, columns, RGB). Pan is the mean of red, green and blue unless a plane is given."""
     planes = dict(zip(COLOURS, np.moveaxis(picture, -1, 0)))
-    planes[PAN] = picture.mean(axis=-1) if pan is None else pan
+    if PAN in letters_of(family):
+        planes[PAN] = picture.mean(axis=-1) if pan is None else pan
     frame = np.empty(picture.shape[:2], picture.dtype)
     for where, letter in sites(family):
         frame[where] = planes[letter][where]

@@ -6,6 +6,7 @@ import numpy as np
 from PIL import Image
 
 VALIDATION_SHARE = 10  # one file of so many
+CHOSEN_SHARE, CANDIDATES = 0.8, 4  # patches that are the one with most detail of so many
 
 
 def is_validation(path):
@@ -55,14 +56,22 @@ def halved(picture):
     return (picture[::2, ::2] + picture[1::2, ::2] + picture[::2, 1::2] + picture[1::2, 1::2]) / 4
 
 
+def _curvature(plane):
+    """The mean magnitude of second differences along rows and columns, at every other sample."""
+    rows, columns = plane[::2], plane[:, ::2]
+    return (np.abs(rows[:, 2:] + rows[:, :-2] - 2 * rows[:, 1:-1]).mean()
+            + np.abs(columns[2:] + columns[:-2] - 2 * columns[1:-1]).mean())
+
+
 def _detail(patch):
-    green = patch[::2, ::2, 1].astype(np.int16)
-    return np.abs(np.diff(green, axis=0)).mean() + np.abs(np.diff(green, axis=1)).mean()
+    """How hard a patch is: fine detail of green and of the colour differences."""
+    red, green, blue = np.moveaxis(patch.astype(np.int16), -1, 0)
+    return sum(_curvature(plane) for plane in (green, red - green, blue - green))
 
 
 class Patches:
     """Square patches (side, side, RGB), float32 in 0..1, at random: turned and mirrored, some of half the size, some
-    with red and blue exchanged, some drawn ones. Patches with detail come oftener."""
+    with red and blue exchanged, some drawn ones. Most are the hardest of a few."""
 
     def __init__(self, pictures, drawn, side, rng):
         self._pictures, self._drawn, self._side, self._rng = pictures, drawn, side, rng
@@ -81,9 +90,8 @@ class Patches:
         else:
             picture = self._pictures[int(np.searchsorted(self._shares, rng.random()))]
             is_halved = rng.random() < 0.1 and min(picture.shape[:2]) >= 2 * side
-            patch = self._crop(picture, side << is_halved)
-            if rng.random() < 0.7:
-                patch = max(patch, self._crop(picture, side << is_halved), key=_detail)
+            count = CANDIDATES if rng.random() < CHOSEN_SHARE else 1
+            patch = max((self._crop(picture, side << is_halved) for _ in range(count)), key=_detail)
             patch = patch / np.float32(255)
             patch = halved(patch) if is_halved else patch
         turns = rng.integers(8)

@@ -2,7 +2,7 @@
 # Trains, exports and measures the weights of the learned interpolators:
 #   training/train.sh PICTURES WORK [FOLDER...]
 # PICTURES holds the pictures to learn from, WORK the runs and the decoded pictures (about a gigabyte), each FOLDER
-# pictures to measure with. A run that was interrupted is taken up again. STEPS (default 120000) is for each of the four
+# pictures to measure with. A run that was interrupted is taken up again. STEPS (default 40000) is for each of the four
 # networks. The Bayer ones need the built Python module.
 set -eu
 cd "$(dirname "$0")/.."
@@ -17,7 +17,7 @@ stage() { # FAMILY NAME OPTIONS...
     local family=$1 name=$1-$2
     shift 2
     /usr/bin/python3 -m training.train "$work/$name.pt" --pictures "$pictures" --cache "$work/decoded" \
-        --family "$family" --steps "${STEPS-120000}" "$@" | tee -a "$work/$name.log"
+        --family "$family" --steps "${STEPS-40000}" "$@" | tee -a "$work/$name.log"
     /usr/bin/python3 -m training.export "$work/$name.pt" "frame/learned/weights/$name.kvxn"
 }
 measure() { # FAMILY FILE OPTIONS...
@@ -28,8 +28,8 @@ measure() { # FAMILY FILE OPTIONS...
 }
 
 for family in truesense bayer; do
-    shape=(--channels 32 --middle 3)
-    [ $family = truesense ] || shape=(--channels 32 --middle 2)
+    shape=(--channels 40 --middle 4)
+    [ $family = truesense ] || shape=(--channels 24 --middle 4)
     /usr/bin/python3 -m training.fit_swift "frame/learned/weights/$family-swift.kvxs" --family $family \
         --pictures "$pictures" --cache "$work/decoded"
     stage $family fine "${shape[@]}"

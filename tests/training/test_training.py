@@ -78,7 +78,7 @@ def test_flat_fields_are_exact(path):
 
 @each_committed("kvxn", "kvxs")
 def test_a_frame_of_another_phase_is_a_part_of_the_same_scene(path):
-    frame, border = rng.integers(0, 4096, (64, 68)), 25
+    frame, border = rng.integers(0, 4096, (80, 84)), 32
     whole = interpolated(path, frame, 12, (0, 0))[1:, 3:]
     part = interpolated(path, frame[1:, 3:], 12, (1, 3 % side_of(family_of(path))))
     assert np.array_equal(whole[border:-border, border:-border], part[border:-border, border:-border])
@@ -135,3 +135,23 @@ def test_integers_follow_the_network_in_floating_point(family, with_noise, tmp_p
     assert np.abs(exact - exact.mean((0, 1))).max() > 100
     flat = flat_frame(family, (16, 16), (0, 0), (600, 1200, 2400, 1500))
     assert (reference.interpolate(loaded, flat, 12, family, line=line) == (600, 1200, 2400)).all()
+
+
+def test_the_optimiser_solves_a_badly_scaled_problem_and_can_be_resumed():
+    torch = pytest.importorskip("torch")
+    from training.soap import Soap
+
+    torch.manual_seed(3)
+    turn, wanted = torch.linalg.qr(torch.randn(8, 8))[0], torch.randn(6, 8, 1, 1)
+    scales = 10 ** torch.linspace(-2, 1, 8)  # of the axes of `turn`
+    filters = torch.nn.Parameter(torch.zeros_like(wanted))
+    optimiser = Soap([filters], lr=0.1)
+    for step in range(400):
+        if step == 200:
+            saved, optimiser = optimiser.state_dict(), Soap([filters], lr=0.1)
+            optimiser.load_state_dict(saved)
+        optimiser.param_groups[0]["lr"] = 0.1 * (1 - step / 400)
+        optimiser.zero_grad()
+        ((((filters - wanted)[..., 0, 0] @ turn) * scales) ** 2).mean().backward()
+        optimiser.step()
+    assert (filters - wanted).abs().max() < 0.02
