@@ -75,28 +75,19 @@ TEST_F(ParamStorage, IntegersKeepTheirRange) {
 
 TEST_F(ParamStorage, FloatsAreFiniteAndKeepTheirRange) {
     const double infinity = std::numeric_limits<double>::infinity();
-    struct Case {
-        const char* name;
-        double value;
-        uint32_t result;
+    const auto expect = [this](const char* name, uint32_t result, std::initializer_list<double> values) {
+        for (const double value : values) {
+            m_gain = m_ratio = 0.5;
+            EXPECT_EQ(m_storage.SetParamFloat(name, value, true), result) << name << " " << value;
+            double read = 0;
+            EXPECT_EQ(m_storage.GetParamFloat(name, &read), 0u);
+            EXPECT_EQ(read, result == 0 ? value : 0.5) << name << " " << value;
+        }
     };
-    for (const Case& c : {Case{"gain", -1.5, 0},
-                          {"gain", 0.0, 0},
-                          {"gain", -DBL_MAX, 0},
-                          {"gain", DBL_MAX, 0},
-                          {"gain", infinity, kOutOfRange},
-                          {"gain", -infinity, kOutOfRange},
-                          {"gain", std::nan(""), kOutOfRange},
-                          {"ratio", 0.25, 0},
-                          {"ratio", 0.75, 0},
-                          {"ratio", 0.2499999, kOutOfRange},
-                          {"ratio", 0.7500001, kOutOfRange}}) {
-        m_gain = m_ratio = 0.5;
-        EXPECT_EQ(m_storage.SetParamFloat(c.name, c.value, true), c.result) << c.name << " " << c.value;
-        double read = 0;
-        EXPECT_EQ(m_storage.GetParamFloat(c.name, &read), 0u);
-        EXPECT_EQ(read, c.result == 0 ? c.value : 0.5) << c.name << " " << c.value;
-    }
+    expect("gain", 0, {-1.5, 0.0, -DBL_MAX, DBL_MAX});
+    expect("gain", kOutOfRange, {infinity, -infinity, std::nan("")});
+    expect("ratio", 0, {0.25, 0.75});
+    expect("ratio", kOutOfRange, {0.2499999, 0.7500001});
 }
 
 TEST_F(ParamStorage, FlagsAreIntegersFromZeroToOne) {
@@ -133,30 +124,18 @@ TEST_F(ParamStorage, TextReadsBackToTheSameBits) {
 }
 
 TEST_F(ParamStorage, TextIsReadWholeOrNotAtAll) {
-    struct Case {
-        const char *name, *text;
-        uint32_t result;
+    const auto expect = [this](const char* name, uint32_t result, std::initializer_list<const char*> texts) {
+        for (const char* text : texts) {
+            EXPECT_EQ(SetText(name, text), result) << name << " = '" << text << "'";
+            EXPECT_TRUE(m_count == 1 && m_gain == 1.0 && m_ratio == 0.5);
+        }
     };
-    for (const Case& c : {Case{"count", "", kWrongType},
-                          {"count", " 1", kWrongType},
-                          {"count", "1 ", kWrongType},
-                          {"count", "0x1", kWrongType},
-                          {"count", "1.0", kWrongType},
-                          {"count", "6", kOutOfRange},
-                          {"count", "99999999999999999999", kOutOfRange},
-                          {"gain", "one", kWrongType},
-                          {"gain", "1,5", kWrongType},
-                          {"gain", "1.5x", kWrongType},
-                          {"gain", "nan", kOutOfRange},
-                          {"gain", "inf", kOutOfRange},
-                          {"gain", "1e999", kOutOfRange},
-                          {"ratio", "1", kOutOfRange},
-                          {"nothing", "1", kUnknown}}) {
-        EXPECT_EQ(SetText(c.name, c.text), c.result) << c.name << " = '" << c.text << "'";
-        EXPECT_EQ(m_count, 1);
-        EXPECT_EQ(m_gain, 1.0);
-        EXPECT_EQ(m_ratio, 0.5);
-    }
+    expect("count", kWrongType, {"", " 1", "1 ", "0x1", "1.0"});
+    expect("count", kOutOfRange, {"6", "99999999999999999999"});
+    expect("gain", kWrongType, {"one", "1,5", "1.5x"});
+    expect("gain", kOutOfRange, {"nan", "inf", "1e999"});
+    expect("ratio", kOutOfRange, {"1"});
+    expect("nothing", kUnknown, {"1"});
 }
 
 TEST_F(ParamStorage, SmallBuffersLearnTheNeededSize) {
@@ -176,23 +155,15 @@ TEST_F(ParamStorage, SmallBuffersLearnTheNeededSize) {
     EXPECT_STREQ(buffer, "-5");
 }
 
+// Accessors of other types than integers: see ComponentTest.cpp.
 TEST_F(ParamStorage, OtherTypesUnknownNamesAndNullArguments) {
     char text[] = "1";
     long integer = 0;
-    double number = 0;
-    bool flag = false;
     unsigned int size = sizeof text;
     _KvxStParam param{};
     const auto expect = [](uint32_t expected, std::initializer_list<uint32_t> results) {
         for (const uint32_t& result : results) EXPECT_EQ(result, expected) << &result - results.begin();
     };
-    for (const auto& [name, code] :
-         {std::pair<const char*, uint32_t>{nullptr, kNull}, {"nothing", kUnknown}, {"count", kWrongType}})
-        expect(code, {m_storage.GetParamBool(name, &flag), m_storage.SetParamBool(name, true, true),
-                      m_storage.GetParamFloat(name, &number), m_storage.SetParamFloat(name, 1, true),
-                      m_storage.GetParamString(name, text, &size), m_storage.SetParamString(name, text, true),
-                      m_storage.GetParamArray(name, text, &size), m_storage.SetParamArray(name, text, 1, true),
-                      m_storage.RunCommand(name)});
     for (const auto& [name, code] : {std::pair<const char*, uint32_t>{nullptr, kNull}, {"nothing", kUnknown}})
         expect(code,
                {m_storage.GetParamAsString(name, text, &size, nullptr), m_storage.SetParamAsString(name, text, true),

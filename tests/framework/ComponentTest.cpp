@@ -69,14 +69,16 @@ TEST_F(Component, AccessorsOfOtherTypesAndOfCommandsRefuse) {
     uint32_t size = sizeof text;
     bool flag = false;
     double number = 0;
-    for (const auto& [name, expected] : {std::pair{"BayerAlgType", 0x80000003u}, {"NoSuchName", 0x80000002u}})
+    for (const auto& [name, expected] : {std::pair<const char*, uint32_t>{"BayerAlgType", 0x80000003},
+                                         {"NoSuchName", 0x80000002},
+                                         {nullptr, 0x80000008}})
         for (const uint32_t result :
              {m_component->GetParamBool(name, &flag), m_component->SetParamBool(name, true),
               m_component->GetParamFloat(name, &number), m_component->SetParamFloat(name, 1.0),
               m_component->GetParamString(name, text, &size), m_component->SetParamString(name, text),
               m_component->GetParamArray(name, text, &size), m_component->SetParamArray(name, text, size),
               m_component->RunCommand(name)})
-            EXPECT_EQ(result, expected) << name;
+            EXPECT_EQ(result, expected);
 }
 
 TEST(ComponentFunctions, RefuseANullComponent) {

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 #include <omp.h>
 
-#include <cmath>
-
 #include "KvxBayer/ipp/DemosaicingIPP.h"
 #include "support/BayerFrames.h"
 #include "support/BayerFunctions.h"
@@ -129,31 +127,6 @@ TEST(Interpolator, AFrameOfOneLineIsAPartOfTheOneWithASecondLine) {
                 ASSERT_EQ(picture[i], expected[width == 1 ? i / 3 * wide.width * 3 + i % 3 : i])
                     << kBayerTiles[pattern] << ", " << width << "x" << height;
         }
-}
-
-TEST(Interpolator, RestoresADrawnScene) {
-    constexpr uint32_t width = 160, height = 120;
-    const auto valueAt = [](uint32_t row, uint32_t column,
-                            char colour) {  // rings, edges and ramps, same shapes in all colours
-        const double y = row, x = column, r = std::hypot(x - 60, y - 50);
-        const double grey = 120 + 60 * std::sin(r * r / 90) * (r < 45) + (x > 100 ? 0.4 * y : 0) + 40 * (x + y > 200);
-        return std::clamp(colour == 'R' ? grey + 20 : colour == 'G' ? grey : grey - 30, 0.0, 255.0);
-    };
-    const auto psnrBy = [&](int algorithm) {
-        GuardedImage src = MakeSource(KvxFormat_BayerGR8, 8, width, height, 0,
-                                      SamplesBy(width, height, 8, [&](uint32_t row, uint32_t column) {
-                                          return valueAt(row, column, BayerFilterAt(0, row, column));
-                                      }));
-        GuardedImage dst(KvxFormat_RGB8, width, height, width * 3, width * 3);
-        EXPECT_EQ(BayerToColor(&src.Record(), &dst.Record(), algorithm), 0u);
-        double squares = 0;
-        for (uint32_t row = 0; row < height; ++row)
-            for (uint32_t i = 0; i < width * 3; ++i)
-                squares += std::pow(dst.Row(row)[i] - valueAt(row, i / 3, "RGB"[i % 3]), 2);
-        return 10 * std::log10(255.0 * 255.0 * width * height * 3 / squares);
-    };
-    EXPECT_GT(psnrBy(1), 49.0);
-    EXPECT_GT(psnrBy(1), psnrBy(2) + 12.0);
 }
 
 TEST(Interpolator, TheRecordsDepthRulesWhereSamplesCanHaveIt) {
