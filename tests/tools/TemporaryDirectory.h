@@ -40,6 +40,10 @@ public:
         return Path(name);
     }
 
+    std::string WriteText(const std::string& name, const std::string& text) const {
+        return Write(name, Bytes(text.begin(), text.end()));
+    }
+
     Bytes Read(const std::string& name) const {
         std::ifstream file(Path(name), std::ios::binary);
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};

@@ -130,6 +130,7 @@ TEST(CInterface, SettingsAreThoseOfCpp) {
     const double matrix[] = {2, -1, 0, 0, 1, 0, 0, -1, 2}, zeros[4] = {}, ones[] = {1, 1, 1, 1};
     const double identity[] = {1, 0, 0, 0, 1, 0, 0, 0, 1}, noise[] = {0.5, 4};
     const uint16_t table[] = {0, 50000, 65535};
+    const SensorNoise sensorNoise = {{1, 1}, {0.5, 4}};
     using Setting = std::function<uint32_t(KvxFrameConverter*)>;
     const struct {
         const char* name;
@@ -139,17 +140,13 @@ TEST(CInterface, SettingsAreThoseOfCpp) {
         {"algorithm", [](auto* c) { return KvxFrameConverter_SetAlgorithm(c, "ipp"); },
          [](Options& o) { o.algorithm = "ipp"; }},
         {"parameter", [](auto* c) { return KvxFrameConverter_SetParameter(c, "BayerAlgType", "2"); },
-         [](Options& o) {
-             o.parameters = {{"BayerAlgType", "2"}};
-         }},
+         [](Options& o) { o.parameters.emplace_back("BayerAlgType", "2"); }},
         {"threads", [](auto* c) { return KvxFrameConverter_SetThreads(c, 1); }, [](Options& o) { o.threads = 1; }},
         {"noise",
          [&](auto* c) {
              return KvxFrameConverter_SetAlgorithm(c, "fine") + KvxFrameConverter_SetNoise(c, ones, noise);
          },
-         [](Options& o) {
-             o.algorithm = "fine", o.noise = SensorNoise{{1, 1}, {0.5, 4}};
-         }},
+         [&](Options& o) { o.algorithm = "fine", o.noise = sensorNoise; }},
         {"gain",
          [](auto* c) { return KvxFrameConverter_SetAlgorithm(c, "fine") + KvxFrameConverter_SetAnalogGain(c, 20); },
          [](Options& o) { o.algorithm = "fine", o.analogGain = 20; }},
@@ -158,19 +155,13 @@ TEST(CInterface, SettingsAreThoseOfCpp) {
         {"natural", [](auto* c) { return KvxFrameConverter_SetLook(c, KvxFrameLook_Natural); },
          [](Options& o) { o.finish = Finish::Natural(); }},
         {"black", [&](auto* c) { return KvxFrameConverter_SetBlackLevel(c, black); },
-         [](Options& o) {
-             o.finish->blackLevel = {100, 110, 120, 130};
-         }},
+         [](Options& o) { o.finish->blackLevel = Levels(100, 110, 120, 130); }},
         {"white", [&](auto* c) { return KvxFrameConverter_SetWhiteLevel(c, white); },
-         [](Options& o) {
-             o.finish->whiteLevel = {4000, 3900, 3800, 3700};
-         }},
+         [](Options& o) { o.finish->whiteLevel = Levels(4000, 3900, 3800, 3700); }},
         {"balance", [](auto* c) { return KvxFrameConverter_SetWhiteBalance(c, KvxFrameWhiteBalance_GreyWorld); },
          [](Options& o) { o.finish->whiteBalance = WhiteBalance::GreyWorld; }},
         {"gains", [&](auto* c) { return KvxFrameConverter_SetGains(c, gains); },
-         [](Options& o) {
-             o.finish->gains = {2, 1, 1.5, 1};
-         }},
+         [](Options& o) { o.finish->gains.red = 2, o.finish->gains.blue = 1.5; }},
         {"exposure", [](auto* c) { return KvxFrameConverter_SetExposure(c, 0.5, true); },
          [](Options& o) { o.finish->exposure = 0.5, o.finish->autoExposure = true; }},
         {"matrix", [&](auto* c) { return KvxFrameConverter_SetMatrix(c, matrix); },
@@ -178,9 +169,7 @@ TEST(CInterface, SettingsAreThoseOfCpp) {
         {"tone", [](auto* c) { return KvxFrameConverter_SetTone(c, KvxFrameTone_Srgb); },
          [](Options& o) { o.finish->tone = ToneCurve::Srgb; }},
         {"table", [&](auto* c) { return KvxFrameConverter_SetToneTable(c, table, 3); },
-         [](Options& o) {
-             o.finish->tone = ToneCurve::Table, o.finish->table = {0, 50000, 65535};
-         }},
+         [&](Options& o) { o.finish->tone = ToneCurve::Table, o.finish->table.assign(table, std::end(table)); }},
         {"camera", [&](auto* c) { return KvxFrameConverter_SetCamera(c, path.c_str(), 0, 0); },
          [&](Options& o) { o.camera = camera; }},
         {"above the camera",

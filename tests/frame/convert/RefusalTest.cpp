@@ -56,11 +56,8 @@ const Refusal kRefusals[] = {
     {"WhiteLevel", [](Job& j) { j.options.finish.emplace().whiteLevel = 4096; }, kInvalid, "ends at 4095"},
     {"Levels", [](Job& j) { j.options.finish.emplace().blackLevel = 100, j.options.finish->whiteLevel = 100; },
      kInvalid, "white is 100"},
-    {"NanLevel",
-     [](Job& j) {
-         j.options.finish.emplace().blackLevel = {0, 0, std::nan(""), 0};
-     },
-     kRange, "level of nan"},
+    {"NanLevel", [](Job& j) { j.options.finish.emplace().blackLevel.ofFilters[2] = std::nan(""); }, kRange,
+     "level of nan"},
     {"NarrowLevels",
      [](Job& j) { j.options.finish.emplace().blackLevel = 99.98, j.options.finish->whiteLevel = 99.99; }, kInvalid,
      "the same in 16 bits"},

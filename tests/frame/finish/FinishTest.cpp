@@ -7,7 +7,6 @@
 #include <set>
 
 #include "frame/convert/PictureRow.h"
-#include "frame/finish/BalanceRow.h"
 #include "frame/finish/ToneTable.h"
 #include "frame/support/TestFrames.h"
 #include "support/GuardedBuffer.h"
@@ -17,37 +16,6 @@ namespace kvx::frame {
 namespace {
 
 using fuzz::Edge, fuzz::GuardedBuffer;
-
-TEST(BalanceRow, EqualsItsFormulaOnEveryInstructionSet) {
-    std::mt19937 random(3);
-    const auto all = [](uint16_t value) { return std::array<uint16_t, 4>{value, value, value, value}; };
-    const RowBalance cases[] = {{4095, 4, 12, 65535, all(65520), all(1024), {65535, 40000, 1, 32768}},
-                                {255, 8, 15, 65535, all(65280), all(0), {32768, 65535, 20000, 32769}},
-                                {65535, 0, 0, 65535, all(65535), all(65534), {65535, 65535, 1, 0}},
-                                {1023, 6, 14, 4095, {65472, 60001, 640, 3}, {640, 0, 639, 2}, {17000, 30000, 65535, 9}},
-                                {16383, 2, 17, 4095, all(65532), all(0), all(65535)},
-                                {65535, 0, 17, 65535, all(65535), all(0), all(65535)}};
-    std::vector<uint16_t> samples(1003);
-    for (auto& sample : samples) sample = static_cast<uint16_t>(random());
-    samples[5] = samples[70] = 0;
-    samples[6] = samples[71] = 0xFFFF;
-    test::ForEachInstructionSet([&] {
-        for (const RowBalance& balance : cases) {
-            std::vector<uint16_t> result = samples;
-            BalanceRow(balance, result.data(), result.data(), result.size());
-            for (size_t i = 0; i < samples.size(); ++i) {
-                // The documented formula, in numbers too wide to overflow.
-                const int64_t wide = std::min<int64_t>(samples[i], balance.largest) << balance.leftShift;
-                const int64_t value = std::min<int64_t>(wide, balance.white[i % 4]);
-                const int64_t light = std::max<int64_t>(value - balance.black[i % 4], 0);
-                const int64_t half = balance.scale > 0 ? int64_t{1} << (balance.scale - 1) : 0;
-                const int64_t expected =
-                    std::min<int64_t>((light * balance.factors[i % 4] + half) >> balance.scale, balance.limit);
-                ASSERT_EQ(result[i], expected) << i;
-            }
-        }
-    });
-}
 
 /** Every kind of row, against the rule pixel by pixel; memory next to the row must not be touched. */
 TEST(PictureRow, EqualsItsSlowTwinOnEveryInstructionSet) {

@@ -74,9 +74,8 @@ TEST(Calibrate, FindsWhatWasPutIntoSimulatedFrames) {
     for (const char* format : {"BayerGB12", "TrueSense_BGGR_WBBW_0_12"}) {
         SCOPED_TRACE(format);
         const TemporaryDirectory directory;
-        const std::string path = directory.Path("camera.json");
-        const std::string others = R"({"kvx_camera_profile": 1, "colour_matrix": [1, 0, 0, 0, 1, 0, 0, 0, 1]})";
-        directory.Write("camera.json", Bytes(others.begin(), others.end()));
+        const std::string path = directory.WriteText(
+            "camera.json", R"({"kvx_camera_profile": 1, "colour_matrix": [1, 0, 0, 0, 1, 0, 0, 0, 1]})");
         for (const bool isFlat : {false, true}) {
             std::vector<std::string> arguments = {"calibrate", isFlat ? "flat" : "dark", "--format", format, "-o",
                                                   path};

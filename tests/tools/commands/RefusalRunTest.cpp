@@ -11,12 +11,6 @@
 namespace kvx::tool {
 namespace {
 
-/** A sidecar with this many levels. */
-Bytes Nested(size_t levels) {
-    const std::string text = R"({"width": )" + std::string(levels - 1, '[') + std::string(levels - 1, ']') + "}";
-    return {text.begin(), text.end()};
-}
-
 /** A directory with inputs of every kind; runs in it must fail with one line and leave no files. */
 class RefusalRun : public testing::Test {
 protected:
@@ -35,7 +29,8 @@ protected:
         for (const char* name : {"nested", "vast", "huge"}) {
             m_directory.Write(name + std::string("_4x4_BayerRG8.raw"), Bytes(16, 1));
         }
-        m_directory.Write("nested_4x4_BayerRG8.json", Nested(100'000));
+        m_directory.WriteText("nested_4x4_BayerRG8.json",
+                              R"({"width": )" + std::string(99'999, '[') + std::string(99'999, ']') + "}");
         constexpr uint64_t kFiveGiB = uint64_t{5} << 30;
         std::filesystem::resize_file(m_directory.Path("huge_4x4_BayerRG8.raw"), kFiveGiB);
         std::filesystem::resize_file(m_directory.Write("vast_4x4_BayerRG8.json", {}), kFiveGiB);

@@ -207,8 +207,8 @@ TEST(Orientation, TurnsAsExifHasIt) {
 TEST(DngRun, FrontEndsWriteAndReadThem) {
     const TemporaryDirectory directory;
     const std::string raw = directory.Write("a_31x27_BayerGB12.raw", EncodeRaw(RandomFrame("BayerGB12").samples));
-    const std::string note = R"({"black_level": 64, "white_balance_gains": {"R": 1.9, "G": 1, "B": 1.4}})";
-    directory.Write("a_31x27_BayerGB12.json", Bytes(note.begin(), note.end()));
+    directory.WriteText("a_31x27_BayerGB12.json",
+                        R"({"black_level": 64, "white_balance_gains": {"R": 1.9, "G": 1, "B": 1.4}})");
     const std::string dng = directory.Path("a.dng");
     EXPECT_NE(RunSuccessfully({"convert", raw, dng}).standardError.find("no colour matrix known"), std::string::npos);
     EXPECT_EQ(RunSuccessfully({"pack", raw, "-", "--to", "dng"}).standardOutput, directory.Read("a.dng"));
@@ -220,12 +220,11 @@ TEST(DngRun, FrontEndsWriteAndReadThem) {
     const FrameInput cropped = ReadFrame(dng, {});
     EXPECT_EQ(frame::Name(cropped.frame.format), "BayerGR12");
     EXPECT_EQ(cropped.frame.samples.size(), cv::Size(30, 26));
-    const std::string camera =
-        R"({"kvx_camera_profile": 1, "black_level": 63, "noise": {"slope": 0.5, "intercept": 8},
-        "format": "BayerGB12", "width": 31, "height": 27, "hot_pixels": [[3, 4]]})";
-    directory.Write("camera.json", Bytes(camera.begin(), camera.end()));
+    const std::string camera = directory.WriteText(
+        "camera.json", R"({"kvx_camera_profile": 1, "black_level": 63, "noise": {"slope": 0.5, "intercept": 8},
+        "format": "BayerGB12", "width": 31, "height": 27, "hot_pixels": [[3, 4]]})");
     const std::string noisy = directory.Path("noisy.dng");
-    EXPECT_NE(RunSuccessfully({"convert", raw, noisy, "--no-sidecar", "--camera", directory.Path("camera.json")})
+    EXPECT_NE(RunSuccessfully({"convert", raw, noisy, "--no-sidecar", "--camera", camera})
                   .standardError.find("defects and fixed pattern of the camera stay"),
               std::string::npos);
     TIFFSetWarningHandler(nullptr);  // libtiff does not know the tag
@@ -235,8 +234,7 @@ TEST(DngRun, FrontEndsWriteAndReadThem) {
     ASSERT_EQ(TIFFGetField(tiff.get(), 51041, &count, &profile), 1);  // NoiseProfile, from black 63 to white 4095
     EXPECT_EQ(std::vector<double>(profile, profile + count), (std::vector{0.5 / 4032, 8.0 / (4032 * 4032)}));
     // A sidecar overrides parts of the file.
-    const std::string turned = R"({"orientation": 6, "black_level": 60, "width": 7})";
-    directory.Write("a.dng.json", Bytes(turned.begin(), turned.end()));
+    directory.WriteText("a.dng.json", R"({"orientation": 6, "black_level": 60, "width": 7})");
     RunSuccessfully({"convert", dng, directory.Path("a.ppm")});
     const Bytes ppm = directory.Read("a.ppm");
     EXPECT_EQ(std::string(ppm.begin(), ppm.begin() + 8), "P6\n26 30");

@@ -10,18 +10,14 @@
 namespace kvx::tool {
 namespace {
 
-Bytes TextBytes(const std::string& text) {
-    return {text.begin(), text.end()};
-}
-
 TEST(Sidecar, OptionsOverrideItAndItOverridesTheName) {
     const TemporaryDirectory directory;
     const std::string path = directory.Write("a_9x9_BayerGR8.raw", Bytes(5 + 2 * 4 + 3));
-    directory.Write("a_9x9_BayerGR8.json", TextBytes(R"({"format": "BayerBG8", "width": 2})"));
-    directory.Write("a_9x9_BayerGR8.raw.json",  // takes precedence over the other
-                    TextBytes(R"({"bayer_pattern": "RGGB", "bits_per_sample": 8, "width": 3, "height": 3, "stride": 4,
+    directory.WriteText("a_9x9_BayerGR8.json", R"({"format": "BayerBG8", "width": 2})");
+    directory.WriteText("a_9x9_BayerGR8.raw.json",  // takes precedence over the other
+                        R"({"bayer_pattern": "RGGB", "bits_per_sample": 8, "width": 3, "height": 3, "stride": 4,
                                   "offset": 5, "black_level": 7.25, "white_level": [200, 201, 202.5, 203], "camera": "any note",
-                                  "white_balance_gains": {"R": 2, "G": 1.0, "B": 1.5}})"));
+                                  "white_balance_gains": {"R": 2, "G": 1.0, "B": 1.5}})");
     const FrameInput input = ReadFrame(path, {});
     EXPECT_EQ(frame::Name(input.frame.format), "BayerRG8");
     EXPECT_EQ(input.frame.samples.size(), cv::Size(3, 3));
@@ -60,7 +56,7 @@ TEST(Sidecar, ErrorsNameFileAndKey) {
         {R"({"black_level": [1, 2]})", "\"black_level\" is an array, not a number or a list of four"},
     };
     for (const auto& [content, fragment] : cases) {
-        directory.Write("a_4x4_BayerGR8.json", TextBytes(content));
+        directory.WriteText("a_4x4_BayerGR8.json", content);
         ExpectToolError(ExitCode::Input, fragment, [&] { ReadFrame(path, {}); });
     }
 }
@@ -68,10 +64,10 @@ TEST(Sidecar, ErrorsNameFileAndKey) {
 TEST(SidecarRun, KnownMembersAreCopiedFromFileToFile) {
     const TemporaryDirectory directory;
     const std::string frame = directory.Write("a.raw", {1, 2, 3, 4, 5, 6, 7, 8});
-    directory.Write(
+    directory.WriteText(
         "a.json",
-        TextBytes(R"({"format": "BayerGB16", "width": 2, "height": 2, "black_level": 64, "white_level": [1, 2.5, 3, 4],
-                                            "white_balance_gains": {"R": 2, "G": 1, "B": 1.5}})"));
+        R"({"format": "BayerGB16", "width": 2, "height": 2, "black_level": 64, "white_level": [1, 2.5, 3, 4],
+                                            "white_balance_gains": {"R": 2, "G": 1, "B": 1.5}})");
     RunSuccessfully({"pack", frame, directory.Path("b.bin"), "--layout", "big-endian"});
     EXPECT_EQ(directory.Read("b.bin"), (Bytes{2, 1, 4, 3, 6, 5, 8, 7}));
     RunSuccessfully({"unpack", directory.Path("b.bin"), directory.Path("c.raw")});
@@ -90,8 +86,8 @@ TEST(SidecarRun, AppliesWhereOptionsLeaveOpenWhatItSays) {
     }
     const std::string plain = directory.Write("plain_12x8_BayerRG8.raw", samples);
     const std::string noted = directory.Write("noted_12x8_BayerRG8.raw", samples);
-    directory.Write("noted_12x8_BayerRG8.json", TextBytes(R"({"black_level": 16, "white_level": 200,
-                                  "white_balance_gains": {"R": 2, "G": 1, "B": 1.5}})"));
+    directory.WriteText("noted_12x8_BayerRG8.json", R"({"black_level": 16, "white_level": 200,
+                                  "white_balance_gains": {"R": 2, "G": 1, "B": 1.5}})");
     const auto convert = [](const std::string& path, std::vector<std::string> options) {
         options.insert(options.begin(), {"convert", path, "-"});
         return RunSuccessfully(options).standardOutput;
@@ -107,8 +103,8 @@ TEST(SidecarRun, AppliesWhereOptionsLeaveOpenWhatItSays) {
     EXPECT_EQ(convert(noted, {"--white-balance", "1,1,1", "--black-level", "0", "--white-level", "255"}),
               convert(plain, {"--black-level", "0"}));
     const std::string camera =
-        directory.Write("camera.json", TextBytes(R"({"kvx_camera_profile": 1, "black_level": 16, "white_level": 200,
-                                     "white_balance_gains": {"R": 2, "G": 1, "B": 1.5}})"));
+        directory.WriteText("camera.json", R"({"kvx_camera_profile": 1, "black_level": 16, "white_level": 200,
+                                     "white_balance_gains": {"R": 2, "G": 1, "B": 1.5}})");
     EXPECT_EQ(convert(plain, {"--camera", camera}), convert(noted, {}));
     EXPECT_EQ(convert(plain, {"--camera", camera, "--linear"}), convert(plain, {}));
     EXPECT_EQ(
@@ -144,7 +140,7 @@ TEST(SidecarRun, HintsSayWhatIsUnknownOrLinear) {
     EXPECT_NE(errorsOf({}).find(linear), std::string::npos);
     EXPECT_EQ(errorsOf({"--linear"}), "");
     EXPECT_EQ(errorsOf({"--look", "natural"}), "");
-    directory.Write("dark_8x8_BayerRG8.json", TextBytes(R"({"black_levle": 20, "lens": "f/2"})"));
+    directory.WriteText("dark_8x8_BayerRG8.json", R"({"black_levle": 20, "lens": "f/2"})");
     EXPECT_NE(errorsOf({"--look", "natural"})
                   .find(R"(did you mean "black_level" by "black_levle"? other unknown keys are ignored: "lens")"),
               std::string::npos);

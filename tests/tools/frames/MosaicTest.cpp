@@ -13,17 +13,6 @@
 namespace kvx::tool {
 namespace {
 
-TEST(Mosaic, ScalesFromAnyWhiteToTheFormatsOwn) {
-    const auto sample = [](int type, uint32_t white, int value, const char* format) {
-        const Picture picture{cv::Mat(2, 2, type, cv::Scalar::all(value)), white};
-        return cv::mean(MakeMosaic(picture, RequireFormat(format)).samples)[0];
-    };
-    EXPECT_EQ(sample(CV_8UC1, 255, 255, "BayerRG12"), 4095);
-    EXPECT_EQ(sample(CV_16UC3, 65535, 129, "BayerGR8"), 1);
-    EXPECT_EQ(sample(CV_16UC1, 1023, 1023, "Mono16"), 65535);
-    EXPECT_EQ(sample(CV_8UC3, 100, 50, "Mono14"), 8192);  // 8191.5 rounded
-}
-
 TEST(Mosaic, AnAlphaChannelOfAPictureFileIsLeftOut) {
     Bytes file;
     cv::imencode(".png", cv::Mat(2, 3, CV_16UC4, cv::Scalar(100, 200, 300, 5)), file);

@@ -34,11 +34,8 @@ TEST(ChartRun, WritesGainsAndMatrixAndAPicture) {
     const TemporaryDirectory directory;
     const DrawnChart drawn(kCorners);
     const std::string frame = WriteFrame(directory, "a_640x480_BayerGR12.raw", drawn.light);
-    directory.Write("camera.json", [] {
-        const std::string text = R"({"kvx_camera_profile": 1, "camera": "mine"})";
-        return Bytes(text.begin(), text.end());
-    }());
-    const std::string profilePath = directory.Path("camera.json");
+    const std::string profilePath =
+        directory.WriteText("camera.json", R"({"kvx_camera_profile": 1, "camera": "mine"})");
     const std::vector<std::string> command = {"calibrate", "chart", frame, "-o", profilePath, "--black-level", "100.5"};
     const std::string table = TextOf(command);
     EXPECT_NE(table.find("\ncyan "), std::string::npos) << table;
@@ -71,16 +68,14 @@ TEST(ChartRun, MeasuresWhatTheProfileCorrects) {
     cv::Mat_<cv::Vec3f> shaded = DrawnChart(kCorners).light.clone();
     shaded.forEach([](cv::Vec3f& light, const int* at) { light[2] /= 1 + static_cast<float>(at[1]) / 639; });
     const std::string frame = WriteFrame(directory, "shaded_640x480_BayerGR12.raw", shaded);
-    const std::string text = R"({"kvx_camera_profile": 1, "format": "BayerGR12", "width": 640, "height": 480,
+    const std::string path = directory.WriteText(
+        "camera.json", R"({"kvx_camera_profile": 1, "format": "BayerGR12", "width": 640, "height": 480,
         "black_level": 64, "shading": {"columns": 2, "rows": 2, "gains":
-        {"R": [1, 1, 1, 1], "Gr": [1, 1, 1, 1], "Gb": [1, 1, 1, 1], "B": [1, 2, 1, 2]}}})";
-    directory.Write("camera.json", Bytes(text.begin(), text.end()));
-    directory.Write("shaded_640x480_BayerGR12.raw.json", [] {
-        const std::string_view sidecar = R"({"black_level": 100.5})";  // of this frame, as convert takes it
-        return Bytes(sidecar.begin(), sidecar.end());
-    }());
-    RunSuccessfully({"calibrate", "chart", frame, "-o", directory.Path("camera.json")});
-    const frame::CameraProfile profile = frame::ReadCameraProfile(directory.Path("camera.json"));
+        {"R": [1, 1, 1, 1], "Gr": [1, 1, 1, 1], "Gb": [1, 1, 1, 1], "B": [1, 2, 1, 2]}}})");
+    // Of this frame, as convert takes it.
+    directory.WriteText("shaded_640x480_BayerGR12.raw.json", R"({"black_level": 100.5})");
+    RunSuccessfully({"calibrate", "chart", frame, "-o", path});
+    const frame::CameraProfile profile = frame::ReadCameraProfile(path);
     EXPECT_NEAR(profile.gains->blue / profile.gains->green, kGains[2], 0.03);
     EXPECT_NEAR((*profile.matrix)[8], 1, 0.05);
     EXPECT_EQ(profile.blackLevel->ofFilters[0], 64);
