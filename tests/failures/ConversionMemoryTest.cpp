@@ -16,28 +16,6 @@ namespace {
 constexpr uint32_t kWidth = 40, kHeight = 260;  // bands and tiles for two threads
 constexpr uint32_t kBayerNoMemory = 0x80050009, kTrueSenseNoMemory = 0x80060009;
 
-/** The C functions of a component, so that both run through one test. */
-struct BayerCalls {
-    using Component = KvxBayer;
-    static constexpr auto Create = KvxBayer_CreateComponent;
-    static constexpr auto Parameters = KvxBayer_GetComponent;
-    static constexpr auto AllocData = KvxBayer_AllocData;
-    static constexpr auto ConvertImage = KvxBayer_ConvertImage;
-    static constexpr auto Delete = KvxBayer_DeleteComponent;
-    static constexpr const char* algorithmName = "BayerAlgType";
-    static constexpr uint32_t parameterCount = 2, noMemory = kBayerNoMemory;
-};
-struct TrueSenseCalls {
-    using Component = KvxTrueSense;
-    static constexpr auto Create = KvxTrueSense_CreateComponent;
-    static constexpr auto Parameters = KvxTrueSense_GetComponent;
-    static constexpr auto AllocData = KvxTrueSense_AllocData;
-    static constexpr auto ConvertImage = KvxTrueSense_ConvertImage;
-    static constexpr auto Delete = KvxTrueSense_DeleteComponent;
-    static constexpr const char* algorithmName = "TrueSenseAlgType";
-    static constexpr uint32_t parameterCount = 66, noMemory = kTrueSenseNoMemory;
-};
-
 class ConversionMemory : public testing::Test {
 protected:
     ConversionMemory() {
@@ -94,28 +72,34 @@ protected:
         RecordProperty("failuresInjected", std::to_string(s_injected));
     }
 
-    template <class Calls>
+    template <class Component>
     static void LifeCycle(uint32_t srcFormat, int depth, uint32_t dstFormat, size_t sampleSize, int algorithm) {
         SCOPED_TRACE(algorithm);
+        constexpr bool isBayer = std::is_same_v<Component, KvxBayer>;
+        constexpr uint32_t noMemory = isBayer ? kBayerNoMemory : kTrueSenseNoMemory;
         GuardedImage src = Source(srcFormat, depth);
-        typename Calls::Component* component = nullptr;
+        Component* component = nullptr;
         const auto convert = [&](GuardedImage& dst) -> uint32_t {
             if (!component) {
-                component = Calls::Create();
-                if (!component) return Calls::noMemory;
-                KvxComponent* parameters = Calls::Parameters(component);
-                EXPECT_EQ(KvxComponent_GetParamCount(parameters), Calls::parameterCount);
-                EXPECT_EQ(KvxComponent_SetParamInt(parameters, Calls::algorithmName, algorithm), 0u);
-                const uint32_t allocated = Calls::AllocData(component, &src.Record(), &dst.Record());
-                EXPECT_TRUE(allocated == 0 || allocated == Calls::noMemory) << std::hex << allocated;
+                component = Component::CreateComponent();
+                if (!component) return noMemory;
+                KvxComponent* parameters = component->GetComponent();
+                EXPECT_EQ(KvxComponent_GetParamCount(parameters), isBayer ? 2u : 66u);
+                const char* name = isBayer ? "BayerAlgType" : "TrueSenseAlgType";
+                EXPECT_EQ(KvxComponent_SetParamInt(parameters, name, algorithm), 0u);
+                const uint32_t allocated = component->AllocData(&src.Record(), &dst.Record());
+                EXPECT_TRUE(allocated == 0 || allocated == noMemory) << std::hex << allocated;
             }
-            return Calls::ConvertImage(component, &src.Record(), &dst.Record());
+            if constexpr (isBayer)
+                return KvxBayer_ConvertImage(component, &src.Record(), &dst.Record());
+            else
+                return KvxTrueSense_ConvertImage(component, &src.Record(), &dst.Record());
         };
         const auto release = [&] {
-            Calls::Delete(component);
+            Component::DeleteComponent(component);
             component = nullptr;
         };
-        FailEach({convert, [] {}, release, Calls::noMemory, 0, 2}, Destination(dstFormat, sampleSize));
+        FailEach({convert, [] {}, release, noMemory, 0, 2}, Destination(dstFormat, sampleSize));
     }
 
 private:
@@ -129,17 +113,17 @@ constexpr int kTrueSenseAlgorithms[] = {KvxTrueSenseAlgorithm_Fast, KvxTrueSense
 
 TEST_F(ConversionMemory, OfBayerComponents) {
     for (const int algorithm : {0, 1, 2}) {
-        LifeCycle<BayerCalls>(KvxFormat_BayerRG8, 8, KvxFormat_RGB8, 1, algorithm);
-        LifeCycle<BayerCalls>(KvxFormat_BayerGR12, 12, KvxFormat_BGR12, 2, algorithm);
-        LifeCycle<BayerCalls>(KvxFormat_BayerGR12, 12, KvxFormat_RGB8, 1, algorithm);
+        LifeCycle<KvxBayer>(KvxFormat_BayerRG8, 8, KvxFormat_RGB8, 1, algorithm);
+        LifeCycle<KvxBayer>(KvxFormat_BayerGR12, 12, KvxFormat_BGR12, 2, algorithm);
+        LifeCycle<KvxBayer>(KvxFormat_BayerGR12, 12, KvxFormat_RGB8, 1, algorithm);
     }
 }
 
 TEST_F(ConversionMemory, OfTrueSenseComponents) {
     for (const int algorithm : kTrueSenseAlgorithms) {
-        LifeCycle<TrueSenseCalls>(KvxFormat_TrueSense_BGGR_WBBW_0_8, 8, KvxFormat_RGB8, 1, algorithm);
-        LifeCycle<TrueSenseCalls>(KvxFormat_TrueSense_BGGR_WBBW_1_12, 12, KvxFormat_BGR12, 2, algorithm);
-        LifeCycle<TrueSenseCalls>(KvxFormat_TrueSense_BGGR_WBBW_1_12, 12, KvxFormat_RGB8, 1, algorithm);
+        LifeCycle<KvxTrueSense>(KvxFormat_TrueSense_BGGR_WBBW_0_8, 8, KvxFormat_RGB8, 1, algorithm);
+        LifeCycle<KvxTrueSense>(KvxFormat_TrueSense_BGGR_WBBW_1_12, 12, KvxFormat_BGR12, 2, algorithm);
+        LifeCycle<KvxTrueSense>(KvxFormat_TrueSense_BGGR_WBBW_1_12, 12, KvxFormat_RGB8, 1, algorithm);
     }
 }
 

@@ -23,44 +23,35 @@ void ForEachOpenCvConversion(const Check& check) {
 /** In place of a number of channels: the RGBA and BGRA functions. */
 constexpr int kAlpha = 5;
 
-struct FlatBytes {
-    using Function = decltype(&BayerToRGB_8u_C1C3R);
-    static constexpr Function functions[3][2] = {{BayerToRGB_8u_C1C3R, BayerToBGR_8u_C1C3R},
-                                                 {BayerToRGB_8u_C1C4R, BayerToBGR_8u_C1C4R},
-                                                 {BayerToRGBA_8u_C1C4R, BayerToBGRA_8u_C1C4R}};
-};
-struct FlatWords {
-    using Function = decltype(&BayerToRGB_16u_C1C3R);
-    static constexpr Function functions[2][2] = {{BayerToRGB_16u_C1C3R, BayerToBGR_16u_C1C3R},
-                                                 {BayerToRGB_16u_C1C4R, BayerToBGR_16u_C1C4R}};
-};
-struct FlatWordsToBytes {
-    using Function = decltype(&BayerToRGB_16u8u_C1C3R);
-    static constexpr Function functions[3][2] = {{BayerToRGB_16u8u_C1C3R, BayerToBGR_16u8u_C1C3R},
-                                                 {BayerToRGB_16u8u_C1C4R, BayerToBGR_16u8u_C1C4R},
-                                                 {BayerToRGBA_16u8u_C1C4R, BayerToBGRA_16u8u_C1C4R}};
-};
-
-template <class Family, class Source, class Destination>
-uint32_t CallFamily(bool blueFirst, int channels, const _KvxImage& src, const _KvxImage& dst, int pattern,
-                    int algorithm) {
-    // The origin of the region is ignored.
-    return Family::functions[channels - 3][blueFirst](
-        static_cast<const Source*>(src.data), {7, 9, dst.width, dst.height}, {src.width, src.height},
-        static_cast<int>(src.lineStep), static_cast<int>(src.pixelDepth), static_cast<Destination*>(dst.data),
-        static_cast<int>(dst.lineStep), static_cast<uint8_t>(pattern), algorithm);
-}
+// The flat functions: [channels, then kAlpha][blue-first].
+constexpr decltype(&BayerToRGB_8u_C1C3R) kFlatBytes[3][2] = {{BayerToRGB_8u_C1C3R, BayerToBGR_8u_C1C3R},
+                                                             {BayerToRGB_8u_C1C4R, BayerToBGR_8u_C1C4R},
+                                                             {BayerToRGBA_8u_C1C4R, BayerToBGRA_8u_C1C4R}};
+constexpr decltype(&BayerToRGB_16u_C1C3R) kFlatWords[2][2] = {{BayerToRGB_16u_C1C3R, BayerToBGR_16u_C1C3R},
+                                                              {BayerToRGB_16u_C1C4R, BayerToBGR_16u_C1C4R}};
+constexpr decltype(&BayerToRGB_16u8u_C1C3R) kFlatWordsToBytes[3][2] = {
+    {BayerToRGB_16u8u_C1C3R, BayerToBGR_16u8u_C1C3R},
+    {BayerToRGB_16u8u_C1C4R, BayerToBGR_16u8u_C1C4R},
+    {BayerToRGBA_16u8u_C1C4R, BayerToBGRA_16u8u_C1C4R}};
 
 /** The flat function from `srcDepth` to `dstDepth` bits (8 or more) with these channels, on the images' records. */
 inline uint32_t CallFlat(int srcDepth, int dstDepth, bool blueFirst, int channels, GuardedImage& src, GuardedImage& dst,
                          int pattern, int algorithm) {
     const _KvxImage& from = src.Record();
     const _KvxImage& to = dst.Record();
-    if (srcDepth == 8)
-        return CallFamily<FlatBytes, uint8_t, uint8_t>(blueFirst, channels, from, to, pattern, algorithm);
-    if (dstDepth == 8)
-        return CallFamily<FlatWordsToBytes, uint16_t, uint8_t>(blueFirst, channels, from, to, pattern, algorithm);
-    return CallFamily<FlatWords, uint16_t, uint16_t>(blueFirst, channels, from, to, pattern, algorithm);
+    const auto call = [&](auto function, auto* samples, auto* pixels) {
+        // The origin of the region is ignored.
+        return function(samples, {7, 9, to.width, to.height}, {from.width, from.height},
+                        static_cast<int>(from.lineStep), static_cast<int>(from.pixelDepth), pixels,
+                        static_cast<int>(to.lineStep), static_cast<uint8_t>(pattern), algorithm);
+    };
+    const auto* srcBytes = static_cast<const uint8_t*>(from.data);
+    auto* dstBytes = static_cast<uint8_t*>(to.data);
+    const auto* srcWords = static_cast<const uint16_t*>(from.data);
+    auto* dstWords = static_cast<uint16_t*>(to.data);
+    if (srcDepth == 8) return call(kFlatBytes[channels - 3][blueFirst], srcBytes, dstBytes);
+    if (dstDepth == 8) return call(kFlatWordsToBytes[channels - 3][blueFirst], srcWords, dstBytes);
+    return call(kFlatWords[channels - 3][blueFirst], srcWords, dstWords);
 }
 
 /** Pixels of three bytes with 255 after each. */
