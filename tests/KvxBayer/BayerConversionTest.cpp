@@ -36,14 +36,6 @@ std::vector<uint8_t> InFourByteSlots(const std::vector<uint8_t>& picture, const 
     return rows;
 }
 
-void ExpectPixelsWithAlpha(const BayerDepth& depth, const Geometry& g, GuardedImage& src, int pattern, int algorithm,
-                           bool blueFirst, const std::vector<uint8_t>& expected) {
-    GuardedImage four(0, g.width, g.height, g.width * 4, g.width * 4 + g.dstPadding, g.offset);
-    ASSERT_EQ(CallFlat(depth.depth, 8, blueFirst, kAlpha, src, four, pattern, algorithm), 0u);
-    ASSERT_EQ(four.Pixels(), WithAlpha(expected));
-    ASSERT_TRUE(four.GuardsIntact());
-}
-
 /** The flat functions from words to bytes: `expected` is the picture. */
 void ExpectShiftedBytes(const BayerDepth& depth, const Geometry& g, GuardedImage& src, int pattern, int algorithm,
                         bool blueFirst, const std::vector<uint8_t>& expected) {
@@ -91,7 +83,10 @@ TEST(BayerConversion, EqualsOpenCvForEveryFormatAndGeometry) {
             }
             ASSERT_EQ(src.Pixels(), samples);
             const auto bytes = depth.depth == 8 ? expected : Shifted(converted, depth.depth - 8);
-            ExpectPixelsWithAlpha(depth, g, src, pattern, algorithm, blueFirst, bytes);
+            GuardedImage four(0, g.width, g.height, g.width * 4, g.width * 4 + g.dstPadding, g.offset);
+            ASSERT_EQ(CallFlat(depth.depth, 8, blueFirst, kAlpha, src, four, pattern, algorithm), 0u);
+            ASSERT_EQ(four.Pixels(), WithAlpha(bytes));
+            ASSERT_TRUE(four.GuardsIntact());
             if (depth.depth == 8) continue;
             ExpectShiftedBytes(depth, g, src, pattern, algorithm, blueFirst, bytes);
             if (algorithm != 0 || depth.depth > 12) continue;

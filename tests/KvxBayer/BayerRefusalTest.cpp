@@ -118,44 +118,27 @@ TEST(BayerRefusal, FormatsThatHaveNoConversion) {
 }
 
 TEST(BayerRefusal, PatternsDepthsAndAlgorithmsOfTheFlatFunctions) {
-    struct Case {
-        uint32_t depth;
-        int pattern, algorithm;
-        uint32_t bytes, words;  // results of the 8u functions, and of the 16u and 16u8u ones
-    };
-    constexpr Case cases[] = {
-        {12, 4, 0, kInvalid, kInvalid},
-        {12, 255, 0, kInvalid, kInvalid},
-        {11, 1, 0, 0, kInvalid},
-        {13, 1, 0, 0, kInvalid},
-        {8, 1, 0, 0, kInvalid},
-        {0, 1, 0, 0, kInvalid},
-        {0xFFFFFFF4, 1, 0, 0, kInvalid},
-        {12, 1, 3, 0, 0},
-        {12, 1, 4, 0, 0},
-        {12, 1, -1, 0, 0},
-        {11, 1, 3, 0, kInvalid},
-        {12, 1, 1, 0, 0},
-        {11, 1, 1, 0, kInvalid},
-    };
-    for (const Case& c : cases)
+    // Results of the 8u functions, and of the 16u and 16u8u ones.
+    const auto check = [](uint32_t depth, int pattern, int algorithm, uint32_t bytes, uint32_t words) {
         for (const bool blueFirst : {false, true})
-            for (const int channels : {3, 4}) {
-                SCOPED_TRACE(testing::Message() << "depth " << c.depth << ", pattern " << c.pattern << ", algorithm "
-                                                << c.algorithm << ", channels " << channels);
-                const auto check = [&](int srcDepth, int dstDepth, uint32_t expected) {
+            for (const int channels : {3, 4})
+                for (const auto& [srcDepth, dstDepth] : {std::pair{8, 8}, {12, 12}, {12, 8}}) {
+                    SCOPED_TRACE(testing::Message() << "depth " << depth << ", pattern " << pattern << ", algorithm "
+                                                    << algorithm << ", channels " << channels);
                     Frame frame(kBayerDepths[srcDepth == 8 ? 0 : 2], 0, 2);
-                    frame.src.Record().pixelDepth = c.depth;
+                    frame.src.Record().pixelDepth = depth;
+                    const uint32_t expected = srcDepth == 8 ? bytes : words;
                     EXPECT_EQ(
-                        CallFlat(srcDepth, dstDepth, blueFirst, channels, frame.src, frame.dst, c.pattern, c.algorithm),
+                        CallFlat(srcDepth, dstDepth, blueFirst, channels, frame.src, frame.dst, pattern, algorithm),
                         expected);
-                    const bool converts = expected == 0 && (c.algorithm == 0 || c.algorithm == 1);
+                    const bool converts = expected == 0 && (algorithm == 0 || algorithm == 1);
                     EXPECT_EQ(frame.dst.Untouched(), !converts);
-                };
-                check(8, 8, c.bytes);
-                check(12, 12, c.words);
-                check(12, 8, c.words);
-            }
+                }
+    };
+    for (const int pattern : {4, 255}) check(12, pattern, 0, kInvalid, kInvalid);
+    for (const int algorithm : {1, 3, 4, -1}) check(12, 1, algorithm, 0, 0);
+    for (const uint32_t depth : {11u, 13u, 8u, 0u, 0xFFFFFFF4u})
+        for (const int algorithm : {0, 1, 3}) check(depth, 1, algorithm, 0, kInvalid);
 }
 
 TEST(BayerRefusal, NullRecordsAndComponents) {

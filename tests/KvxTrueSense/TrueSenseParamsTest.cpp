@@ -53,19 +53,14 @@ void ExpectParameter(KvxComponent* component, uint32_t index, const Parameter& e
     ASSERT_EQ(KvxComponent_GetParamByIdx(component, index, &found), 0u);
     EXPECT_STREQ(found.name, expected.name);
     EXPECT_EQ(found.flags, 3u);
-    if (expected.maximum == kReal) {
-        EXPECT_EQ(found.type, uint32_t{KvxParamType_Float});
-        for (const double value : {found.defaultValue.asFloat, *static_cast<double*>(found.value)})
-            EXPECT_EQ(value, expected.componentDefault);
-        EXPECT_EQ(found.minValue.asFloat, DBL_MIN);
-        EXPECT_EQ(found.maxValue.asFloat, DBL_MAX);
-    } else {
-        EXPECT_EQ(found.type, uint32_t{KvxParamType_Int});
-        for (const int64_t value : {found.defaultValue.asInt, *static_cast<int64_t*>(found.value)})
-            EXPECT_EQ(double(value), expected.componentDefault);
-        EXPECT_EQ(found.minValue.asInt, 0);
-        EXPECT_EQ(found.maxValue.asInt, expected.maximum);
-    }
+    const bool isReal = expected.maximum == kReal;
+    const auto number = [=](const auto& value) { return isReal ? value.asFloat : static_cast<double>(value.asInt); };
+    EXPECT_EQ(found.type, isReal ? uint32_t{KvxParamType_Float} : uint32_t{KvxParamType_Int});
+    EXPECT_EQ(number(found.defaultValue), expected.componentDefault);
+    EXPECT_EQ(isReal ? *static_cast<double*>(found.value) : static_cast<double>(*static_cast<int64_t*>(found.value)),
+              expected.componentDefault);
+    EXPECT_EQ(number(found.minValue), isReal ? DBL_MIN : 0);
+    EXPECT_EQ(number(found.maxValue), isReal ? DBL_MAX : static_cast<double>(expected.maximum));
 }
 
 /** Field by field: 8 bytes each, one after the other. */

@@ -67,9 +67,7 @@ protected:
                 if (HasFailure()) ADD_FAILURE() << "allocations " << first << " on";
             }
             EXPECT_GT(first, atLeast) << "allocations";
-            s_injected += first - 1;
         }
-        RecordProperty("failuresInjected", std::to_string(s_injected));
     }
 
     template <class Component>
@@ -103,7 +101,6 @@ protected:
     }
 
 private:
-    static inline long s_injected = 0;
     int m_threads = omp_get_max_threads();
 };
 

@@ -4,9 +4,7 @@ namespace kvx::test {
 namespace {
 
 TEST(GStreamerCaps, OfPicturesHaveTheFieldsOfTheFrames) {
-    const struct {
-        const char *frames, *pictures, *fields;
-    } cases[] = {
+    const char* const cases[][3] = {
         {"framerate=25/1,pixel-aspect-ratio=2/1,interlace-mode=progressive,colorimetry=sRGB", "video/x-raw",
          "format=RGB,framerate=25/1,pixel-aspect-ratio=2/1,interlace-mode=progressive,colorimetry=sRGB"},
         // Frames from a file have no rate: it is "variable".
@@ -15,13 +13,13 @@ TEST(GStreamerCaps, OfPicturesHaveTheFieldsOfTheFrames) {
         {"views=1", "video/x-raw,format=BGRA,framerate=(fraction)[5/1,9/1],colorimetry=sRGB",
          "format=BGRA,framerate=5/1,colorimetry=sRGB"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.frames);
+    for (const auto& [frames, pictures, fields] : cases) {
+        SCOPED_TRACE(frames);
         FrameElement element;
-        element.SetCaps(fmt::format("video/x-bayer,format=gbrg,width=8,height=4,{}", c.frames), c.pictures);
+        element.SetCaps(fmt::format("video/x-bayer,format=gbrg,width=8,height=4,{}", frames), pictures);
         ASSERT_EQ(element.Push(MakeBuffer(std::vector<uint8_t>(32, 7))), GST_FLOW_OK);
         const Caps caps(gst_pad_get_current_caps(element.Harness()->sinkpad));
-        const Caps expected(gst_caps_from_string(fmt::format("video/x-raw,width=8,height=4,{}", c.fields).c_str()));
+        const Caps expected(gst_caps_from_string(fmt::format("video/x-raw,width=8,height=4,{}", fields).c_str()));
         EXPECT_TRUE(gst_caps_is_subset(caps.get(), expected.get()));
     }
 }

@@ -9,23 +9,21 @@ frame::TestFrame FrameWithStride(const char* name, uint32_t width, uint32_t heig
 }
 
 TEST(GStreamerStride, IsReadWithoutPaddingAndPaddedToFour) {
-    const struct {
-        const char *format, *caps, *packing;
-    } cases[] = {{"rggb", "rggb", "none"},
-                 {"grbg12le", "grbg12le", "none"},
-                 {"BayerGB10p", "gbrg10le", "pfnc"},
-                 {"CFA_BG_GR_12mipi", "bggr12le", "mipi"},
-                 {"SCF1WBWG10", "SCF1WBWG10", "none"}};
-    for (const auto& c : cases)
+    const char* const cases[][3] = {{"rggb", "rggb", "none"},
+                                    {"grbg12le", "grbg12le", "none"},
+                                    {"BayerGB10p", "gbrg10le", "pfnc"},
+                                    {"CFA_BG_GR_12mipi", "bggr12le", "mipi"},
+                                    {"SCF1WBWG10", "SCF1WBWG10", "none"}};
+    for (const auto& [format, caps, packing] : cases)
         for (const uint32_t width : {1, 3, 510, 2446}) {
-            const size_t rowBytes = frame::RowBytes(frame::FormatByName(c.format), width);
+            const size_t rowBytes = frame::RowBytes(frame::FormatByName(format), width);
             for (const size_t stride : {rowBytes, (rowBytes + 3) / 4 * 4})
                 for (const bool isLastRowShort : {false, true}) {
-                    SCOPED_TRACE(fmt::format("{} pixels of {}, stride {}", width, c.format, stride));
-                    frame::TestFrame frame = FrameWithStride(c.format, width, 6, stride);
+                    SCOPED_TRACE(fmt::format("{} pixels of {}, stride {}", width, format, stride));
+                    frame::TestFrame frame = FrameWithStride(format, width, 6, stride);
                     if (isLastRowShort) frame.bytes.resize(frame.bytes.size() - (stride - rowBytes));
-                    FrameElement element(std::string("packing=") + c.packing);
-                    element.SetCaps(c.caps, frame.view, "ARGB64_BE");
+                    FrameElement element(std::string("packing=") + packing);
+                    element.SetCaps(caps, frame.view, "ARGB64_BE");
                     element.ExpectPicture(MakeBuffer(frame.bytes), frame.view);
                 }
         }

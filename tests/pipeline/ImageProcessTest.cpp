@@ -12,19 +12,17 @@ namespace kvx::test {
 namespace {
 
 TEST(ImageProcess, AnswersHowMuchMemoryAFrameTakes) {
-    constexpr struct {
-        int width, height, total;
-    } cases[] = {{4, 4, 384},
-                 {6, 2, 288},
-                 {5, 3, 325},
-                 {64, 36, 55296},
-                 {0, 4, 0},
-                 {4, -4, 0},
-                 {-4, -4, 0},
-                 {INT_MIN, INT_MIN, 0},
-                 {40000, 40000, -1},
-                 {INT_MAX, INT_MAX, -1},
-                 {10000, 8946, 2147040000}};
+    constexpr int cases[][3] = {{4, 4, 384},
+                                {6, 2, 288},
+                                {5, 3, 325},
+                                {64, 36, 55296},
+                                {0, 4, 0},
+                                {4, -4, 0},
+                                {-4, -4, 0},
+                                {INT_MIN, INT_MIN, 0},
+                                {40000, 40000, -1},
+                                {INT_MAX, INT_MAX, -1},
+                                {10000, 8946, 2147040000}};
     for (const auto& [width, height, total] : cases) {
         ImageProcessParam param{};
         param.width = width;

@@ -122,10 +122,8 @@ TEST(NoiseThresholds, FollowTheModelAtTheLocalMean) {
     // Inside, the binomial mean of 3x3 codes gives the level; at the border the code itself, within 0 to 1023.
     Plane plane(25, 100 * 65536), thresholds(25), levels(25, 100);
     plane[12] = 900 * 65536, plane[0] = -5 * 65536, plane[4] = 2000 * 65536;
-    constexpr struct {
-        size_t at;
-        int code;
-    } means[] = {{12, 300}, {7, 200}, {6, (15 * 100 - 5 + 800) / 16}, {22, 100}, {0, 0}, {4, 1023}};
+    constexpr std::pair<size_t, int> means[] = {{12, 300}, {7, 200}, {6, (15 * 100 - 5 + 800) / 16},
+                                                {22, 100}, {0, 0},   {4, 1023}};
     Alg_PanBuildGammaNoiseThreshold(plane.data(), 5, 5, 2, 1, 1, 1, thresholds.data(), nullptr);
     for (const auto& [at, code] : means) EXPECT_EQ(thresholds[at], thresholdAt(false, code, 2, 1, 1, 1)) << at;
 }

@@ -118,13 +118,9 @@ Result ResultOf(const Call& call, size_t bytes, int without, Edge edge) {
 }
 
 TEST(Stages, TouchTheirMemoryOnlyAndSayWhichTheyLack) {
-    constexpr struct {
-        int width, height;
-    } sizes[] = {{12, 8}, {7, 5}, {2, 2}, {1, 1}, {1, 9}, {3, 2}, {70, 33}, {0, 4}, {-3, -2}};
-    constexpr struct {
-        float real;
-        int whole;
-    } arguments[] = {{1, 1}, {.3F, 2}, {NAN, INT_MAX}, {1e38F, 0}, {-INFINITY, -5}};
+    constexpr std::pair<int, int> sizes[] = {{12, 8}, {7, 5},   {2, 2}, {1, 1},  {1, 9},
+                                             {3, 2},  {70, 33}, {0, 4}, {-3, -2}};
+    constexpr std::pair<float, int> arguments[] = {{1, 1}, {.3F, 2}, {NAN, INT_MAX}, {1e38F, 0}, {-INFINITY, -5}};
     for (const auto& [width, height] : sizes)
         for (const auto& [real, whole] : arguments)
             for (const Edge edge : {Edge::End, Edge::Begin}) {

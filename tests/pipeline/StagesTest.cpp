@@ -74,14 +74,13 @@ TEST(WhiteBalance, DealsTheMosaicOut) {
 
 TEST(NoiseParameter, LiesBetweenTheBreakpoints) {
     constexpr float gains[] = {2, 4, 4, 8, 8}, slopes[] = {10, 20, 30, 50, 60}, intercepts[] = {-1, -2, 5, 7, 9};
-    constexpr struct {
-        float gain, slope, intercept;
-    } cases[] = {{1, 10, -1},   {2, 10, -1}, {3, 15, -1.5F},    {4, 20, -2},         {5, 35, 5.5F},
-                 {7, 45, 6.5F}, {8, 60, 9},  {INFINITY, 60, 9}, {-INFINITY, 10, -1}, {NAN, 10, -1}};
-    for (const auto& c : cases) {
+    constexpr float cases[][3] = {{1, 10, -1},   {2, 10, -1}, {3, 15, -1.5F},    {4, 20, -2},         {5, 35, 5.5F},
+                                  {7, 45, 6.5F}, {8, 60, 9},  {INFINITY, 60, 9}, {-INFINITY, 10, -1}, {NAN, 10, -1}};
+    for (const auto& [gain, expectedSlope, expectedIntercept] : cases) {
         float slope = 0, intercept = 0;
-        Succeed(Alg_CalculateNoiseParameter(c.gain, gains, slopes, intercepts, &slope, &intercept, nullptr));
-        EXPECT_TRUE(slope == c.slope && intercept == c.intercept) << c.gain << ": " << slope << " " << intercept;
+        Succeed(Alg_CalculateNoiseParameter(gain, gains, slopes, intercepts, &slope, &intercept, nullptr));
+        EXPECT_TRUE(slope == expectedSlope && intercept == expectedIntercept)
+            << gain << ": " << slope << " " << intercept;
     }
     constexpr float descending[] = {1, 50, 3, 4, 5};
     float slope = 0, intercept = 0;

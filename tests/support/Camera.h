@@ -60,11 +60,8 @@ public:
         return m_bayer ? KvxBayer_ConvertImage(m_bayer, &m_src.Record(), &m_dst.Record())
                        : KvxTrueSense_ConvertImage(m_trueSense, &m_src.Record(), &m_dst.Record());
     }
-    std::vector<uint8_t> Picture() {
-        return m_dst.Pixels();
-    }
     uint32_t Hash() {
-        const auto picture = Picture();
+        const auto picture = m_dst.Pixels();
         return calcHash(picture.data(), static_cast<int32_t>(picture.size()), 1, 0);
     }
 

@@ -153,9 +153,6 @@ public:
         slow.margin = margin;
         return slow;
     }
-    const tagTrueSenseParam& Params() const {
-        return m_params;
-    }
     tagTrueSenseParam& Params() {
         return m_params;
     }

@@ -37,14 +37,6 @@ int Word(int value) {
     return static_cast<int16_t>(static_cast<uint16_t>(value));
 }
 
-int Half(int sum) {
-    return (sum - (sum & 1)) / 2;
-}
-
-int Quarter(int sum) {
-    return (sum - (sum & 3)) / 4;
-}
-
 /** Fills one row or column, given as a function of place, on both sides of [first, last]. */
 void FillMargins(int first, int last, int end, const std::function<int&(int)>& at,
                  const std::function<char(int)>& kind) {
@@ -103,9 +95,9 @@ Plane PanOf(Plane& raw) {
             const int left = raw.Beside(r, c, 0, -1), right = raw.Beside(r, c, 0, 1);
             const int up = raw.Beside(r, c, -1, 0), down = raw.Beside(r, c, 1, 0);
             if (raw.IsBorder(r, c))
-                pan.At(r, c) = Quarter(left + right + up + down);
+                pan.At(r, c) = (left + right + up + down) >> 2;
             else
-                pan.At(r, c) = std::abs(right - left) < std::abs(down - up) ? Half(left + right) : Half(up + down);
+                pan.At(r, c) = std::abs(right - left) < std::abs(down - up) ? (left + right) >> 1 : (up + down) >> 1;
         }
     return pan;
 }
@@ -121,20 +113,21 @@ int Differences(Plane& colour, Plane& pan, int r, int c, std::initializer_list<s
 void CompleteFromFour(Plane& colour, Plane& pan, int r, int c, bool diagonal) {
     const int sum = diagonal ? Differences(colour, pan, r, c, {{-2, -2}, {-2, 2}, {2, -2}, {2, 2}})
                              : Differences(colour, pan, r, c, {{-2, 0}, {0, -2}, {0, 2}, {2, 0}});
-    colour.At(r, c) = Word(pan.At(r, c) - Quarter(sum));
+    colour.At(r, c) = Word(pan.At(r, c) - (sum >> 2));
 }
 
 void CompleteAtPanSite(Plane& colour, Plane& pan, int r, int c) {
     if (pan.IsBorder(r, c)) {
-        colour.At(r, c) = Quarter(colour.Beside(r, c, 0, -1) + colour.Beside(r, c, 0, 1) + colour.Beside(r, c, -1, 0) +
-                                  colour.Beside(r, c, 1, 0));
+        const int sum = colour.Beside(r, c, 0, -1) + colour.Beside(r, c, 0, 1) + colour.Beside(r, c, -1, 0) +
+                        colour.Beside(r, c, 1, 0);
+        colour.At(r, c) = sum >> 2;
         return;
     }
     const int horizontal = std::abs(pan.At(r, c + 1) - pan.At(r, c - 1));
     const int vertical = std::abs(pan.At(r + 1, c) - pan.At(r - 1, c));
     const int sum = vertical > horizontal ? Differences(colour, pan, r, c, {{0, -1}, {0, 1}})
                                           : Differences(colour, pan, r, c, {{-1, 0}, {1, 0}});
-    colour.At(r, c) = Word(pan.At(r, c) - Half(sum));
+    colour.At(r, c) = Word(pan.At(r, c) - (sum >> 1));
 }
 
 }  // namespace
@@ -194,7 +187,7 @@ SlowPicture SlowBayerLike(const SlowSource& source) {
             if (KindAt(r, c) != 'W') continue;
             const int v = r ^ 1, h = c ^ 1;  // the other row and column of the 2x2 block
             const int sum = pan.At(v, c) - raw.At(v, c) + pan.At(r, h) - raw.At(r, h);
-            mosaic.At(r, c) = Word(pan.At(r, c) - Half(sum));
+            mosaic.At(r, c) = Word(pan.At(r, c) - (sum >> 1));
         }
     cv::Mat half(raw.height / 2, raw.width / 2, CV_32S);
     for (int i = 0; i < half.rows; ++i)
@@ -202,7 +195,7 @@ SlowPicture SlowBayerLike(const SlowSource& source) {
             int sum = 0;
             for (const int r : {2 * i, 2 * i + 1})
                 for (const int c : {2 * j, 2 * j + 1}) sum += cv::saturate_cast<short>(mosaic.At(r, c) - pan.At(r, c));
-            half.at<int>(i, j) = Quarter(sum);
+            half.at<int>(i, j) = sum >> 2;
         }
     double minimum = 0;
     cv::minMaxIdx(half, &minimum);

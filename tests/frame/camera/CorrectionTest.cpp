@@ -211,9 +211,7 @@ TEST(Camera, GivesItsNoiseToTheNoiseReduction) {
                 Converter converter(Family::TrueSense);
                 converter.SetAlgorithm(algorithm);
                 set(converter);
-                TestPicture result(FormatByName(destination), 70, 50);
-                converter.Convert(frame.view, result.View());
-                return result.Image().Pixels();
+                return PixelsOf(converter, frame.view, destination);
             };
             const auto ofCamera = picture([&](Converter& converter) { converter.SetCamera(camera); });
             EXPECT_EQ(ofCamera, picture([](Converter& converter) { converter.SetAnalogGain(36.77); }));
@@ -239,9 +237,7 @@ TEST(Camera, ItsNoiseGrowsWithTheGains) {
             Finish finish;
             finish.gains = {gain, gain, gain, gain};
             converter.SetFinish(finish);
-            TestPicture result(FormatByName("RGB12"), 40, 30);
-            converter.Convert(frame.view, result.View());
-            return result.Image().Pixels();
+            return PixelsOf(converter, frame.view, "RGB12");
         };
         EXPECT_EQ(picture(1), picture(2)) << algorithm;  // the same light after gains of 2 and of 1
     }

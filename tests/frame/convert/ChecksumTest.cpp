@@ -28,9 +28,7 @@ TEST(Checksums, AreThoseOfEveryMachine) {
             if (*c.algorithm) converter.SetAlgorithm(c.algorithm);
             converter.SetNoise(NoiseAt(30));
             if (isFinished) converter.SetFinish(EverythingOn());
-            TestPicture picture(FormatByName(isFinished ? "RGB8" : "RGB16"), 131, 77);
-            converter.Convert(frame.view, picture.View());
-            const std::vector<uint8_t> pixels = picture.Image().Pixels();
+            const std::vector<uint8_t> pixels = PixelsOf(converter, frame.view, isFinished ? "RGB8" : "RGB16");
             return calcHash(pixels.data(), static_cast<int32_t>(pixels.size()), 1, 0);
         };
         EXPECT_EQ(checksum(false), c.plain) << c.format << " " << c.algorithm;

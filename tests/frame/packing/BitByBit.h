@@ -66,15 +66,6 @@ inline size_t SlowBytes(const PackingName& p, size_t samples) {
     return (samples * p.bytes + p.samples - 1) / p.samples;
 }
 
-inline uint16_t SlowGet(const PackingName& p, const uint8_t* packed, size_t sample) {
-    unsigned value = 0;
-    for (unsigned bit = 0; bit < PackedDepth(p.packing); ++bit) {
-        const size_t place = PlaceOf(p, sample, bit);
-        value |= (packed[place / 8] >> place % 8 & 1u) << bit;
-    }
-    return static_cast<uint16_t>(value);
-}
-
 inline void SlowPut(const PackingName& p, uint8_t* packed, size_t sample, unsigned value) {
     for (unsigned bit = 0; bit < PackedDepth(p.packing); ++bit) {
         const size_t place = PlaceOf(p, sample, bit);

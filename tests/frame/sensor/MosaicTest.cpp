@@ -130,14 +130,8 @@ TEST(MakeMosaic, FaultsAreThoseOfTheCamera) {
     EXPECT_NEAR(counts(0, pattern, [](uint16_t s) { return s > 105; }), kWidth * kHeight * 0.1357, 400);  // 5.5 of 5
 }
 
-struct MosaicRefusal {
-    const char* sentence;  ///< a part of it
-    uint32_t result;
-    std::function<void(Mosaicing&)> spoil;
-};
-
 TEST(MakeMosaic, RefusesWithCodeSentenceAndNothingWritten) {
-    const std::vector<MosaicRefusal> refusals = {
+    const std::tuple<const char*, uint32_t, std::function<void(Mosaicing&)>> refusals[] = {
         {"no picture", 0x80070007, [](Mosaicing& m) { m.picture.format = FormatByName("BayerRG8"); }},
         {"no picture", 0x80070007, [](Mosaicing& m) { m.picture.format = FormatByName("Mono12p"); }},
         {"no format of frames", 0x80070007, [](Mosaicing& m) { m.frame.format = FormatByName("RGB8"); }},
@@ -157,17 +151,16 @@ TEST(MakeMosaic, RefusesWithCodeSentenceAndNothingWritten) {
         {"fixed pattern", 0x80070004, [](Mosaicing& m) { m.sensor.fixedPattern = -1; }},
         {"17 hot", 0x80070004, [](Mosaicing& m) { m.sensor.hotPixels = 17; }},
     };
-    for (const MosaicRefusal& refusal : refusals) {
+    for (const auto& [sentence, result, spoil] : refusals) {
         const std::vector<uint8_t> picture(4 * 4 * 3, 100);
         std::vector<uint8_t> frame(4 * 4 * 3, 0xA5);
         Mosaicing job{{picture.data(), 4, 4, 0, picture.size(), FormatByName("RGB8")},
                       {frame.data(), 4, 4, 0, 16, FormatByName("BayerRG8")},
                       {},
                       0};
-        refusal.spoil(job);
-        ExpectRefused(refusal.result, refusal.sentence,
-                      [&] { MakeMosaic(job.picture, job.frame, job.sensor, job.threads); });
-        EXPECT_EQ(frame, std::vector<uint8_t>(frame.size(), 0xA5)) << refusal.sentence;
+        spoil(job);
+        ExpectRefused(result, sentence, [&] { MakeMosaic(job.picture, job.frame, job.sensor, job.threads); });
+        EXPECT_EQ(frame, std::vector<uint8_t>(frame.size(), 0xA5)) << sentence;
     }
     std::vector<uint8_t> words(4 * 4 * 2), bytes(4 * 4);
     ExpectRefused(0x80070007, "only the layout", [&] {

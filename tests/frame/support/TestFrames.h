@@ -29,15 +29,10 @@ TestFrame MakeFrame(const Format& format, uint32_t width, uint32_t height, const
             PackSamples(*packing, samples.data(), 0, width, to, rowBytes);
             continue;
         }
-        for (uint32_t column = 0; column < width; ++column) {
-            const auto low = static_cast<uint8_t>(samples[column]), high = static_cast<uint8_t>(samples[column] >> 8);
-            if (format.bits == 8) {
-                to[column] = low;
-            } else {
-                const bool isBigEndian = format.layout == Layout::BigEndian;
-                to[2 * column] = isBigEndian ? high : low;
-                to[2 * column + 1] = isBigEndian ? low : high;
-            }
+        const size_t bytes = format.bits == 8 ? 1 : 2, low = format.layout == Layout::BigEndian ? 1 : 0;
+        for (size_t column = 0; column < width; ++column) {
+            to[bytes * column + low] = static_cast<uint8_t>(samples[column]);
+            if (bytes == 2) to[2 * column + 1 - low] = static_cast<uint8_t>(samples[column] >> 8);
         }
     }
     frame.view = {frame.bytes.data(), width, height, static_cast<ptrdiff_t>(stride), frame.bytes.size(), format};
@@ -106,5 +101,12 @@ private:
     Format m_format;
     test::GuardedImage m_image;
 };
+
+/** What a converter makes of a frame. */
+inline std::vector<uint8_t> PixelsOf(Converter& converter, const SourceView& source, const char* destination) {
+    TestPicture picture(FormatByName(destination), source.width, source.height);
+    converter.Convert(source, picture.View());
+    return picture.Image().Pixels();
+}
 
 }  // namespace kvx::frame

@@ -44,6 +44,19 @@ std::string WriteFrame(const TemporaryDirectory& directory, const char* format, 
                            EncodePnm({raw.samples, 4095}));
 }
 
+/** Into one profile. @return the arguments for the flat frames */
+std::vector<std::string> MeasureDarkAndFlat(const TemporaryDirectory& directory, const std::string& profile,
+                                            const char* format, double fixedPattern = 0) {
+    std::vector<std::string> arguments;
+    for (const bool isFlat : {false, true}) {
+        arguments = {"calibrate", isFlat ? "flat" : "dark", "--format", format, "-o", profile};
+        for (int i = 0; i < kFrames; ++i)
+            arguments.push_back(WriteFrame(directory, format, isFlat, 10 * isFlat + i, fixedPattern));
+        RunSuccessfully(arguments);
+    }
+    return arguments;
+}
+
 void ExpectPlanted(const std::vector<frame::Site>& found, uint32_t shift) {
     for (int i = 0; i < kPlanted; ++i) {
         EXPECT_EQ(std::count(found.begin(), found.end(), Planted(i, shift)), 1) << i;
@@ -76,13 +89,7 @@ TEST(Calibrate, FindsWhatWasPutIntoSimulatedFrames) {
         const TemporaryDirectory directory;
         const std::string path = directory.WriteText(
             "camera.json", R"({"kvx_camera_profile": 1, "colour_matrix": [1, 0, 0, 0, 1, 0, 0, 0, 1]})");
-        for (const bool isFlat : {false, true}) {
-            std::vector<std::string> arguments = {"calibrate", isFlat ? "flat" : "dark", "--format", format, "-o",
-                                                  path};
-            for (int i = 0; i < kFrames; ++i)
-                arguments.push_back(WriteFrame(directory, format, isFlat, 10 * isFlat + i));
-            RunSuccessfully(arguments);
-        }
+        MeasureDarkAndFlat(directory, path, format);
         const frame::CameraProfile profile = frame::ReadCameraProfile(path);
         EXPECT_TRUE(profile.matrix);  // what other steps measured stays
         EXPECT_TRUE(profile.darkFrame.empty());
@@ -101,15 +108,9 @@ TEST(Calibrate, KeepsAFixedPatternAndMeasuresFlatFramesAlone) {
     const TemporaryDirectory directory;
     const std::string path = directory.Path("camera.json"), alone = directory.Path("alone.json");
     constexpr double kPattern = 6;
-    for (const bool isFlat : {false, true}) {
-        std::vector<std::string> arguments = {"calibrate", isFlat ? "flat" : "dark", "--format", "BayerRG12", "-o",
-                                              path};
-        for (int i = 0; i < kFrames; ++i)
-            arguments.push_back(WriteFrame(directory, "BayerRG12", isFlat, 10 * isFlat + i, kPattern));
-        RunSuccessfully(arguments);
-        arguments[5] = alone;
-        if (isFlat) RunSuccessfully(arguments);
-    }
+    std::vector<std::string> ofFlatFrames = MeasureDarkAndFlat(directory, path, "BayerRG12", kPattern);
+    ofFlatFrames[5] = alone;
+    RunSuccessfully(ofFlatFrames);
     const frame::CameraProfile profile = frame::ReadCameraProfile(path);
     ASSERT_EQ(profile.darkFrame.size(), size_t{kWidth} * kHeight);
     double sum = 0;

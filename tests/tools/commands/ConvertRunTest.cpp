@@ -51,18 +51,6 @@ TEST(ConvertRun, EveryKindOfInputGivesTheSamePicture) {
     }
 }
 
-TEST(ConvertRun, ReportsWhatItTookFromTheName) {
-    const TemporaryDirectory directory;
-    const Bytes raw = EncodeRaw(NoiseFrame("BayerGR8").samples);
-    const std::string path = directory.Write("a_16x12_BayerGR8.raw", raw), picture = directory.Path("out.png");
-    EXPECT_EQ(RunSuccessfully({"convert", path, picture}).standardError,
-              "kvx-demosaic: " + path + ": format BayerGR8, width 16, height 12 taken from its name\n");
-    EXPECT_EQ(RunSuccessfully({"convert", path, picture, "--width", "16", "--height", "12", "--format", "BayerRG8",
-                               "--threads", "1024"})
-                  .standardError,
-              "");
-}
-
 TEST(ConvertRun, PictureFilesHoldTheSamePixels) {
     const TemporaryDirectory directory;
     const std::string raw = directory.Write("a_16x12_BayerBG14.raw", EncodeRaw(NoiseFrame("BayerBG14").samples));

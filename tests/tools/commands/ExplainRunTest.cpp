@@ -7,11 +7,7 @@ namespace kvx::tool {
 namespace {
 
 TEST(ExplainRun, DrawsTilesBitsAndNames) {
-    struct Case {
-        const char* format;
-        std::vector<const char*> fragments;
-    };
-    const std::vector<Case> cases = {
+    const std::vector<std::pair<const char*, std::vector<const char*>>> cases = {
         {"BayerGB8", {"\n   G  B\n   R  G\n", "gbrg", "0x0108000A", "COLOR_BayerGR2BGR", "would swap red and blue"}},
         {"pgAA",
          {"BayerGR10mipi: ", "byte 4    d1   d0   c1   c0   b1   b0   a1   a0\n", "CFA_GR_BG_10mipi",
@@ -22,9 +18,9 @@ TEST(ExplainRun, DrawsTilesBitsAndNames) {
         {"BayerRG12be", {"byte 0     -    -    -    -  a11  a10   a9   a8\n"}},
         {"TrueSense_RGGB_WRRW_0_8", {"\n   W  R  W  G\n   R  W  G  W\n   W  G  W  B\n   G  W  B  W\n", "SCF1WRWG8"}},
         {"BGRx", {"\n   B  G  R  X\n"}}};
-    for (const Case& one : cases) {
-        const std::string text = TextOf({"explain", one.format});
-        for (const char* fragment : one.fragments) {
+    for (const auto& [format, fragments] : cases) {
+        const std::string text = TextOf({"explain", format});
+        for (const char* fragment : fragments) {
             EXPECT_NE(text.find(fragment), std::string::npos) << fragment << "\n" << text;
         }
         EXPECT_EQ(text.find('\033'), std::string::npos) << "colours without a terminal";

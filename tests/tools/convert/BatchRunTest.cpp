@@ -62,16 +62,6 @@ TEST(Batch, KeepsNoPictures) {
     EXPECT_LT(used.back(), used.front() + 3 * side * side);
 }
 
-std::map<std::string, nlohmann::json> JsonByInput(const Bytes& output) {
-    std::map<std::string, nlohmann::json> objects;
-    std::istringstream lines(std::string(output.begin(), output.end()));
-    for (std::string line; std::getline(lines, line);) {
-        const nlohmann::json object = nlohmann::json::parse(line);
-        objects[object["input"]] = object;
-    }
-    return objects;
-}
-
 TEST(BatchRun, ReportsFailuresAndConvertsTheOthers) {
     const TemporaryDirectory directory;
     std::vector<std::string> arguments = {"convert", "--output", directory.Path("out/"), "--json", "--jobs", "3"};
@@ -86,7 +76,12 @@ TEST(BatchRun, ReportsFailuresAndConvertsTheOthers) {
     EXPECT_NE(run.standardError.find("missing_6x4_BayerRG8.raw: cannot be read"), std::string::npos);
     EXPECT_NE(run.standardError.find("2 of 9 frames failed"), std::string::npos);
 
-    const std::map<std::string, nlohmann::json> objects = JsonByInput(run.standardOutput);
+    std::map<std::string, nlohmann::json> objects;
+    std::istringstream lines(std::string(run.standardOutput.begin(), run.standardOutput.end()));
+    for (std::string line; std::getline(lines, line);) {
+        const nlohmann::json object = nlohmann::json::parse(line);
+        objects[object["input"]] = object;
+    }
     ASSERT_EQ(objects.size(), 9u);
     for (const auto& [input, object] : objects) {
         const bool isBad = input == arguments[11] || input == arguments.back();

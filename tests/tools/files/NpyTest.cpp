@@ -23,10 +23,7 @@ std::string Header(const char* type, const char* shape, const char* order = "Fal
 
 TEST(Npy, ReadsArraysThatAreFramesOrPictures) {
     const Bytes samples = {1, 2, 3, 4, 5, 6};
-    const struct {
-        Bytes content;
-        cv::Mat pixels;
-    } cases[] = {
+    const std::pair<Bytes, cv::Mat> cases[] = {
         {File(Header("'|u1'", "(2, 3)"), samples), (cv::Mat_<uint8_t>(2, 3) << 1, 2, 3, 4, 5, 6)},
         {File(Header("'<u2'", "(1, 3)"), samples, 2), (cv::Mat_<uint16_t>(1, 3) << 0x201, 0x403, 0x605)},
         {File(Header("'>u2'", "(3, 1)"), samples), (cv::Mat_<uint16_t>(3, 1) << 0x102, 0x304, 0x506)},

@@ -87,13 +87,6 @@ def driver(tmp_path_factory):
     driver.quit()
 
 
-@pytest.fixture(scope="module")
-def frames(tmp_path_factory):
-    folder = tmp_path_factory.mktemp("frames")
-    run("demo", "--camera", folder)
-    return folder
-
-
 @pytest.fixture
 def page(driver, frames):
     with Tune(frames / SCENE, frames / "chart_768x512_BayerRG12.raw") as tune:
