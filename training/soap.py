@@ -34,7 +34,7 @@ class Soap(torch.optim.Optimizer):
     def step(self):
         for group in self.param_groups:
             for parameter in group["params"]:
-                # Banks of filters: the places of a filter are one axis. Everything else has the bases of plain Adam.
+                # Banks of filters: the places of a filter are one axis. Everything else gets plain Adam.
                 gradient = parameter.grad.flatten(2) if parameter.ndim == 4 else parameter.grad
                 change = self._change(self.state[parameter], gradient)
                 if change is not None:
