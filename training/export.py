@@ -23,10 +23,10 @@ def main():
     parser.add_argument("--reduction", type=int, default=5, help="activations are divided by 2 to this power")
     options = parser.parse_args()
     made = quantisation.quantised(network_of(options.run), options.reduction)
-    for number, layer in enumerate([*made.hidden, made.last]):
-        filters = (layer.filters, made.base.filters) if layer is made.last else (layer.filters, layer.offsets[:, None])
-        share = quantisation.magnitude(layer.shift, *filters) / 2**31
-        print(f"layer {number}: shift {layer.shift}, the largest sum is {share:.2f} of what 32 bits hold")
+    layers = {f"layer {number}": layer for number, layer in enumerate(made.hidden)}
+    for name, layer in {**layers, "last layer": made.last, "base": made.base}.items():
+        share = quantisation.magnitude(layer, made.base if layer is made.last else None) / 2**31
+        print(f"{name}: shift {layer.shift}, the largest sum is {share:.2f} of what 32 bits hold")
     weights.write(options.file, made)
 
 

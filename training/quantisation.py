@@ -39,23 +39,26 @@ def _with_sums(exact, sums, groups):
     return rounded
 
 
-def magnitude(shift, *filters):
-    """The largest magnitude of a sum of these filters, rounding included."""
-    total = sum(np.abs(f.astype(np.int64)).reshape(len(f), -1).sum(axis=1) for f in filters)
-    return int(total.max()) * WORD + (1 << shift >> 1)
+def _magnitudes(layer):
+    filters, offsets = (np.abs(part.astype(np.int64)) for part in (layer.filters, layer.offsets))
+    return (filters.reshape(len(filters), -1).sum(axis=1) + offsets) * WORD
 
 
-def _fits(shift, *filters):
-    weights = max(int(np.abs(f).max()) for f in filters)
-    return weights <= _LARGEST_WEIGHT and magnitude(shift, *filters) <= _LARGEST_SUM
+def magnitude(layer, base=None):
+    """The largest magnitude of a sum of the layer, rounding included, and with the sum of the base, if given."""
+    magnitudes = _magnitudes(layer) + (1 << layer.shift >> 1)
+    if base:
+        magnitudes += (_magnitudes(base) >> base.shift - layer.shift) + 1
+    return int(magnitudes.max())
 
 
-def _largest(build):
-    """(shift, filters) of the largest shift that fits."""
-    for shift in range(MAX_SHIFT, 0, -1):
-        filters = build(shift)
-        if _fits(shift, *filters):
-            return shift, filters
+def _largest(build, largest_shift, base=None):
+    """The layer of the largest shift that fits. `build` makes one for a shift."""
+    for shift in range(largest_shift, 0, -1):
+        layer = build(shift)
+        weights = max(np.abs(layer.filters).max(), np.abs(layer.offsets).max())
+        if weights <= _LARGEST_WEIGHT and magnitude(layer, base) <= _LARGEST_SUM:
+            return Layer(layer.filters.astype(np.int16), layer.offsets.astype(np.int16), shift)
     raise ValueError("the weights are too large for sums of 32 bits")
 
 
@@ -66,11 +69,10 @@ def _array(tensor):
 
 def _layer(exact, offsets, scale, sums=None, groups=()):
     def build(shift):
-        factor = 2.0**shift * scale
-        return _with_sums(exact * factor, sums, groups), np.rint(offsets[:, None] * 2.0**shift).astype(np.int64)
+        filters = _with_sums(exact * (2.0**shift * scale), sums, groups)
+        return Layer(filters, np.rint(offsets * 2.0**shift).astype(np.int64), shift)
 
-    shift, (filters, factors) = _largest(build)
-    return Layer(filters.astype(np.int16), factors[:, 0].astype(np.int16), shift)
+    return _largest(build, MAX_SHIFT)
 
 
 def quantised(network, reduction=0):
@@ -88,18 +90,15 @@ def quantised(network, reduction=0):
     hidden += [_layer(_array(middle), offset, 1) for middle, offset in zip(network.middle, offsets[1:])]
 
     own = np.array([[float(colour == name) for name in names] for _ in range(side**2) for colour in COLOURS])
-    last, base = _array(network.last_kernel()), _array(network.base_kernel())
-
-    def build(shift):
-        sums = own * 2**shift
-        return np.rint(last * 2.0 ** (shift + reduction)).astype(np.int64), _with_sums(base * 2.0**shift, sums, groups)
-
-    shift, (last, base) = _largest(build)
-    none = np.zeros(len(base), np.int16)
-    return Weights(
-        side,
-        network.noise,
-        hidden,
-        Layer(last.astype(np.int16), none, shift),
-        Layer(base.astype(np.int16), none, shift),
+    base, last = _array(network.base_kernel()), _array(network.last_kernel())
+    none = np.zeros(len(own), np.int64)
+    # The base has a shift of its own: the weights of the last layer are much larger.
+    made_base = _largest(
+        lambda shift: Layer(_with_sums(base * 2.0**shift, own * 2**shift, groups), none, shift), MAX_SHIFT
     )
+    made_last = _largest(
+        lambda shift: Layer(np.rint(last * 2.0 ** (shift + reduction)).astype(np.int64), none, shift),
+        made_base.shift,
+        made_base,
+    )
+    return Weights(side, network.noise, hidden, made_last, made_base)

@@ -50,12 +50,16 @@ def _convolved(planes, filters):
     return sums.reshape(-1, rows, columns).astype(np.int64)
 
 
+def _divided(sums, shift):
+    return (sums + (1 << shift >> 1)) >> shift
+
+
 def _shifted(sums, shift):
-    return _saturated((sums + (1 << shift >> 1)) >> shift)
+    return _saturated(_divided(sums, shift))
 
 
 def _leaky(x):
-    return np.maximum(x, x >> LEAK)
+    return np.maximum(x, _divided(x, LEAK))
 
 
 def _cropped(x, shape):
@@ -78,7 +82,8 @@ def run(weights, words, sigma):
     correction = _convolved(x, weights.last.filters)
     border = weights.halo - weights.base.filters.shape[1] // 2
     base = _convolved(words[:, border:words.shape[1] - border, border:words.shape[2] - border], weights.base.filters)
-    return _shifted(correction + base, weights.last.shift)
+    excess = weights.base.shift - weights.last.shift
+    return _shifted(correction + _divided(base, excess), weights.last.shift)
 
 
 def sigma_table(line):

@@ -18,7 +18,7 @@ stage() { # FAMILY NAME OPTIONS...
     shift 2
     /usr/bin/python3 -m training.train "$work/$name.pt" --pictures "$pictures" --cache "$work/decoded" \
         --family "$family" --steps "${STEPS-40000}" "$@" | tee -a "$work/$name.log"
-    /usr/bin/python3 -m training.export "$work/$name.pt" "frame/learned/weights/$name.kvxn" --reduction $reduction
+    /usr/bin/python3 -m training.export "$work/$name.pt" "frame/learned/weights/$name.kvxn"
 }
 measure() { # FAMILY FILE OPTIONS...
     local family=$1 file=frame/learned/weights/$1-$2
@@ -28,8 +28,8 @@ measure() { # FAMILY FILE OPTIONS...
 }
 
 for family in truesense bayer; do
-    shape=(--channels 40 --middle 4) reduction=4
-    [ $family = truesense ] || shape=(--channels 24 --middle 4) reduction=5
+    shape=(--channels 40 --middle 4)
+    [ $family = truesense ] || shape=(--channels 24 --middle 4)
     /usr/bin/python3 -m training.fit_swift "frame/learned/weights/$family-swift.kvxs" --family $family \
         --pictures "$pictures" --cache "$work/decoded"
     stage $family fine "${shape[@]}"

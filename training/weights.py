@@ -3,8 +3,8 @@ import dataclasses
 
 import numpy as np
 
-LEAK = 3  # of the activation max(x, x >> LEAK)
-_MAGIC, _VERSION = b"KvxN", 1
+LEAK = 3  # the activation is max(x, x / 2^LEAK)
+_MAGIC, _VERSION = b"KvxN", 2
 
 
 @dataclasses.dataclass
@@ -19,7 +19,7 @@ class Layer:
 
 @dataclasses.dataclass
 class Weights:
-    """`hidden`: the first and the middle layers; `last` and `base` add to one sum and have one shift."""
+    """`hidden`: the first and the middle layers; `base` adds to the sums of `last`, and has no smaller shift."""
 
     side: int
     has_noise: bool
@@ -43,7 +43,7 @@ def write(path, weights):
     with open(path, "wb") as file:
         file.write(_MAGIC)
         file.write(bytes([_VERSION, *counts]))
-        file.write(bytes([layer.shift for layer in hidden] + [weights.last.shift]))
+        file.write(bytes([layer.shift for layer in (*hidden, weights.last, weights.base)]))
         for layer in hidden:
             file.write(layer.filters.astype("<i2").tobytes())
             if weights.has_noise:
@@ -74,13 +74,13 @@ def read(path):
         version, side, inputs, channels, middle, base_size, has_noise = reader.bytes(7)
         if version != _VERSION:
             raise ValueError(f"{path} has version {version}")
-        shifts, outputs = reader.bytes(middle + 2), 3 * side**2
+        shifts, outputs = reader.bytes(middle + 3), 3 * side**2
         hidden = []
         for layer in range(middle + 1):
             filters = reader.array(channels, 3, 3, channels if layer else inputs)
             offsets = reader.array(channels) if has_noise else np.zeros(channels, np.int16)
             hidden.append(Layer(filters, offsets, shifts[layer]))
         none = np.zeros(outputs, np.int16)
-        last = Layer(reader.array(outputs, 3, 3, channels), none, shifts[-1])
+        last = Layer(reader.array(outputs, 3, 3, channels), none, shifts[-2])
         base = Layer(reader.array(outputs, base_size, base_size, inputs), none, shifts[-1])
         return Weights(side, bool(has_noise), hidden, last, base)

@@ -29,7 +29,7 @@ static_assert(kCellsWith<2> <= kCellSlack);
 constexpr size_t kTiles = 2 * kCellsWith<2>;
 static_assert(kTiles <= kBlockTiles && kTiles % kCellsWith<3> == 0);
 
-constexpr int kLeak = 3;  // leaky ReLU: max(a, a >> kLeak)
+constexpr int16_t kLeak = (1 << 15) / 8;  // of the leaky ReLU, in 15 bits after the binary point
 
 /** Sums of kCells cells, for kVectors vectors of outputs. */
 template <class D32, size_t kVectors>
@@ -86,7 +86,7 @@ HWY_INLINE auto Rounded(Sum sum, Sum half, int shift) {
 
 template <class V>
 HWY_INLINE V Leaky(V x) {
-    return hn::Max(x, hn::ShiftRight<kLeak>(x));
+    return hn::Max(x, hn::MulFixedPoint15(x, hn::Set(hn::DFromV<V>(), kLeak)));
 }
 
 /**
@@ -230,8 +230,10 @@ void Result(const Network& network, const CellRows& hidden, const CellRows& inpu
     ForBlocks(hidden, network.channels, cells, [&](size_t first, size_t count, const CellRows& rows) {
         CellRows inputs = input;
         for (const int16_t*& row : inputs.rows) row += first * network.inputs;
+        const int excess = network.baseShift - network.shift;
         const auto keep = [&](auto d32, size_t row, size_t cell, size_t output, auto sum) {
-            hn::StoreU(sum, d32, baseSums + row * rowSums + cell * outputs + output);
+            const auto rounded = hn::ShiftRightSame(hn::Add(sum, hn::Set(d32, 1 << excess >> 1)), excess);
+            hn::StoreU(rounded, d32, baseSums + row * rowSums + cell * outputs + output);
         };
         SumDirectly(network.base, inputs, count, keep);
         const auto take = [&](auto d32, size_t row, size_t cell, size_t output, auto sum) {

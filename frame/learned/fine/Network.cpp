@@ -72,7 +72,7 @@ void AddResults(Network& network, const StoredFilters& last, const StoredFilters
         const auto first = std::find_if_not(weights.begin(), weights.end(), isZero);
         const auto middle = static_cast<size_t>(first - weights.begin()) - base.size * base.size / 2 * base.inputs;
         const bool isCopy = std::ranges::all_of(last.Of(plane), isZero) && first != weights.end() &&
-                            middle < base.inputs && *first == 1 << network.shift &&
+                            middle < base.inputs && *first == 1 << network.baseShift &&
                             std::all_of(first + 1, weights.end(), isZero);
         network.results.push_back({!isCopy, static_cast<uint8_t>(isCopy ? middle : computed.size())});
         if (!isCopy) computed.push_back(plane);
@@ -85,7 +85,7 @@ void AddResults(Network& network, const StoredFilters& last, const StoredFilters
 }  // namespace
 
 Network ReadNetwork(std::span<const uint8_t> file) {
-    constexpr uint8_t kMagic[] = {'K', 'v', 'x', 'N', 1};
+    constexpr uint8_t kMagic[] = {'K', 'v', 'x', 'N', 2};
     WeightsReader reader(file);
     WeightsReader::Require(std::memcmp(reader.Take(sizeof kMagic).data(), kMagic, sizeof kMagic) == 0,
                            "it begins otherwise");
@@ -101,9 +101,11 @@ Network ReadNetwork(std::span<const uint8_t> file) {
         "its planes do not fill vectors");
     WeightsReader::Require(baseSize == 1 || baseSize == 3, "its base has another size than 1 or 3");
 
-    const auto shifts = reader.Take(layers + 1);
+    const auto shifts = reader.Take(layers + 2);
     for (const uint8_t shift : shifts) WeightsReader::Require(shift < 31, "a shift is too large");
     network.shift = shifts[layers];
+    network.baseShift = shifts[layers + 1];
+    WeightsReader::Require(network.shift <= network.baseShift, "its base is less precise than its last layer");
     for (size_t layer = 0; layer < layers; ++layer) {
         const size_t inputs = layer == 0 ? network.inputs : network.channels;
         Filters filters = Packed(ReadFilters(reader, 3, inputs, network.channels), AllOf(network.channels));

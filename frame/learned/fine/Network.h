@@ -45,8 +45,9 @@ struct Network {
     bool hasNoise;    ///< whether it takes the noise's deviation
     std::vector<HiddenLayer> hidden;
     Filters last;                      ///< from the last hidden layer
-    Filters base;                      ///< from the input; adds to the same sums
-    int shift;                         ///< of these sums
+    int shift;                         ///< of its sums
+    Filters base;                      ///< from the input; adds to these sums
+    int baseShift;                     ///< of the base's sums, not smaller
     std::vector<ResultPlane> results;  ///< red, green and blue of each site, row by row
 
     /** Cells on each side that a cell of the result depends on. */

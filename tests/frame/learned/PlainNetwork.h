@@ -40,7 +40,7 @@ public:
              const std::function<bool(int64_t)>& isMeasured, const NoiseLine* noise) {
         const int64_t inputs = m_file[6], channels = m_file[7], middle = m_file[8], baseSize = m_file[9], side = Side();
         const uint8_t* const shifts = m_file.data() + 11;
-        m_next = m_file.data() + 11 + middle + 2;
+        m_next = m_file.data() + 11 + middle + 3;
         Grid input(rows, columns, Halo(), inputs), sigma(rows, columns, Halo(), 1);
         ForCells(input, [&](int64_t row, int64_t column) {
             int64_t sum = 0, count = 0;
@@ -69,11 +69,12 @@ public:
         }
         Grid result(rows, columns, 0, 3 * side * side);
         const auto last = Take(result.planes * 9 * channels), base = Take(result.planes * baseSize * baseSize * inputs);
+        const int shift = shifts[middle + 1], excess = shifts[middle + 2] - shift;
         ForCells(result, [&](int64_t row, int64_t column) {
-            for (int64_t plane = 0; plane < result.planes; ++plane)
-                result.At(row, column, plane) = 32768 + Rounded(Sum(below, last, 3, plane, row, column) +
-                                                                    Sum(input, base, baseSize, plane, row, column),
-                                                                shifts[middle + 1]);
+            for (int64_t plane = 0; plane < result.planes; ++plane) {
+                const int64_t added = Divided(Sum(input, base, baseSize, plane, row, column), excess);
+                result.At(row, column, plane) = 32768 + Rounded(Sum(below, last, 3, plane, row, column) + added, shift);
+            }
         });
         return result;
     }
@@ -100,11 +101,14 @@ private:
     static int64_t Saturated(int64_t value) {
         return std::clamp<int64_t>(value, -32768, 32767);
     }
+    static int64_t Divided(int64_t sum, int shift) {
+        return (sum + (int64_t{1} << shift >> 1)) >> shift;
+    }
     static int64_t Rounded(int64_t sum, int shift) {
-        return Saturated((sum + (int64_t{1} << shift >> 1)) >> shift);
+        return Saturated(Divided(sum, shift));
     }
     static int64_t Leaky(int64_t value) {
-        return std::max(value, value >> 3);
+        return std::max(value, Divided(value, 3));
     }
     static int64_t Deviation(const NoiseLine& noise, int64_t level) {
         const double variance =
