@@ -8,6 +8,8 @@ from .mosaics import mosaic_of, side_of, to_cells
 from .pictures import linear
 
 LINEAR_SHARE = {False: 0.25, True: 0.4}  # of the patches, without and with noise
+HARD_SHARE = 0.8  # of the patches, without noise; none at the highest gain, where fine detail drowns in noise
+LOWEST_GAIN, HIGHEST_GAIN = 8, 38
 UNBALANCED_SHARE = 0.1  # of the patches, with a white balance that is a little off
 
 
@@ -35,14 +37,14 @@ class Batches:
         side, rng = side_of(self._family), self._rng
         given, sigmas, wanted, linear_ones = [], [], [], []
         for _ in range(self._size):
-            patch = self._patches.next()
+            gain = rng.uniform(LOWEST_GAIN, HIGHEST_GAIN) if self._with_noise else LOWEST_GAIN
+            patch = self._patches.next(HARD_SHARE * (HIGHEST_GAIN - gain) / (HIGHEST_GAIN - LOWEST_GAIN))
             linear_ones.append(rng.random() < LINEAR_SHARE[self._with_noise])
             if linear_ones[-1]:
                 patch = linear(patch).astype(np.float32)
             frame, picture = pair_of(patch, self._family, rng)
             if self._with_noise:
                 amount = 1.0 if rng.random() < 0.7 else np.exp(rng.uniform(np.log(0.03), 0))
-                gain = rng.uniform(8, 38)
                 frame = noise.noisy(frame, self._family, gain, rng, amount)
             seen = input_of(np.rint(frame * 65535), self._family) / np.float32(65535)
             cells = inner(to_cells(seen, side), self._margin)

@@ -6,7 +6,7 @@ import numpy as np
 from PIL import Image
 
 VALIDATION_SHARE = 10  # one file of so many
-CHOSEN_SHARE, CANDIDATES = 0.8, 4  # patches that are the one with most detail of so many
+CANDIDATES = 4  # from which a hard patch is chosen
 
 
 def is_validation(path):
@@ -71,7 +71,7 @@ def _detail(patch):
 
 class Patches:
     """Square patches (side, side, RGB), float32 in 0..1, at random: turned and mirrored, some of half the size, some
-    with red and blue exchanged, some drawn ones. Most are the hardest of a few."""
+    with red and blue exchanged, some drawn ones."""
 
     def __init__(self, pictures, drawn, side, rng):
         self._pictures, self._drawn, self._side, self._rng = pictures, drawn, side, rng
@@ -83,14 +83,15 @@ class Patches:
         column = self._rng.integers(picture.shape[1] - side + 1)
         return picture[row:row + side, column:column + side]
 
-    def next(self):
+    def next(self, hard_share):
+        """`hard_share`: the probability of the hardest patch of a few."""
         rng, side = self._rng, self._side
         if rng.random() < 0.06:
             patch = self._crop(self._drawn[rng.integers(len(self._drawn))], side) / np.float32(255)
         else:
             picture = self._pictures[int(np.searchsorted(self._shares, rng.random()))]
             is_halved = rng.random() < 0.1 and min(picture.shape[:2]) >= 2 * side
-            count = CANDIDATES if rng.random() < CHOSEN_SHARE else 1
+            count = CANDIDATES if rng.random() < hard_share else 1
             patch = max((self._crop(picture, side << is_halved) for _ in range(count)), key=_detail)
             patch = patch / np.float32(255)
             patch = halved(patch) if is_halved else patch

@@ -35,7 +35,7 @@ def parsed():
     parser.add_argument("--batch", type=int, default=6)
     parser.add_argument("--rate", type=float, default=3e-3)
     parser.add_argument("--seed", type=int, default=1)
-    parser.add_argument("--start", help="run of the same shape whose weights a new run begins with")
+    parser.add_argument("--start", help="run whose weights a new run begins with; it may have fewer middle layers")
     return parser.parse_args()
 
 
@@ -79,7 +79,7 @@ class Run:
         shape = (options.family, options.channels, options.middle, options.noise)
         self.network, self.mean = Network(*shape), Network(*shape)
         if options.start:
-            self.network.load_state_dict(torch.load(options.start)["mean"])
+            self.network.begin_with(torch.load(options.start)["mean"])
         self.mean.load_state_dict(self.network.state_dict())
         self.optimizer = Soap(self.network.parameters(), options.rate)
         if os.path.exists(options.run):
