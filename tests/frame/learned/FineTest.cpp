@@ -20,7 +20,7 @@ struct Case {
     const char* destination = "RGB16";
 };
 
-// Narrower and lower than a tile; odd; wider than a strip (192 cells) and higher than a band (96 rows of cells).
+// Narrower and lower than a tile; odd; wider than a strip (192 cells) and higher than a band (192 rows of cells).
 constexpr Case kCases[] = {
     {"BayerRG12", 1, 1},
     {"BayerGB8", 5, 3, true},
@@ -32,7 +32,7 @@ constexpr Case kCases[] = {
     {"SCF1WBWG14", 23, 17, false, true, false},
     {"CFA_BWGW_WGWR_GWRW_WBWG_12", 35, 21, true, false, true, "BGR8"},
     {"SCF1WBWG16", 775, 9},
-    {"SCF1WBWG10", 9, 390, false, true, true},
+    {"SCF1WBWG10", 9, 780, false, true, true},
 };
 
 constexpr NoiseLine kNoise = {0.001, 0.00025};
