@@ -13,12 +13,12 @@ export PYTHONPATH=${PYTHONPATH-build/release/python}
 scripts/install-packages.sh training
 mkdir -p frame/learned/weights
 
-stage() { # FAMILY NAME OPTIONS...
-    local family=$1 name=$1-$2
-    shift 2
+stage() { # FAMILY NAME REDUCTION OPTIONS...
+    local family=$1 name=$1-$2 reduction=$3
+    shift 3
     /usr/bin/python3 -m training.train "$work/$name.pt" --pictures "$pictures" --cache "$work/decoded" \
         --family "$family" --steps "${STEPS-40000}" "$@" | tee -a "$work/$name.log"
-    /usr/bin/python3 -m training.export "$work/$name.pt" "frame/learned/weights/$name.kvxn"
+    /usr/bin/python3 -m training.export "$work/$name.pt" "frame/learned/weights/$name.kvxn" --reduction "$reduction"
 }
 measure() { # FAMILY FILE OPTIONS...
     local family=$1 file=frame/learned/weights/$1-$2
@@ -28,13 +28,13 @@ measure() { # FAMILY FILE OPTIONS...
 }
 
 for family in truesense bayer; do
-    shape=(--channels 40 --middle 4)
-    [ $family = truesense ] || shape=(--channels 24 --middle 4)
     /usr/bin/python3 -m training.fit_swift "frame/learned/weights/$family-swift.kvxs" --family $family \
         --pictures "$pictures" --cache "$work/decoded"
-    stage $family fine "${shape[@]}"
-    stage $family fine-noise "${shape[@]}" --noise
 done
+stage truesense fine 6 --channels 40 --middle 4
+stage truesense fine-noise 4 --channels 40 --middle 6 --noise
+stage bayer fine 5 --channels 24 --middle 4
+stage bayer fine-noise 5 --channels 24 --middle 4 --noise
 [ $# -eq 0 ] && exit 0
 for family in truesense bayer; do
     measure $family swift.kvxs "$@"

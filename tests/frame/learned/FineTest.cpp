@@ -280,7 +280,7 @@ TEST(Fine, InventsNothing) {
     const struct {
         const char* format;
         double halo;
-    } families[] = {{"BayerRG12", 106}, {"TrueSense_BGGR_WBBW_0_12", 200}};
+    } families[] = {{"BayerRG12", 106}, {"TrueSense_BGGR_WBBW_0_12", 160}};
     for (const auto& family : families) {
         for (const Slopes& slopes : {Slopes{0, 30}, {20, 0}, {12, 17}}) {
             const auto ramp = [&](uint32_t row, uint32_t column) {
