@@ -40,8 +40,8 @@ public:
     }
 
 private:
-    std::vector<int16_t> m_cells;
-    std::vector<int32_t> m_products, m_baseSums;
+    AlignedVector<int16_t> m_cells;
+    AlignedVector<int32_t> m_products, m_baseSums;
 };
 
 /**

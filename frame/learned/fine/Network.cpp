@@ -29,7 +29,7 @@ StoredFilters ReadFilters(WeightsReader& reader, size_t size, size_t inputs, siz
 Filters Packed(const StoredFilters& stored, std::span<const size_t> chosen) {
     const size_t outputs = (chosen.size() + kFilterGroup - 1) / kFilterGroup * kFilterGroup;
     const size_t length = stored.size * stored.size * stored.inputs;
-    Filters filters{stored.size, stored.inputs, outputs, std::vector<int16_t>(length * outputs)};
+    Filters filters{stored.size, stored.inputs, outputs, AlignedVector<int16_t>(length * outputs)};
     for (size_t output = 0; output < chosen.size(); ++output)
         for (size_t i = 0; i < length; ++i)
             filters.weights[(i / 2 * outputs + output) * 2 + i % 2] = stored.Of(chosen[output])[i];
@@ -43,7 +43,7 @@ Filters Packed(const StoredFilters& stored, std::span<const size_t> chosen) {
 void AddTransformed(Filters& filters) {
     constexpr int kFactors[4][3] = {{2, 0, 0}, {1, 1, 1}, {1, -1, 1}, {0, 0, 2}};
     const size_t cellWords = filters.inputs * filters.outputs;
-    std::vector<int16_t> transformed(kPlaces * cellWords);
+    AlignedVector<int16_t> transformed(kPlaces * cellWords);
     for (size_t place = 0; place < kPlaces; ++place)
         for (size_t i = 0; i < cellWords; ++i) {
             int sum = 0;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "KvxFrame/Format.h"
+#include "frame/base/AlignedVector.h"
 
 namespace kvx::frame {
 
@@ -18,11 +19,11 @@ inline constexpr size_t kPlaces = 16;
 
 /** Filters of `size` x `size` cells, in the order in which LayerRows reads them. */
 struct Filters {
-    size_t size;                            ///< 1 or 3
-    size_t inputs;                          ///< planes of a cell, an even number
-    size_t outputs;                         ///< a multiple of kFilterGroup: the last filters may be zeros
-    std::vector<int16_t> weights;           ///< [row of cells][pair of inputs of the row's cells][output][2]
-    std::vector<int16_t> transformed = {};  ///< [place][pair of inputs][output][2]; empty: not for these filters
+    size_t size;                              ///< 1 or 3
+    size_t inputs;                            ///< planes of a cell, an even number
+    size_t outputs;                           ///< a multiple of kFilterGroup: the last filters may be zeros
+    AlignedVector<int16_t> weights;           ///< [row of cells][pair of inputs of the row's cells][output][2]
+    AlignedVector<int16_t> transformed = {};  ///< [place][pair of inputs][output][2]; empty: not for these filters
 };
 
 struct HiddenLayer {
