@@ -1,4 +1,4 @@
-/** Vectors that begin with a line of the cache, so that no vector register is loaded from two lines. */
+/** Vectors that begin with a line of the cache: rows of whole vector registers are never loaded from two lines. */
 #pragma once
 
 #include <cstddef>
