@@ -10,7 +10,7 @@
 namespace kvx::frame {
 namespace {
 
-constexpr size_t kStripCells = 192;  // the rows that a strip keeps stay in the second-level cache
+constexpr size_t kStripCells = 192;   // the rows that a strip keeps stay in the second-level cache
 constexpr uint32_t kBandCells = 192;  // rows of cells of a band: those above and below are computed twice
 
 /** Planes of a cell whose mean is its signal: the clear sites; of a Bayer cell's picture, the measured samples. */
