@@ -313,6 +313,9 @@ TEST(Fine, RefusesDamagedWeights) {
         damaged[place] ^= 0x3F;
         EXPECT_EQ(ResultOf([&] { ReadNetwork(damaged); }), 0x80070003) << "byte " << place;
     }
+    std::vector<uint8_t> coarseBase = bytes;
+    coarseBase[11 + bytes[8] + 2] = 0;  // the last of the shifts
+    EXPECT_EQ(ResultOf([&] { ReadNetwork(coarseBase); }), 0x80070003);
     bytes.push_back(0);
     EXPECT_EQ(ResultOf([&] { ReadNetwork(bytes); }), 0x80070003);
 }
