@@ -91,7 +91,8 @@ HWY_INLINE V Leaky(V x) {
 
 /**
  * Calls `task` with a tag, a number of vectors and their first output, until all outputs are done. Three vectors at a
- * time are better than two and one: fewer words of cells are loaded.
+ * time are better than two and one: fewer words of cells are loaded. With AVX-512 three halves of a vector replace a
+ * half alone, which would leave most of the time to loads.
  */
 template <class Task>
 HWY_INLINE void ForOutputs(size_t outputs, const Task& task) {
@@ -103,6 +104,10 @@ HWY_INLINE void ForOutputs(size_t outputs, const Task& task) {
     static_assert(3 * hn::MaxLanes(Whole()) <= kBlockOutputs);
     const size_t whole = hn::Lanes(Whole()), group = hn::Lanes(Group());
     size_t output = 0;
+    if (HWY_TARGET <= HWY_AVX3 && outputs >= 3 * group && outputs % whole == group) {
+        task(Group(), Three(), output);
+        output += 3 * group;
+    }
     if (outputs >= 3 * whole && outputs / whole % 2 == 1) {
         task(Whole(), Three(), output);
         output += 3 * whole;
@@ -134,9 +139,9 @@ bool Transform(const CellRows& in, size_t planes, size_t tiles, int16_t* out) {
 
 /** Sums of up to kTiles squares from transformed cells and filters. `take` gets a tag, row, cell, output and sums. */
 template <class Take>
-void SumTransformed(const Filters& filters, size_t tiles, LayerMemory& memory, const Take& take) {
+void SumTransformed(const Filters& filters, size_t tiles, LayerMemory& memory, Take take) {
     const size_t inputs = filters.inputs, outputs = filters.outputs;
-    ForOutputs(outputs, [&](auto d32, auto vectors, size_t output) {
+    ForOutputs(outputs, [&, take](auto d32, auto vectors, size_t output) {
         using D32 = decltype(d32);
         const size_t lanes = hn::Lanes(d32), placeStep = kTiles * vectors * lanes;
         const int16_t* weights = filters.transformed.data() + 2 * output;
@@ -201,22 +206,24 @@ void SumBlock(const Filters& filters, const CellRows& in, size_t cells, LayerMem
         SumDirectly(filters, in, cells, take);
 }
 
-void Hidden(const HiddenLayer& layer, const CellRows& in, const RowPair<const int16_t>* skip,
-            const RowPair<const int16_t>* sigma, const RowPair<int16_t>& out, size_t cells, LayerMemory& memory) {
+void Hidden(const HiddenLayer& layer, const CellRows& in, const RowPair<const int16_t>& skip,
+            const RowPair<const int16_t>& sigma, const RowPair<int16_t>& out, size_t cells, LayerMemory& memory) {
     const size_t outputs = layer.filters.outputs;
+    const int32_t* const factors = layer.noiseFactors.data();
     ForBlocks(in, layer.filters.inputs, cells, [&](size_t first, size_t count, const CellRows& rows) {
-        const auto take = [&](auto d32, size_t row, size_t cell, size_t output, auto sum) {
+        // By value: the compiler must expect that a store of a vector changes what it has a reference to.
+        const auto take = [=, shift = layer.shift](auto d32, size_t row, size_t cell, size_t output, auto sum) {
             const hn::Rebind<int16_t, decltype(d32)> d16;
-            const auto half = hn::Set(d32, 1 << layer.shift >> 1);
+            const auto half = hn::Set(d32, 1 << shift >> 1);
             const size_t place = (first + cell) * outputs + output;
-            auto result = Leaky(Rounded(sum, half, layer.shift));
-            if (sigma) {
-                const auto offset = hn::Mul(hn::LoadU(d32, layer.noiseFactors.data() + output),
-                                            hn::Set(d32, int32_t{sigma->rows[row][first + cell]}));
-                result = hn::SaturatedSub(Leaky(Rounded(hn::Add(sum, offset), half, layer.shift)),
-                                          Leaky(Rounded(offset, half, layer.shift)));
+            auto result = Leaky(Rounded(sum, half, shift));
+            if (sigma.rows[row]) {
+                const auto offset =
+                    hn::Mul(hn::LoadU(d32, factors + output), hn::Set(d32, int32_t{sigma.rows[row][first + cell]}));
+                result = hn::SaturatedSub(Leaky(Rounded(hn::Add(sum, offset), half, shift)),
+                                          Leaky(Rounded(offset, half, shift)));
             }
-            if (skip) result = hn::SaturatedAdd(result, hn::LoadU(d16, skip->rows[row] + place));
+            if (skip.rows[row]) result = hn::SaturatedAdd(result, hn::LoadU(d16, skip.rows[row] + place));
             hn::StoreU(result, d16, out.rows[row] + place);
         };
         SumBlock(layer.filters, rows, count, memory, take);
@@ -263,8 +270,8 @@ LayerMemory::LayerMemory(const Network& network)
       m_products(kPlaces * kBlockTiles * kBlockOutputs),
       m_baseSums(2 * (2 * kBlockTiles + kCellSlack) * network.last.outputs) {}
 
-void HiddenRows(const HiddenLayer& layer, const CellRows& in, const RowPair<const int16_t>* skip,
-                const RowPair<const int16_t>* sigma, const RowPair<int16_t>& out, size_t cells, LayerMemory& memory) {
+void HiddenRows(const HiddenLayer& layer, const CellRows& in, const RowPair<const int16_t>& skip,
+                const RowPair<const int16_t>& sigma, const RowPair<int16_t>& out, size_t cells, LayerMemory& memory) {
     HWY_DYNAMIC_DISPATCH(Hidden)(layer, in, skip, sigma, out, cells, memory);
 }
 

@@ -47,12 +47,12 @@ private:
 /**
  * A hidden layer.
  *
- * @param skip  cells of the layer below at the same places, to be added; null: none
- * @param sigma deviation of the noise for each cell; null: 0
+ * @param skip  cells of the layer below at the same places, to be added; null rows: none
+ * @param sigma deviation of the noise for each cell; null rows: 0
  * @param out   `cells` cells; as many as kCellSlack after them get any content
  */
-void HiddenRows(const HiddenLayer& layer, const CellRows& in, const RowPair<const int16_t>* skip,
-                const RowPair<const int16_t>* sigma, const RowPair<int16_t>& out, size_t cells, LayerMemory& memory);
+void HiddenRows(const HiddenLayer& layer, const CellRows& in, const RowPair<const int16_t>& skip,
+                const RowPair<const int16_t>& sigma, const RowPair<int16_t>& out, size_t cells, LayerMemory& memory);
 
 /**
  * The result, as unsigned words.

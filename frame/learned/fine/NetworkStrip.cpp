@@ -45,9 +45,10 @@ void NetworkStrip::ReadRow(const CellSource& source, const NoiseDeviation* noise
 /** Rows of a layer begin a cell further to the right than those of the layer below. */
 void NetworkStrip::HiddenLayerRows(size_t layer, int64_t row, size_t cells, bool hasNoise) {
     RowRing<int16_t>&below = layer == 0 ? m_input : m_hidden[layer - 1], &own = m_hidden[layer];
-    const RowPair<const int16_t> skip = PairAt(below, row, m_network.channels), sigma = PairAt(m_sigma, row, layer + 1);
-    HiddenRows(m_network.hidden[layer], Around(below, row, 0), layer == 0 ? nullptr : &skip,
-               hasNoise ? &sigma : nullptr, {{own.Row(row), own.Row(row + 1)}},
+    RowPair<const int16_t> skip{}, sigma{};
+    if (layer > 0) skip = PairAt(below, row, m_network.channels);
+    if (hasNoise) sigma = PairAt(m_sigma, row, layer + 1);
+    HiddenRows(m_network.hidden[layer], Around(below, row, 0), skip, sigma, {{own.Row(row), own.Row(row + 1)}},
                cells + 2 * (m_network.Halo() - 1 - layer), m_memory);
 }
 

@@ -167,8 +167,8 @@ TEST(Fine, SumsAreExactAtTheLimits) {
             test::ForEachInstructionSet([&] {
                 std::vector<std::vector<int16_t>> out(2, std::vector<int16_t>((kWidth + kCellSlack) * filters.outputs));
                 LayerMemory memory(network);
-                HiddenRows(layer, {{words[0].data(), words[1].data(), words[2].data(), words[3].data()}}, nullptr,
-                           nullptr, {{out[0].data(), out[1].data()}}, kWidth, memory);
+                HiddenRows(layer, {{words[0].data(), words[1].data(), words[2].data(), words[3].data()}}, {}, {},
+                           {{out[0].data(), out[1].data()}}, kWidth, memory);
                 for (size_t row = 0; row < 2; ++row)
                     for (size_t i = 0; i < kWidth * filters.outputs; ++i) {
                         int64_t sum = int64_t{1} << layer.shift >> 1;
