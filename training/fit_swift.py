@@ -12,50 +12,63 @@ from . import figures, pictures, swift
 from .mosaics import COLOURS, TILES, letters_of, mosaic_of, side_of
 from .quantisation import rounded_to
 
-RADIUS, REACH = 3, 5  # the filters' taps lie within 3 rows and columns, and rows plus columns within 5
+RADIUS = 3  # of the window of a filter's taps
 WINDOW = 3
 CROP = 256
 LARGEST_SUM = 16300  # of a filter's magnitudes, before rounding: four times that, times 2^15, fit in 32 bits
 
 
-def offsets():
+def has_tap(family, direction, row, column):
+    """Colours of TrueSense samples are sparse: filters reach in all directions, but to the corners. Those for Bayer
+    frames lie within three rows (direction 0) or columns (1)."""
+    if family == "truesense":
+        return abs(row) + abs(column) <= 5
+    return abs((row, column)[direction]) <= 1
+
+
+def offsets(family):
+    """Taps of either filter."""
     span = range(-RADIUS, RADIUS + 1)
-    return np.array([(row, column) for row in span for column in span if abs(row) + abs(column) <= REACH])
+    return np.array([
+        (row, column) for row in span for column in span if any(has_tap(family, i, row, column) for i in range(2))
+    ])
 
 
-def letters_around(family, site):
+def _letters_around(family, site):
     """The filter before each tap of a pixel at a site of the tile."""
     side, letters = side_of(family), letters_of(family)
-    return [letters[(site // side + row) % side * side + (site % side + column) % side] for row, column in offsets()]
+    places = [(site // side + row, site % side + column) for row, column in offsets(family)]
+    return np.array([letters[row % side * side + column % side] for row, column in places])
 
 
-def orbits(family):
+def orbits(family, direction):
     """[tap, orbit]: taps with one weight. A Bayer mosaic is its own mirror image about each of its sites, and its
     filters are, too; a TrueSense mosaic is not."""
-    keys = [(abs(row), abs(column)) if family == "bayer" else (row, column) for row, column in offsets()]
-    names = sorted(set(keys))
+    keys = [(abs(row), abs(column)) if family == "bayer" else (row, column) for row, column in offsets(family)]
+    names = sorted({key for key in keys if has_tap(family, direction, *key)})
     return np.array([[float(key == name) for name in names] for key in keys])
 
 
-def _letters_in_orbits(family, site):
+def _letters_in_orbits(family, site, direction):
     """(names, [letter, orbit]: how many taps of an orbit lie behind a filter)."""
-    around = np.array(letters_around(family, site))
+    around = _letters_around(family, site)
     names = sorted(set(around))
-    return names, np.array([orbits(family)[around == name].sum(axis=0) for name in names])
+    return names, np.array([orbits(family, direction)[around == name].sum(axis=0) for name in names])
 
 
 def _system(picture, family):
     """Normal equations of each site, without the border: ([weight, weight], [weight, colour]); first the weights of the
     filters along rows, then those along columns."""
-    side, border, joined = side_of(family), 8, orbits(family)
+    side, border = side_of(family), 8
     frame = mosaic_of(picture, family)
     share = swift.mix(np.floor(frame * 65535 + 0.5).astype(np.int64), family, border, WINDOW) / swift.STEPS
     centred, out = frame - 0.5, []
     for site in range(side**2):
         where = np.s_[site // side::side, site % side::side]
-        near = [swift.moved(centred, row, column, border)[where].ravel() for row, column in offsets()]
-        near, rows = np.stack(near, 1) @ joined, share[where].ravel()[:, None]
-        taps = torch.from_numpy(np.concatenate([near * rows, near * (1 - rows)], 1).astype(np.float32))
+        near = np.stack([swift.moved(centred, *offset, border)[where].ravel() for offset in offsets(family)], 1)
+        rows = share[where].ravel()[:, None]
+        parts = near @ orbits(family, 0) * rows, near @ orbits(family, 1) * (1 - rows)
+        taps = torch.from_numpy(np.concatenate(parts, 1).astype(np.float32))
         wanted = picture[border:-border, border:-border][where].reshape(-1, 3) - 0.5
         out.append([(taps.T @ other).double().numpy() for other in (taps, torch.from_numpy(wanted.astype(np.float32)))])
     return out
@@ -65,8 +78,9 @@ def _solved(systems, family):
     """The weights [site, colour, direction, orbit] in floating point."""
     weights = []
     for site, (square, right) in enumerate(systems):
-        names, counts = _letters_in_orbits(family, site)
-        rows = np.kron(np.eye(2), counts)
+        (names, along_rows), (_, along_columns) = (_letters_in_orbits(family, site, direction) for direction in (0, 1))
+        none = np.zeros_like(along_rows)
+        rows = np.block([[along_rows, none], [none, along_columns]])
         sums = np.array([[float(name == colour) for colour in COLOURS] for name in names] * 2)
         square = square + 1e-6 * np.trace(square) / len(square) * np.eye(len(square))
         whole = np.block([[square, rows.T], [rows, np.zeros((len(rows),) * 2)]])
@@ -77,23 +91,23 @@ def _solved(systems, family):
 
 def integers(weights, family):
     """The filters as integers: known colours stay, sums hold exactly, nothing overflows."""
-    side, joined = side_of(family), orbits(family)
-    middle = joined[~offsets().any(axis=1)][0]
+    side, joined = side_of(family), [orbits(family, direction) for direction in (0, 1)]
+    middle = ~offsets(family).any(axis=1)
     for site, letter in enumerate(letters_of(family)):
         if letter in COLOURS:
-            weights[site, COLOURS.index(letter)] = middle
-    shift = 14
-    while (np.abs(weights) @ joined.sum(axis=0)).max() * 2**shift > LARGEST_SUM:
+            weights[site, COLOURS.index(letter)] = [orbit[middle][0] for orbit in joined]
+    shift, magnitudes = 14, [np.abs(weights[:, :, i]) @ orbit.sum(axis=0) for i, orbit in enumerate(joined)]
+    while np.max(magnitudes) * 2**shift > LARGEST_SUM:
         shift -= 1
-    taps = np.empty((*weights.shape[:3], len(joined)), np.int16)
+    taps = np.empty((*weights.shape[:3], len(middle)), np.int16)
     for site, colour, direction in np.ndindex(weights.shape[:3]):
-        whole = np.zeros(joined.shape[1], np.int64)
-        for name, counts in zip(*_letters_in_orbits(family, site)):
+        whole = np.zeros(weights.shape[3], np.int64)
+        for name, counts in zip(*_letters_in_orbits(family, site, direction)):
             aim, inside = (name == COLOURS[colour]) << shift, counts > 0
             exact = weights[site, colour, direction] * 2.0**shift
             whole[inside] = rounded_to(exact[inside], aim, counts[inside].astype(int))
-        taps[site, colour, direction] = joined @ whole
-    return swift.Filters(side, WINDOW, shift, offsets(), taps)
+        taps[site, colour, direction] = joined[direction] @ whole
+    return swift.Filters(side, WINDOW, shift, offsets(family), taps)
 
 
 def _crops(taught, count, rng):

@@ -59,6 +59,31 @@ void ApplyMatrix(const PixelMatrix& matrix, const PixelPlanes& in, size_t count,
 
 #if HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128
 
+#if HWY_TARGET == HWY_AVX3_DL  // permutes bytes of two vectors
+
+/** Bytes of a vector of pixels, from words of the first two channels and of the last two. */
+template <size_t kChannels, class V>
+HWY_INLINE void StorePixels(V firstTwo, V lastTwo, uint8_t* out) {
+    static constexpr auto kOrder = [] {
+        std::array<uint8_t, 128> order{};
+        for (size_t i = 0; i < 32 * kChannels; ++i) {
+            const size_t pixel = i / kChannels, channel = i % kChannels;
+            order[i] = static_cast<uint8_t>(2 * pixel + channel % 2 + (channel < 2 ? 0 : 64));
+        }
+        return order;
+    }();
+    const auto bytes = [&](size_t first) {
+        return _mm512_permutex2var_epi8(firstTwo.raw, _mm512_loadu_si512(kOrder.data() + first), lastTwo.raw);
+    };
+    _mm512_storeu_si512(out, bytes(0));
+    if constexpr (kChannels == 4)
+        _mm512_storeu_si512(out + 64, bytes(64));
+    else
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + 64), _mm512_castsi512_si256(bytes(64)));
+}
+
+#else
+
 /** Blocks of either vector in turn, from left to right: each begins where the pixels of the one before end. */
 template <class D>
 HWY_INLINE void StoreBlocks(D d, hn::Vec<D> lower, hn::Vec<D> upper, size_t blockBytes, uint8_t* out) {
@@ -73,19 +98,26 @@ HWY_INLINE void StoreBlocks(D d, hn::Vec<D> lower, hn::Vec<D> upper, size_t bloc
     }
 }
 
-/** A vector of pixels of bytes. Blocks of three-byte pixels write four bytes more than there are. */
-template <size_t kChannels>
-HWY_INLINE void StoreByteVector(const PixelPlanes& planes, uint8_t* out) {
+/** Bytes of a vector of pixels, from words of the first two channels and of the last two. */
+template <size_t kChannels, class V>
+HWY_INLINE void StorePixels(V firstTwo, V lastTwo, uint8_t* out) {
     const hn::Repartition<uint8_t, decltype(d16)> dByte;
     alignas(16) static constexpr uint8_t kOrder[16] = {0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 3, 7, 11, 15};
-    const auto load = [&](size_t channel) { return hn::Min(hn::LoadU(d16, planes[channel]), hn::Set(d16, 255)); };
-    const auto firstTwo = hn::Or(load(0), hn::ShiftLeft<8>(load(1))), last = hn::Or(load(2), hn::Set(d16, 0xFF00));
     const auto pixels = [&](auto four) {
         const auto bytes = hn::BitCast(dByte, four);
         return kChannels == 4 ? bytes : hn::TableLookupBytes(bytes, hn::LoadDup128(dByte, kOrder));
     };
-    StoreBlocks(dByte, pixels(hn::InterleaveLower(d16, firstTwo, last)),
-                pixels(hn::InterleaveUpper(d16, firstTwo, last)), 4 * kChannels, out);
+    StoreBlocks(dByte, pixels(hn::InterleaveLower(d16, firstTwo, lastTwo)),
+                pixels(hn::InterleaveUpper(d16, firstTwo, lastTwo)), 4 * kChannels, out);
+}
+
+#endif
+
+/** A vector of pixels of bytes. Blocks of three-byte pixels may write four bytes more than there are. */
+template <size_t kChannels>
+HWY_INLINE void StoreByteVector(const PixelPlanes& planes, uint8_t* out) {
+    const auto load = [&](size_t channel) { return hn::Min(hn::LoadU(d16, planes[channel]), hn::Set(d16, 255)); };
+    StorePixels<kChannels>(hn::Or(load(0), hn::ShiftLeft<8>(load(1))), hn::Or(load(2), hn::Set(d16, 0xFF00)), out);
 }
 
 template <size_t kChannels>

@@ -46,22 +46,21 @@ private:
     HWY_ALIGN int16_t m_rows[kSwiftReach][kChunk + kRowSlack - kRowSlack % 32];
 };
 
-/** Samples of equal weight are added, then paired; a pair serves all filters. */
+/** Samples of equal weight are added, then paired; a pair serves all filters that have it. */
 HWY_INLINE Sums<2> SumsAt(const SumRows& samples, size_t column, const LaneWords* filters) {
+    const Words d;
     Sums<2> sums;
-    const auto add = [&](V first, V second, size_t pair) {
-        const Words d;
-        sums.Add(hn::InterleaveLower(d, first, second), hn::InterleaveUpper(d, first, second), filters + 4 * pair);
-    };
-    add(At(samples.rows[0], column, 0), At(samples.rows[1], column, 0), 0);
-    add(At(samples.rows[2], column, 0), At(samples.rows[3], column, 0), 1);
-#pragma GCC unroll 3
-    for (ptrdiff_t distance = 1; distance <= kSwiftReach; ++distance) {
-        const auto both = [&](size_t row) {
-            return hn::Add(At(samples.rows[row], column, -distance), At(samples.rows[row], column, distance));
+#pragma GCC unroll 6
+    for (size_t pair = 0; pair < kBayerTaps.size(); ++pair) {
+        const TapPair& taps = kBayerTaps[pair];
+        const auto tap = [&](size_t i) {
+            const int16_t* const row = samples.rows[taps.rows[i]];
+            const V left = At(row, column, -taps.columns[i]);
+            return taps.columns[i] == 0 ? left : hn::Add(left, At(row, column, taps.columns[i]));
         };
-        add(both(0), both(1), 2 * distance);
-        add(both(2), both(3), 2 * distance + 1);
+        const V first = tap(0), second = tap(1);
+        sums.Add(hn::InterleaveLower(d, first, second), hn::InterleaveUpper(d, first, second), filters + 4 * pair,
+                 taps.isAlongRows, taps.isAlongColumns);
     }
     return sums;
 }

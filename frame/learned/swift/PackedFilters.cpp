@@ -24,7 +24,7 @@ public:
         return FilterAt(m_format, static_cast<uint32_t>(site / m_filters.side),
                         static_cast<uint32_t>(site % m_filters.side));
     }
-    int Weight(int row, int column, Colour colour, Along along, int tapRow, int tapColumn) const {
+    int16_t Weight(int row, int column, Colour colour, Along along, int tapRow, int tapColumn) const {
         return m_filters.Weight(Site(row, column), colour, along, m_rowStep * tapRow, m_columnStep * tapColumn);
     }
 
@@ -46,19 +46,13 @@ struct SiteColour {
     Colour colour;
 };
 
-/** The two filters of a colour, for two sites. @return the place after them */
-LaneWords* PutFilters(const Tile& tile, int row, const TapPair& taps, const SiteColour (&sites)[2], LaneWords* out) {
-    LaneWords& columns = out[0];
-    LaneWords& more = out[1];
-    for (size_t i = 0; i < 4; ++i) {
-        const SiteColour& site = sites[i / 2];
-        const auto weight = [&](Along along) {
-            return tile.Weight(row, site.column, site.colour, along, taps.rows[i % 2], taps.columns[i % 2]);
-        };
-        columns[i] = static_cast<int16_t>(4 * weight(Along::Columns));
-        more[i] = static_cast<int16_t>(weight(Along::Rows) - weight(Along::Columns));
-    }
-    return out + 2;
+/** A filter's weights of two taps, for two sites. */
+LaneWords WeightsOf(const Tile& tile, int row, const TapPair& taps, Along along, const SiteColour (&sites)[2]) {
+    LaneWords weights;
+    for (size_t i = 0; i < weights.size(); ++i)
+        weights[i] =
+            tile.Weight(row, sites[i / 2].column, sites[i / 2].colour, along, taps.rows[i % 2], taps.columns[i % 2]);
+    return weights;
 }
 
 PackedRow PackRow(const Tile& tile, int row, bool hasPan) {
@@ -77,13 +71,14 @@ PackedRow PackRow(const Tile& tile, int row, bool hasPan) {
     const auto pan = static_cast<int>(packed.firstPan);
 
     LaneWords *colourEnd = packed.colour.data(), *panEnd = packed.pan.data();
-    for (const TapPair& taps : hasPan ? std::span<const TapPair>(kTrueSenseTaps) : kBayerTaps) {
-        colourEnd = PutFilters(tile, row, taps, {{first, swapped(first)}, {second, swapped(second)}}, colourEnd);
-        colourEnd = PutFilters(tile, row, taps, {{first, other}, {second, other}}, colourEnd);
-        if (!hasPan) continue;
-        for (const Colour colour : {own, kGreen, other})
-            panEnd = PutFilters(tile, row, taps, {{pan, colour}, {pan + 2, colour}}, panEnd);
-    }
+    for (const TapPair& taps : hasPan ? std::span<const TapPair>(kTrueSenseTaps) : kBayerTaps)
+        for (const Along along : {Along::Rows, Along::Columns}) {
+            *colourEnd++ = WeightsOf(tile, row, taps, along, {{first, swapped(first)}, {second, swapped(second)}});
+            *colourEnd++ = WeightsOf(tile, row, taps, along, {{first, other}, {second, other}});
+            if (!hasPan) continue;
+            for (const Colour colour : {own, kGreen, other})
+                *panEnd++ = WeightsOf(tile, row, taps, along, {{pan, colour}, {pan + 2, colour}});
+        }
     return packed;
 }
 

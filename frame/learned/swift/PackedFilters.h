@@ -16,38 +16,35 @@ using LaneWords = std::array<int16_t, 4>;
 /** Pairs of taps of a filter, at most. */
 inline constexpr size_t kMostPairs = 23;
 
+/** For each pair of taps: the filters along rows, then those along columns, each of so many colours. */
+template <size_t kColours>
+using PackedPairs = std::array<LaneWords, 2 * kColours * kMostPairs>;
+
 /**
  * Every row of a mosaic has green sites and those of its own other colour, red or blue. Three colours are computed: the
  * row's own, green, and the other. A colour site lacks the other one and either green or its own: "swapped".
- *
- * Each of them has two filters, of which the first is four times the one along columns and the second is what the
- * one along rows has more: (4 - mix) * columns + mix * rows is the first plus mix times the second.
  */
 struct PackedRow {
-    bool ownIsRed;                                 ///< otherwise it is blue
-    LaneWords own, green;                          ///< -1 at columns whose sample is of this colour, 0 at others
-    size_t firstPan;                               ///< column of the first pan site; TrueSense only
-    std::array<LaneWords, 4 * kMostPairs> colour;  ///< for each pair of taps: filters of swapped and other
-    std::array<LaneWords, 6 * kMostPairs> pan;     ///< for each: filters of own, green and other; TrueSense only
+    bool ownIsRed;          ///< otherwise it is blue
+    LaneWords own, green;   ///< -1 at columns whose sample is of this colour, 0 at others
+    size_t firstPan;        ///< column of the first pan site; TrueSense only
+    PackedPairs<2> colour;  ///< filters of swapped and other
+    PackedPairs<3> pan;     ///< filters of own, green and other; TrueSense only
 };
 
-/** Two taps, (row, column) from the pixel. */
+/** Two taps, (row, column) from the pixel, and which filters have them. */
 struct TapPair {
     int8_t rows[2], columns[2];
+    bool isAlongRows = true, isAlongColumns = true;
 };
 
-/**
- * Bayer: samples with equal weights are added first, so a tap stands for up to four of them. In the order of the loop:
- * for each distance along the row, those 0 and 1, then those 2 and 3 rows away.
- */
-inline constexpr std::array<TapPair, 8> kBayerTaps = {{{{0, 1}, {0, 0}},
-                                                       {{2, 3}, {0, 0}},
+/** Bayer: samples with equal weights are added first, so a tap stands for up to four of them. */
+inline constexpr std::array<TapPair, 6> kBayerTaps = {{{{0, 1}, {0, 0}},
                                                        {{0, 1}, {1, 1}},
-                                                       {{2, 3}, {1, 1}},
-                                                       {{0, 1}, {2, 2}},
-                                                       {{2, 3}, {2, 2}},
-                                                       {{0, 1}, {3, 3}},
-                                                       {{2, 3}, {3, 3}}}};
+                                                       {{0, 1}, {2, 2}, true, false},
+                                                       {{0, 1}, {3, 3}, true, false},
+                                                       {{2, 3}, {0, 0}, false, true},
+                                                       {{2, 3}, {1, 1}, false, true}}};
 
 /** TrueSense: pairs that are neighbours in memory, then those of two rows, the second to the right of the first. */
 inline constexpr size_t kNeighbours = 20;

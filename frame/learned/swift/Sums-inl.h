@@ -60,22 +60,21 @@ struct Rounding {
     int shift;
 };
 
-/** Sums for two vectors of pixels with two filters for each of a number of colours, in the order of PackedRow. */
+/** Sums for two vectors of pixels with two filters for each of a number of colours. */
 template <size_t kColours>
 class Sums {
 public:
     Sums() {
-        for (auto& filter : m_even)
-            for (W& sum : filter) sum = hn::Zero(Wide());
-        for (auto& filter : m_odd)
-            for (W& sum : filter) sum = hn::Zero(Wide());
+        for (size_t i = 0; i < kFilters; ++i)
+            for (size_t vector = 0; vector < 2; ++vector) m_even[i][vector] = m_odd[i][vector] = hn::Zero(Wide());
     }
 
-    /** Adds the products of a pair of samples for each pixel. @param filters of this pair */
-    HWY_INLINE void Add(V first, V second, const LaneWords* filters) {
+    /** Adds the products of a pair of samples for each pixel. @param pair its place in PackedPairs */
+    HWY_INLINE void Add(V first, V second, const LaneWords* pair, bool isAlongRows = true, bool isAlongColumns = true) {
 #pragma GCC unroll 6
-        for (size_t i = 0; i < 2 * kColours; ++i) {
-            const V weights = Repeated(filters[i]);
+        for (size_t i = 0; i < kFilters; ++i) {
+            if (!(i < kColours ? isAlongRows : isAlongColumns)) continue;
+            const V weights = Repeated(pair[i]);
             m_even[i][0] = PlusProducts(first, weights, m_even[i][0], m_odd[i][0]);
             m_even[i][1] = PlusProducts(second, weights, m_even[i][1], m_odd[i][1]);
         }
@@ -83,7 +82,7 @@ public:
 
     /** Takes these sums as those of the samples' upper parts, and adds those of the lower parts. */
     HWY_INLINE void AddLower(const Sums& lower) {
-        for (size_t i = 0; i < 2 * kColours; ++i)
+        for (size_t i = 0; i < kFilters; ++i)
             for (size_t vector = 0; vector < 2; ++vector) {
                 m_even[i][vector] = hn::Add(hn::ShiftLeft<kLowerBits>(m_even[i][vector]), lower.m_even[i][vector]);
                 m_odd[i][vector] = hn::Add(hn::ShiftLeft<kLowerBits>(m_odd[i][vector]), lower.m_odd[i][vector]);
@@ -92,9 +91,11 @@ public:
 
     /** Words of a colour, packed. */
     HWY_INLINE V Mixed(size_t colour, const W (&mix)[2], const Rounding& rounding) const {
+        // mix * rows + (4 - mix) * columns: where terms overflow, their sum does not.
         const auto word = [&](size_t vector) {
-            const W more = hn::Mul(mix[vector], Of(2 * colour + 1, vector));
-            const W sum = hn::Add(hn::Add(Of(2 * colour, vector), rounding.half), more);
+            const W columns = Of(kColours + colour, vector);
+            const W more = hn::Mul(mix[vector], hn::Sub(Of(colour, vector), columns));
+            const W sum = hn::Add(hn::Add(hn::ShiftLeft<2>(columns), rounding.half), more);
             return hn::ShiftRightSame(sum, rounding.shift);
         };
         return Packed(word(0), word(1));
@@ -105,7 +106,9 @@ private:
         return hn::RearrangeToOddPlusEven(m_even[filter][vector], m_odd[filter][vector]);
     }
 
-    W m_even[2 * kColours][2], m_odd[2 * kColours][2];  // x86 adds pairs at once and leaves the odd ones 0
+    static constexpr size_t kFilters = 2 * kColours;  // along rows, then along columns
+
+    W m_even[kFilters][2], m_odd[kFilters][2];  // x86 adds pairs at once and leaves the odd ones 0
 };
 
 }  // namespace

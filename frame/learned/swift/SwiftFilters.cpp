@@ -13,9 +13,11 @@ namespace {
 constexpr int kSide = 2 * kSwiftReach + 1;
 constexpr size_t kTaps = size_t{kSide} * kSide;
 
-bool IsInside(int row, int column) {
-    return std::abs(row) <= kSwiftReach && std::abs(column) <= kSwiftReach &&
-           std::abs(row) + std::abs(column) <= kSwiftDistance;
+/** TrueSense filters have taps all around, but for the corners; Bayer filters in three rows, or columns. */
+bool HasTap(size_t side, Along along, int row, int column) {
+    const int rows = std::abs(row), columns = std::abs(column);
+    if (side == 4) return rows + columns <= 5;
+    return (along == Along::Rows ? rows : columns) <= 1;
 }
 
 size_t IndexOf(size_t site, size_t colour, Along along, int row, int column) {
@@ -23,13 +25,10 @@ size_t IndexOf(size_t site, size_t colour, Along along, int row, int column) {
     return filter * kTaps + static_cast<size_t>((row + kSwiftReach) * kSide + column + kSwiftReach);
 }
 
-/** Four times a sum of a filter's products fits in 32 bits, four times a weight in 16. */
+/** Four times a sum of a filter's products fits in 32 bits. */
 bool IsSmall(std::span<const int16_t> filter) {
     int sum = 0;
-    for (const int16_t weight : filter) {
-        if (std::abs(weight) * 4 > 32767) return false;
-        sum += std::abs(weight);
-    }
+    for (const int16_t weight : filter) sum += std::abs(weight);
     return 4 * sum < 65536;
 }
 
@@ -47,7 +46,7 @@ bool IsSymmetric(std::span<const int16_t> filter) {
 }  // namespace
 
 int16_t SwiftFilters::Weight(size_t site, size_t colour, Along along, int row, int column) const {
-    return IsInside(row, column) ? weights[IndexOf(site, colour, along, row, column)] : int16_t{0};
+    return weights[IndexOf(site, colour, along, row, column)];
 }
 
 SwiftFilters ReadSwiftFilters(std::span<const uint8_t> file) {
@@ -73,7 +72,9 @@ SwiftFilters ReadSwiftFilters(std::span<const uint8_t> file) {
             for (size_t tap = 0; tap < count; ++tap) {
                 const auto row = static_cast<int8_t>(offsets[2 * tap]),
                            column = static_cast<int8_t>(offsets[2 * tap + 1]);
-                WeightsReader::Require(IsInside(row, column), "a tap is too far away");
+                WeightsReader::Require(std::max(std::abs(row), std::abs(column)) <= kSwiftReach &&
+                                           (words[tap] == 0 || HasTap(filters.side, along, row, column)),
+                                       "a tap is too far away");
                 filters.weights[IndexOf(plane / 3, plane % 3, along, row, column)] = words[tap];
             }
             const auto filter = std::span(filters.weights).subspan(IndexOf(plane / 3, plane % 3, along, -3, -3), kTaps);

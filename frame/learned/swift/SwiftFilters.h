@@ -10,9 +10,8 @@
 
 namespace kvx::frame {
 
-/** Rows and columns on each side of a pixel that its filters read; the corners are left out. */
+/** Rows and columns on each side of a pixel that its filters read. */
 inline constexpr int kSwiftReach = 3;
-inline constexpr int kSwiftDistance = 5;  ///< |row| + |column| at most
 
 enum class Along : uint8_t { Rows, Columns };
 
@@ -21,7 +20,8 @@ struct SwiftFilters {
     int shift;    ///< sums are divided by 2^shift
     std::vector<int16_t> weights;
 
-    /** A weight of the filter for a colour (0 to 2: red, green, blue) at a site of the tile; 0 outside the window. */
+    /** A weight of the filter for a colour (0 to 2: red, green, blue) at a site of the tile, at most kSwiftReach away.
+     */
     int16_t Weight(size_t site, size_t colour, Along along, int row, int column) const;
 };
 

@@ -126,16 +126,17 @@ TEST(SwiftTest, RefusesWeightsThatItCannotRun) {
     const auto all = BayerSwiftWeights();
     const std::vector<uint8_t> good(all.begin(), all.end());
     EXPECT_NO_THROW(ReadSwiftFilters(good));
-    const size_t firstWeight = 9 + 2 * good[8];
+    const size_t taps = good[8], alongRows = 9 + 2 * taps, alongColumns = alongRows + 2 * taps;
     const auto refuses = [&](size_t place, uint8_t value) {
         std::vector<uint8_t> bad = good;
         bad[place] = value;
         EXPECT_THROW(ReadSwiftFilters(bad), Error) << place;
     };
     for (const size_t place : {0, 4, 5, 6, 7, 8}) refuses(place, 200);
-    refuses(9, 4);                 // a tap four rows away
-    refuses(firstWeight, 1);       // not symmetric
-    refuses(firstWeight + 1, 99);  // too large
+    refuses(9, 4);                  // a tap four rows away
+    refuses(alongRows, 1);          // a tap three rows away
+    refuses(alongColumns, 1);       // not symmetric
+    refuses(alongColumns + 1, 99);  // too large
     EXPECT_THROW(ReadSwiftFilters(all.first(all.size() - 1)), Error);
 }
 
