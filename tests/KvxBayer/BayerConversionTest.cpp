@@ -21,13 +21,6 @@ constexpr Geometry kGeometries[] = {
     {31, 17, 5, 7, 1}, {640, 77, 0, 2, 0}, {641, 191, 14, 1, 0}, {5000, 23, 0, 8, 0}, {3, 1001, 0, 3, 1},
 };
 
-std::vector<uint8_t> Shifted(const cv::Mat& words, int shift) {
-    std::vector<uint8_t> bytes;
-    const auto* samples = words.ptr<uint16_t>();
-    for (size_t i = 0; i < words.total() * 3; ++i) bytes.push_back(static_cast<uint8_t>(samples[i] >> shift));
-    return bytes;
-}
-
 /** A row of 3 x width picture bytes, then zeros up to 4 x width or to the end of the step. */
 std::vector<uint8_t> InFourByteSlots(const std::vector<uint8_t>& picture, const Geometry& shape, size_t rowBytes) {
     std::vector<uint8_t> rows(rowBytes * shape.height);
@@ -36,10 +29,15 @@ std::vector<uint8_t> InFourByteSlots(const std::vector<uint8_t>& picture, const 
     return rows;
 }
 
-/** The flat functions from words to bytes: `expected` is the picture. */
-void ExpectShiftedBytes(const BayerDepth& depth, const Geometry& g, GuardedImage& src, int pattern, int algorithm,
-                        bool blueFirst, const std::vector<uint8_t>& expected) {
+/** The flat functions to bytes, with alpha and from words: `expected` is the picture. */
+void ExpectBytes(const BayerDepth& depth, const Geometry& g, GuardedImage& src, int pattern, int algorithm,
+                 bool blueFirst, const std::vector<uint8_t>& expected) {
     const size_t picture = g.width * 3, slots = g.width * 4;
+    GuardedImage alpha(0, g.width, g.height, slots, slots + g.dstPadding, g.offset);
+    ASSERT_EQ(CallFlat(depth.depth, 8, blueFirst, kAlpha, src, alpha, pattern, algorithm), 0u);
+    ASSERT_EQ(alpha.Pixels(), WithAlpha(expected));
+    ASSERT_TRUE(alpha.GuardsIntact());
+    if (depth.depth == 8) return;
     GuardedImage three(0, g.width, g.height, picture, picture + g.dstPadding, g.offset);
     ASSERT_EQ(CallFlat(depth.depth, 8, blueFirst, 3, src, three, pattern, algorithm), 0u);
     ASSERT_EQ(three.Pixels(), expected);
@@ -82,14 +80,9 @@ TEST(BayerConversion, EqualsOpenCvForEveryFormatAndGeometry) {
                 ASSERT_TRUE(result->GuardsIntact());
             }
             ASSERT_EQ(src.Pixels(), samples);
-            const auto bytes = depth.depth == 8 ? expected : Shifted(converted, depth.depth - 8);
-            GuardedImage four(0, g.width, g.height, g.width * 4, g.width * 4 + g.dstPadding, g.offset);
-            ASSERT_EQ(CallFlat(depth.depth, 8, blueFirst, kAlpha, src, four, pattern, algorithm), 0u);
-            ASSERT_EQ(four.Pixels(), WithAlpha(bytes));
-            ASSERT_TRUE(four.GuardsIntact());
-            if (depth.depth == 8) continue;
-            ExpectShiftedBytes(depth, g, src, pattern, algorithm, blueFirst, bytes);
-            if (algorithm != 0 || depth.depth > 12) continue;
+            const auto bytes = depth.depth == 8 ? expected : Shifted(converted, depth.depth);
+            ExpectBytes(depth, g, src, pattern, algorithm, blueFirst, bytes);
+            if (algorithm != 0 || depth.depth == 8 || depth.depth > 12) continue;
             GuardedImage reduced(blueFirst ? KvxFormat_BGR8 : KvxFormat_RGB8, g.width, g.height, g.width * 3,
                                  g.width * 3 + g.dstPadding);
             reduced.Record().width = reduced.Record().height = 1;  // only its data and line step count
@@ -99,6 +92,26 @@ TEST(BayerConversion, EqualsOpenCvForEveryFormatAndGeometry) {
             ASSERT_TRUE(reduced.GuardsIntact());
         }
     });
+}
+
+TEST(BayerConversion, OfTheInHouseAlgorithmShiftsOrRoundsItsWords) {
+    constexpr Geometry g{53, 31, 3, 7, 1};
+    for (const BayerDepth& depth : {kBayerDepths[1], kBayerDepths[2], kBayerDepths[3], kBayerDepths[4]})
+        for (const Fill fill : {Fill::Noise, Fill::Extremes}) {
+            GuardedImage src = MakeSource(depth.patterns[2], depth.depth, g.width, g.height, g.srcPadding,
+                                          MakeSamples(fill, g.width, g.height, depth.depth, 3), g.offset);
+            GuardedImage words(depth.rgb, g.width, g.height, g.width * 6, g.width * 6);
+            GuardedImage rounded(KvxFormat_RGB8, g.width, g.height, g.width * 3, g.width * 3 + 7);
+            ASSERT_EQ(BayerToColor(&src.Record(), &words.Record(), 1), 0u);
+            ASSERT_EQ(BayerToColor(&src.Record(), &rounded.Record(), 1), 0u);
+            std::vector<uint8_t> shifted, nearest;
+            for (const uint16_t word : WordsOf(words.Pixels(), 16)) {
+                shifted.push_back(static_cast<uint8_t>(word >> (depth.depth - 8)));
+                nearest.push_back(cv::saturate_cast<uint8_t>(word / double(1 << (depth.depth - 8))));
+            }
+            ExpectBytes(depth, g, src, 2, 1, false, shifted);
+            EXPECT_TRUE(rounded.Pixels() == nearest && rounded.GuardsIntact());
+        }
 }
 
 TEST(BayerConversion, OrderOfDestinationsThatAreNotRgbOrBgr) {

@@ -90,13 +90,6 @@ TEST_F(ParamStorage, FloatsAreFiniteAndKeepTheirRange) {
     expect("ratio", kOutOfRange, {0.2499999, 0.7500001});
 }
 
-TEST_F(ParamStorage, FlagsAreIntegersFromZeroToOne) {
-    bool flag = false;
-    EXPECT_EQ(m_storage.SetParamBool("flag", true, true), 0u);
-    EXPECT_EQ(m_storage.GetParamBool("flag", &flag), 0u);
-    EXPECT_TRUE(flag && m_flag == 1);
-}
-
 TEST_F(ParamStorage, OnlyTheOwnerWritesAReadOnlyParameter) {
     EXPECT_EQ(m_storage.SetParamInt("fixed", 8, true), kReadOnly);
     EXPECT_EQ(SetText("fixed", "8"), kReadOnly);

@@ -6,6 +6,8 @@
 #include <sstream>
 
 #include "KvxDemosaicing/KvxImage.h"
+#include "KvxDemosaicing/KvxTrueSense.h"
+#include "support/BayerFrames.h"
 #include "support/Checksum.h"
 
 namespace {
@@ -49,19 +51,32 @@ TEST(PixelFormats, LetterLookupsFitTheirFormats) {
     for (const auto lookup : {GetIndexRGB, GetIndexBGR}) EXPECT_EQ(lookup('A'), UINT32_MAX);
 }
 
+/** Which format has which grid: see FormatTest.cpp. */
+TEST(PixelTypes, NameTheConversionOfUnpackedBayerFormatsAndTheGridOfTrueSense) {
+    for (uint32_t index = 0; index < KVX_PIXEL_FORMAT_COUNT; ++index) {
+        const _KvxPixelFormat& format = *KvxPixelFormat_ByIndex(index);
+        int known = -1;
+        for (const kvx::test::BayerDepth& depth : kvx::test::kBayerDepths)
+            for (int pattern = 0; pattern < 4; ++pattern)
+                if (depth.patterns[pattern] == format.pixelType) known = pattern;
+        for (const int algorithm : {0, 1, 2, 3, -1})
+            for (const bool blueFirst : {false, true})
+                EXPECT_EQ(PixelTypeToBayerType(format.pixelType, algorithm, blueFirst),
+                          known == -1 ? -1 : kvx::test::CodeOf(known, algorithm, blueFirst))
+                    << format.name << ", algorithm " << algorithm;
+        EXPECT_EQ(PixelTypeToTruesenseGrid(format.pixelType) == -1, format.pixelType >> 24 != 4) << format.name;
+    }
+    for (const uint32_t code : {0u, 0x0308010Cu, 0x03080111u, 0xFFFFFFFFu})
+        EXPECT_EQ(PixelTypeToBayerType(code, 0, false), -1);
+    for (const unsigned long first : {0x04080131, 0x04100241, 0x04100351, 0x04100461})  // of sixteen
+        for (const unsigned long code : {first - 1, first + 16, first ^ 0x07000000, first | 1ul << 32})
+            EXPECT_EQ(PixelTypeToTruesenseGrid(code), -1) << std::hex << code;
+}
+
 TEST(ImageRecords, MakeSetsAllFields) {
     uint8_t pixels[4];
     const _KvxImage image = KvxImage_Make(KvxFormat_BayerRG12, 3, 5, 7, pixels);
-    _KvxImage expected{};
-    expected.structSize = 96;
-    expected.structVersion = 0x00020000;
-    expected.pixelType = 0x03100316;
-    expected.pixelDepth = 12;
-    expected.width = 3;
-    expected.height = 5;
-    expected.imageSize = 35;
-    expected.lineStep = 7;
-    expected.data = pixels;
+    const _KvxImage expected{96, 0x00020000, 0x03100316, 12, {}, 3, 5, 35, 7, {}, pixels, {}};
     EXPECT_EQ(std::memcmp(&image, &expected, sizeof image), 0);
 }
 

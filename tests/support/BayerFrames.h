@@ -100,4 +100,11 @@ inline std::vector<uint8_t> BytesOf(const cv::Mat& continuous) {
     return {continuous.data, continuous.data + continuous.total() * continuous.elemSize()};
 }
 
+/** The high bytes of a picture of words of `depth` bits. */
+inline std::vector<uint8_t> Shifted(const cv::Mat& words, int depth) {
+    std::vector<uint8_t> bytes;
+    for (const uint16_t word : WordsOf(BytesOf(words), 16)) bytes.push_back(static_cast<uint8_t>(word >> (depth - 8)));
+    return bytes;
+}
+
 }  // namespace kvx::test

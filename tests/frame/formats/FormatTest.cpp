@@ -127,13 +127,18 @@ TEST(FormatCodes, AgreeWithTheStandardAndTheLibrary) {
         ++found;
         EXPECT_STREQ(KvxPixelFormat_ByCode(*code)->name, Name(format).c_str());
         EXPECT_TRUE(FormatByLibraryCode(*code) == format);
-        if (format.family == Family::TrueSense) {
-            EXPECT_EQ(PixelTypeToTruesenseGrid(*code), format.phase);
-        }
         const std::string components = KvxPixelFormat_ByCode(*code)->components;
         if (format.family == Family::Bayer) {
             EXPECT_TRUE(components[0] == FilterAt(format, 0, 0) && components[2] == FilterAt(format, 0, 1));
         }
+        if (format.family != Family::TrueSense) continue;
+        EXPECT_EQ(PixelTypeToTruesenseGrid(*code), format.phase);
+        // The components are the tile at the library's phase 0; a phase moves the origin by a column and a row.
+        const uint32_t phase = KvxPixelFormat_ByCode(*code)->phase;
+        for (uint32_t site = 0; site < 16; ++site)
+            EXPECT_EQ(FilterAt(format, site / 4, site % 4),
+                      components[2 * ((site / 4 + (phase >> 1)) % 4 * 4 + (site + phase % 2) % 4)])
+                << Name(format) << " " << site;
     }
     EXPECT_EQ(found, 9 + 36 + 64 + 12);  // all but FLEX packings and YUV
 }
