@@ -18,8 +18,8 @@ TEST(Arguments, NumbersAreDecimalAndWhole) {
 
 TEST(Arguments, WeightsAreThreeNumbersThatWeighSomething) {
     EXPECT_EQ(ParseWeights("--pan-weights", "0.3,0.6,0"), (std::array<double, 3>{0.3, 0.6, 0}));
-    for (const char* text :
-         {"", "1", "1,2", "1,2,", "1,2,3,4", "1,2,-3", "0,0,0", "1;2;3", "1,2,x", "nan,1,1", "inf,1,1"}) {
+    for (const char* text : {"", "1", "1,2", "1,2,", "1,2,3,4", "1,2,-3", "0,0,0", "1;2;3", "1,2,x", "nan,1,1",
+                             "inf,1,1", "1e308,1e308,1e308"}) {
         ExpectToolError(ExitCode::Usage, "--pan-weights", [text] { ParseWeights("--pan-weights", text); });
     }
 }

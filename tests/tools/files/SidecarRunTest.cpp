@@ -98,8 +98,6 @@ TEST(SidecarRun, AppliesWhereOptionsLeaveOpenWhatItSays) {
     EXPECT_EQ(convert(noted, {"--look", "natural"}),
               convert(plain, {"--white-balance", "2,1,1.5", "--black-level", "16,16,16,16", "--white-level", "200",
                               "--exposure", "auto", "--tone", "srgb"}));
-    EXPECT_EQ(convert(noted, {"--tone", "srgb"}), convert(plain, {"--white-balance", "2,1,1.5", "--black-level", "16",
-                                                                  "--white-level", "200", "--tone", "srgb"}));
     EXPECT_EQ(convert(noted, {"--white-balance", "1,1,1", "--black-level", "0", "--white-level", "255"}),
               convert(plain, {"--black-level", "0"}));
     const std::string camera =
