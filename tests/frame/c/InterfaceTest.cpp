@@ -208,7 +208,7 @@ TEST(CInterface, SettingsAreThoseOfCpp) {
 }
 
 TEST(CInterface, EveryErrorIsAResultAndASentence) {
-    CConverter bayer(Family::Bayer), mono(Family::Mono);
+    CConverter bayer(Family::Bayer);
     KvxFrameConverter* const c = bayer.pointer;
     KvxFrameFormat format = RecordOf(FormatByName("BayerRG12"));
     const KvxFrameFormat none = {9, 12, 0, 0, 0};
@@ -250,12 +250,10 @@ TEST(CInterface, EveryErrorIsAResultAndASentence) {
         {KvxFrameConverter_SetAlgorithm(c, nullptr), kNull},
         {KvxFrameConverter_SetAlgorithm(c, "best"), kUnknown},
         {KvxFrameConverter_SetParameter(c, "BayerAlgTyp", "1"), 0x80000002},
-        {KvxFrameConverter_SetParameter(mono.pointer, "x", "1"), kUnknown},
         {KvxFrameConverter_ParameterAt(c, 2, &parameter), kUnknown},
         {KvxFrameConverter_ParameterAt(c, 1, nullptr), kNull},
         {KvxFrameConverter_SetThreads(c, -1), kOutOfRange},
         {KvxFrameConverter_SetNoise(c, numbers, nullptr), kNull},
-        {KvxFrameConverter_SetCamera(c, "/nowhere.json", 0, 0), kInvalid},
         {KvxFrameConverter_SetDefects(c, 2), kOutOfRange},
         {KvxFrameConverter_SetLook(c, 3), kOutOfRange},
         {KvxFrameConverter_SetGains(c, nullptr), kNull},
