@@ -64,14 +64,14 @@ if [ "$plugin" ]; then
         gst-inspect-1.0 kvxdemosaic | grep -q "Filename *$plugin"
 fi
 
-packages=$(find "$prefix" -type d -name dist-packages)
-if [ "$packages" ]; then
+if grep -q '^KVX_BUILD_PYTHON:BOOL=ON' "$build/CMakeCache.txt"; then
+    packages=$(find "$prefix" -type d -name dist-packages)
     answer=$(cd "$work" && PYTHONPATH=$packages LD_LIBRARY_PATH='' /usr/bin/python3 -c '
 import kvxdemosaicing, numpy
 picture = kvxdemosaicing.convert(numpy.full((4, 4), 1000, numpy.uint16), "BayerRG12")
 maps = open("/proc/self/maps").read().split()
 print(picture[1, 1], sum("/prefix/" in path and "libKvx" in path for path in maps) > 0)')
-    [ "$answer" = "[62 62 62] True" ] || { echo "the installed module says: $answer"; exit 1; }
+    [ "$answer" = "[62 62 62] True" ] && [ -e "$packages/kvxdemosaicing/py.typed" ] || { echo "the installed module says: $answer"; exit 1; }
 fi
 
 # Without the frame layer the library is a package of its own.
